@@ -22,7 +22,7 @@ struct LineSettings {
 // Why a port could not be opened.
 struct PortError {
     Text description; // the system's own words
-    Text advice;      // a second line that helps, such as the group that grants access; may be empty
+    Text accessGroup; // Linux: the group that grants access to the device, when access was denied; else empty
 };
 
 class SerialPort

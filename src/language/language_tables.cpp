@@ -1,0 +1,29 @@
+#include "language/language_tables.h"
+
+namespace karvo {
+
+Text shownText(TextView entry)
+{
+    constexpr std::size_t numberingField = 4;
+    return entry.size() > numberingField ? Text(entry.substr(numberingField)) : Text();
+}
+
+Text LanguageTables::menuCaption(std::size_t number) const
+{
+    return number < menu.size() ? shownText(menu[number]) : Text();
+}
+
+Text LanguageTables::caption(Caption number) const
+{
+    const Text text = shownText(captions[static_cast<std::size_t>(number)]);
+    return text.substr(0, text.find(u'\t'));
+}
+
+Text LanguageTables::captionTip(Caption number) const
+{
+    const Text text = shownText(captions[static_cast<std::size_t>(number)]);
+    const auto tab = text.find(u'\t');
+    return tab == Text::npos ? Text() : text.substr(tab + 1);
+}
+
+} // namespace karvo

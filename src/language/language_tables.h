@@ -1,0 +1,36 @@
+// The three text tables of the chosen language. An entry is a whole line of its file; its first four characters are a
+// numbering field for translators and are never shown.
+#pragma once
+
+#include "language/text_numbers.h"
+#include "program/text.h"
+
+#include <array>
+
+namespace karvo {
+
+// Entries 1 to N; entry 0 is never filled.
+using MessageTable = std::array<Text, 1001>;
+using MenuTable = std::array<Text, 501>;
+using CaptionTable = std::array<Text, 1001>;
+
+// From the fifth character on; empty for a shorter line.
+Text shownText(TextView entry);
+
+struct LanguageTables {
+    MessageTable messages;
+    MenuTable menu;
+    CaptionTable captions;
+
+    // Empty for a missing entry.
+    Text message(Message number) const { return shownText(messages[static_cast<std::size_t>(number)]); }
+    Text menuCaption(std::size_t number) const;
+
+    // The caption up to its first tab.
+    Text caption(Caption number) const;
+
+    // What follows the caption's first tab: an explanation for tool tips; empty where there is none.
+    Text captionTip(Caption number) const;
+};
+
+} // namespace karvo

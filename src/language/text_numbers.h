@@ -1,0 +1,81 @@
+// The numbers by which the program addresses the texts of a language: an entry is found by its line's position in the
+// file. Which numbers are free for new texts of a room stands in data/language/ranges.toml.
+#pragma once
+
+namespace karvo {
+
+// Entries of the message table.
+enum class Message {
+    cannotOpenFile = 1,       // followed by a path
+    cannotOpenFileAdvice = 2, // what to do about it
+    unitOfSpeedStep = 301,    // exactly ten characters
+    noReply = 233,
+    unknownDecoder = 234,
+    wrongCheckByte = 273,
+    olderKv04 = 299, // type text of the KV04 until December 2008
+    offlineListQuestion1 = 600,
+    offlineListQuestion2 = 601,
+    offlineListQuestion3 = 602,
+    expertFileNotice = 603,
+    accessGroupAdvice = 660,   // {1}: the group
+    notADescription = 680,     // {1}: the path
+    descriptionFaults = 681,   // {1}: the path, {2}: how many lines, {3}: the first of them
+};
+
+// Entries of the control-caption table.
+enum class Caption {
+    windowTitle = 1,
+    port = 2,
+    firstAddress = 3,
+    secondAddress = 4,
+    writeSingle = 5,
+    writeChanged = 6,
+    takeValue = 7,
+    servoAddress = 8,
+    cvNumber = 9,
+    cvValue = 10,
+    cvFactoryValue = 11,
+    cvLimits = 12,
+    computedValue = 13,
+    chosenCv = 14,
+    bits = 15,
+    noDecoder = 16,
+    address = 17,
+    emptyListHint = 18,
+    ready = 19,
+    notAvailable = 20,
+    firmware = 21,
+    subLevel = 22,
+    limitsTo = 23,
+    cvList = 24,
+    cvNotInList = 25,
+    nothingFound = 26,
+    bytesReceived = 27, // {1} of {2}
+    expertMode = 28,
+    listFilled = 29, // {1} CVs
+    waitForEndOfRead = 30,
+    searchIndexTitle = 31,
+    searchIndexPrompt = 32,
+    searchWordTitle = 33,
+    searchWordPrompt = 34,
+    versionText = 35,
+    about1 = 36,
+    about2 = 37,
+    about3 = 38,
+    about4 = 39,
+    about5 = 40,
+    offlineList = 41,
+    unnamedBit = 42, // {1} weight
+    readAgain = 43,
+    simulatedInterface = 44,
+    portToolTip = 45, // {1} device, {2} description
+    writtenSuccessfully = 873,
+    readAll = 884, // caption of the button Start and status text of a read
+    noReplyStatus = 887,
+    writingCv = 888,
+};
+
+// Entry 76 of the menu-caption table is no menu item: the status text of a write's time-out.
+inline constexpr unsigned writeTimeOutStatusEntry = 76;
+
+} // namespace karvo

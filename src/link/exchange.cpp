@@ -1,0 +1,83 @@
+#include "link/exchange.h"
+
+namespace karvo {
+
+namespace {
+
+constexpr std::uint8_t acknowledge = 6;
+constexpr std::chrono::milliseconds identificationGap{50};
+
+Text portRefusedText(const LanguageTables& texts, const PortError& error)
+{
+    if (error.accessGroup.empty())
+        return error.description;
+    const Text group[] = {error.accessGroup};
+    return error.description + Text(lineBreak) + filledIn(texts.message(Message::accessGroupAdvice), group);
+}
+
+WaitResult waitForCount(Link& link, ReplyLength replyLength)
+{
+    const bool exact = replyLength.rule == ReplyLength::Rule::exactly;
+    const auto arrived = [&] {
+        const auto waiting = link.port.bytesWaiting();
+        if (exact)
+            link.view.showProgress(waiting, replyLength.count);
+        return !link.port.isOpen() || (exact ? waiting == replyLength.count : waiting >= 1);
+    };
+    const auto result = link.wait.until(arrived, link.state.timeOutInterval);
+    if (exact)
+        link.view.showProgress(0, 0);
+    return result;
+}
+
+// After the first byte of an identification: its second, unless the line stays quiet.
+WaitResult waitForRestOfIdentification(Link& link, std::size_t count)
+{
+    const auto arrived = [&] { return !link.port.isOpen() || link.port.bytesWaiting() >= count; };
+    const auto result = link.wait.until(arrived, identificationGap);
+    return result == WaitResult::timedOut ? WaitResult::met : result;
+}
+
+} // namespace
+
+bool EnsurePortOpen(Link& link)
+{
+    if (link.port.isOpen())
+        return true;
+    link.port.setPortNumber(link.state.portNumber);
+    const auto error = link.port.open();
+    if (!error)
+        return true;
+    link.prompts.message(portRefusedText(link.texts, *error), PromptIcon::stop);
+    link.prompts.endProgram();
+    return false;
+}
+
+ExchangeEnd Exchange(Link& link, const Bytes& command, ReplyLength replyLength, Pointer pointer)
+{
+    link.port.readAll();
+    if (pointer == Pointer::hourglass)
+        link.view.showHourglass(true);
+    link.state.timeOut = false;
+    link.state.outgoingFrame = command;
+    link.port.write(link.state.outgoingFrame);
+
+    auto result = waitForCount(link, replyLength);
+    if (result == WaitResult::met && replyLength.rule == ReplyLength::Rule::identification)
+        result = waitForRestOfIdentification(link, replyLength.count);
+    const bool hungUp = !link.port.isOpen();
+    link.state.lastReply = link.port.readAll();
+    if (result == WaitResult::ended)
+        return ExchangeEnd::ended;
+    if (result == WaitResult::timedOut || hungUp)
+        return ExchangeEnd::timedOut;
+    link.state.interfaceAnswered = true;
+    return ExchangeEnd::replied;
+}
+
+bool IsAck(const Bytes& reply)
+{
+    return !reply.empty() && reply.front() == acknowledge;
+}
+
+} // namespace karvo

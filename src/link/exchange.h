@@ -1,0 +1,40 @@
+// One command and its reply (docs/protocol.md, "The line").
+#pragma once
+
+#include "link/link.h"
+
+namespace karvo {
+
+// How many bytes end the wait for a reply.
+struct ReplyLength {
+    enum class Rule { atLeastOne, identification, exactly };
+    Rule rule = Rule::atLeastOne;
+    std::size_t count = 1; // for `exactly`: more bytes than these do not end the wait either
+
+    static ReplyLength atLeastOne() { return {}; }
+    // Two bytes, or one with nothing behind it for 50 ms.
+    static ReplyLength identification() { return {Rule::identification, 2}; }
+    static ReplyLength exactly(std::size_t count) { return {Rule::exactly, count}; }
+};
+
+enum class ExchangeEnd {
+    replied,  // the reply stands in LinkState::lastReply
+    timedOut, // nothing, or not enough, within the time-out; or the line hung up
+    ended     // the program is being closed
+};
+
+// Whether the main window shows the hourglass from here on; whoever asked for it takes it away.
+enum class Pointer { unchanged, hourglass };
+
+// Opens the port when it is closed. When that fails it shows the system's words, ends the program and returns false.
+bool EnsurePortOpen(Link& link);
+
+// Sends the command once and waits for its reply, for at most LinkState::timeOutInterval. Reports nothing to the
+// person. While an exact count is awaited it tells the view how many bytes are there.
+ExchangeEnd Exchange(Link& link, const Bytes& command, ReplyLength replyLength,
+                     Pointer pointer = Pointer::unchanged);
+
+// True when the reply's first byte is 6.
+bool IsAck(const Bytes& reply);
+
+} // namespace karvo

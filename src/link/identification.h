@@ -1,0 +1,30 @@
+// Which decoder is on the line (docs/protocol.md, "The line").
+#pragma once
+
+#include "link/exchange.h"
+
+#include <optional>
+
+namespace karvo {
+
+// Type code 81 answers a full read only; a write takes it for unknown.
+enum class ReadOnlyReceiver { refused, accepted };
+
+enum class IdentificationEnd {
+    identified, // LinkState::typeCode and ::identification are set, ::lastReply is empty
+    timedOut,   // not reported yet
+    unknown,    // reported; the type code is unchanged
+    ended
+};
+
+// The type code of a whole reply to "%".
+std::optional<int> typeCodeOf(const Bytes& reply, ReadOnlyReceiver readOnlyReceiver);
+
+// Bytes of a block read's reply, check byte included.
+std::size_t blockReplyLength(int typeCode);
+
+// Asks the interface for its decoder. The port must be open.
+IdentificationEnd IdentifyDecoder(Link& link, ReadOnlyReceiver readOnlyReceiver,
+                                  Pointer pointer = Pointer::unchanged);
+
+} // namespace karvo

@@ -1,0 +1,55 @@
+// The decoder link's own data, and what its operations work with.
+#pragma once
+
+#include "language/language_tables.h"
+#include "program/prompts.h"
+#include "program/serial_port.h"
+#include "program/view.h"
+#include "program/wait.h"
+
+#include <array>
+#include <chrono>
+#include <cstdint>
+
+namespace karvo {
+
+inline constexpr std::chrono::milliseconds usualTimeOut{5000};
+inline constexpr std::chrono::milliseconds longBlockTimeOut{10000};
+
+struct LinkState {
+    int portNumber = 1; // 1 to 31
+    Bytes outgoingFrame;
+    Bytes lastReply;
+    bool timeOut = false;
+    std::chrono::milliseconds timeOutInterval = usualTimeOut;
+    int typeCode = 0;       // see docs/protocol.md, "The line"
+    Text identification;    // the two characters of the last identification that was recognised
+    bool identified = false;        // a decoder has been identified since the program started
+    bool interfaceAnswered = false; // the programming interface has answered an exchange
+};
+
+// Index n holds CV n. A read fills 1 to 512 or 1 to 1024.
+using CvImage = std::array<std::uint8_t, 1112>;
+
+// Single values that a read of a receiver (type code 80 and above) keeps.
+struct ReceiverValues {
+    int firmwareVersion = 0;
+    int firmwareLevel = 3; // for all other decoders it stays 3
+    int cv478 = 0;
+    int cv74 = 0;
+    int cv77 = 0;
+    int cv78 = 0;
+    int cv80 = 0;
+};
+
+// What every operation on the line is handed.
+struct Link {
+    LinkState& state;
+    SerialPort& port;
+    Wait& wait;
+    Prompts& prompts;
+    View& view;
+    const LanguageTables& texts;
+};
+
+} // namespace karvo
