@@ -1,0 +1,31 @@
+// The CV set on the bench: the table, where it came from, and the list made of it.
+#pragma once
+
+#include "cvdata/cv_table.h"
+#include "cvdata/decoder_profile.h"
+#include "cvdata/main_list.h"
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace karvo {
+
+struct CvSet {
+    CvTable table;
+    std::vector<Text> descriptionLines; // as in Description::lines
+    int rowCount = 0;
+    std::filesystem::path descriptionPath; // full path of the description file in use
+    DecoderProfile profile;
+    Text modelCode; // "04" to "08"
+    Bytes rawReply; // the decoder's last block; empty in an offline list
+    std::string offlineItem; // the menu item of an offline list; empty after a read
+    int currentNumber = 0;   // the current CV; 0 when none
+    Text loadedData;       // what is loaded: two texts joined by " | "
+    MainList list;
+
+    bool isEmpty() const { return list.empty(); }
+    bool isOffline() const { return !offlineItem.empty(); }
+};
+
+} // namespace karvo

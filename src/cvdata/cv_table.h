@@ -1,0 +1,54 @@
+// The CV table: what the program knows about the decoder on the bench, as texts by CV number and field.
+#pragma once
+
+#include "program/text.h"
+
+#include <array>
+#include <optional>
+
+namespace karvo {
+
+// The fields of a description line that the program itself reads; the others are carried along unchanged.
+enum class Column {
+    number = 1,
+    value = 2, // decimal text, "0" to "255"; empty when the CV has no value
+    text = 3,  // the CV's name; may hold line breaks
+    lowerLimit = 4,
+    upperLimit = 5,
+    factoryValue = 6,
+    explanation = 7,
+    values = 8, // what the values mean
+    advice = 9,
+    bits = 10,       // up to eight lines, the bit of weight 1 first; empty for a CV that is no set of switches
+    sharedValue = 15 // a copy of the value, where it belongs to two CVs
+};
+
+class CvTable
+{
+public:
+    static constexpr int lastRow = 256;   // the row number is the CV number; row 0 is not used
+    static constexpr int lastColumn = 16; // the field number; column 0 is not used
+
+    Text& at(int row, int column) { return cells_[index(row, column)]; }
+    const Text& at(int row, int column) const { return cells_[index(row, column)]; }
+    Text& at(int row, Column column) { return at(row, static_cast<int>(column)); }
+    const Text& at(int row, Column column) const { return at(row, static_cast<int>(column)); }
+
+    // The current value as a number; nothing when the CV has none.
+    std::optional<int> value(int row) const { return numberFromText(at(row, Column::value)); }
+    void setValue(int row, int value) { at(row, Column::value) = textFromNumber(value); }
+
+    // Whether the description speaks of this CV.
+    bool describes(int row) const { return !at(row, Column::number).empty(); }
+
+private:
+    static constexpr std::size_t columns = lastColumn + 1;
+    static std::size_t index(int row, int column)
+    {
+        return static_cast<std::size_t>(row) * columns + static_cast<std::size_t>(column);
+    }
+
+    std::array<Text, (lastRow + 1) * columns> cells_;
+};
+
+} // namespace karvo

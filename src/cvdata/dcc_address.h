@@ -1,0 +1,23 @@
+// The DCC addresses of a decoder, from its CVs.
+#pragma once
+
+#include "cvdata/cv_table.h"
+
+namespace karvo {
+
+// A long address is split plainly over two CVs: no offset is added to its high part.
+constexpr int longAddress(int high, int low)
+{
+    return high * 256 + low;
+}
+
+// Whether CV29 (bit 5) selects the long form, for both addresses.
+bool usesLongAddresses(const CvTable& table);
+
+// CV1, or CV17 and CV18; empty when the CV has no value.
+Text firstAddress(const CvTable& table);
+
+// CV3, or CV15 and CV16.
+Text secondAddress(const CvTable& table);
+
+} // namespace karvo

@@ -1,0 +1,191 @@
+#include "cvdata/description_choice.h"
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+
+namespace karvo {
+
+namespace {
+
+using namespace std::string_literals;
+
+// In the order of the language codes.
+constexpr std::array<std::string_view, 5> attachedSuffixes = {"", "nl", "en", "es", "fr"};
+constexpr std::array<std::string_view, 5> receiverSuffixes = {"", "_nl", "_en", "_es", "_fr"};
+constexpr std::array<std::string_view, 5> companionSuffixes = {"", "_NL", "_EN", "_ES", "_FR"};
+
+std::size_t indexOf(LanguageCode language)
+{
+    return static_cast<std::size_t>(language) - 1;
+}
+
+std::string withSuffix(std::string stem, const std::array<std::string_view, 5>& suffixes, LanguageCode language)
+{
+    return std::move(stem) + std::string(suffixes[indexOf(language)]) + ".txt";
+}
+
+std::string datedFileName(const DecoderProfile& profile)
+{
+    const auto code = std::to_string(profile.typeCode);
+    switch (profile.generation) {
+    case Generation::november2012:
+        return "CV_Standart_November12_" + code + ".txt";
+    case Generation::may2010:
+        return "CV_Standart_Mai10_" + code + ".txt";
+    default:
+        return "CV_Standart172_Mai10_" + code + ".txt";
+    }
+}
+
+std::string newerFileName(const DecoderProfile& profile, LanguageCode language)
+{
+    const std::string stem = profile.model == Model::kv07 ? "CV_Standart_kv07" : "CV_Standart_kv08";
+    switch (profile.generation) {
+    case Generation::laneControl:
+        return withSuffix(stem + "LC", attachedSuffixes, language);
+    case Generation::tacho:
+        return stem + "Tacho.txt";
+    case Generation::v1:
+        return withSuffix(stem + "_V1", attachedSuffixes, language);
+    case Generation::f3:
+        return withSuffix(stem + "_F3", attachedSuffixes, language);
+    case Generation::f4:
+        return withSuffix(stem + "_F4", attachedSuffixes, language);
+    case Generation::f5:
+        return withSuffix(stem + "_F5", attachedSuffixes, language);
+    default:
+        return withSuffix(stem, attachedSuffixes, language);
+    }
+}
+
+std::string kv04FileName(Generation generation)
+{
+    switch (generation) {
+    case Generation::until2008First:
+        return "CV_Standart180.txt";
+    case Generation::until2008Second:
+        return "CV_Standart180_v1.txt";
+    default:
+        return "CV_Standart172.txt";
+    }
+}
+
+constexpr OfflineList offlineTable[] = {
+    {"mnu_kv07", Model::kv07, Generation::standard, ""},
+    {"mnu_KV08", Model::kv08, Generation::standard, ""},
+    {"mnu_KV06", Model::kv06, Generation::standard, ""},
+    {"mnu_KV05", Model::kv05, Generation::standard, ""},
+    {"mnu_KV04_neu", Model::kv04, Generation::from2009, ""},
+    {"mnu_KV04", Model::kv04, Generation::until2008First, ""},
+    {"mnu_karvo_xt_list", Model::xtModule, Generation::standard, ""},
+    {"mnu_KV07_Bus", Model::kv07, Generation::standard, "CV_KV07_Bus_V"},
+    {"mnu_KV07_FW", Model::kv07, Generation::standard, "CV_KV07_FW_V"},
+    {"mnu_KV08_Bus", Model::kv08, Generation::standard, "CV_KV08_Bus_V"},
+    {"mnu_KV08_FW", Model::kv08, Generation::standard, "CV_KV08_FW_V"},
+    {"mnu_KV06_Bus", Model::kv06, Generation::standard, "CV_KV06_Bus_V"},
+    {"mnu_KV06_FW", Model::kv06, Generation::standard, "CV_KV06_FW_V"},
+    {"mnu_KV05_Bus", Model::kv05, Generation::standard, "CV_KV05_Bus_V"},
+    {"mnu_KV05_FW", Model::kv05, Generation::standard, "CV_KV05_FW_V"},
+    {"mnu_KV04_Bus_09", Model::kv04, Generation::from2009, "CV_KV04_Bus_V"},
+    {"mnu_KV04_FW_09", Model::kv04, Generation::from2009, "CV_KV04_FW_V"},
+    {"mnu_KV04_Bus_08", Model::kv04, Generation::until2008First, "CV_KV04_Bus_V"},
+    {"mnu_KV04_FW_08", Model::kv04, Generation::until2008First, "CV_KV04_FW_V"},
+};
+
+constexpr int variants = 4;
+
+int offlineTypeCode(Model model)
+{
+    switch (model) {
+    case Model::kv04:
+        return 0;
+    case Model::kv05:
+        return 1;
+    case Model::kv06:
+        return 2;
+    case Model::kv07:
+        return 7;
+    case Model::kv08:
+        return 8;
+    case Model::trailer:
+        return 57;
+    case Model::receiver:
+    case Model::xtModule:
+        break;
+    }
+    return firstReceiverTypeCode;
+}
+
+} // namespace
+
+std::string descriptionFileName(const DecoderProfile& profile, LanguageCode language)
+{
+    switch (profile.typeCode) {
+    case 0:
+        return kv04FileName(profile.generation);
+    case 1:
+        return "CV_Standart172_v1_5.txt";
+    case 2:
+        return "CV_Standart172_v1_6.txt";
+    case 4:
+    case 5:
+    case 6:
+        return datedFileName(profile);
+    case 7:
+    case 8:
+        return newerFileName(profile, language);
+    case 57:
+        return withSuffix(profile.generation == Generation::v1 ? "CV_Standart_an07_V1" : "CV_Standart_an07",
+                          attachedSuffixes, language);
+    default:
+        return withSuffix("CV_Standart_receiver", receiverSuffixes, language);
+    }
+}
+
+std::string textCompanionName(std::string_view descriptionFile, LanguageCode language)
+{
+    const bool hasLanguageForms = descriptionFile.starts_with("CV_Standart_kv0") ||
+                                  descriptionFile.starts_with("CV_Standart_an07") ||
+                                  descriptionFile.starts_with("CV_Standart_receiver");
+    const bool germanOnly = descriptionFile.ends_with("Tacho.txt");
+    if (language == LanguageCode::german || (hasLanguageForms && !germanOnly))
+        return {};
+    const auto stem = descriptionFile.substr(0, descriptionFile.rfind('.'));
+    return withSuffix(std::string(stem), companionSuffixes, language);
+}
+
+const OfflineList* offlineListOf(std::string_view menuItem)
+{
+    const auto* const found = std::find_if(std::begin(offlineTable), std::end(offlineTable),
+                                           [&](const OfflineList& list) { return list.menuItem == menuItem; });
+    return found == std::end(offlineTable) ? nullptr : found;
+}
+
+std::span<const OfflineList> offlineLists()
+{
+    return offlineTable;
+}
+
+std::string offlineDescriptionFileName(const OfflineList& list, int variant, LanguageCode language)
+{
+    if (list.variantStem.empty())
+        return descriptionFileName(offlineProfile(list), language);
+    if (variant < 0 || variant >= variants)
+        return {};
+    const bool dated = list.model == Model::kv04;
+    const std::string date = list.generation == Generation::from2009 ? "_09" : "_08";
+    return std::string(list.variantStem) + std::to_string(variant + 1) + (dated ? date : "") + ".txt";
+}
+
+DecoderProfile offlineProfile(const OfflineList& list)
+{
+    DecoderProfile profile;
+    profile.typeCode = offlineTypeCode(list.model);
+    profile.model = list.model;
+    profile.generation = list.generation;
+    profile.processor = usualProcessor(list.model);
+    return profile;
+}
+
+} // namespace karvo

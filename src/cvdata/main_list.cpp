@@ -1,0 +1,155 @@
+#include "cvdata/main_list.h"
+
+#include <algorithm>
+
+namespace karvo {
+
+namespace {
+
+constexpr int speedSteps = 28;
+constexpr int resistantCv = 99;           // unknown to decoders of a firmware level below 3
+constexpr int lowestLevelOfResistantCv = 3;
+constexpr int optionalCv = 153;
+constexpr int firstPrefixedCv = 163; // CV163 to CV166 show their bit 7 as a prefix
+constexpr int lastPrefixedCv = 166;
+constexpr int prefixedBit = 128;
+
+constexpr TextView speedTableGroupLabel = u"CV70 - CV97 ";
+
+// Millivolts per unit of the battery voltage that a KV07 or KV08 measures when it is read.
+constexpr std::size_t batteryPosition = 505;
+constexpr int batteryUnit = 20;
+
+enum class SpeedTable { steps, group, rows };
+
+SpeedTable speedTableOf(const DecoderProfile& profile)
+{
+    switch (profile.model) {
+    case Model::kv05:
+    case Model::kv06:
+        return SpeedTable::group;
+    case Model::kv04:
+    case Model::kv07:
+    case Model::kv08:
+    case Model::trailer:
+        return SpeedTable::steps;
+    case Model::receiver:
+    case Model::xtModule:
+        break;
+    }
+    return SpeedTable::rows;
+}
+
+Text nameOf(const CvTable& table, int cv)
+{
+    const Text& text = table.at(cv, Column::text);
+    return text.substr(0, text.find(lineBreak));
+}
+
+Text cvLine(const ListSource& source, int cv)
+{
+    const Text& value = source.table.at(cv, Column::value);
+    if (cv == optionalCv && value.empty())
+        return cvLabel(cv) + u"---";
+    if (cv == resistantCv && source.profile.firmwareLevel < lowestLevelOfResistantCv)
+        return cvLabel(cv) + u"0";
+    const auto number = source.table.value(cv);
+    if (cv >= firstPrefixedCv && cv <= lastPrefixedCv && number && *number >= prefixedBit)
+        return cvLabel(cv) + u"128+" + textFromNumber(*number - prefixedBit);
+    return cvLabel(cv) + value;
+}
+
+ListLine speedStepLine(const ListSource& source, int step)
+{
+    const int cv = cvOfSpeedStep(step);
+    const auto inReply = speedStepInReply(source.rawReply, step);
+    const Text value = inReply ? textFromNumber(*inReply) : source.table.at(cv, Column::value);
+    return {speedStepLabel(step) + value + source.speedStepUnit, nameOf(source.table, cv), cv};
+}
+
+void addSpeedTable(MainList& list, const ListSource& source, SpeedTable form)
+{
+    if (form == SpeedTable::group) {
+        list.push_back({Text(speedTableGroupLabel), nameOf(source.table, firstSpeedStepCv), firstSpeedStepCv});
+        return;
+    }
+    for (int step = 1; step <= speedSteps; ++step)
+        list.push_back(speedStepLine(source, step));
+}
+
+// "Akkuspannung = 3,92 Volt (196)", where the decoder has measured its battery.
+void addBatteryLine(MainList& list, const ListSource& source)
+{
+    const bool measures = source.profile.model == Model::kv07 || source.profile.model == Model::kv08;
+    if (!measures || source.rawReply.size() < batteryPosition || source.rawReply[batteryPosition - 1] == 0)
+        return;
+    const int raw = source.rawReply[batteryPosition - 1];
+    const int hundredths = raw * batteryUnit / 10;
+    const Text decimals = textFromNumber(100 + hundredths % 100).substr(1);
+    const Text point = source.decimalComma ? u"," : u".";
+    list.push_back({u"Akkuspannung = " + textFromNumber(hundredths / 100) + point + decimals + u" Volt (" +
+                        textFromNumber(raw) + u")",
+                    Text(), 0});
+}
+
+bool isSpeedStepCv(int cv)
+{
+    return cv >= firstSpeedStepCv && cv <= lastSpeedStepCv;
+}
+
+} // namespace
+
+MainList fill_list1(const ListSource& source)
+{
+    MainList list;
+    const SpeedTable speedTable = speedTableOf(source.profile);
+    for (int cv = 1; cv <= CvTable::lastRow; ++cv) {
+        if (!source.table.describes(cv))
+            continue;
+        if (speedTable == SpeedTable::rows || !isSpeedStepCv(cv))
+            list.push_back({cvLine(source, cv), nameOf(source.table, cv), cv});
+        else if (cv == firstSpeedStepCv)
+            addSpeedTable(list, source, speedTable);
+    }
+    addBatteryLine(list, source);
+    return list;
+}
+
+Text cvLabel(int cv)
+{
+    const Text number = textFromNumber(cv);
+    return u"CV" + number + (number.size() < 2 ? u"  = " : u" = ");
+}
+
+Text speedStepLabel(int step)
+{
+    const Text number = textFromNumber(step);
+    return Text(3 - number.size(), u' ') + number + u" = ";
+}
+
+std::optional<int> speedStepInReply(std::span<const std::uint8_t> reply, int step)
+{
+    constexpr std::size_t shortestTable = 55;
+    constexpr std::size_t shortestBlock = 513;
+    if (reply.size() < shortestTable || reply.size() >= shortestBlock)
+        return std::nullopt;
+    const auto position = static_cast<std::size_t>(57 - 2 * step);
+    return reply[position - 1];
+}
+
+std::optional<std::size_t> positionOf(const MainList& list, int cv)
+{
+    if (cv <= 0)
+        return std::nullopt;
+    const Text start = cvLabel(cv).substr(0, cv >= 100 ? 5 : 4);
+    const auto labelled = std::find_if(list.begin(), list.end(),
+                                       [&](const ListLine& line) { return line.text.starts_with(start); });
+    const auto found = labelled != list.end() ? labelled
+                                              : std::find_if(list.begin(), list.end(),
+                                                             [cv](const ListLine& line) { return line.cv == cv; });
+    if (found == list.end())
+        return std::nullopt;
+    return static_cast<std::size_t>(found - list.begin());
+}
+
+} // namespace karvo

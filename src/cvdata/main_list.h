@@ -1,0 +1,56 @@
+// The main list: a line per CV, or per speed step, as it stands in the window.
+#pragma once
+
+#include "cvdata/cv_table.h"
+#include "cvdata/decoder_profile.h"
+#include "program/text.h"
+
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace karvo {
+
+struct ListLine {
+    Text text; // label and value, contiguous from the start of the line
+    Text name; // what the CV is called; shown beside the text
+    int cv;    // the CV that choosing the line shows; 0 for none
+};
+
+using MainList = std::vector<ListLine>;
+
+// What a list is made of.
+struct ListSource {
+    const CvTable& table;
+    const DecoderProfile& profile;
+    std::span<const std::uint8_t> rawReply; // empty in an offline list
+    Text speedStepUnit;                     // ten characters behind a speed step's value
+    bool decimalComma;
+};
+
+// One line for every row that the description names, in row order, with the special lines of the decoder's kind.
+MainList fill_list1(const ListSource& source);
+
+// "CV1  = ", "CV11 = ", "CV100 = ".
+Text cvLabel(int cv);
+
+// "  1 = " to " 28 = ".
+Text speedStepLabel(int step);
+
+// Speed step n (1 to 28) is CV (98 - n), and the other way round.
+constexpr int cvOfSpeedStep(int step)
+{
+    return 98 - step;
+}
+constexpr int firstSpeedStepCv = 70;
+constexpr int lastSpeedStepCv = 97;
+
+// A speed step's value in a reply that carries the speed table itself: step 1 at position 55, step 28 at position 1,
+// counted from 1. Nothing for a reply that is none, such as a whole block.
+std::optional<int> speedStepInReply(std::span<const std::uint8_t> reply, int step);
+
+// The first line whose text starts with this CV's label, or the speed-step line that stands for it; nothing for 0 and
+// for a CV that has no line.
+std::optional<std::size_t> positionOf(const MainList& list, int cv);
+
+} // namespace karvo

@@ -1,0 +1,114 @@
+#include "workbench/describe.h"
+
+#include "cvdata/description_choice.h"
+
+namespace karvo {
+
+namespace {
+
+Text pathText(const std::filesystem::path& path)
+{
+    return path.u16string();
+}
+
+std::optional<Description> readDescription(Workbench& bench, const std::string& fileName)
+{
+    const auto content = bench.files.readWhole(bench.state.programFolder / fileName, textFileLimit);
+    return content ? parseDescription(*content) : std::nullopt;
+}
+
+// The texts of the companion, row by row; what it does not describe keeps the words it has.
+void takeTexts(CvTable& table, const CvTable& companion)
+{
+    for (int row = 1; row <= CvTable::lastRow; ++row) {
+        if (!companion.describes(row))
+            continue;
+        for (const Column column :
+             {Column::text, Column::explanation, Column::values, Column::advice, Column::bits})
+            table.at(row, column) = companion.at(row, column);
+    }
+}
+
+Text firmwareText(const LanguageTables& texts, const DecoderProfile& profile)
+{
+    return texts.caption(Caption::firmware) + u" = " + textFromNumber(profile.firmwareVersion) + u"  " +
+           texts.caption(Caption::subLevel) + u" = " + textFromNumber(profile.subLevel);
+}
+
+// What is loaded, and from which file it has its words.
+Text loadedDataText(const ProgramState& state)
+{
+    const CvSet& set = state.set;
+    const Text what = set.isOffline() ? state.texts.caption(Caption::offlineList)
+                                      : firmwareText(state.texts, set.profile);
+    return typeText(set.profile, state.texts) + u"  " + what + u" | " + pathText(set.descriptionPath.filename());
+}
+
+} // namespace
+
+Text typeText(const DecoderProfile& profile, const LanguageTables& texts)
+{
+    return profile.isOlderKv04() ? texts.message(Message::olderKv04) : Text(modelName(profile.model));
+}
+
+std::optional<Description> loadDescription(Workbench& bench, const std::string& fileName)
+{
+    const LanguageTables& texts = bench.state.texts;
+    const auto path = bench.state.programFolder / fileName;
+    const auto content = bench.files.readWhole(path, textFileLimit);
+    if (!content) {
+        bench.prompts.message(texts.message(Message::cannotOpenFile) + u" " + pathText(path) + Text(lineBreak) +
+                                  texts.message(Message::cannotOpenFileAdvice),
+                              PromptIcon::warning);
+        return std::nullopt;
+    }
+    auto description = parseDescription(*content);
+    if (!description) {
+        const Text arguments[] = {pathText(path)};
+        bench.prompts.message(filledIn(texts.message(Message::notADescription), arguments), PromptIcon::warning);
+        return std::nullopt;
+    }
+    const auto companionName = textCompanionName(fileName, bench.state.language);
+    if (const auto companion = companionName.empty() ? std::nullopt : readDescription(bench, companionName))
+        takeTexts(description->table, companion->table);
+    return description;
+}
+
+void takeDescription(Workbench& bench, Description description, const std::string& fileName)
+{
+    CvSet& set = bench.state.set;
+    set.table = std::move(description.table);
+    set.descriptionLines = std::move(description.lines);
+    set.rowCount = description.rowCount;
+    set.descriptionPath = bench.state.programFolder / fileName;
+}
+
+void fillList(Workbench& bench)
+{
+    ProgramState& state = bench.state;
+    CvSet& set = state.set;
+    set.list = fill_list1({set.table, set.profile, set.rawReply, state.texts.message(Message::unitOfSpeedStep),
+                           state.language != LanguageCode::english});
+    set.loadedData = loadedDataText(state);
+    bench.view.listChanged();
+}
+
+void reportFaults(Workbench& bench, const std::string& fileName, const std::vector<DescriptionFault>& faults)
+{
+    if (faults.empty())
+        return;
+    const Text arguments[] = {pathText(bench.state.programFolder / fileName),
+                              textFromNumber(static_cast<long long>(faults.size())),
+                              textFromNumber(faults.front().line)};
+    bench.prompts.message(filledIn(bench.state.texts.message(Message::descriptionFaults), arguments),
+                          PromptIcon::warning);
+}
+
+void clearDisplay(Workbench& bench)
+{
+    bench.state.set = CvSet();
+    bench.view.showStatus(Text());
+    bench.view.listChanged();
+}
+
+} // namespace karvo

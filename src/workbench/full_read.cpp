@@ -1,0 +1,83 @@
+#include "workbench/full_read.h"
+
+#include "cvdata/description_choice.h"
+#include "workbench/describe.h"
+#include "workbench/line_use.h"
+
+namespace karvo {
+
+namespace {
+
+// A description without a value here says that the model has no such CV.
+constexpr int optionalCv = 153;
+
+class StartedByButton
+{
+public:
+    StartedByButton(ProgramState& state, ReadStarter starter) : state_(state)
+    {
+        state_.readStartedByButton = starter == ReadStarter::button;
+    }
+    ~StartedByButton() { state_.readStartedByButton = false; }
+    StartedByButton(const StartedByButton&) = delete;
+    StartedByButton& operator=(const StartedByButton&) = delete;
+
+private:
+    ProgramState& state_;
+};
+
+void takeValues(CvTable& table, const CvImage& image)
+{
+    for (int cv = 1; cv <= CvTable::lastRow; ++cv) {
+        const bool hasNone = cv == optionalCv && table.at(cv, Column::value).empty();
+        if (table.describes(cv) && !hasNone)
+            table.setValue(cv, image[static_cast<std::size_t>(cv)]);
+    }
+}
+
+bool showReadDecoder(Workbench& bench)
+{
+    ProgramState& state = bench.state;
+    const auto profile = profileOf(state.link.typeCode, state.link.identification, state.image, state.receiver);
+    const auto fileName = descriptionFileName(profile, state.language);
+    auto description = loadDescription(bench, fileName);
+    if (!description)
+        return false;
+    const auto faults = std::move(description->faults);
+    takeDescription(bench, std::move(*description), fileName);
+    takeValues(state.set.table, state.image);
+    state.set.profile = profile;
+    state.set.modelCode = modelCode(profile.model);
+    state.set.rawReply = state.link.lastReply;
+    state.set.offlineItem.clear();
+    state.set.currentNumber = 0;
+    fillList(bench);
+    reportFaults(bench, fileName, faults);
+    return true;
+}
+
+void showListFilled(Workbench& bench)
+{
+    const Text count[] = {textFromNumber(bench.state.set.rowCount)};
+    bench.view.showStatus(filledIn(bench.state.texts.caption(Caption::listFilled), count));
+}
+
+} // namespace
+
+std::optional<ReadEnd> readIntoList(Workbench& bench, ReadStarter starter)
+{
+    const LineUse line(bench);
+    if (!line.isGranted())
+        return std::nullopt;
+    const StartedByButton started(bench.state, starter);
+    Link link = bench.link();
+    const auto end = readDecoder(link, bench.state.image, bench.state.receiver);
+    if (end != ReadEnd::read)
+        return end;
+    if (!showReadDecoder(bench))
+        return std::nullopt;
+    showListFilled(bench);
+    return end;
+}
+
+} // namespace karvo

@@ -1,0 +1,58 @@
+#include "workbench/language_change.h"
+
+#include "cvdata/description_choice.h"
+#include "language/language_loader.h"
+#include "workbench/describe.h"
+
+namespace karvo {
+
+namespace {
+
+std::string fileNameInUse(const ProgramState& state)
+{
+    const OfflineList* const offline = offlineListOf(state.set.offlineItem);
+    return offline != nullptr ? offlineDescriptionFileName(*offline, state.automaticVariant, state.language)
+                              : descriptionFileName(state.set.profile, state.language);
+}
+
+void keepValues(const CvTable& from, CvTable& to)
+{
+    for (int row = 1; row <= CvTable::lastRow; ++row) {
+        to.at(row, Column::value) = from.at(row, Column::value);
+        to.at(row, Column::sharedValue) = from.at(row, Column::sharedValue);
+    }
+}
+
+} // namespace
+
+bool useLanguage(Workbench& bench, LanguageCode code)
+{
+    bench.state.language = code;
+    const auto missing = loadLanguage(bench.state.texts, code, bench.state.programFolder, bench.files);
+    if (!missing)
+        return true;
+    bench.prompts.message(missingLanguageFileText(*missing));
+    bench.prompts.endProgram();
+    return false;
+}
+
+void storeLanguage(Workbench& bench, LanguageCode code)
+{
+    bench.settings.save("Parameter", "Language", textFromNumber(static_cast<int>(code)));
+}
+
+void describeAnew(Workbench& bench)
+{
+    CvSet& set = bench.state.set;
+    if (set.isEmpty())
+        return;
+    const auto fileName = fileNameInUse(bench.state);
+    auto description = loadDescription(bench, fileName);
+    if (!description)
+        return;
+    keepValues(set.table, description->table);
+    takeDescription(bench, std::move(*description), fileName);
+    fillList(bench);
+}
+
+} // namespace karvo

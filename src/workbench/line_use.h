@@ -1,0 +1,25 @@
+// Who has the line has it alone.
+#pragma once
+
+#include "workbench/workbench.h"
+
+namespace karvo {
+
+// Takes the line for its own lifetime, unless an operation has it already: then isGranted() is false, and the operation
+// that asked is not carried out.
+class LineUse
+{
+public:
+    explicit LineUse(Workbench& bench);
+    ~LineUse();
+    LineUse(const LineUse&) = delete;
+    LineUse& operator=(const LineUse&) = delete;
+
+    bool isGranted() const { return granted_; }
+
+private:
+    Workbench& bench_;
+    bool granted_;
+};
+
+} // namespace karvo

@@ -1,0 +1,42 @@
+// The program-wide state, and what every operation that spans rooms is handed.
+#pragma once
+
+#include "cvdata/cv_set.h"
+#include "language/language_code.h"
+#include "language/language_tables.h"
+#include "link/link.h"
+#include "program/files.h"
+#include "program/settings.h"
+
+#include <filesystem>
+
+namespace karvo {
+
+struct ProgramState {
+    std::filesystem::path programFolder; // where the text files lie
+    LanguageCode language = LanguageCode::german;
+    LanguageTables texts;
+    LinkState link;
+    CvImage image{};
+    ReceiverValues receiver;
+    CvSet set;
+    Text hexFolder;                   // start folder of the HEX file dialogs
+    bool expert = false;              // expert mode
+    bool readStartedByButton = false; // during a read that the button `Start` has begun
+    bool lineBusy = false;            // an operation has the line
+    int automaticVariant = 0;         // bus or fire-engine variant 0 to 3 of the offline lists
+};
+
+struct Workbench {
+    ProgramState& state;
+    SerialPort& port;
+    Wait& wait;
+    Prompts& prompts;
+    View& view;
+    Files& files;
+    Settings& settings;
+
+    Link link() { return {state.link, port, wait, prompts, view, state.texts}; }
+};
+
+} // namespace karvo
