@@ -7,7 +7,8 @@
 #include <string_view>
 #include <vector>
 
-namespace karvo::sim {
+namespace karvo::sim
+{
 
 struct Decoder {
     std::string name;                 // as on the command line, such as "kv07" or "kv07-f3"

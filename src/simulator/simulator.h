@@ -1,6 +1,6 @@
-// A programming interface with a decoder on it, as a plain state machine over time: bytes in, bytes out with the moment
-// at which each becomes readable. It knows no port and no clock: whoever carries its bytes tells it the time.
-// The wire it speaks is described in docs/protocol.md; its constants are its own.
+// A programming interface with a decoder on it, as a plain state machine over time: bytes in, bytes out with
+// the moment at which each becomes readable. It knows no port and no clock: whoever carries its bytes tells
+// it the time. The wire it speaks is described in docs/protocol.md; its constants are its own.
 #pragma once
 
 #include "simulator/decoder.h"
@@ -13,7 +13,8 @@
 #include <string_view>
 #include <vector>
 
-namespace karvo::sim {
+namespace karvo::sim
+{
 
 // Since an arbitrary start.
 using Time = std::chrono::microseconds;
@@ -30,9 +31,10 @@ enum class Fault {
     wrongCheckByte,        // the block's check byte is off by one
     shortBlock,            // the block ends 100 bytes early
     lateBlock,             // the block starts only after 12 s
-    tornBlock,             // the block comes in pieces with pauses of 300 ms
+    tornBlock,             // the block comes in pieces of 128 bytes with pauses of 300 ms
     refusedCommand,        // answers 21 (NAK) where 6 is due
-    hangUp                 // the line goes away in the middle of the block
+    refusedFrame,          // acknowledges a command and answers 21 (NAK) to the frame that follows it
+    hangUp                 // the line goes away in the middle of the block, once: reconnect() ends the fault
 };
 
 // The name used on the command line, such as "wrong-check-byte"; nothing for an unknown name.
@@ -44,13 +46,15 @@ class Simulator
 public:
     Simulator(Decoder decoder, Pace pace, Fault fault);
 
-    // Bytes sent by the program, the first of them starting on the line at `now`.
+    // Bytes sent by the program, the first of them starting on the line at `now`, or as soon as those before
+    // it have passed. On a line that hung up they are lost.
     void receive(std::span<const std::uint8_t> bytes, Time now);
 
     // Bytes that have become readable by `now`, in order.
     std::vector<std::uint8_t> take(Time now);
 
-    // When the next byte becomes readable or the hang-up happens; nothing while nothing is on its way.
+    // When the next byte becomes readable or the hang-up happens; nothing while nothing is on its way. A
+    // hang-up that has happened stays the next event until reconnect().
     std::optional<Time> nextEvent() const;
 
     bool hungUp(Time now) const;
@@ -64,19 +68,33 @@ public:
     const Decoder& decoder() const { return decoder_; }
 
 private:
+    enum class Awaited { command, writeFrame, liveFrame };
+
     struct Outgoing {
         Time due;
         std::uint8_t byte;
     };
 
+    void receiveByte(std::uint8_t byte, Time arrival);
+    void receiveCommandByte(std::uint8_t byte, Time arrival);
+    void receiveFrameByte(std::uint8_t byte, Time arrival);
+    void acknowledgeCommand(Awaited next, Time arrival);
+    void answerFrame(Time arrival);
+    void sendIdentification(Time arrival);
+    std::vector<std::uint8_t> block() const;
+    void sendBlock(Time arrival);
+    void send(std::span<const std::uint8_t> bytes, Time start);
+    Time lineTime(std::size_t bytes) const;
+
     Decoder decoder_;
     Pace pace_;
     Fault fault_;
-    std::vector<std::uint8_t> command_;
+    Awaited awaited_ = Awaited::command;
+    std::vector<std::uint8_t> received_; // of the command or frame under way
     std::deque<Outgoing> outgoing_;
-    Time lineFree_{};
+    Time inwardFree_{};  // when the line to the device has passed all that was sent
+    Time outwardFree_{}; // when the line from the device has passed all that was answered
     std::optional<Time> hangUpAt_;
-    bool awaitsFrame_ = false;
 };
 
 } // namespace karvo::sim

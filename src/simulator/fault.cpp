@@ -1,0 +1,46 @@
+#include "simulator/simulator.h"
+
+#include <array>
+#include <utility>
+
+namespace karvo::sim
+{
+
+namespace
+{
+
+constexpr std::array<std::pair<std::string_view, Fault>, 10> faults{{
+    {"none", Fault::none},
+    {"silence", Fault::silence},
+    {"unknown-identification", Fault::unknownIdentification},
+    {"wrong-check-byte", Fault::wrongCheckByte},
+    {"short-block", Fault::shortBlock},
+    {"late-block", Fault::lateBlock},
+    {"torn-block", Fault::tornBlock},
+    {"refused-command", Fault::refusedCommand},
+    {"refused-frame", Fault::refusedFrame},
+    {"hang-up", Fault::hangUp},
+}};
+
+} // namespace
+
+std::optional<Fault> faultByName(std::string_view name)
+{
+    for (const auto& [faultName, fault] : faults) {
+        if (faultName == name) {
+            return fault;
+        }
+    }
+    return std::nullopt;
+}
+
+std::vector<std::string_view> faultNames()
+{
+    std::vector<std::string_view> names;
+    for (const auto& [faultName, fault] : faults) {
+        names.push_back(faultName);
+    }
+    return names;
+}
+
+} // namespace karvo::sim

@@ -1,0 +1,230 @@
+#include "simulator/simulator.h"
+
+#include <algorithm>
+#include <array>
+#include <numeric>
+#include <utility>
+
+namespace karvo::sim
+{
+
+namespace
+{
+
+using namespace std::chrono_literals;
+
+constexpr long long bitsPerSecond = 4800;
+constexpr long long bitsPerByte = 10;
+
+constexpr std::uint8_t acknowledge = 6;
+constexpr std::uint8_t refusal = 21;
+constexpr std::size_t frameLength = 3;
+
+constexpr std::uint8_t identifyCommand = '%';
+constexpr std::string_view readCommand = "ER";
+constexpr std::string_view writeCommand = "EWS";
+constexpr std::string_view liveCommand = "EWM";
+
+constexpr Time lateBlockDelay = 12s;
+constexpr Time tornBlockPause = 300ms;
+constexpr std::size_t tornBlockPiece = 128;
+constexpr std::size_t shortBlockLack = 100;
+
+std::uint8_t sumOf(std::span<const std::uint8_t> bytes)
+{
+    return static_cast<std::uint8_t>(std::accumulate(bytes.begin(), bytes.end(), 0U));
+}
+
+bool isEqual(std::span<const std::uint8_t> bytes, std::string_view command)
+{
+    return std::equal(bytes.begin(), bytes.end(), command.begin(), command.end());
+}
+
+bool beginsACommand(std::span<const std::uint8_t> bytes)
+{
+    const auto commands = {readCommand, writeCommand, liveCommand};
+    return std::any_of(commands.begin(), commands.end(), [bytes](std::string_view command) {
+        return isEqual(bytes, command.substr(0, bytes.size()));
+    });
+}
+
+} // namespace
+
+Simulator::Simulator(Decoder decoder, Pace pace, Fault fault)
+    : decoder_(std::move(decoder)), pace_(pace), fault_(fault)
+{
+}
+
+void Simulator::receive(std::span<const std::uint8_t> bytes, Time now)
+{
+    if (hungUp(now)) {
+        return;
+    }
+    const Time start = std::max(now, inwardFree_);
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        receiveByte(bytes[i], start + lineTime(i + 1));
+    }
+    inwardFree_ = start + lineTime(bytes.size());
+}
+
+std::vector<std::uint8_t> Simulator::take(Time now)
+{
+    std::vector<std::uint8_t> readable;
+    while (!outgoing_.empty() && outgoing_.front().due <= now) {
+        readable.push_back(outgoing_.front().byte);
+        outgoing_.pop_front();
+    }
+    return readable;
+}
+
+std::optional<Time> Simulator::nextEvent() const
+{
+    if (!outgoing_.empty()) {
+        return outgoing_.front().due;
+    }
+    return hangUpAt_;
+}
+
+bool Simulator::hungUp(Time now) const
+{
+    return hangUpAt_ && *hangUpAt_ <= now;
+}
+
+void Simulator::reconnect()
+{
+    if (hangUpAt_ && fault_ == Fault::hangUp) {
+        fault_ = Fault::none;
+    }
+    hangUpAt_.reset();
+    outgoing_.clear();
+    received_.clear();
+    awaited_ = Awaited::command;
+    inwardFree_ = {};
+    outwardFree_ = {};
+}
+
+void Simulator::setFault(Fault fault)
+{
+    fault_ = fault;
+}
+
+void Simulator::receiveByte(std::uint8_t byte, Time arrival)
+{
+    if (fault_ == Fault::silence) {
+        return;
+    }
+    if (awaited_ == Awaited::command) {
+        receiveCommandByte(byte, arrival);
+    } else {
+        receiveFrameByte(byte, arrival);
+    }
+}
+
+void Simulator::receiveCommandByte(std::uint8_t byte, Time arrival)
+{
+    if (byte == identifyCommand) {
+        received_.clear();
+        sendIdentification(arrival);
+        return;
+    }
+    received_.push_back(byte);
+    while (!beginsACommand(received_)) {
+        received_.erase(received_.begin());
+    }
+    if (isEqual(received_, readCommand)) {
+        received_.clear();
+        sendBlock(arrival);
+    } else if (isEqual(received_, writeCommand)) {
+        acknowledgeCommand(Awaited::writeFrame, arrival);
+    } else if (isEqual(received_, liveCommand)) {
+        acknowledgeCommand(Awaited::liveFrame, arrival);
+    }
+}
+
+void Simulator::acknowledgeCommand(Awaited next, Time arrival)
+{
+    const bool refused = fault_ == Fault::refusedCommand;
+    received_.clear();
+    awaited_ = refused ? Awaited::command : next;
+    send(std::array{refused ? refusal : acknowledge}, arrival);
+}
+
+void Simulator::receiveFrameByte(std::uint8_t byte, Time arrival)
+{
+    received_.push_back(byte);
+    if (received_.size() == frameLength) {
+        answerFrame(arrival);
+        received_.clear();
+        awaited_ = Awaited::command;
+    }
+}
+
+void Simulator::answerFrame(Time arrival)
+{
+    const std::size_t address = received_[0];
+    const std::uint8_t value = received_[1];
+    const bool refused = received_[2] != sumOf(std::span(received_).first(2)) ||
+                         fault_ == Fault::refusedCommand || fault_ == Fault::refusedFrame;
+    if (!refused && awaited_ == Awaited::writeFrame) {
+        decoder_.memory[address] = value;
+    }
+    send(std::array{refused ? refusal : acknowledge}, arrival);
+}
+
+void Simulator::sendIdentification(Time arrival)
+{
+    const std::string_view text =
+        fault_ == Fault::unknownIdentification ? std::string_view("99") : decoder_.identification;
+    send(std::vector<std::uint8_t>(text.begin(), text.end()), arrival);
+}
+
+std::vector<std::uint8_t> Simulator::block() const
+{
+    std::vector<std::uint8_t> bytes = decoder_.memory;
+    bytes.push_back(sumOf(decoder_.memory));
+    if (fault_ == Fault::wrongCheckByte) {
+        ++bytes.back();
+    } else if (fault_ == Fault::shortBlock) {
+        bytes.resize(bytes.size() - shortBlockLack);
+    } else if (fault_ == Fault::hangUp) {
+        bytes.resize(bytes.size() / 2);
+    }
+    return bytes;
+}
+
+void Simulator::sendBlock(Time arrival)
+{
+    const std::vector<std::uint8_t> bytes = block();
+    const std::size_t piece = fault_ == Fault::tornBlock ? tornBlockPiece : bytes.size();
+    Time start = fault_ == Fault::lateBlock ? arrival + lateBlockDelay : arrival;
+    for (std::size_t begin = 0; begin < bytes.size(); begin += piece) {
+        send(std::span(bytes).subspan(begin, std::min(piece, bytes.size() - begin)), start);
+        start = outwardFree_ + tornBlockPause;
+    }
+    if (fault_ == Fault::hangUp) {
+        hangUpAt_ = outwardFree_;
+    }
+}
+
+void Simulator::send(std::span<const std::uint8_t> bytes, Time start)
+{
+    if (hangUpAt_) {
+        return;
+    }
+    start = std::max(start, outwardFree_);
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        outgoing_.push_back({start + lineTime(i + 1), bytes[i]});
+    }
+    outwardFree_ = start + lineTime(bytes.size());
+}
+
+// From the first start bit to the last stop bit, rounded down to microseconds.
+Time Simulator::lineTime(std::size_t bytes) const
+{
+    if (pace_ == Pace::none) {
+        return Time::zero();
+    }
+    return Time(static_cast<long long>(bytes) * bitsPerByte * 1'000'000 / bitsPerSecond);
+}
+
+} // namespace karvo::sim
