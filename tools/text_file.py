@@ -129,13 +129,12 @@ def _scan_lines(text):
             header = _HEADER.match(line)
             key = None if header else _KEY.match(line)
             if header:
-                table = _table_path(header, counts)
-                lines.setdefault(table, number)
-            elif key:
-                path = table
-                for part in _key_parts(key.group(1)):
-                    path += (part,)
-                    lines.setdefault(path, number)
+                path = table = _table_path(header, counts)
+            else:
+                path = table + tuple(_key_parts(key.group(1))) if key else ()
+            # A table that is only named in a longer path begins where that path stands.
+            for length in range(1, len(path) + 1):
+                lines.setdefault(path[:length], number)
         open_quotes = _quotes_after(line, open_quotes)
     return lines
 
@@ -147,10 +146,8 @@ def _key_parts(text):
 def _table_path(header, counts):
     """The path of a table header, each array on its way followed by the index of its newest member."""
     parts = _key_parts(header.group(2))
-    names = ()
     path = ()
     for depth, part in enumerate(parts):
-        names += (part,)
         path += (part,)
         if depth == len(parts) - 1 and header.group(1) == "[[":
             # A new member of an outer array starts its inner arrays anew: they are counted by the full path.

@@ -112,10 +112,12 @@ class Lines(unittest.TestCase):
         cases = [
             (("model",), 2),
             (("model", "name"), 3),
+            (("cv",), 5),
             (("cv", 0), 5),
             (("cv", 0, "number"), 6),
             (("cv", 0, "name"), 11),
             (("cv", 0, "name", "de"), 12),
+            (("cv", 0, "bits"), 13),
             (("cv", 0, "bits", 1, "de"), 14),
             (("cv", 1), 15),
             (("cv", 1, "number"), 16),
