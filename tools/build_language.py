@@ -54,25 +54,33 @@ class Ranges:
             if name not in [table.name for table in TABLES]:
                 raise self._source.error(f"unknown table '{name}'", name)
         for table in TABLES:
-            content = self._source.data.get(table.name, {})
-            for key in content:
+            for key in self._section(table.name):
                 if key not in ("range", "prescribed"):
                     raise self._source.error(f"unknown key '{key}'", table.name, key)
-            self._prescribed[table] = self._read_prescribed(table, content.get("prescribed", {}))
-            self._owners[table] = self._read_ranges(table, content.get("range", {})) | self._prescribed[table]
+            self._prescribed[table] = self._read_prescribed(table)
+            self._owners[table] = self._read_ranges(table) | self._prescribed[table]
 
-    def _read_ranges(self, table, ranges):
+    def _section(self, *where):
+        """The TOML table at `where`; an absent one is empty."""
+        section = self._source.data
+        for name in where:
+            section = section.get(name, {})
+            if not isinstance(section, dict):
+                raise self._source.error(f"'{name}' is a table, one line per room", *where)
+        return section
+
+    def _read_ranges(self, table):
         owners = {}
-        for room, bounds in ranges.items():
+        for room, bounds in self._section(table.name, "range").items():
             where = (table.name, "range", room)
             if not _is_number_list(bounds) or len(bounds) != 2 or bounds[0] > bounds[1]:
                 raise self._source.error("a range is [first, last]", *where)
             self._claim(table, owners, range(bounds[0], bounds[1] + 1), where)
         return owners
 
-    def _read_prescribed(self, table, lists):
+    def _read_prescribed(self, table):
         owners = {}
-        for room, numbers in lists.items():
+        for room, numbers in self._section(table.name, "prescribed").items():
             where = (table.name, "prescribed", room)
             if not _is_number_list(numbers):
                 raise self._source.error("prescribed numbers are a list", *where)

@@ -248,6 +248,14 @@ REFUSALS = [
     ("prescribed unused", "ranges.toml", "[2, 301]", "[2, 35, 301]", 5, "prescribed number 35 has no entry"),
     ("prescribed no list", "ranges.toml", "[2, 301]", "2", 5, "prescribed numbers are a list"),
     ("unknown range table", "ranges.toml", "[captions.range]", "[caption.range]", 10, "unknown table 'caption'"),
+    (
+        "ranges no table",
+        "ranges.toml",
+        "[captions.range]\nshell =",
+        "[captions]\nrange =",
+        11,
+        "'range' is a table, one line per room",
+    ),
     ("unknown range key", "ranges.toml", "[captions.range]", "[captions.ranges]", 10, "unknown key 'ranges'"),
 ]
 
@@ -287,6 +295,9 @@ class Refusals(Sources):
         self.assertIn("menu.toml", said)
 
 
+LANGUAGES = ("Deutsch", "Dutch", "English", "Spanisch", "Franz")
+
+
 class OurTexts(unittest.TestCase):
     """The project's own sources: complete, and the texts that files and devices rely on."""
 
@@ -304,7 +315,7 @@ class OurTexts(unittest.TestCase):
         return line[4:]
 
     def in_all(self, table, number):
-        return [self.text(f"{name}_{table}.txt", number) for name in ("Deutsch", "Dutch", "English", "Spanisch", "Franz")]
+        return [self.text(f"{name}_{table}.txt", number) for name in LANGUAGES]
 
     def test_texts_that_are_the_same_in_every_language(self):
         cases = [
@@ -322,7 +333,7 @@ class OurTexts(unittest.TestCase):
         self.assertEqual([len(text) for text in self.in_all("var", 301)], [10] * 5)
 
     def test_texts_around_a_value_leave_room_for_it(self):
-        for name in ("Deutsch", "Dutch", "English", "Spanisch", "Franz"):
+        for name in LANGUAGES:
             with self.subTest(name):
                 for number in (258, 262):
                     self.assertTrue(self.text(f"{name}_var.txt", number).endswith(" "))
