@@ -2,6 +2,7 @@
 
 import contextlib
 import io
+import re
 import sys
 import tempfile
 import unittest
@@ -352,10 +353,10 @@ class OurTexts(unittest.TestCase):
             ("cap", 1, "Karvo Decoder Daten einlesen"),
             ("cap", 3, "DCC Adresse 1:"),
             ("cap", 884, "Alle CVs einlesen"),
-            ("var", 680, "In der Datei ist ein ATmega168"),
-            ("var", 681, "Fahrzeug hat einen ATmega328"),
-            ("var", 682, "CVs können nicht verglichen werden."),
-            ("var", 685, "Diese Funktion ist für die CV11 - CV14 nicht verfügbar !"),
+            ("var", 690, "In der Datei ist ein ATmega168"),
+            ("var", 691, "Fahrzeug hat einen ATmega328"),
+            ("var", 692, "CVs können nicht verglichen werden."),
+            ("var", 695, "Diese Funktion ist für die CV11 - CV14 nicht verfügbar !"),
             ("var", 756, "Erste Adresse ist < 128 oder > 9999 !"),
             ("var", 757, "Zweite Adresse ist < 128 oder > 9999 !"),
             ("var", 758, "CV174 muss 0 sein, wenn CV175 einen Wert enthält !"),
@@ -365,6 +366,16 @@ class OurTexts(unittest.TestCase):
         for table, number, text in cases:
             with self.subTest(table=table, number=number):
                 self.assertEqual(self.text(f"Deutsch_{table}.txt", number).split("\t")[0], text)
+
+    def test_every_number_that_the_program_names_has_a_text(self):
+        header = (TOOLS.parent / "src" / "language" / "text_numbers.h").read_text(encoding="utf-8")
+        for enumeration, table in (("Message", "var"), ("Caption", "cap")):
+            body = re.search(rf"enum class {enumeration} {{(.*?)}};", header, re.DOTALL).group(1)
+            named = re.findall(r"^\s*(\w+) = (\d+),", body, re.MULTILINE)
+            self.assertTrue(named)
+            for name, number in named:
+                with self.subTest(f"{enumeration}::{name}"):
+                    self.assertNotIn("", self.in_all(table, int(number)))
 
     def test_buttons_carry_their_caption_before_the_tip(self):
         self.assertEqual(self.text("Deutsch_cap.txt", 5).split("\t")[0], "Diese CV in den Decoder speichern")
