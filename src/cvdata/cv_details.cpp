@@ -1,8 +1,10 @@
 #include "cvdata/cv_details.h"
 
-namespace karvo {
+namespace karvo
+{
 
-namespace {
+namespace
+{
 
 std::array<Text, 8> bitTexts(const Text& field)
 {

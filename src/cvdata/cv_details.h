@@ -5,7 +5,8 @@
 
 #include <array>
 
-namespace karvo {
+namespace karvo
+{
 
 // The weight of bit box i (0 to 7).
 constexpr int bitWeight(std::size_t index)

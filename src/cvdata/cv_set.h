@@ -9,7 +9,8 @@
 #include <string>
 #include <vector>
 
-namespace karvo {
+namespace karvo
+{
 
 struct CvSet {
     CvTable table;
@@ -17,11 +18,11 @@ struct CvSet {
     int rowCount = 0;
     std::filesystem::path descriptionPath; // full path of the description file in use
     DecoderProfile profile;
-    Text modelCode; // "04" to "08"
-    Bytes rawReply; // the decoder's last block; empty in an offline list
+    Text modelCode;          // "04" to "08"
+    Bytes rawReply;          // the decoder's last block; empty in an offline list
     std::string offlineItem; // the menu item of an offline list; empty after a read
     int currentNumber = 0;   // the current CV; 0 when none
-    Text loadedData;       // what is loaded: two texts joined by " | "
+    Text loadedData;         // what is loaded: two texts joined by " | "
     MainList list;
 
     bool isEmpty() const { return list.empty(); }

@@ -6,7 +6,8 @@
 #include <array>
 #include <optional>
 
-namespace karvo {
+namespace karvo
+{
 
 // The fields of a description line that the program itself reads; the others are carried along unchanged.
 enum class Column {
@@ -19,7 +20,7 @@ enum class Column {
     explanation = 7,
     values = 8, // what the values mean
     advice = 9,
-    bits = 10,       // up to eight lines, the bit of weight 1 first; empty for a CV that is no set of switches
+    bits = 10, // up to eight lines, the bit of weight 1 first; empty for a CV that is no set of switches
     sharedValue = 15 // a copy of the value, where it belongs to two CVs
 };
 

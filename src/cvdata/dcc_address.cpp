@@ -2,9 +2,11 @@
 
 #include "program/binary_text.h"
 
-namespace karvo {
+namespace karvo
+{
 
-namespace {
+namespace
+{
 
 Text addressFrom(const CvTable& table, int shortCv, int highCv, int lowCv)
 {

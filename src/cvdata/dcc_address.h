@@ -3,7 +3,8 @@
 
 #include "cvdata/cv_table.h"
 
-namespace karvo {
+namespace karvo
+{
 
 // A long address is split plainly over two CVs: no offset is added to its high part.
 constexpr int longAddress(int high, int low)

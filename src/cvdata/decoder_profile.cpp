@@ -2,9 +2,11 @@
 
 #include <tuple>
 
-namespace karvo {
+namespace karvo
+{
 
-namespace {
+namespace
+{
 
 // Where a decoder keeps what it is; all within the first 512 CVs, which every block has.
 constexpr std::size_t firmwareCv = 7;
@@ -130,7 +132,8 @@ Processor usualProcessor(Model model)
     return small ? Processor::atmega168 : Processor::atmega328;
 }
 
-DecoderProfile profileOf(int typeCode, TextView identification, const CvImage& image, const ReceiverValues& receiver)
+DecoderProfile profileOf(int typeCode, TextView identification, const CvImage& image,
+                         const ReceiverValues& receiver)
 {
     DecoderProfile profile;
     profile.typeCode = typeCode;

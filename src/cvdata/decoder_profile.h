@@ -7,7 +7,8 @@
 
 #include <string_view>
 
-namespace karvo {
+namespace karvo
+{
 
 enum class Model { kv04, kv05, kv06, kv07, kv08, trailer, receiver, xtModule };
 
@@ -54,7 +55,8 @@ struct DecoderProfile {
 // Receivers, and whatever is built like them, have type codes from here on.
 inline constexpr int firstReceiverTypeCode = 80;
 
-DecoderProfile profileOf(int typeCode, TextView identification, const CvImage& image, const ReceiverValues& receiver);
+DecoderProfile profileOf(int typeCode, TextView identification, const CvImage& image,
+                         const ReceiverValues& receiver);
 
 // The processor of a decoder that does not say which it has.
 Processor usualProcessor(Model model);

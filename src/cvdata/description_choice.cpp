@@ -4,9 +4,11 @@
 #include <array>
 #include <iterator>
 
-namespace karvo {
+namespace karvo
+{
 
-namespace {
+namespace
+{
 
 using namespace std::string_literals;
 
@@ -20,7 +22,8 @@ std::size_t indexOf(LanguageCode language)
     return static_cast<std::size_t>(language) - 1;
 }
 
-std::string withSuffix(std::string stem, const std::array<std::string_view, 5>& suffixes, LanguageCode language)
+std::string withSuffix(std::string stem, const std::array<std::string_view, 5>& suffixes,
+                       LanguageCode language)
 {
     return std::move(stem) + std::string(suffixes[indexOf(language)]) + ".txt";
 }
@@ -157,8 +160,9 @@ std::string textCompanionName(std::string_view descriptionFile, LanguageCode lan
 
 const OfflineList* offlineListOf(std::string_view menuItem)
 {
-    const auto* const found = std::find_if(std::begin(offlineTable), std::end(offlineTable),
-                                           [&](const OfflineList& list) { return list.menuItem == menuItem; });
+    const auto* const found =
+        std::find_if(std::begin(offlineTable), std::end(offlineTable),
+                     [&](const OfflineList& list) { return list.menuItem == menuItem; });
     return found == std::end(offlineTable) ? nullptr : found;
 }
 

@@ -8,13 +8,15 @@
 #include <string>
 #include <string_view>
 
-namespace karvo {
+namespace karvo
+{
 
 // The description file of a decoder that has been read.
 std::string descriptionFileName(const DecoderProfile& profile, LanguageCode language);
 
-// Some models have one description file for all languages. Their texts in another language stand in a companion of the
-// same layout: "CV_Standart180.txt" has "CV_Standart180_EN.txt". Empty when the file is already in that language.
+// Some models have one description file for all languages. Their texts in another language stand in a
+// companion of the same layout: "CV_Standart180.txt" has "CV_Standart180_EN.txt". Empty when the file is
+// already in that language.
 std::string textCompanionName(std::string_view descriptionFile, LanguageCode language);
 
 // A list that the menu shows without a decoder.
@@ -22,8 +24,8 @@ struct OfflineList {
     std::string_view menuItem;
     Model model;
     Generation generation;
-    // For bus and fire-engine lists: the stem that "1.txt" to "4.txt" complete, by the stored variant 0 to 3. Else
-    // empty: the description file is that of the model and generation.
+    // For bus and fire-engine lists: the stem that "1.txt" to "4.txt" complete, by the stored variant 0 to 3.
+    // Else empty: the description file is that of the model and generation.
     std::string_view variantStem;
 };
 

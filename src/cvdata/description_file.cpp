@@ -4,9 +4,11 @@
 
 #include <algorithm>
 
-namespace karvo {
+namespace karvo
+{
 
-namespace {
+namespace
+{
 
 using Kind = DescriptionFault::Kind;
 
@@ -31,7 +33,9 @@ std::vector<TextView> fieldsOf(TextView line)
 
 int rowsBeforeSection(const std::vector<Text>& lines)
 {
-    const auto endsRows = [](const Text& line) { return line == speedStepSectionStart || line == cvSectionEnd; };
+    const auto endsRows = [](const Text& line) {
+        return line == speedStepSectionStart || line == cvSectionEnd;
+    };
     const auto end = std::find_if(lines.begin() + 2, lines.end(), endsRows);
     return static_cast<int>(end - lines.begin()) - 2;
 }

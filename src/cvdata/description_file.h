@@ -7,7 +7,8 @@
 #include <span>
 #include <vector>
 
-namespace karvo {
+namespace karvo
+{
 
 // Something in a description file that was left out, with the line it stands in (1 is the header line).
 struct DescriptionFault {
@@ -17,7 +18,8 @@ struct DescriptionFault {
 };
 
 struct Description {
-    // Entry 1 is the header line, entry k + 1 the source line of row k; entry 0 is not used. At most 551 entries.
+    // Entry 1 is the header line, entry k + 1 the source line of row k; entry 0 is not used. At most 551
+    // entries.
     std::vector<Text> lines;
     int rowCount = 0; // rows before the speed-step section
     CvTable table;
@@ -34,8 +36,9 @@ inline constexpr TextView speedStepSectionStart = u"Anfang FS";
 // The line that ends the rows of a CV list file.
 inline constexpr TextView cvSectionEnd = u"Ende CV";
 
-// Nothing when not a single line describes the CV of its row: then it is no description file. A line whose first field
-// is not its row's number, or that has more fields than the table, is a fault of the file; the rest is kept.
+// Nothing when not a single line describes the CV of its row: then it is no description file. A line whose
+// first field is not its row's number, or that has more fields than the table, is a fault of the file; the
+// rest is kept.
 std::optional<Description> parseDescription(std::span<const std::uint8_t> content);
 
 } // namespace karvo

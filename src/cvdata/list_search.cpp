@@ -1,8 +1,10 @@
 #include "cvdata/list_search.h"
 
-namespace karvo {
+namespace karvo
+{
 
-namespace {
+namespace
+{
 
 bool holds(TextView text, TextView lowerWord)
 {
@@ -15,7 +17,8 @@ bool lineHolds(const ListLine& line, const CvTable& table, TextView lowerWord)
         return true;
     if (line.cv == 0)
         return false;
-    for (const Column column : {Column::text, Column::explanation, Column::values, Column::advice, Column::bits}) {
+    for (const Column column :
+         {Column::text, Column::explanation, Column::values, Column::advice, Column::bits}) {
         if (holds(table.at(line.cv, column), lowerWord))
             return true;
     }

@@ -2,12 +2,14 @@
 
 #include <algorithm>
 
-namespace karvo {
+namespace karvo
+{
 
-namespace {
+namespace
+{
 
 constexpr int speedSteps = 28;
-constexpr int resistantCv = 99;           // unknown to decoders of a firmware level below 3
+constexpr int resistantCv = 99; // unknown to decoders of a firmware level below 3
 constexpr int lowestLevelOfResistantCv = 3;
 constexpr int optionalCv = 153;
 constexpr int firstPrefixedCv = 163; // CV163 to CV166 show their bit 7 as a prefix
@@ -70,7 +72,8 @@ ListLine speedStepLine(const ListSource& source, int step)
 void addSpeedTable(MainList& list, const ListSource& source, SpeedTable form)
 {
     if (form == SpeedTable::group) {
-        list.push_back({Text(speedTableGroupLabel), nameOf(source.table, firstSpeedStepCv), firstSpeedStepCv});
+        list.push_back(
+            {Text(speedTableGroupLabel), nameOf(source.table, firstSpeedStepCv), firstSpeedStepCv});
         return;
     }
     for (int step = 1; step <= speedSteps; ++step)
@@ -144,9 +147,10 @@ std::optional<std::size_t> positionOf(const MainList& list, int cv)
     const Text start = cvLabel(cv).substr(0, cv >= 100 ? 5 : 4);
     const auto labelled = std::find_if(list.begin(), list.end(),
                                        [&](const ListLine& line) { return line.text.starts_with(start); });
-    const auto found = labelled != list.end() ? labelled
-                                              : std::find_if(list.begin(), list.end(),
-                                                             [cv](const ListLine& line) { return line.cv == cv; });
+    const auto found =
+        labelled != list.end()
+            ? labelled
+            : std::find_if(list.begin(), list.end(), [cv](const ListLine& line) { return line.cv == cv; });
     if (found == list.end())
         return std::nullopt;
     return static_cast<std::size_t>(found - list.begin());

@@ -9,7 +9,8 @@
 #include <span>
 #include <vector>
 
-namespace karvo {
+namespace karvo
+{
 
 struct ListLine {
     Text text; // label and value, contiguous from the start of the line
@@ -28,7 +29,8 @@ struct ListSource {
     bool decimalComma;
 };
 
-// One line for every row that the description names, in row order, with the special lines of the decoder's kind.
+// One line for every row that the description names, in row order, with the special lines of the decoder's
+// kind.
 MainList fill_list1(const ListSource& source);
 
 // "CV1  = ", "CV11 = ", "CV100 = ".
@@ -45,12 +47,12 @@ constexpr int cvOfSpeedStep(int step)
 constexpr int firstSpeedStepCv = 70;
 constexpr int lastSpeedStepCv = 97;
 
-// A speed step's value in a reply that carries the speed table itself: step 1 at position 55, step 28 at position 1,
-// counted from 1. Nothing for a reply that is none, such as a whole block.
+// A speed step's value in a reply that carries the speed table itself: step 1 at position 55, step 28 at
+// position 1, counted from 1. Nothing for a reply that is none, such as a whole block.
 std::optional<int> speedStepInReply(std::span<const std::uint8_t> reply, int step);
 
-// The first line whose text starts with this CV's label, or the speed-step line that stands for it; nothing for 0 and
-// for a CV that has no line.
+// The first line whose text starts with this CV's label, or the speed-step line that stands for it; nothing
+// for 0 and for a CV that has no line.
 std::optional<std::size_t> positionOf(const MainList& list, int cv);
 
 } // namespace karvo

@@ -3,20 +3,38 @@
 #include <algorithm>
 #include <span>
 
-namespace karvo {
+namespace karvo
+{
 
-namespace {
+namespace
+{
 
-constexpr TextView germanLocales[] = {u"deu", u"german", u"dea", u"german-austrian", u"des", u"german-swiss",
-                                      u"swiss"};
+constexpr TextView germanLocales[] = {u"deu", u"german",       u"dea",  u"german-austrian",
+                                      u"des", u"german-swiss", u"swiss"};
 constexpr TextView dutchLocales[] = {u"dutch", u"nld", u"belgian", u"dutch-belgian", u"nlb"};
-constexpr TextView englishLocales[] = {
-    u"australian",       u"ena",        u"english-aus", u"canadian",   u"enc",      u"english-can",
-    u"english",          u"english-nz", u"enz",         u"eng",        u"english-uk", u"uk",
-    u"american",         u"american english", u"american-english", u"english-american", u"english-us",
-    u"english-usa",      u"enu",        u"us",          u"usa"};
-// The three capitalised names never equal a lower-cased locale. They stay as they are: installations rely on the
-// captions that follow from it.
+constexpr TextView englishLocales[] = {u"australian",
+                                       u"ena",
+                                       u"english-aus",
+                                       u"canadian",
+                                       u"enc",
+                                       u"english-can",
+                                       u"english",
+                                       u"english-nz",
+                                       u"enz",
+                                       u"eng",
+                                       u"english-uk",
+                                       u"uk",
+                                       u"american",
+                                       u"american english",
+                                       u"american-english",
+                                       u"english-american",
+                                       u"english-us",
+                                       u"english-usa",
+                                       u"enu",
+                                       u"us",
+                                       u"usa"};
+// The three capitalised names never equal a lower-cased locale. They stay as they are: installations rely on
+// the captions that follow from it.
 constexpr TextView spanishLocales[] = {u"spain", u"Argentinen", u"Bolivien", u"Chile"};
 constexpr TextView frenchLocales[] = {u"france"};
 

@@ -5,7 +5,8 @@
 
 #include <array>
 
-namespace karvo {
+namespace karvo
+{
 
 // Captions of the German, Dutch, English, Spanish and French button, in this order.
 using LanguageButtonCaptions = std::array<TextView, 5>;

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 
-namespace karvo {
+namespace karvo
+{
 
-namespace {
+namespace
+{
 
 constexpr std::array<LanguageFiles, 5> table = {{
     {LanguageCode::german, "mnu_german", "de", "Deutsch_var.txt", "Deutsch_mnu.txt", "Deutsch_cap.txt"},

@@ -7,7 +7,8 @@
 #include <optional>
 #include <string_view>
 
-namespace karvo {
+namespace karvo
+{
 
 // The numbers are stored in the settings.
 enum class LanguageCode { german = 1, dutch = 2, english = 3, spanish = 4, french = 5 };

@@ -4,9 +4,11 @@
 
 #include <algorithm>
 
-namespace karvo {
+namespace karvo
+{
 
-namespace {
+namespace
+{
 
 // Line n of the content becomes entry n.
 template <std::size_t size>
@@ -40,8 +42,8 @@ std::optional<std::string_view> loadLanguage(LanguageTables& tables, LanguageCod
 
 Text missingLanguageFileText(std::string_view fileName)
 {
-    return u"File [" + textFromUtf8(fileName) + u"] not available !\r\n" + u"Set language to German.\r\n\r\n" +
-           u"Program will be closed";
+    return u"File [" + textFromUtf8(fileName) + u"] not available !\r\n" +
+           u"Set language to German.\r\n\r\n" + u"Program will be closed";
 }
 
 } // namespace karvo

@@ -1,6 +1,7 @@
 #include "language/language_tables.h"
 
-namespace karvo {
+namespace karvo
+{
 
 Text shownText(TextView entry)
 {

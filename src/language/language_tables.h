@@ -1,5 +1,5 @@
-// The three text tables of the chosen language. An entry is a whole line of its file; its first four characters are a
-// numbering field for translators and are never shown.
+// The three text tables of the chosen language. An entry is a whole line of its file; its first four
+// characters are a numbering field for translators and are never shown.
 #pragma once
 
 #include "language/text_numbers.h"
@@ -7,7 +7,8 @@
 
 #include <array>
 
-namespace karvo {
+namespace karvo
+{
 
 // Entries 1 to N; entry 0 is never filled.
 using MessageTable = std::array<Text, 1001>;

@@ -1,8 +1,9 @@
-// The numbers by which the program addresses the texts of a language: an entry is found by its line's position in the
-// file. Which numbers are free for new texts of a room stands in data/language/ranges.toml.
+// The numbers by which the program addresses the texts of a language: an entry is found by its line's
+// position in the file. Which numbers are free for new texts of a room stands in data/language/ranges.toml.
 #pragma once
 
-namespace karvo {
+namespace karvo
+{
 
 // Entries of the message table.
 enum class Message {
@@ -17,9 +18,9 @@ enum class Message {
     offlineListQuestion2 = 601,
     offlineListQuestion3 = 602,
     expertFileNotice = 603,
-    accessGroupAdvice = 660,   // {1}: the group
-    notADescription = 680,     // {1}: the path
-    descriptionFaults = 681,   // {1}: the path, {2}: how many lines, {3}: the first of them
+    accessGroupAdvice = 660, // {1}: the group
+    notADescription = 680,   // {1}: the path
+    descriptionFaults = 681, // {1}: the path, {2}: how many lines, {3}: the first of them
 };
 
 // Entries of the control-caption table.

@@ -1,8 +1,10 @@
 #include "link/exchange.h"
 
-namespace karvo {
+namespace karvo
+{
 
-namespace {
+namespace
+{
 
 constexpr std::uint8_t acknowledge = 6;
 constexpr std::chrono::milliseconds identificationGap{50};

@@ -3,7 +3,8 @@
 
 #include "link/link.h"
 
-namespace karvo {
+namespace karvo
+{
 
 // How many bytes end the wait for a reply.
 struct ReplyLength {
@@ -26,11 +27,12 @@ enum class ExchangeEnd {
 // Whether the main window shows the hourglass from here on; whoever asked for it takes it away.
 enum class Pointer { unchanged, hourglass };
 
-// Opens the port when it is closed. When that fails it shows the system's words, ends the program and returns false.
+// Opens the port when it is closed. When that fails it shows the system's words, ends the program and returns
+// false.
 bool EnsurePortOpen(Link& link);
 
-// Sends the command once and waits for its reply, for at most LinkState::timeOutInterval. Reports nothing to the
-// person. While an exact count is awaited it tells the view how many bytes are there.
+// Sends the command once and waits for its reply, for at most LinkState::timeOutInterval. Reports nothing to
+// the person. While an exact count is awaited it tells the view how many bytes are there.
 ExchangeEnd Exchange(Link& link, const Bytes& command, ReplyLength replyLength,
                      Pointer pointer = Pointer::unchanged);
 

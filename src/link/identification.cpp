@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <string_view>
 
-namespace karvo {
+namespace karvo
+{
 
-namespace {
+namespace
+{
 
 const Bytes identifyCommand = {'%'};
 
@@ -17,8 +19,18 @@ struct Entry {
 constexpr int readOnlyReceiverCode = 81;
 
 constexpr Entry identifications[] = {
-    {"04", 0}, {"14", 0}, {"15", 1}, {"16", 2}, {"24", 4},   {"25", 5},
-    {"26", 6}, {"27", 7}, {"28", 8}, {"80", 80}, {"81", readOnlyReceiverCode}, {"A7", 57},
+    {"04", 0},
+    {"14", 0},
+    {"15", 1},
+    {"16", 2},
+    {"24", 4},
+    {"25", 5},
+    {"26", 6},
+    {"27", 7},
+    {"28", 8},
+    {"80", 80},
+    {"81", readOnlyReceiverCode},
+    {"A7", 57},
 };
 
 } // namespace

@@ -5,7 +5,8 @@
 
 #include <optional>
 
-namespace karvo {
+namespace karvo
+{
 
 // Type code 81 answers a full read only; a write takes it for unknown.
 enum class ReadOnlyReceiver { refused, accepted };

@@ -11,7 +11,8 @@
 #include <chrono>
 #include <cstdint>
 
-namespace karvo {
+namespace karvo
+{
 
 inline constexpr std::chrono::milliseconds usualTimeOut{5000};
 inline constexpr std::chrono::milliseconds longBlockTimeOut{10000};
@@ -22,8 +23,8 @@ struct LinkState {
     Bytes lastReply;
     bool timeOut = false;
     std::chrono::milliseconds timeOutInterval = usualTimeOut;
-    int typeCode = 0;       // see docs/protocol.md, "The line"
-    Text identification;    // the two characters of the last identification that was recognised
+    int typeCode = 0;               // see docs/protocol.md, "The line"
+    Text identification;            // the two characters of the last identification that was recognised
     bool identified = false;        // a decoder has been identified since the program started
     bool interfaceAnswered = false; // the programming interface has answered an exchange
 };

@@ -1,6 +1,7 @@
 #include "link/port_choice.h"
 
-namespace karvo {
+namespace karvo
+{
 
 int portNumberFromSetting(const std::optional<Text>& stored)
 {

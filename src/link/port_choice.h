@@ -6,7 +6,8 @@
 
 #include <vector>
 
-namespace karvo {
+namespace karvo
+{
 
 inline constexpr int highestPortNumber = 31;
 
@@ -16,8 +17,8 @@ int portNumberFromSetting(const std::optional<Text>& stored);
 // Closes an open port, takes the number over and stores it; the next exchange opens the new port.
 void choosePort(LinkState& state, SerialPort& port, Settings& settings, int number);
 
-// The numbers of all ports that open without error, ascending. An open port is closed first; afterwards the port
-// number is the one it was, and the port is closed.
+// The numbers of all ports that open without error, ascending. An open port is closed first; afterwards the
+// port number is the one it was, and the port is closed.
 std::vector<int> searchPorts(const LinkState& state, SerialPort& port);
 
 } // namespace karvo

@@ -5,9 +5,11 @@
 
 #include <algorithm>
 
-namespace karvo {
+namespace karvo
+{
 
-namespace {
+namespace
+{
 
 const Bytes readCommand = {'E', 'R'};
 constexpr int firstReceiverCode = 80;

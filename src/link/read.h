@@ -3,7 +3,8 @@
 
 #include "link/link.h"
 
-namespace karvo {
+namespace karvo
+{
 
 enum class ReadEnd {
     read,           // the image holds the block
@@ -13,8 +14,9 @@ enum class ReadEnd {
     ended           // the program is being closed
 };
 
-// Identifies the decoder, fetches its block, checks it and copies it into the image; for a receiver its single values
-// too. Whatever goes wrong has been shown when it returns. LinkState::lastReply holds the block afterwards.
+// Identifies the decoder, fetches its block, checks it and copies it into the image; for a receiver its
+// single values too. Whatever goes wrong has been shown when it returns. LinkState::lastReply holds the block
+// afterwards.
 ReadEnd readDecoder(Link& link, CvImage& image, ReceiverValues& receiver);
 
 // Puts the block's data bytes into the image when its last byte is their check byte; else changes nothing.

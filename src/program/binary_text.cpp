@@ -2,7 +2,8 @@
 
 #include <algorithm>
 
-namespace karvo {
+namespace karvo
+{
 
 Text binaryText(unsigned value)
 {

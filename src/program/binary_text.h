@@ -3,7 +3,8 @@
 
 #include "program/text.h"
 
-namespace karvo {
+namespace karvo
+{
 
 // Most significant digit first, padded with "0" on the left to at least eight characters: 5 gives "00000101".
 Text binaryText(unsigned value);

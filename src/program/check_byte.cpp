@@ -2,7 +2,8 @@
 
 #include <numeric>
 
-namespace karvo {
+namespace karvo
+{
 
 std::uint8_t checkByte(std::span<const std::uint8_t> bytes)
 {

@@ -4,7 +4,8 @@
 #include <cstdint>
 #include <span>
 
-namespace karvo {
+namespace karvo
+{
 
 std::uint8_t checkByte(std::span<const std::uint8_t> bytes);
 

@@ -6,7 +6,8 @@
 #include <filesystem>
 #include <optional>
 
-namespace karvo {
+namespace karvo
+{
 
 class Files
 {

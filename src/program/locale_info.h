@@ -3,7 +3,8 @@
 
 #include "program/text.h"
 
-namespace karvo {
+namespace karvo
+{
 
 class LocaleInfo
 {

@@ -1,4 +1,5 @@
-// What the logic asks or tells a person directly: boxes in the window program, the terminal on the command line.
+// What the logic asks or tells a person directly: boxes in the window program, the terminal on the command
+// line.
 #pragma once
 
 #include "program/text.h"
@@ -6,7 +7,8 @@
 #include <filesystem>
 #include <optional>
 
-namespace karvo {
+namespace karvo
+{
 
 enum class PromptIcon { none, information, warning, stop };
 
@@ -24,7 +26,8 @@ public:
     // Nothing when cancelled.
     virtual std::optional<Text> input(const Text& title, const Text& prompt, const Text& initial) = 0;
 
-    // End the program now, without asking: returns at once, a wait under way reports `ended`, nothing further is shown.
+    // End the program now, without asking: returns at once, a wait under way reports `ended`, nothing further
+    // is shown.
     virtual void endProgram() = 0;
 };
 

@@ -7,7 +7,8 @@
 #include <functional>
 #include <optional>
 
-namespace karvo {
+namespace karvo
+{
 
 enum class Parity { none, odd, even };
 

@@ -6,7 +6,8 @@
 #include <optional>
 #include <string_view>
 
-namespace karvo {
+namespace karvo
+{
 
 class Settings
 {

@@ -4,16 +4,19 @@
 #include <array>
 #include <charconv>
 
-namespace karvo {
+namespace karvo
+{
 
-namespace {
+namespace
+{
 
 // Codes 0x80 to 0x9F; every other code is its own character.
 constexpr std::array<char16_t, 32> upperControlRow = {
-    u'\u20AC', char16_t{0x81}, u'\u201A', u'\u0192', u'\u201E', u'\u2026',      u'\u2020',      u'\u2021',
-    u'\u02C6', u'\u2030',      u'\u0160', u'\u2039', u'\u0152', char16_t{0x8D}, u'\u017D',      char16_t{0x8F},
-    char16_t{0x90}, u'\u2018', u'\u2019', u'\u201C', u'\u201D', u'\u2022',      u'\u2013',      u'\u2014',
-    u'\u02DC', u'\u2122',      u'\u0161', u'\u203A', u'\u0153', char16_t{0x9D}, u'\u017E',      u'\u0178'};
+    u'\u20AC', char16_t{0x81}, u'\u201A',      u'\u0192', u'\u201E', u'\u2026', u'\u2020',
+    u'\u2021', u'\u02C6',      u'\u2030',      u'\u0160', u'\u2039', u'\u0152', char16_t{0x8D},
+    u'\u017D', char16_t{0x8F}, char16_t{0x90}, u'\u2018', u'\u2019', u'\u201C', u'\u201D',
+    u'\u2022', u'\u2013',      u'\u2014',      u'\u02DC', u'\u2122', u'\u0161', u'\u203A',
+    u'\u0153', char16_t{0x9D}, u'\u017E',      u'\u0178'};
 
 constexpr char32_t replacement = 0xFFFD;
 
@@ -205,11 +208,16 @@ Text lowerCase(TextView text)
 
 Text filledIn(TextView pattern, std::span<const Text> arguments)
 {
-    Text text(pattern);
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const Text mark = u"{" + textFromNumber(static_cast<long long>(i) + 1) + u"}";
-        for (auto at = text.find(mark); at != Text::npos; at = text.find(mark, at + arguments[i].size()))
-            text.replace(at, mark.size(), arguments[i]);
+    Text text;
+    for (std::size_t at = 0; at < pattern.size();) {
+        const bool mark = pattern.size() - at >= 3 && pattern[at] == u'{' && pattern[at + 2] == u'}';
+        const auto index = mark ? static_cast<std::size_t>(pattern[at + 1] - u'1') : arguments.size();
+        if (index < arguments.size()) {
+            text += arguments[index];
+            at += 3;
+        } else {
+            text += pattern[at++];
+        }
     }
     return text;
 }

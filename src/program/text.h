@@ -1,8 +1,9 @@
 // What people read (Text) and what goes over the wire or stands in a file (Bytes): two types that never mix.
 //
-// The installed files are Windows-1252. A Text holds one unit per byte of such a file, so positions and lengths are
-// plain indexing. The five codes that Windows-1252 leaves undefined become U+0081, U+008D, U+008F, U+0090, U+009D, so
-// that every file survives a round trip byte for byte. A path inside a message may hold any character.
+// The installed files are Windows-1252. A Text holds one unit per byte of such a file, so positions and
+// lengths are plain indexing. The five codes that Windows-1252 leaves undefined become U+0081, U+008D,
+// U+008F, U+0090, U+009D, so that every file survives a round trip byte for byte. A path inside a message may
+// hold any character.
 #pragma once
 
 #include <cstdint>
@@ -12,7 +13,8 @@
 #include <string_view>
 #include <vector>
 
-namespace karvo {
+namespace karvo
+{
 
 using Text = std::u16string;
 using TextView = std::u16string_view;
@@ -44,7 +46,7 @@ TextView trimmed(TextView text);
 // Letters of Windows-1252 in lower case, for searching and for comparing names of files.
 Text lowerCase(TextView text);
 
-// `pattern` with each "{1}", "{2}", ... replaced by the argument of that position.
+// `pattern` with each "{1}" to "{9}" replaced by the argument of that position; a mark without one stays.
 Text filledIn(TextView pattern, std::span<const Text> arguments);
 
 } // namespace karvo

@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <array>
 
-namespace karvo {
+namespace karvo
+{
 
-namespace {
+namespace
+{
 
 constexpr std::array<std::uint8_t, 3> utf8Mark = {0xEF, 0xBB, 0xBF};
 
@@ -22,7 +24,8 @@ std::string_view asNarrow(std::span<const std::uint8_t> bytes)
 // Windows-1252 text with a letter above 0x7F is, but for contrived cases, no valid UTF-8.
 bool isUtf8BeyondAscii(std::span<const std::uint8_t> content)
 {
-    const bool ascii = std::none_of(content.begin(), content.end(), [](std::uint8_t byte) { return byte > 0x7F; });
+    const bool ascii =
+        std::none_of(content.begin(), content.end(), [](std::uint8_t byte) { return byte > 0x7F; });
     return !ascii && utf8FromText(textFromUtf8(asNarrow(content))) == asNarrow(content) &&
            textFromUtf8(asNarrow(content)).find(u'\uFFFD') == Text::npos;
 }

@@ -5,7 +5,8 @@
 
 #include <cstddef>
 
-namespace karvo {
+namespace karvo
+{
 
 class View
 {
@@ -19,7 +20,8 @@ public:
 
     virtual void showHourglass(bool shown) = 0;
 
-    // While the line is busy, everything that would start an exchange or replace the tables in use is disabled.
+    // While the line is busy, everything that would start an exchange or replace the tables in use is
+    // disabled.
     virtual void showLineBusy(bool busy) = 0;
 
     // The main list, the loaded data's caption or the current CV have been replaced.

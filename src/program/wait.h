@@ -4,7 +4,8 @@
 #include <chrono>
 #include <functional>
 
-namespace karvo {
+namespace karvo
+{
 
 enum class WaitResult {
     met,      // the condition holds
@@ -17,11 +18,12 @@ class Wait
 public:
     virtual ~Wait() = default;
 
-    // Lets events run until `condition` holds or `limit` has passed. The condition is tested at once and after each
-    // wake(). Sleeps between events. Waits never nest.
+    // Lets events run until `condition` holds or `limit` has passed. The condition is tested at once and
+    // after each wake(). Sleeps between events. Waits never nest.
     virtual WaitResult until(const std::function<bool()>& condition, std::chrono::milliseconds limit) = 0;
 
-    // The awaited state may have changed; called by whoever changes it. Without a wait under way it does nothing.
+    // The awaited state may have changed; called by whoever changes it. Without a wait under way it does
+    // nothing.
     virtual void wake() = 0;
 
     // Lets events run for at least this long.

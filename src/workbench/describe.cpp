@@ -2,9 +2,11 @@
 
 #include "cvdata/description_choice.h"
 
-namespace karvo {
+namespace karvo
+{
 
-namespace {
+namespace
+{
 
 Text pathText(const std::filesystem::path& path)
 {
@@ -39,9 +41,10 @@ Text firmwareText(const LanguageTables& texts, const DecoderProfile& profile)
 Text loadedDataText(const ProgramState& state)
 {
     const CvSet& set = state.set;
-    const Text what = set.isOffline() ? state.texts.caption(Caption::offlineList)
-                                      : firmwareText(state.texts, set.profile);
-    return typeText(set.profile, state.texts) + u"  " + what + u" | " + pathText(set.descriptionPath.filename());
+    const Text what =
+        set.isOffline() ? state.texts.caption(Caption::offlineList) : firmwareText(state.texts, set.profile);
+    return typeText(set.profile, state.texts) + u"  " + what + u" | " +
+           pathText(set.descriptionPath.filename());
 }
 
 } // namespace
@@ -57,15 +60,16 @@ std::optional<Description> loadDescription(Workbench& bench, const std::string& 
     const auto path = bench.state.programFolder / fileName;
     const auto content = bench.files.readWhole(path, textFileLimit);
     if (!content) {
-        bench.prompts.message(texts.message(Message::cannotOpenFile) + u" " + pathText(path) + Text(lineBreak) +
-                                  texts.message(Message::cannotOpenFileAdvice),
+        bench.prompts.message(texts.message(Message::cannotOpenFile) + u" " + pathText(path) +
+                                  Text(lineBreak) + texts.message(Message::cannotOpenFileAdvice),
                               PromptIcon::warning);
         return std::nullopt;
     }
     auto description = parseDescription(*content);
     if (!description) {
         const Text arguments[] = {pathText(path)};
-        bench.prompts.message(filledIn(texts.message(Message::notADescription), arguments), PromptIcon::warning);
+        bench.prompts.message(filledIn(texts.message(Message::notADescription), arguments),
+                              PromptIcon::warning);
         return std::nullopt;
     }
     const auto companionName = textCompanionName(fileName, bench.state.language);
@@ -87,8 +91,9 @@ void fillList(Workbench& bench)
 {
     ProgramState& state = bench.state;
     CvSet& set = state.set;
-    set.list = fill_list1({set.table, set.profile, set.rawReply, state.texts.message(Message::unitOfSpeedStep),
-                           state.language != LanguageCode::english});
+    set.list =
+        fill_list1({set.table, set.profile, set.rawReply, state.texts.message(Message::unitOfSpeedStep),
+                    state.language != LanguageCode::english});
     set.loadedData = loadedDataText(state);
     bench.view.listChanged();
 }

@@ -7,16 +7,18 @@
 #include <optional>
 #include <string>
 
-namespace karvo {
+namespace karvo
+{
 
-// A description file with the texts in the language in use. Nothing, after a message, when it can not be read or is
-// none.
+// A description file with the texts in the language in use. Nothing, after a message, when it can not be read
+// or is none.
 std::optional<Description> loadDescription(Workbench& bench, const std::string& fileName);
 
 // What the decoder is called: message 299 for the KV04 until December 2008, else the name of the model.
 Text typeText(const DecoderProfile& profile, const LanguageTables& texts);
 
-// Replaces the description of the set on the bench. The values, and whatever else does not come from the file, stay.
+// Replaces the description of the set on the bench. The values, and whatever else does not come from the
+// file, stay.
 void takeDescription(Workbench& bench, Description description, const std::string& fileName);
 
 // Makes the list anew from the table and tells the view.

@@ -4,9 +4,11 @@
 #include "workbench/describe.h"
 #include "workbench/line_use.h"
 
-namespace karvo {
+namespace karvo
+{
 
-namespace {
+namespace
+{
 
 // A description without a value here says that the model has no such CV.
 constexpr int optionalCv = 153;
@@ -38,7 +40,8 @@ void takeValues(CvTable& table, const CvImage& image)
 bool showReadDecoder(Workbench& bench)
 {
     ProgramState& state = bench.state;
-    const auto profile = profileOf(state.link.typeCode, state.link.identification, state.image, state.receiver);
+    const auto profile =
+        profileOf(state.link.typeCode, state.link.identification, state.image, state.receiver);
     const auto fileName = descriptionFileName(profile, state.language);
     auto description = loadDescription(bench, fileName);
     if (!description)

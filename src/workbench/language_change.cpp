@@ -4,9 +4,11 @@
 #include "language/language_loader.h"
 #include "workbench/describe.h"
 
-namespace karvo {
+namespace karvo
+{
 
-namespace {
+namespace
+{
 
 std::string fileNameInUse(const ProgramState& state)
 {

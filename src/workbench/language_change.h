@@ -3,7 +3,8 @@
 
 #include "workbench/workbench.h"
 
-namespace karvo {
+namespace karvo
+{
 
 // Loads the tables of a language. A missing file is shown and ends the program: false.
 bool useLanguage(Workbench& bench, LanguageCode code);

@@ -1,6 +1,7 @@
 #include "workbench/line_use.h"
 
-namespace karvo {
+namespace karvo
+{
 
 LineUse::LineUse(Workbench& bench) : bench_(bench), granted_(!bench.state.lineBusy)
 {

@@ -3,10 +3,11 @@
 
 #include "workbench/workbench.h"
 
-namespace karvo {
+namespace karvo
+{
 
-// Takes the line for its own lifetime, unless an operation has it already: then isGranted() is false, and the operation
-// that asked is not carried out.
+// Takes the line for its own lifetime, unless an operation has it already: then isGranted() is false, and the
+// operation that asked is not carried out.
 class LineUse
 {
 public:

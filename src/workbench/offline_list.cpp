@@ -3,7 +3,8 @@
 #include "cvdata/description_choice.h"
 #include "workbench/describe.h"
 
-namespace karvo {
+namespace karvo
+{
 
 bool confirmOfflineList(Workbench& bench)
 {
@@ -20,7 +21,8 @@ bool showOfflineList(Workbench& bench, std::string_view menuItem)
     const OfflineList* const list = offlineListOf(menuItem);
     if (list == nullptr || bench.state.lineBusy)
         return false;
-    const auto fileName = offlineDescriptionFileName(*list, bench.state.automaticVariant, bench.state.language);
+    const auto fileName =
+        offlineDescriptionFileName(*list, bench.state.automaticVariant, bench.state.language);
     if (fileName.empty())
         return false;
     auto description = loadDescription(bench, fileName);

@@ -5,13 +5,15 @@
 
 #include <string_view>
 
-namespace karvo {
+namespace karvo
+{
 
-// When no decoder has been identified since the program started, asks whether to go on without one. True to go on.
+// When no decoder has been identified since the program started, asks whether to go on without one. True to
+// go on.
 bool confirmOfflineList(Workbench& bench);
 
-// Shows the list of a menu item such as "mnu_kv07". False, after a message, when its description can not be read;
-// false without one for an unknown item and for a stored variant beyond the four.
+// Shows the list of a menu item such as "mnu_kv07". False, after a message, when its description can not be
+// read; false without one for an unknown item and for a stored variant beyond the four.
 bool showOfflineList(Workbench& bench, std::string_view menuItem);
 
 } // namespace karvo

@@ -2,9 +2,11 @@
 
 #include "link/port_choice.h"
 
-namespace karvo {
+namespace karvo
+{
 
-namespace {
+namespace
+{
 
 constexpr std::string_view section = "Parameter";
 constexpr TextView rootFolder = u"C:\\";

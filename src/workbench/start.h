@@ -5,10 +5,11 @@
 
 #include <optional>
 
-namespace karvo {
+namespace karvo
+{
 
-// Reads the five settings of section "Parameter" into the state and writes each back, so that all five exist from the
-// first start on. Returns the stored language; nothing when none, or nonsense, is stored.
+// Reads the five settings of section "Parameter" into the state and writes each back, so that all five exist
+// from the first start on. Returns the stored language; nothing when none, or nonsense, is stored.
 std::optional<LanguageCode> readSettings(ProgramState& state, Settings& settings);
 
 } // namespace karvo

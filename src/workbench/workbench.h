@@ -10,7 +10,8 @@
 
 #include <filesystem>
 
-namespace karvo {
+namespace karvo
+{
 
 struct ProgramState {
     std::filesystem::path programFolder; // where the text files lie

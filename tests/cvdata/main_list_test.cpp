@@ -1,0 +1,175 @@
+#include "cvdata/dcc_address.h"
+#include "cvdata/list_search.h"
+#include "cvdata/main_list.h"
+
+#include <gtest/gtest.h>
+
+namespace karvo
+{
+namespace
+{
+
+constexpr TextView unit = u" (0..168) ";
+
+class MainListTest : public testing::Test
+{
+protected:
+    MainListTest() { profile.model = Model::kv07; }
+
+    void describe(int cv, TextView value, TextView name = u"")
+    {
+        table.at(cv, Column::number) = textFromNumber(cv);
+        table.at(cv, Column::value) = value;
+        table.at(cv, Column::text) = name;
+    }
+    MainList fill() { return fill_list1({table, profile, reply, Text(unit), true}); }
+    std::vector<std::string> texts()
+    {
+        std::vector<std::string> lines;
+        for (const ListLine& line : fill())
+            lines.push_back(utf8FromText(line.text));
+        return lines;
+    }
+
+    CvTable table;
+    DecoderProfile profile;
+    Bytes reply;
+};
+
+using Lines = std::vector<std::string>;
+
+TEST_F(MainListTest, LabelsLineUpBelowOneHundred)
+{
+    describe(5, u"128", u"Höchstgeschwindigkeit\r\nzweite Zeile");
+    describe(29, u"6");
+    describe(105, u"0");
+    describe(106, u"");
+    EXPECT_EQ(texts(), (Lines{"CV5  = 128", "CV29 = 6", "CV105 = 0", "CV106 = "}));
+    EXPECT_EQ(fill()[0].name, u"Höchstgeschwindigkeit");
+    EXPECT_EQ(fill()[0].cv, 5);
+}
+
+TEST_F(MainListTest, SpecialLines)
+{
+    describe(99, u"7");
+    describe(153, u"");
+    describe(162, u"200");
+    describe(163, u"200");
+    describe(164, u"128");
+    describe(165, u"127");
+    describe(166, u"255");
+    describe(167, u"200");
+    EXPECT_EQ(texts(), (Lines{"CV99 = 7", "CV153 = ---", "CV162 = 200", "CV163 = 128+72", "CV164 = 128+0",
+                              "CV165 = 127", "CV166 = 128+127", "CV167 = 200"}));
+    profile.firmwareLevel = 2;
+    table.at(153, Column::value) = u"4";
+    EXPECT_EQ(texts()[0], "CV99 = 0");
+    EXPECT_EQ(texts()[1], "CV153 = 4");
+}
+
+TEST_F(MainListTest, SpeedTableIsTwentyEightLinesFromStepOneOn)
+{
+    describe(69, u"1");
+    for (int cv = 70; cv <= 97; ++cv)
+        describe(cv, textFromNumber(200 - cv));
+    describe(98, u"2");
+    const auto lines = texts();
+    ASSERT_EQ(lines.size(), 30u);
+    EXPECT_EQ(lines[0], "CV69 = 1");
+    EXPECT_EQ(lines[1], "  1 = 103 (0..168) ");
+    EXPECT_EQ(lines[28], " 28 = 130 (0..168) ");
+    EXPECT_EQ(lines[29], "CV98 = 2");
+    EXPECT_EQ(fill()[1].cv, 97);
+    EXPECT_EQ(fill()[28].cv, 70);
+}
+
+TEST_F(MainListTest, OneGroupLineStandsForTheSpeedTableOfKv05AndKv06)
+{
+    for (int cv = 69; cv <= 98; ++cv)
+        describe(cv, u"9");
+    for (const Model model : {Model::kv05, Model::kv06}) {
+        profile.model = model;
+        EXPECT_EQ(texts(), (Lines{"CV69 = 9", "CV70 - CV97 ", "CV98 = 9"}));
+    }
+}
+
+TEST_F(MainListTest, AReplyThatCarriesTheSpeedTableGivesItsStepsByPosition)
+{
+    for (int cv = 70; cv <= 97; ++cv)
+        describe(cv, u"0");
+    for (int position = 1; position <= 56; ++position)
+        reply.push_back(static_cast<std::uint8_t>(position));
+    EXPECT_EQ(texts()[0], "  1 = 55 (0..168) ");
+    EXPECT_EQ(texts()[27], " 28 = 1 (0..168) ");
+    reply.assign(513, 77);
+    EXPECT_EQ(texts()[0], "  1 = 0 (0..168) ");
+}
+
+TEST_F(MainListTest, BatteryLineHasVoltageAndRawValue)
+{
+    describe(1, u"3");
+    reply.assign(1025, 0);
+    EXPECT_EQ(texts().size(), 1u);
+    reply[504] = 196;
+    EXPECT_EQ(texts().back(), "Akkuspannung = 3,92 Volt (196)");
+    reply[504] = 200;
+    EXPECT_EQ(utf8FromText(fill_list1({table, profile, reply, Text(unit), false}).back().text),
+              "Akkuspannung = 4.00 Volt (200)");
+}
+
+TEST_F(MainListTest, PositioningFindsTheWholeNumber)
+{
+    for (const int cv : {1, 10, 11, 100, 110})
+        describe(cv, u"0");
+    for (int cv = 70; cv <= 97; ++cv)
+        describe(cv, u"0");
+    const auto list = fill();
+    EXPECT_EQ(positionOf(list, 1), 0u);
+    EXPECT_EQ(positionOf(list, 10), 1u);
+    EXPECT_EQ(positionOf(list, 11), 2u);
+    EXPECT_EQ(positionOf(list, 100), 31u);
+    EXPECT_EQ(positionOf(list, 110), 32u);
+    EXPECT_EQ(positionOf(list, 97), 3u);  // speed step 1
+    EXPECT_EQ(positionOf(list, 70), 30u); // speed step 28
+    EXPECT_EQ(positionOf(list, 0), std::nullopt);
+    EXPECT_EQ(positionOf(list, 101), std::nullopt);
+    EXPECT_EQ(positionOf(list, 256), std::nullopt);
+}
+
+TEST_F(MainListTest, SearchGoesOnFromTheLastHitAndStartsOver)
+{
+    describe(1, u"3", u"Adresse");
+    describe(2, u"5", u"Anfahren");
+    describe(3, u"4", u"Zweite ADRESSE");
+    table.at(2, Column::explanation) = u"Lässt das Fahrzeug anfahren";
+    const auto list = fill();
+    EXPECT_EQ(nextLineWith(list, table, u"adresse", std::nullopt), 0u);
+    EXPECT_EQ(nextLineWith(list, table, u"adresse", 0), 2u);
+    EXPECT_EQ(nextLineWith(list, table, u"adresse", 2), 0u);
+    EXPECT_EQ(nextLineWith(list, table, u" LÄSST ", std::nullopt), 1u);
+    EXPECT_EQ(nextLineWith(list, table, u"CV3", std::nullopt), 2u);
+    EXPECT_EQ(nextLineWith(list, table, u"Weiche", 1), std::nullopt);
+    EXPECT_EQ(nextLineWith(list, table, u"  ", 1), std::nullopt);
+    EXPECT_EQ(nextLineWith({}, table, u"x", 1), std::nullopt);
+}
+
+TEST_F(MainListTest, AddressesFollowBitFiveOfCv29)
+{
+    describe(1, u"3");
+    describe(3, u"4");
+    describe(17, u"39");
+    describe(18, u"15");
+    describe(15, u"0");
+    describe(16, u"128");
+    describe(29, u"6");
+    EXPECT_EQ(firstAddress(table), u"3");
+    EXPECT_EQ(secondAddress(table), u"4");
+    describe(29, u"38");
+    EXPECT_EQ(firstAddress(table), u"9999");
+    EXPECT_EQ(secondAddress(table), u"128");
+    describe(18, u"");
+    EXPECT_EQ(firstAddress(table), u"");
+}
+
+} // namespace
+} // namespace karvo

@@ -1,0 +1,49 @@
+#include "link/port_choice.h"
+#include "support/link_bench.h"
+#include "support/memory_files.h"
+
+#include <gtest/gtest.h>
+
+namespace karvo
+{
+namespace
+{
+
+using test::LinkBench;
+
+TEST(PortChoiceTest, OnlyOneToThirtyOneIsAPort)
+{
+    EXPECT_EQ(portNumberFromSetting(Text(u"31")), 31);
+    for (const TextView stored : {u"", u"0", u"32", u"-4", u"COM5", u"5.0"})
+        EXPECT_EQ(portNumberFromSetting(Text(stored)), 1) << utf8FromText(stored);
+    EXPECT_EQ(portNumberFromSetting(std::nullopt), 1);
+}
+
+TEST(PortChoiceTest, ChoosingClosesAnOpenPortAndStoresTheNumber)
+{
+    LinkBench bench;
+    test::MemorySettings settings;
+    bench.line.open();
+    choosePort(bench.state, bench.line, settings, 12);
+    EXPECT_FALSE(bench.line.isOpen());
+    EXPECT_EQ(bench.line.portNumber(), 12);
+    EXPECT_EQ(bench.state.portNumber, 12);
+    EXPECT_EQ(settings.values["Parameter/Com_Port"], u"12");
+}
+
+TEST(PortSearchTest, TriesAllInOrderAndRestoresTheNumber)
+{
+    LinkBench bench;
+    bench.state.portNumber = 4;
+    bench.line.setPortNumber(4);
+    bench.line.stayPresent({4, 1, 31});
+    ASSERT_FALSE(bench.line.open());
+    EXPECT_EQ(searchPorts(bench.state, bench.line), (std::vector<int>{1, 4, 31}));
+    EXPECT_FALSE(bench.line.isOpen());
+    EXPECT_EQ(bench.line.portNumber(), 4);
+    EXPECT_EQ(bench.journal,
+              (test::Journal{"open 4", "close", "open 1", "close", "open 4", "close", "open 31", "close"}));
+}
+
+} // namespace
+} // namespace karvo

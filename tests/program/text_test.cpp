@@ -1,0 +1,109 @@
+#include "program/binary_text.h"
+#include "program/check_byte.h"
+#include "program/text.h"
+#include "program/text_lines.h"
+
+#include <gtest/gtest.h>
+
+namespace karvo
+{
+namespace
+{
+
+Bytes everyByte()
+{
+    Bytes bytes(256);
+    for (std::size_t i = 0; i < bytes.size(); ++i)
+        bytes[i] = static_cast<std::uint8_t>(i);
+    return bytes;
+}
+
+TEST(TextTest, EveryByteSurvivesTheRoundTrip)
+{
+    EXPECT_EQ(windows1252FromText(textFromWindows1252(everyByte())), everyByte());
+}
+
+TEST(TextTest, Windows1252HasItsOwnCharactersAndItsGaps)
+{
+    const Bytes bytes = {0x80, 0x8A, 0x96, 0x9F, 0xE4, 0x81, 0x9D};
+    EXPECT_EQ(textFromWindows1252(bytes), u"\u20AC\u0160\u2013\u0178\u00E4\u0081\u009D");
+    EXPECT_FALSE(windows1252FromText(u"\u0141\u00F3d\u017A"));
+    EXPECT_FALSE(fitsWindows1252(u'\u0080'));
+    EXPECT_TRUE(fitsWindows1252(u'\u0090'));
+}
+
+TEST(TextTest, Utf8RoundTripAndBrokenSequences)
+{
+    const std::string mixed = "a\xC3\xA4\xE2\x82\xAC\xF0\x9F\x9A\x92";
+    EXPECT_EQ(utf8FromText(textFromUtf8(mixed)), mixed);
+    EXPECT_EQ(textFromUtf8("\xC3"), u"\uFFFD");
+    EXPECT_EQ(textFromUtf8("\xC0\x80x"), u"\uFFFD\uFFFDx");         // overlong
+    EXPECT_EQ(textFromUtf8("\xED\xA0\x80"), u"\uFFFD\uFFFD\uFFFD"); // a lone surrogate
+    EXPECT_EQ(utf8FromText(Text(1, char16_t{0xD800})), "?");
+}
+
+TEST(TextTest, NumbersAreWholeAndDecimal)
+{
+    EXPECT_EQ(numberFromText(u" 42\t"), 42);
+    EXPECT_EQ(numberFromText(u"-3"), -3);
+    for (const TextView text : {u"", u" ", u"12a", u"1 2", u"0x1F", u"99999999999", u"\u0661"})
+        EXPECT_EQ(numberFromText(text), std::nullopt) << utf8FromText(text);
+}
+
+TEST(TextTest, FillsInArgumentsByPosition)
+{
+    const Text arguments[] = {u"{2}", u"b"};
+    EXPECT_EQ(filledIn(u"{1}-{2}-{1}", arguments), u"{2}-b-{2}"); // what is filled in stays as it is
+    EXPECT_EQ(filledIn(u"{3} {x} {", arguments), u"{3} {x} {");
+}
+
+TEST(TextTest, LowerCaseCoversTheLettersOfWindows1252)
+{
+    EXPECT_EQ(lowerCase(u"ÄÖÜ ÑÉ ŠŒŽŸ ×ß"), u"äöü ñé šœžÿ ×ß");
+}
+
+TEST(TextLinesTest, LineEndsAndLastLines)
+{
+    struct Case {
+        std::string_view content;
+        std::vector<Text> lines;
+    };
+    const Case cases[] = {{"", {}},
+                          {"a", {u"a"}},
+                          {"a\r\nb\r\n", {u"a", u"b"}},
+                          {"a\nb", {u"a", u"b"}},
+                          {"a\r\n\r\nb", {u"a", u"", u"b"}},
+                          {"\n", {u""}},
+                          {"a\rb\n", {u"a\rb"}}};
+    for (const Case& c : cases)
+        EXPECT_EQ(linesOf(Bytes(c.content.begin(), c.content.end())), c.lines) << c.content;
+}
+
+TEST(TextLinesTest, RecognisesUtf8ByItsBytes)
+{
+    const Bytes marked = {0xEF, 0xBB, 0xBF, 'a', '\n'};
+    const Bytes unmarked = {'L', 0xC3, 0xA4, 'n', 'g', 'e'};
+    const Bytes windows = {'L', 0xE4, 'n', 'g', 'e'};
+    EXPECT_EQ(linesOf(marked), std::vector<Text>{u"a"});
+    EXPECT_EQ(linesOf(unmarked), std::vector<Text>{u"Länge"});
+    EXPECT_EQ(linesOf(windows), std::vector<Text>{u"Länge"});
+}
+
+TEST(CheckByteTest, IsTheSumModulo256)
+{
+    EXPECT_EQ(checkByte(Bytes{}), 0);
+    EXPECT_EQ(checkByte(Bytes{99, 200}), 43);
+    EXPECT_EQ(checkByte(Bytes(1024, 255)), 0);
+    EXPECT_EQ(checkByte(Bytes{255, 255, 1}), 255);
+}
+
+TEST(BinaryTextTest, HasAtLeastEightDigits)
+{
+    EXPECT_EQ(binaryText(5), u"00000101");
+    EXPECT_EQ(binaryText(0), u"00000000");
+    EXPECT_EQ(binaryText(255), u"11111111");
+    EXPECT_EQ(binaryText(256), u"100000000");
+}
+
+} // namespace
+} // namespace karvo

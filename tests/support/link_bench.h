@@ -1,0 +1,57 @@
+// A link with everything it needs, scripted, and short texts in place of a language.
+#pragma once
+
+#include "link/link.h"
+#include "support/recording_view.h"
+#include "support/scripted_line.h"
+#include "support/scripted_prompts.h"
+
+namespace karvo::test
+{
+
+inline void setText(LanguageTables& texts, int message, TextView text)
+{
+    texts.messages[static_cast<std::size_t>(message)] = u"0000" + Text(text);
+}
+
+inline void setCaption(LanguageTables& texts, int caption, TextView text)
+{
+    texts.captions[static_cast<std::size_t>(caption)] = u"0000" + Text(text);
+}
+
+inline LanguageTables linkTexts()
+{
+    LanguageTables texts;
+    setText(texts, 233, u"no reply");
+    setText(texts, 234, u"unknown decoder");
+    setText(texts, 273, u"wrong check byte");
+    setText(texts, 660, u"join group {1}");
+    setCaption(texts, 884, u"read all");
+    setCaption(texts, 887, u"no reply status");
+    return texts;
+}
+
+// Data whose value at position n is a mix of n, and its check byte.
+inline Bytes blockOf(std::size_t dataBytes)
+{
+    Bytes block;
+    unsigned sum = 0;
+    for (std::size_t n = 1; n <= dataBytes; ++n) {
+        block.push_back(static_cast<std::uint8_t>((n * 7 + n / 256) & 0xFF));
+        sum += block.back();
+    }
+    block.push_back(static_cast<std::uint8_t>(sum % 256));
+    return block;
+}
+
+struct LinkBench {
+    Journal journal;
+    ScriptedLine line{journal};
+    ScriptedPrompts prompts{journal};
+    RecordingView view{journal};
+    LanguageTables texts = linkTexts();
+    LinkState state;
+    Link link{state, line, line, prompts, view, texts};
+};
+
+} // namespace karvo::test

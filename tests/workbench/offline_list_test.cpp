@@ -1,0 +1,58 @@
+#include "support/test_bench.h"
+#include "workbench/offline_list.h"
+
+#include <gtest/gtest.h>
+
+namespace karvo
+{
+namespace
+{
+
+using test::smallDescription;
+
+class OfflineListTest : public testing::Test, protected test::TestBench
+{
+};
+
+TEST_F(OfflineListTest, AsksOnlyUntilADecoderHasBeenIdentified)
+{
+    prompts.answer(false);
+    EXPECT_FALSE(confirmOfflineList(bench));
+    EXPECT_EQ(journal.back(), "question no decoder yet\r\nvalues are defaults\r\ngo on?");
+    prompts.answer(true);
+    EXPECT_TRUE(confirmOfflineList(bench));
+    state.link.identified = true; // a KV04, whose type code is 0
+    journal.clear();
+    EXPECT_TRUE(confirmOfflineList(bench));
+    EXPECT_TRUE(journal.empty());
+}
+
+TEST_F(OfflineListTest, ShowsTheDescriptionsOwnValues)
+{
+    state.set.currentNumber = 29;
+    state.set.rawReply = Bytes(513, 5);
+    addFile("CV_Standart_kv07.txt", smallDescription("Standard KV07", "Wort "));
+    ASSERT_TRUE(showOfflineList(bench, "mnu_kv07"));
+    EXPECT_EQ(state.set.list[0].text, u"CV1  = 1");
+    EXPECT_EQ(state.set.currentNumber, 0);
+    EXPECT_EQ(state.set.modelCode, u"07");
+    EXPECT_TRUE(state.set.isOffline());
+    EXPECT_TRUE(state.set.rawReply.empty());
+    EXPECT_EQ(state.set.loadedData, u"KV07  offline | CV_Standart_kv07.txt");
+    EXPECT_EQ(journal.back(), "list changed");
+}
+
+TEST_F(OfflineListTest, NeitherUnknownItemsNorBusyLinesChangeAnything)
+{
+    addFile("CV_Standart_kv07.txt", smallDescription("Standard KV07", "Wort "));
+    EXPECT_FALSE(showOfflineList(bench, "mnu_open"));
+    state.automaticVariant = 4;
+    EXPECT_FALSE(showOfflineList(bench, "mnu_KV07_Bus"));
+    state.lineBusy = true;
+    EXPECT_FALSE(showOfflineList(bench, "mnu_kv07"));
+    EXPECT_TRUE(state.set.isEmpty());
+    EXPECT_TRUE(journal.empty());
+}
+
+} // namespace
+} // namespace karvo
