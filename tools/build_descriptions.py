@@ -1,0 +1,159 @@
+#!/usr/bin/env python3
+"""Writes the description, expert, bus and fire-engine files of the program folder from data/cv.
+
+    build_descriptions.py --source data/cv --output DIR
+
+`<model>.toml` holds what a model's CVs mean, `presets.toml` the values of the ready-made bus and fire-engine lists,
+`files.toml` which files are installed. A fault in a source ends the run with "file:line: message" and exit code 1
+before anything is written.
+"""
+
+import argparse
+import sys
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parent))
+from cv_models import LANGUAGES, NUMBERS, TEXTS, WEIGHTS, Models, Row, check_row
+from text_file import LINE_END, SourceError, TomlSource, encode_line, write_if_changed
+
+FIELDS = 16
+SPEED_MARK = "Anfang FS"
+DESCRIPTION = "description"
+EXPERT = "expert"
+
+
+# The lines of a file
+
+
+def bits_field(row, language):
+    bits = row.values["bits"]
+    if not bits:
+        return ""
+    return "$".join(bits[weight][language] if weight in bits else "" for weight in WEIGHTS)
+
+
+def joined(fields):
+    return "".join(field + ";" for field in fields + [""] * (FIELDS - len(fields)))
+
+
+def description_line(number, row, language):
+    text = {key: row.values[key][language] if key in row.values else "" for key in TEXTS}
+    numbers = [str(row.values[key]) for key in NUMBERS]
+    texts = [text["help"], text["values"], text["advice"], bits_field(row, language)]
+    return joined([str(number), numbers[0], text["name"], *numbers[1:], *texts])
+
+
+def unused_row(model):
+    return Row(model.source, ("model",), {"default": 0, "lower": 0, "upper": 255, "factory": 0}, model.unused)
+
+
+def description_lines(model, language):
+    yield model.settings["header"]
+    unused = unused_row(model) if model.unused else None
+    for number in range(1, model.rows_count + 1):
+        yield description_line(number, model.rows.get(number, unused), language)
+    if "speed_steps" in model.settings:
+        yield SPEED_MARK
+        for step, value in enumerate(model.settings["speed_steps"], start=1):
+            yield f"FS{step} = {value}"
+        yield ""
+
+
+def expert_lines(model, language):
+    yield model.settings["header"]
+    for number, row in sorted(model.rows.items()):
+        yield joined([str(number), "", row.values["name"][language], "", "", "", row.values["help"][language]])
+
+
+def file_content(model, language):
+    lines = expert_lines if model.settings.get("expert") else description_lines
+    return b"".join(encode_line(line) + LINE_END for line in lines(model, language))
+
+
+# Which files there are
+
+
+class Catalogue:
+    """The models by what files.toml asks for: a kind ("description", "expert" or a set of presets) and a model."""
+
+    def __init__(self, folder):
+        self.models = Models(folder)
+        self.presets = TomlSource(folder / "presets.toml")
+        self.prepared = {}
+
+    def model(self, source, kind, name):
+        """The model as `kind` shows it; raises SourceError at the table of `source` that asks for what is not there."""
+        if (kind, name) not in self.prepared:
+            if not self.models.knows(name):
+                raise source.error(f"no model '{name}'", kind, name)
+            model = self.models[name]
+            if model.settings["abstract"]:
+                raise source.error(f"'{name}' is only a base", kind, name)
+            if model.settings.get("expert", False) != (kind == EXPERT):
+                raise source.error(f"'{name}' is no model for this kind of file", kind, name)
+            if kind not in (DESCRIPTION, EXPERT):
+                model = self.with_presets(model, kind)
+            self.prepared[kind, name] = model
+        return self.prepared[kind, name]
+
+    def with_presets(self, model, name):
+        """The model with the values of a ready-made list; the factory values stay the model's own."""
+        preset = self.presets.data[name]
+        result = model.copy()
+        result.settings["header"] += " " + preset["header"]
+        for number, value in preset["values"].items():
+            where = (name, "values", number)
+            row = model.rows.get(int(number))
+            if row is None:
+                raise self.presets.error(f"CV{number} has no meaning on '{model.settings['name']}'", *where)
+            numbers = {"default": value, "factory": row.values["factory"]}
+            result.rows[int(number)] = Row(self.presets, where, numbers, row)
+            check_row(result.rows[int(number)])
+        return result
+
+
+def read_file_list(source, catalogue):
+    """Yields name, kind, model and language of each installed file, listed as [kind.model] name = language."""
+    seen = set()
+    for kind, tables in source.data.items():
+        if kind not in (DESCRIPTION, EXPERT) and kind not in catalogue.presets.data:
+            raise source.error(f"unknown kind of file '{kind}'", kind, *list(tables)[:1])
+        for model, names in tables.items():
+            catalogue.model(source, kind, model)
+            for name, language in names.items():
+                if language not in LANGUAGES:
+                    raise source.error(f"unknown language '{language}'", kind, model, name)
+                if name in seen:
+                    raise source.error(f"'{name}' stands here for the second time", kind, model, name)
+                seen.add(name)
+                yield name, kind, model, language
+
+
+def build(folder, output):
+    """Writes the files that changed; nothing at all when a source has a fault."""
+    catalogue = Catalogue(folder)
+    source = TomlSource(folder / "files.toml")
+    contents = {}
+    files = list(read_file_list(source, catalogue))
+    for _, kind, model, language in files:
+        if (kind, model, language) not in contents:
+            contents[kind, model, language] = file_content(catalogue.model(source, kind, model), language)
+    for name, kind, model, language in files:
+        write_if_changed(output / name, contents[kind, model, language])
+
+
+def main():
+    parser = argparse.ArgumentParser(description="Writes the program folder's description files.")
+    parser.add_argument("--source", type=Path, required=True, help="folder of the models, presets.toml and files.toml")
+    parser.add_argument("--output", type=Path, required=True, help="program folder")
+    arguments = parser.parse_args()
+    try:
+        build(arguments.source, arguments.output)
+    except (SourceError, OSError) as error:
+        print(error, file=sys.stderr)
+        return 1
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

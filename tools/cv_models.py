@@ -1,0 +1,284 @@
+"""What data/cv knows of the CVs: `Models` loads a model with all it takes over from its base, and checks it.
+
+A row (all that is known of one CV) may be refined from base to model key by key. Every fault is a SourceError that
+names the file and the line of the block.
+"""
+
+from text_file import TomlSource, UnfitText, encode_line
+
+LANGUAGES = ("de", "nl", "en", "es", "fr")
+WEIGHTS = ("1", "2", "4", "8", "16", "32", "64", "128")
+TEXTS = ("name", "help", "values", "advice")
+NUMBERS = ("default", "lower", "upper", "factory")
+
+# The program's CV table ends here, a decoder's description covers at least this.
+TABLE_ROWS = 256
+DECODER_ROWS = 176
+# What fits beside the list in the window at its smallest.
+NAME_LENGTH = 45
+
+SPEED_STEPS = 28
+# Below 4, CV73 means to the program that the decoder has no speed table.
+CV_OF_GENERATION = 73
+CV_OF_GENERATION_LOWEST = 5
+LOWEST_FIRST_STEP = 3
+
+MODEL_KEYS = {"name", "header", "base", "abstract", "expert", "rows", "remove", "top_speed", "speed_steps"}
+CV_KEYS = {"number", "bits", *NUMBERS, *TEXTS}
+SERIES_KEYS = CV_KEYS - {"number"} | {"from", "to", "first"}
+
+
+class Row:
+    """What is known of one CV; `values` holds numbers, and texts by language, under their keys in the source.
+
+    Over a base, a value replaces the base's; bits do so one by one, an empty bit takes the base's away. A default
+    without a factory value is the factory value too.
+    """
+
+    def __init__(self, source, where, values, base=None):
+        self.source = source
+        self.where = where
+        self.values = dict(base.values) if base else {}
+        bits = {**self.values.get("bits", {}), **values.get("bits", {})}
+        self.values.update(values)
+        self.values["bits"] = {weight: texts for weight, texts in bits.items() if texts}
+        if "default" in values:
+            self.values["factory"] = values.get("factory", values["default"])
+
+    def error(self, message, *key):
+        return self.source.error(message, *self.where, *key)
+
+
+class Model:
+    """A model merged with its base: `settings` of its [model] table, `rows` by CV number, `unused` for all others."""
+
+    def __init__(self, source, base):
+        self.source = source
+        self.settings = {**(base.settings if base else {}), "abstract": False, **source.data["model"]}
+        self.rows = dict(base.rows) if base else {}
+        self.unused = base.unused if base else None
+
+    def copy(self):
+        return Model(self.source, self)
+
+    @property
+    def rows_count(self):
+        return self.settings.get("rows", max(self.rows, default=0))
+
+    def error(self, message, *key):
+        return self.source.error(message, "model", *key)
+
+
+# Reading the sources
+
+
+def refuse_unknown(source, table, known, *where):
+    for key in table:
+        if key not in known:
+            raise source.error(f"unknown key '{key}'", *where, key)
+
+
+def check_text(source, text, *where):
+    if not isinstance(text, str) or not text.strip():
+        raise source.error("empty text", *where)
+    for forbidden, name in ((";", "semicolon"), ("$", "'$'")):
+        if forbidden in text:
+            raise source.error(f"{name} inside a text", *where)
+    try:
+        encode_line(text)
+    except UnfitText as error:
+        raise source.error(str(error), *where) from error
+
+
+def check_languages(source, table, *where):
+    if not isinstance(table, dict):
+        raise source.error("expected one text per language", *where)
+    refuse_unknown(source, table, LANGUAGES, *where)
+    for language in LANGUAGES:
+        if language not in table:
+            raise source.error(f"translation '{language}' is missing", *where)
+        check_text(source, table[language], *where, language)
+        if where[-1] == "name" and len(table[language]) > NAME_LENGTH:
+            raise source.error(f"name longer than {NAME_LENGTH} characters", *where, language)
+
+
+def check_block(source, block, known, *where):
+    refuse_unknown(source, block, known, *where)
+    for key in known - {"bits", *TEXTS} & block.keys():
+        if type(block[key]) is not int:
+            raise source.error(f"'{key}' is no whole number", *where, key)
+    for key in TEXTS:
+        if key in block:
+            check_languages(source, block[key], *where, key)
+    for weight, texts in block.get("bits", {}).items():
+        if weight not in WEIGHTS:
+            raise source.error(f"unknown bit '{weight}'", *where, "bits", weight)
+        if texts != {}:
+            check_languages(source, texts, *where, "bits", weight)
+
+
+def check_number(source, number, *where):
+    if not 1 <= number <= TABLE_ROWS:
+        raise source.error(f"CV{number} is beyond the table (1 to {TABLE_ROWS})", *where)
+
+
+def with_number(table, number):
+    return {language: text.replace("{n}", str(number)) for language, text in table.items()}
+
+
+def expand_series(block):
+    """Yields CV number and values of each member; `{n}` in the texts counts from `first` on, whichever way CVs run."""
+    step = 1 if block["to"] >= block["from"] else -1
+    for index, number in enumerate(range(block["from"], block["to"] + step, step)):
+        values = {key: block[key] for key in NUMBERS if key in block}
+        for key in TEXTS:
+            if key in block:
+                values[key] = with_number(block[key], block.get("first", 1) + index)
+        if "bits" in block:
+            values["bits"] = block["bits"]
+        yield number, values
+
+
+def own_rows(source):
+    """Yields number, values and place of each row that the file itself lists."""
+    for index, block in enumerate(source.data.get("series", [])):
+        check_block(source, block, SERIES_KEYS, "series", index)
+        for key in ("from", "to"):
+            if key not in block:
+                raise source.error(f"'{key}' is missing", "series", index)
+        for number, values in expand_series(block):
+            yield number, values, ("series", index)
+    for index, block in enumerate(source.data.get("cv", [])):
+        check_block(source, block, CV_KEYS, "cv", index)
+        if "number" not in block:
+            raise source.error("'number' is missing", "cv", index)
+        yield block["number"], {key: block[key] for key in block if key != "number"}, ("cv", index)
+
+
+def add_rows(model, source):
+    """Puts the file's rows over those of its base. A [[cv]] block refines a member of a series of the same file."""
+    seen = set()
+    for number, values, where in own_rows(source):
+        check_number(source, number, *where)
+        if (number, where[0]) in seen:
+            raise source.error(f"CV{number} stands here for the second time", *where)
+        seen.add((number, where[0]))
+        model.rows[number] = Row(source, where, values, model.rows.get(number))
+
+
+def add_speed_steps(model):
+    """Lets the speed table rule the rows that hold it: their values, and the top speed as their upper limit."""
+    steps = model.settings.get("speed_steps")
+    if steps is None:
+        return
+    for step, value in enumerate(steps, start=1):
+        row = model.rows.get(98 - step)
+        if row:
+            numbers = {"default": value, "upper": model.settings["top_speed"]}
+            model.rows[98 - step] = Row(row.source, row.where, numbers, row)
+
+
+class Models:
+    """The models of a source folder, each loaded once with its base below it."""
+
+    def __init__(self, folder):
+        self.folder = folder
+        self.loaded = {}
+
+    def __getitem__(self, name):
+        if name not in self.loaded:
+            self.loaded[name] = None
+            self.loaded[name] = self.load(name)
+        return self.loaded[name]
+
+    def knows(self, name):
+        return (self.folder / f"{name}.toml").is_file()
+
+    def load(self, name):
+        source = TomlSource(self.folder / f"{name}.toml")
+        refuse_unknown(source, source.data, {"model", "unused", "cv", "series"})
+        own = source.data.setdefault("model", {})
+        refuse_unknown(source, own, MODEL_KEYS, "model")
+        if own.get("name") != name:
+            raise source.error(f"the model's name must be '{name}', as its file", "model", "name")
+        model = Model(source, self.base_of(source))
+        for number in own.get("remove", []):
+            if model.rows.pop(number, None) is None:
+                raise source.error(f"CV{number} has no meaning that could be removed", "model", "remove")
+        if "unused" in source.data:
+            check_block(source, source.data["unused"], set(TEXTS), "unused")
+            model.unused = Row(source, ("unused",), source.data["unused"])
+        add_rows(model, source)
+        if not model.settings["abstract"]:
+            check_model(model)
+        return model
+
+    def base_of(self, source):
+        base = source.data["model"].get("base")
+        if base is None:
+            return None
+        if not self.knows(base):
+            raise source.error(f"no model '{base}'", "model", "base")
+        if base in self.loaded and self.loaded[base] is None:
+            raise source.error(f"'{base}' is based on this model", "model", "base")
+        return self[base]
+
+
+# What must hold of a merged model
+
+
+def check_model(model):
+    if "header" not in model.settings:
+        raise model.error("'header' is missing")
+    check_text(model.source, model.settings["header"], "model", "header")
+    if not 1 <= model.rows_count <= TABLE_ROWS:
+        raise model.error(f"rows beyond the table (1 to {TABLE_ROWS})", "rows")
+    if model.settings.get("expert"):
+        for row in model.rows.values():
+            require(row, "name", "help")
+        return
+    check_speed_steps(model)
+    add_speed_steps(model)
+    for number, row in model.rows.items():
+        if number > model.rows_count:
+            raise row.error(f"CV{number} lies beyond the {model.rows_count} rows of '{model.settings['name']}'")
+        check_row(row)
+    if len(model.rows) < model.rows_count and model.unused is None:
+        raise model.error("no text for CVs without a meaning ([unused])")
+
+
+def require(row, *keys):
+    for key in keys:
+        if key not in row.values:
+            raise row.error(f"'{key}' is missing")
+
+
+def check_row(row):
+    require(row, "name", "help", "values", *NUMBERS)
+    lower, upper = row.values["lower"], row.values["upper"]
+    if not 0 <= lower <= upper <= 255:
+        raise row.error(f"limits {lower} to {upper} are none of a byte")
+    for key in ("default", "factory"):
+        if not lower <= row.values[key] <= upper:
+            raise row.error(f"{key} {row.values[key]} lies outside {lower} to {upper}", key)
+    if sum(int(weight) for weight in row.values["bits"]) > upper:
+        raise row.error(f"the bits together are above the upper limit {upper}", "bits")
+
+
+def check_speed_steps(model):
+    """A decoder has a speed table and its full set of rows; a receiver has neither."""
+    steps = model.settings.get("speed_steps")
+    if steps is None:
+        return
+    if model.rows_count < DECODER_ROWS:
+        raise model.error(f"a decoder's rows reach from 1 to {DECODER_ROWS} at least", "rows")
+    if len(steps) != SPEED_STEPS:
+        raise model.error(f"expected {SPEED_STEPS} speed steps", "speed_steps")
+    if any(faster <= slower for slower, faster in zip(steps, steps[1:])):
+        raise model.error("the speed steps do not rise", "speed_steps")
+    if steps[0] < LOWEST_FIRST_STEP:
+        raise model.error(f"speed step 1 is below {LOWEST_FIRST_STEP}", "speed_steps")
+    if steps[98 - CV_OF_GENERATION - 1] < CV_OF_GENERATION_LOWEST:
+        raise model.error(f"CV{CV_OF_GENERATION} is below {CV_OF_GENERATION_LOWEST}", "speed_steps")
+    if steps[-1] > model.settings.get("top_speed", 0):
+        raise model.error("speed step 28 is above the top speed", "speed_steps")
