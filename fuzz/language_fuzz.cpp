@@ -1,0 +1,35 @@
+// Any bytes as a language file: no crash, and entry 0 stays empty.
+#include "fuzz_check.h"
+#include "language/language_loader.h"
+
+using namespace karvo;
+
+namespace
+{
+
+class OneFile : public Files
+{
+public:
+    explicit OneFile(Bytes content) : content_(std::move(content)) {}
+    std::optional<Bytes> readWhole(const std::filesystem::path&, std::size_t) override { return content_; }
+    bool exists(const std::filesystem::path&) override { return true; }
+
+private:
+    Bytes content_;
+};
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    OneFile files(Bytes(data, data + size));
+    LanguageTables tables;
+    fuzz::check(!loadLanguage(tables, LanguageCode::german, "folder", files));
+    fuzz::check(tables.messages[0].empty() && tables.menu[0].empty() && tables.captions[0].empty());
+    for (int number = 0; number <= 1000; ++number) {
+        const auto caption = tables.caption(static_cast<Caption>(number));
+        fuzz::check(caption.find(u'\t') == Text::npos);
+        fuzz::check(caption.size() <= tables.captions[static_cast<std::size_t>(number)].size());
+    }
+    return 0;
+}
