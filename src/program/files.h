@@ -21,6 +21,6 @@ public:
 };
 
 // No file that the program reads as text is larger; a larger one is not of this system.
-inline constexpr std::size_t textFileLimit = 4 * 1024 * 1024;
+inline constexpr std::size_t textFileLimit = std::size_t{4} * 1024 * 1024;
 
 } // namespace karvo
