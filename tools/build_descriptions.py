@@ -13,13 +13,17 @@ import sys
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent))
-from cv_models import LANGUAGES, NUMBERS, TEXTS, WEIGHTS, Models, Row, check_row
-from text_file import LINE_END, SourceError, TomlSource, encode_line, write_if_changed
+from cv_models import LANGUAGES, NUMBERS, WEIGHTS, Models, Row, check_row, check_text
+from text_file import SourceError, TomlSource, write_if_changed
 
+LINE_END = "\r\n"
 FIELDS = 16
+DESCRIBED = ("name", "help", "values", "advice")
+CV_SHOWN_AS_MISSING = 153
 SPEED_MARK = "Anfang FS"
 DESCRIPTION = "description"
 EXPERT = "expert"
+EXPERT_HEADER = " Experte"
 
 
 # The lines of a file
@@ -33,25 +37,25 @@ def bits_field(row, language):
 
 
 def joined(fields):
-    return "".join(field + ";" for field in fields + [""] * (FIELDS - len(fields)))
+    return ";".join(fields) + ";" * (FIELDS - len(fields) + 1)
 
 
 def description_line(number, row, language):
-    text = {key: row.values[key][language] if key in row.values else "" for key in TEXTS}
-    numbers = [str(row.values[key]) for key in NUMBERS]
-    texts = [text["help"], text["values"], text["advice"], bits_field(row, language)]
-    return joined([str(number), numbers[0], text["name"], *numbers[1:], *texts])
+    name, *texts = [row.values[key][language] if key in row.values else "" for key in DESCRIBED]
+    default, *limits = [str(row.values[key]) for key in NUMBERS]
+    return joined([str(number), default, name, *limits, *texts, bits_field(row, language)])
 
 
-def unused_row(model):
-    return Row(model.source, ("model",), {"default": 0, "lower": 0, "upper": 255, "factory": 0}, model.unused)
+def unused_row(model, number):
+    """A CV without a meaning: nobody knows its factory value, and the program shows CV153 as "---" without a value."""
+    default = "" if number == CV_SHOWN_AS_MISSING else 0
+    return Row(model.source, ("model",), {"default": default, "lower": 0, "upper": 255, "factory": ""}, model.unused)
 
 
 def description_lines(model, language):
     yield model.settings["header"]
-    unused = unused_row(model) if model.unused else None
     for number in range(1, model.rows_count + 1):
-        yield description_line(number, model.rows.get(number, unused), language)
+        yield description_line(number, model.rows.get(number) or unused_row(model, number), language)
     if "speed_steps" in model.settings:
         yield SPEED_MARK
         for step, value in enumerate(model.settings["speed_steps"], start=1):
@@ -60,14 +64,18 @@ def description_lines(model, language):
 
 
 def expert_lines(model, language):
-    yield model.settings["header"]
+    """Only the CVs that experts know more of; the reader finds them by their first field."""
+    yield model.settings["header"] + EXPERT_HEADER
     for number, row in sorted(model.rows.items()):
-        yield joined([str(number), "", row.values["name"][language], "", "", "", row.values["help"][language]])
+        if "expert" in row.values:
+            texts = [row.values[key][language] for key in ("name", "expert")]
+            yield joined([str(number), "", texts[0], "", "", "", texts[1]])
 
 
-def file_content(model, language):
-    lines = expert_lines if model.settings.get("expert") else description_lines
-    return b"".join(encode_line(line) + LINE_END for line in lines(model, language))
+def file_content(kind, model, language):
+    """The bytes of a file. Its texts were checked when they were read, so none can fail to be encoded here."""
+    lines = expert_lines if kind == EXPERT else description_lines
+    return "".join(line + LINE_END for line in lines(model, language)).encode("cp1252")
 
 
 # Which files there are
@@ -89,8 +97,8 @@ class Catalogue:
             model = self.models[name]
             if model.settings["abstract"]:
                 raise source.error(f"'{name}' is only a base", kind, name)
-            if model.settings.get("expert", False) != (kind == EXPERT):
-                raise source.error(f"'{name}' is no model for this kind of file", kind, name)
+            if kind == EXPERT and not any("expert" in row.values for row in model.rows.values()):
+                raise source.error(f"'{name}' has nothing for experts", kind, name)
             if kind not in (DESCRIPTION, EXPERT):
                 model = self.with_presets(model, kind)
             self.prepared[kind, name] = model
@@ -99,6 +107,7 @@ class Catalogue:
     def with_presets(self, model, name):
         """The model with the values of a ready-made list; the factory values stay the model's own."""
         preset = self.presets.data[name]
+        check_text(self.presets, preset["header"], name, "header")
         result = model.copy()
         result.settings["header"] += " " + preset["header"]
         for number, value in preset["values"].items():
@@ -137,7 +146,7 @@ def build(folder, output):
     files = list(read_file_list(source, catalogue))
     for _, kind, model, language in files:
         if (kind, model, language) not in contents:
-            contents[kind, model, language] = file_content(catalogue.model(source, kind, model), language)
+            contents[kind, model, language] = file_content(kind, catalogue.model(source, kind, model), language)
     for name, kind, model, language in files:
         write_if_changed(output / name, contents[kind, model, language])
 

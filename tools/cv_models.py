@@ -8,7 +8,7 @@ from text_file import TomlSource, UnfitText, encode_line
 
 LANGUAGES = ("de", "nl", "en", "es", "fr")
 WEIGHTS = ("1", "2", "4", "8", "16", "32", "64", "128")
-TEXTS = ("name", "help", "values", "advice")
+TEXTS = ("name", "help", "values", "advice", "expert")
 NUMBERS = ("default", "lower", "upper", "factory")
 
 # The program's CV table ends here, a decoder's description covers at least this.
@@ -23,7 +23,8 @@ CV_OF_GENERATION = 73
 CV_OF_GENERATION_LOWEST = 5
 LOWEST_FIRST_STEP = 3
 
-MODEL_KEYS = {"name", "header", "base", "abstract", "expert", "rows", "remove", "top_speed", "speed_steps"}
+MODEL_KEYS = {"name", "header", "base", "adds", "abstract", "rows", "remove", "top_speed", "speed_steps"}
+ADDITION_KEYS = {"name", "rows", "remove", "top_speed", "speed_steps"}
 CV_KEYS = {"number", "bits", *NUMBERS, *TEXTS}
 SERIES_KEYS = CV_KEYS - {"number"} | {"from", "to", "first"}
 
@@ -60,6 +61,16 @@ class Model:
 
     def copy(self):
         return Model(self.source, self)
+
+    def take(self, source):
+        """Puts what a source says over what the model has."""
+        for number in source.data["model"].get("remove", []):
+            if self.rows.pop(number, None) is None:
+                raise source.error(f"CV{number} has no meaning that could be removed", "model", "remove")
+        if "unused" in source.data:
+            check_block(source, source.data["unused"], set(TEXTS), "unused")
+            self.unused = Row(source, ("unused",), source.data["unused"])
+        add_rows(self, source)
 
     @property
     def rows_count(self):
@@ -195,23 +206,31 @@ class Models:
         return (self.folder / f"{name}.toml").is_file()
 
     def load(self, name):
-        source = TomlSource(self.folder / f"{name}.toml")
-        refuse_unknown(source, source.data, {"model", "unused", "cv", "series"})
-        own = source.data.setdefault("model", {})
-        refuse_unknown(source, own, MODEL_KEYS, "model")
-        if own.get("name") != name:
-            raise source.error(f"the model's name must be '{name}', as its file", "model", "name")
+        source = self.read(name, MODEL_KEYS)
         model = Model(source, self.base_of(source))
-        for number in own.get("remove", []):
-            if model.rows.pop(number, None) is None:
-                raise source.error(f"CV{number} has no meaning that could be removed", "model", "remove")
-        if "unused" in source.data:
-            check_block(source, source.data["unused"], set(TEXTS), "unused")
-            model.unused = Row(source, ("unused",), source.data["unused"])
-        add_rows(model, source)
+        for addition in source.data["model"].get("adds", []):
+            self.add(model, addition)
+        model.take(source)
         if not model.settings["abstract"]:
             check_model(model)
         return model
+
+    def add(self, model, name):
+        """Puts an addition, what generations of several models have alike, over the model's base."""
+        if not self.knows(name):
+            raise model.error(f"no addition '{name}'", "adds")
+        source = self.read(name, ADDITION_KEYS)
+        model.settings = {**model.settings, **source.data["model"], **model.source.data["model"]}
+        model.take(source)
+
+    def read(self, name, keys):
+        source = TomlSource(self.folder / f"{name}.toml")
+        refuse_unknown(source, source.data, {"model", "unused", "cv", "series"})
+        own = source.data.setdefault("model", {})
+        refuse_unknown(source, own, keys, "model")
+        if own.get("name") != name:
+            raise source.error(f"the model's name must be '{name}', as its file", "model", "name")
+        return source
 
     def base_of(self, source):
         base = source.data["model"].get("base")
@@ -233,10 +252,6 @@ def check_model(model):
     check_text(model.source, model.settings["header"], "model", "header")
     if not 1 <= model.rows_count <= TABLE_ROWS:
         raise model.error(f"rows beyond the table (1 to {TABLE_ROWS})", "rows")
-    if model.settings.get("expert"):
-        for row in model.rows.values():
-            require(row, "name", "help")
-        return
     check_speed_steps(model)
     add_speed_steps(model)
     for number, row in model.rows.items():

@@ -7,6 +7,10 @@ import unittest
 from pathlib import Path
 
 TOOL = Path(__file__).resolve().parents[1] / "build_descriptions.py"
+sys.path.insert(0, str(TOOL.parent))
+from build_descriptions import build
+from text_file import SourceError
+
 DATA = Path(__file__).resolve().parents[2] / "data" / "cv"
 
 STEPS = ", ".join(str(3 + 4 * step) for step in range(28))
@@ -72,6 +76,7 @@ upper = 131
 name = { de = "Schalter", nl = "Schakelaar", en = "Switches", es = "Interruptor", fr = "Interrupteur" }
 help = { de = "Art.", nl = "Soort.", en = "Kind.", es = "Tipo.", fr = "Type." }
 values = { de = "Bits", nl = "Bits", en = "Bits", es = "Bits", fr = "Bits" }
+expert = { de = "Wird geprüft.", nl = "Getest.", en = "Tested.", es = "Probado.", fr = "Testé." }
 
 [cv.bits]
 1 = { de = "eins", nl = "een", en = "one", es = "uno", fr = "un" }
@@ -97,18 +102,6 @@ upper = 130
 1 = {{}}
 """
 
-EXPERT = """\
-[model]
-name = "exp_kv07"
-header = "Experte KV07"
-expert = true
-
-[[cv]]
-number = 21
-name = { de = "Innen", nl = "Binnen", en = "Inside", es = "Dentro", fr = "Dedans" }
-help = { de = "Wird geprüft.", nl = "Getest.", en = "Tested.", es = "Probado.", fr = "Testé." }
-"""
-
 PRESETS = """\
 [bus_v1]
 header = "Bus V1"
@@ -122,7 +115,7 @@ FILES = """\
 "CV_Standart_kv07.txt" = "de"
 "CV_Standart_kv07es.txt" = "es"
 
-[expert.exp_kv07]
+[expert.kv07]
 "CV_exp_kv07_EN.txt" = "en"
 
 [bus_v1.kv07]
@@ -132,7 +125,6 @@ FILES = """\
 SOURCES = {
     "common.toml": COMMON,
     "kv07.toml": MODEL,
-    "exp_kv07.toml": EXPERT,
     "presets.toml": PRESETS,
     "files.toml": FILES,
 }
@@ -163,15 +155,13 @@ class DescriptionsTest(unittest.TestCase):
         return subprocess.run(command, capture_output=True, text=True, check=False)
 
     def written(self, name):
-        result = self.run_tool()
-        self.assertEqual(result.stderr, "")
-        self.assertEqual(result.returncode, 0)
+        build(self.source, self.output)
         return (self.output / name).read_bytes().split(b"\r\n")
 
     def refused(self, name, line, message):
-        result = self.run_tool()
-        self.assertEqual(result.returncode, 1)
-        self.assertEqual(result.stderr, f"{self.source / name}:{line}: {message}\n")
+        with self.assertRaises(SourceError) as caught:
+            build(self.source, self.output)
+        self.assertEqual(str(caught.exception), f"{self.source / name}:{line}: {message}")
         self.assertFalse(self.output.exists())
 
 
@@ -179,10 +169,11 @@ class Writing(DescriptionsTest):
     def test_rows_stand_in_the_line_of_their_number(self):
         lines = self.written("CV_Standart_kv07.txt")
         self.assertEqual(lines[0], b"Standard KV07")
-        self.assertEqual(lines[1], b"1;0;Nicht belegt;0;255;0;Bitte lassen.;-;;;;;;;;;")
+        self.assertEqual(lines[1], b"1;0;Nicht belegt;0;255;;Bitte lassen.;-;;;;;;;;;")
         self.assertEqual(lines[2], b"2;5;Anfahren;3;139;6;F\xfcr den Motor.;3 bis 139;Unter CV5.;;;;;;;;")
         self.assertEqual(lines[70], b"70;111;Fahrstufe 28;3;168;111;Motorwert.;1/255;;;;;;;;;")
         self.assertEqual(lines[97], b"97;3;Fahrstufe 1;3;168;3;Motorwert.;1/255;;;;;;;;;")
+        self.assertEqual(lines[153], b"153;;Nicht belegt;0;255;;Bitte lassen.;-;;;;;;;;;")
         self.assertEqual(lines[176][:4], b"176;")
 
     def test_bits_begin_with_weight_1_and_leave_unused_ones_empty(self):
@@ -204,7 +195,8 @@ class Writing(DescriptionsTest):
 
     def test_an_expert_file_holds_only_what_it_adds(self):
         self.assertEqual(
-            self.written("CV_exp_kv07_EN.txt"), [b"Experte KV07", b"21;;Inside;;;;Tested.;;;;;;;;;;", b""]
+            self.written("CV_exp_kv07_EN.txt"),
+            [b"Standard KV07 Experte", b"21;;Switches;;;;Tested.;;;;;;;;;;", b""],
         )
 
     def test_presets_change_the_value_and_not_the_factory_value(self):
@@ -216,7 +208,17 @@ class Writing(DescriptionsTest):
     def test_a_removed_row_has_the_text_of_unused_ones(self):
         self.change("kv07.toml", "rows = 176", "rows = 176\nremove = [2]")
         self.change("presets.toml", "2 = 30", "21 = 2")
-        self.assertEqual(self.written("CV_Standart_kv07.txt")[2], b"2;0;Nicht belegt;0;255;0;Bitte lassen.;-;;;;;;;;;")
+        self.assertEqual(self.written("CV_Standart_kv07.txt")[2], b"2;0;Nicht belegt;0;255;;Bitte lassen.;-;;;;;;;;;")
+
+    def test_an_addition_stands_between_base_and_model(self):
+        self.change("kv07.toml", "rows = 176", 'adds = ["tacho"]')
+        addition = '[model]\nname = "tacho"\nrows = 178\n\n[[cv]]\nnumber = 2\ndefault = 9\n\n[[cv]]\nnumber = 21\ndefault = 3\n'
+        (self.source / "tacho.toml").write_text(addition, encoding="utf-8")
+        lines = self.written("CV_Standart_kv07.txt")
+        self.assertEqual(lines[2].split(b";")[1], b"9")
+        self.assertEqual(lines[21].split(b";")[1], b"2")
+        self.assertEqual(lines[178][:4], b"178;")
+        self.assertEqual(lines[179], b"Anfang FS")
 
     def test_an_unchanged_file_is_not_written_again(self):
         self.written("CV_Standart_kv07.txt")
@@ -229,6 +231,13 @@ class Writing(DescriptionsTest):
 
 
 class Refusing(DescriptionsTest):
+    def test_the_command_ends_with_the_place_of_the_fault(self):
+        self.assertEqual(self.run_tool().returncode, 0)
+        self.change("kv07.toml", "default = 2", "default = 131")
+        result = self.run_tool()
+        self.assertEqual(result.returncode, 1)
+        self.assertEqual(result.stderr, f"{self.source / 'kv07.toml'}:11: default 131 lies outside 0 to 130\n")
+
     def test_faults_in_a_model(self):
         cases = [
             ("fr = \"Démarrage\"\n", "", "[cv.name]", "translation 'fr' is missing"),
@@ -296,7 +305,6 @@ class Refusing(DescriptionsTest):
              "'CV_Standart_kv07.txt' stands here for the second time"),
             ("[description.kv07]", "[description.kv09]", 1, "no model 'kv09'"),
             ("[description.kv07]", "[description.common]", 1, "'common' is only a base"),
-            ("[expert.exp_kv07]", "[expert.kv07]", 5, "'kv07' is no model for this kind of file"),
             ("[bus_v1.kv07]", "[bus_v9.kv07]", 8, "unknown kind of file 'bus_v9'"),
         ]
         for old, new, line, message in cases:
@@ -304,6 +312,17 @@ class Refusing(DescriptionsTest):
                 self.setUp()
                 self.change("files.toml", old, new)
                 self.refused("files.toml", line, message)
+
+    def test_an_expert_file_without_content(self):
+        self.change("kv07.toml", "rows = 176", "rows = 176\nremove = [21]")
+        self.change("kv07.toml", "[[cv]]\nnumber = 21\ndefault = 2\nupper = 130\n\n[cv.bits]\n1 = {}\n", "")
+        self.refused("files.toml", 5, "'kv07' has nothing for experts")
+
+    def test_faults_around_an_addition(self):
+        self.change("kv07.toml", "rows = 176", 'rows = 176\nadds = ["tacho"]')
+        self.refused("kv07.toml", 6, "no addition 'tacho'")
+        (self.source / "tacho.toml").write_text('[model]\nname = "tacho"\nremove = [2, 4]\n', encoding="utf-8")
+        self.refused("tacho.toml", 3, "CV4 has no meaning that could be removed")
 
     def test_a_preset_that_does_not_fit_the_model(self):
         self.change("presets.toml", "2 = 30", "2 = 140")
@@ -354,14 +373,86 @@ class Knowledge(unittest.TestCase):
             self.assertEqual(named, switches)
             self.assertEqual({self.row(file, number)[9].count("$") for number in switches}, {7})
 
-    def test_the_older_kv04_is_allowed_a_wider_motor_range(self):
-        self.assertEqual(self.row("CV_Standart180.txt", 70)[4], "180")
-        self.assertEqual(self.row("CV_Standart172.txt", 70)[4], "168")
+    def test_the_motor_range_of_each_generation(self):
+        cases = [
+            ("CV_Standart180.txt", "180"),
+            ("CV_Standart180_v1.txt", "180"),
+            ("CV_Standart172.txt", "168"),
+            ("CV_Standart_kv08.txt", "168"),
+            ("CV_Standart_kv07_F5.txt", "120"),
+            ("CV_Standart_kv08_F5fr.txt", "120"),
+        ]
+        for file, top in cases:
+            with self.subTest(file):
+                self.assertEqual(self.row(file, 70)[4], top)
+                self.assertEqual(self.row(file, 5)[4], top)
 
-    def test_a_file_without_a_language_in_its_name_has_companions(self):
-        for stem in ("CV_Standart172", "CV_Standart180", "CV_Standart180_v1"):
+    def test_base_and_top_speed_are_those_of_the_table(self):
+        for file in sorted(path.name for path in self.output.glob("CV_Standart1*.txt")):
+            with self.subTest(file):
+                self.assertEqual(self.row(file, 2)[1], self.row(file, 97)[1])
+                self.assertEqual(self.row(file, 5)[1], self.row(file, 70)[1])
+
+    def test_names_that_follow_no_rule(self):
+        names = [
+            "CV_exp_Receiver.txt_nl.txt",
+            "CV_exp_Receiver_270222_nl",
+            "CV_exp_Receiver_270222_nl.txt",
+            "CV_exp_Receiver_240216_en_neu.txt",
+            "CV_exp_kv08LCnl.txt",
+            "CV_exp_kv07_F3_EN.txt",
+            "CV_exp_v1_6.txt",
+            "CV_Standart_an07_V1en.txt",
+            "CV_Standart_kv08_F5fr.txt",
+            "CV_Standart_kv07LCes.txt",
+            "CV_Standart_kv07Tacho.txt",
+            "CV_Standart_receiver_nl.txt",
+            "CV_Standart172_Mai10_6.txt",
+            "CV_Standart_Mai10_6.txt",
+            "CV_Standart_November12_5.txt",
+            "CV_KV04_Bus_V4_08.txt",
+            "CV_KV04_FW_V1_09.txt",
+            "CV_KV08_FW_V4.txt",
+        ]
+        self.assertEqual([name for name in names if not (self.output / name).is_file()], [])
+
+    def test_both_letter_cases_of_a_receiver_file_are_one(self):
+        for language in ("", "_en", "_es", "_fr", "_nl"):
+            one = (self.output / f"CV_exp_receiver{language}.txt").read_bytes()
+            self.assertEqual(one, (self.output / f"CV_exp_Receiver{language}.txt").read_bytes())
+
+    def test_a_german_file_without_language_forms_has_companions(self):
+        stems = ["CV_Standart172", "CV_Standart180", "CV_Standart180_v1", "CV_Standart_kv08Tacho", "CV_KV06_Bus_V2"]
+        for stem in stems:
             for companion in ("", "_EN", "_ES", "_FR", "_NL"):
                 self.assertTrue((self.output / f"{stem}{companion}.txt").is_file(), stem + companion)
+
+    def test_every_description_has_its_rows_in_order_and_the_speed_steps_behind_them(self):
+        # At most 551 lines of a file are read.
+        for path in sorted(self.output.glob("CV_*")):
+            if path.name.startswith("CV_exp"):
+                continue
+            with self.subTest(path.name):
+                lines = path.read_bytes().split(b"\r\n")
+                self.assertLess(len(lines), 552)
+                rows = lines.index(b"Anfang FS") - 1 if "receiver" not in path.name else len(lines) - 2
+                self.assertGreaterEqual(rows, 176)
+                self.assertEqual([line.split(b";")[0] for line in lines[1 : rows + 1]],
+                                 [b"%d" % number for number in range(1, rows + 1)])
+                self.assertEqual({line.count(b";") for line in lines[1 : rows + 1]}, {16})
+
+    def test_an_xt_module_and_a_missing_servo_are_recognised(self):
+        self.assertIn(b"KV05-XT", (self.output / "CV_Standart_receiver.txt").read_bytes().split(b"\r\n")[0])
+        self.assertEqual(self.row("CV_Standart172.txt", 153)[1], "")
+        for number in (11, 12, 13, 14):
+            self.assertEqual(self.row("CV_Standart172.txt", number)[2], "Nicht belegt")
+            self.assertNotEqual(self.row("CV_Standart_kv07.txt", number)[2], "Nicht belegt")
+
+    def test_the_ready_made_lists_switch_one_run_on(self):
+        for model in ("KV04", "KV05", "KV06", "KV07", "KV08"):
+            date = "_09" if model == "KV04" else ""
+            self.assertEqual([self.row(f"CV_{model}_Bus_V1{date}.txt", number)[1] for number in (102, 108)], ["8", "0"])
+            self.assertEqual([self.row(f"CV_{model}_FW_V3{date}.txt", number)[1] for number in (102, 108)], ["0", "180"])
 
 
 if __name__ == "__main__":
