@@ -34,29 +34,6 @@ bool isFrom(const FirmwareDate& date, int year, int month)
     return std::tie(date.year, date.month) >= std::tie(year, month);
 }
 
-Model modelOf(int typeCode)
-{
-    switch (typeCode) {
-    case 0:
-    case 4:
-        return Model::kv04;
-    case 1:
-    case 5:
-        return Model::kv05;
-    case 2:
-    case 6:
-        return Model::kv06;
-    case 7:
-        return Model::kv07;
-    case 8:
-        return Model::kv08;
-    case 57:
-        return Model::trailer;
-    default:
-        return Model::receiver;
-    }
-}
-
 Processor processorOf(const CvImage& image, Model model)
 {
     if (image[signatureCv] == 0x1E && image[signatureCv + 1] == 0x94 && image[signatureCv + 2] == 0x06)
@@ -126,6 +103,29 @@ bool DecoderProfile::isOlderKv04() const
            generation == Generation::until2008Last;
 }
 
+Model modelOfTypeCode(int typeCode)
+{
+    switch (typeCode) {
+    case 0:
+    case 4:
+        return Model::kv04;
+    case 1:
+    case 5:
+        return Model::kv05;
+    case 2:
+    case 6:
+        return Model::kv06;
+    case 7:
+        return Model::kv07;
+    case 8:
+        return Model::kv08;
+    case 57:
+        return Model::trailer;
+    default:
+        return Model::receiver;
+    }
+}
+
 Processor usualProcessor(Model model)
 {
     const bool small = model == Model::kv04 || model == Model::kv05 || model == Model::kv06;
@@ -137,7 +137,7 @@ DecoderProfile profileOf(int typeCode, TextView identification, const CvImage& i
 {
     DecoderProfile profile;
     profile.typeCode = typeCode;
-    profile.model = modelOf(typeCode);
+    profile.model = modelOfTypeCode(typeCode);
     profile.generation = generationOf(typeCode, identification, image);
     profile.processor = processorOf(image, profile.model);
     profile.firmwareVersion = image[firmwareCv];

@@ -58,6 +58,9 @@ inline constexpr int firstReceiverTypeCode = 80;
 DecoderProfile profileOf(int typeCode, TextView identification, const CvImage& image,
                          const ReceiverValues& receiver);
 
+// Any type code without a decoder of its own is a receiver's.
+Model modelOfTypeCode(int typeCode);
+
 // The processor of a decoder that does not say which it has.
 Processor usualProcessor(Model model);
 

@@ -1,5 +1,6 @@
 #include "cvdata/description_file.h"
 
+#include "cvdata/description_fields.h"
 #include "program/text_lines.h"
 
 #include <algorithm>
@@ -11,25 +12,6 @@ namespace
 {
 
 using Kind = DescriptionFault::Kind;
-
-Text withLineBreaks(TextView field)
-{
-    Text text(field);
-    for (auto at = text.find(u'$'); at != Text::npos; at = text.find(u'$', at + lineBreak.size()))
-        text.replace(at, 1, lineBreak);
-    return text;
-}
-
-// The fields that a ";" ends; what follows the last ";" is no field.
-std::vector<TextView> fieldsOf(TextView line)
-{
-    std::vector<TextView> fields;
-    for (auto end = line.find(u';'); end != TextView::npos; end = line.find(u';')) {
-        fields.push_back(line.substr(0, end));
-        line.remove_prefix(end + 1);
-    }
-    return fields;
-}
 
 int rowsBeforeSection(const std::vector<Text>& lines)
 {

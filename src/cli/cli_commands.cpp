@@ -1,0 +1,109 @@
+#include "cli/cli_commands.h"
+
+#include "cli/list_output.h"
+#include "cli/terminal.h"
+#include "cvdata/description_choice.h"
+#include "link/identification.h"
+#include "link/port_choice.h"
+#include "platform/text_conversion.h"
+#include "workbench/full_read.h"
+#include "workbench/line_use.h"
+#include "workbench/offline_list.h"
+
+namespace karvo
+{
+
+namespace
+{
+
+ExitCode exitCodeOf(ReadEnd end)
+{
+    switch (end) {
+    case ReadEnd::read:
+        return ExitCode::done;
+    case ReadEnd::noReply:
+        return ExitCode::noReply;
+    case ReadEnd::unknownDecoder:
+        return ExitCode::unknownDecoder;
+    case ReadEnd::wrongCheckByte:
+        return ExitCode::damagedData;
+    case ReadEnd::ended:
+        break;
+    }
+    return ExitCode::portRefused; // nothing else ends the program here
+}
+
+std::string_view menuItemOf(const QString& name)
+{
+    for (const OfflineList& list : offlineLists()) {
+        if (offlineListName(list.menuItem) == name.toLower())
+            return list.menuItem;
+    }
+    return {};
+}
+
+} // namespace
+
+ExitCode runPorts(Workbench& bench, const PortMap& map, const CliArguments& arguments)
+{
+    const auto descriptions = map.describePorts();
+    std::vector<PresentPort> present;
+    for (const int number : searchPorts(bench.state.link, bench.port)) {
+        const auto& description = descriptions[static_cast<std::size_t>(number) - 1];
+        present.push_back({number, description.device, description.description});
+    }
+    printPorts(present, arguments.json);
+    return ExitCode::done;
+}
+
+ExitCode runIdentify(Workbench& bench, const CliArguments& arguments)
+{
+    const LineUse line(bench);
+    Link link = bench.link();
+    if (!EnsurePortOpen(link))
+        return ExitCode::portRefused;
+    switch (IdentifyDecoder(link, ReadOnlyReceiver::accepted)) {
+    case IdentificationEnd::identified:
+        printDecoder(bench.state, arguments.json);
+        return ExitCode::done;
+    case IdentificationEnd::timedOut:
+        bench.prompts.message(bench.state.texts.message(Message::noReply), PromptIcon::none);
+        return ExitCode::noReply;
+    case IdentificationEnd::unknown:
+        return ExitCode::unknownDecoder;
+    case IdentificationEnd::ended:
+        break;
+    }
+    return ExitCode::portRefused;
+}
+
+ExitCode runRead(Workbench& bench, const CliArguments& arguments)
+{
+    const auto end = readIntoList(bench, ReadStarter::other);
+    if (!end)
+        return ExitCode::fileTrouble;
+    if (*end == ReadEnd::read)
+        printList(bench.state, arguments.json);
+    return exitCodeOf(*end);
+}
+
+ExitCode runList(Workbench& bench, const CliArguments& arguments)
+{
+    if (arguments.model.isEmpty()) {
+        printOfflineLists(arguments.json);
+        return ExitCode::done;
+    }
+    const auto menuItem = menuItemOf(arguments.model);
+    if (menuItem.empty()) {
+        printLine(stderr,
+                  toText(QStringLiteral("There is no list %1. The command list alone prints the names.")
+                             .arg(arguments.model)));
+        return ExitCode::wrongArguments;
+    }
+    if (!showOfflineList(bench, menuItem))
+        return ExitCode::fileTrouble;
+    printList(bench.state, arguments.json);
+    return ExitCode::done;
+}
+
+} // namespace karvo

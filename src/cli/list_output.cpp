@@ -1,0 +1,147 @@
+#include "cli/list_output.h"
+
+#include "cli/terminal.h"
+#include "cvdata/cv_details.h"
+#include "cvdata/description_choice.h"
+#include "platform/text_conversion.h"
+#include "workbench/describe.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <algorithm>
+
+namespace karvo
+{
+
+namespace
+{
+
+void printJson(const QJsonDocument& document)
+{
+    std::fputs(document.toJson(QJsonDocument::Indented).constData(), stdout);
+}
+
+QJsonValue numberOrNull(const Text& text)
+{
+    const auto number = numberFromText(text);
+    return number ? QJsonValue(*number) : QJsonValue();
+}
+
+QJsonObject cvObject(const CvTable& table, int cv)
+{
+    const CvDetails details = cvDetails(table, cv);
+    return {{QStringLiteral("cv"), cv},
+            {QStringLiteral("value"), numberOrNull(details.value)},
+            {QStringLiteral("name"), toQString(details.name)},
+            {QStringLiteral("explanation"), toQString(details.explanation)},
+            {QStringLiteral("lower"), numberOrNull(details.lowerLimit)},
+            {QStringLiteral("upper"), numberOrNull(details.upperLimit)},
+            {QStringLiteral("factory"), numberOrNull(details.factoryValue)}};
+}
+
+QJsonArray cvArray(const CvTable& table)
+{
+    QJsonArray cvs;
+    for (int cv = 1; cv <= CvTable::lastRow; ++cv) {
+        if (table.describes(cv))
+            cvs.append(cvObject(table, cv));
+    }
+    return cvs;
+}
+
+QJsonObject profileObject(const ProgramState& state)
+{
+    const CvSet& set = state.set;
+    const auto description = set.descriptionPath.filename();
+    QJsonObject object{{QStringLiteral("model"), toQString(modelName(set.profile.model))},
+                       {QStringLiteral("type"), toQString(typeText(set.profile, state.texts))},
+                       {QStringLiteral("description"), pathToQString(description)},
+                       {QStringLiteral("offline"), set.isOffline()}};
+    if (!set.isOffline()) {
+        object.insert(QStringLiteral("firmware"), set.profile.firmwareVersion);
+        object.insert(QStringLiteral("sublevel"), set.profile.subLevel);
+        object.insert(QStringLiteral("processor"), toQString(processorName(set.profile.processor)));
+    }
+    return object;
+}
+
+std::size_t longestText(const MainList& list)
+{
+    std::size_t longest = 0;
+    for (const ListLine& line : list)
+        longest = std::max(longest, line.text.size());
+    return longest;
+}
+
+} // namespace
+
+void printList(const ProgramState& state, bool json)
+{
+    if (json) {
+        printJson(QJsonDocument(QJsonObject{{QStringLiteral("decoder"), profileObject(state)},
+                                            {QStringLiteral("cvs"), cvArray(state.set.table)}}));
+        return;
+    }
+    const auto width = longestText(state.set.list) + 2;
+    printLine(stdout, state.set.loadedData);
+    for (const ListLine& line : state.set.list) {
+        const Text padding(line.name.empty() ? 0 : width - line.text.size(), u' ');
+        printLine(stdout, line.text + padding + line.name);
+    }
+}
+
+void printDecoder(const ProgramState& state, bool json)
+{
+    const auto model = modelName(modelOfTypeCode(state.link.typeCode));
+    if (json) {
+        printJson(QJsonDocument(
+            QJsonObject{{QStringLiteral("identification"), toQString(state.link.identification)},
+                        {QStringLiteral("typeCode"), state.link.typeCode},
+                        {QStringLiteral("model"), toQString(model)}}));
+        return;
+    }
+    printLine(stdout, Text(model) + u" (" + state.link.identification + u")");
+}
+
+void printPorts(const std::vector<PresentPort>& ports, bool json)
+{
+    QJsonArray array;
+    for (const PresentPort& port : ports) {
+        if (!json) {
+            const QString line =
+                QStringLiteral("COM%1  %2  %3").arg(port.number).arg(port.device, port.description);
+            printLine(stdout, toText(line.trimmed()));
+            continue;
+        }
+        array.append(QJsonObject{{QStringLiteral("port"), port.number},
+                                 {QStringLiteral("device"), port.device},
+                                 {QStringLiteral("description"), port.description}});
+    }
+    if (json)
+        printJson(QJsonDocument(array));
+}
+
+void printOfflineLists(bool json)
+{
+    QJsonArray array;
+    for (const OfflineList& list : offlineLists()) {
+        array.append(offlineListName(list.menuItem));
+        if (!json)
+            printLine(stdout, toText(offlineListName(list.menuItem)));
+    }
+    if (json)
+        printJson(QJsonDocument(array));
+}
+
+QString offlineListName(std::string_view menuItem)
+{
+    constexpr std::string_view prefix = "mnu_";
+    const auto name = menuItem.substr(prefix.size());
+    return QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size()))
+        .toLower()
+        .replace(QLatin1Char('_'), QLatin1Char('-'));
+}
+
+} // namespace karvo

@@ -1,0 +1,27 @@
+// The main list, a decoder and the ports, as lines or as JSON.
+#pragma once
+
+#include "workbench/workbench.h"
+
+#include <QString>
+
+#include <vector>
+
+namespace karvo
+{
+
+struct PresentPort {
+    int number;
+    QString device;
+    QString description;
+};
+
+void printList(const ProgramState& state, bool json);
+void printDecoder(const ProgramState& state, bool json);
+void printPorts(const std::vector<PresentPort>& ports, bool json);
+void printOfflineLists(bool json);
+
+// The name of an offline list on the command line: "kv07" for the menu item "mnu_kv07".
+QString offlineListName(std::string_view menuItem);
+
+} // namespace karvo

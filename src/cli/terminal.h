@@ -1,0 +1,51 @@
+// The logic's prompts and view on a terminal: results on standard output, everything else on standard error.
+#pragma once
+
+#include "program/prompts.h"
+#include "program/view.h"
+
+#include <cstdio>
+#include <functional>
+
+namespace karvo
+{
+
+class TerminalPrompts : public Prompts
+{
+public:
+    explicit TerminalPrompts(std::function<void()> endWaits) : endWaits_(std::move(endWaits)) {}
+
+    void message(const Text& text, PromptIcon icon) override;
+    // Answered at a terminal with y, else No.
+    bool question(const Text& text) override;
+    std::optional<Text> input(const Text& title, const Text& prompt, const Text& initial) override;
+    void endProgram() override;
+
+    bool programEnded() const { return ended_; }
+
+private:
+    std::function<void()> endWaits_;
+    bool ended_ = false;
+};
+
+// Shows progress on a line of its own, and only where somebody watches.
+class TerminalView : public View
+{
+public:
+    TerminalView();
+
+    void showStatus(const Text& text) override;
+    void showProgress(std::size_t done, std::size_t total) override;
+    void showHourglass(bool) override {}
+    void showLineBusy(bool) override {}
+    void listChanged() override {}
+
+private:
+    bool watched_;
+    bool progressShown_ = false;
+};
+
+// One line of text and a line end, as UTF-8.
+void printLine(std::FILE* stream, TextView text);
+
+} // namespace karvo

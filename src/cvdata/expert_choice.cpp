@@ -1,0 +1,109 @@
+#include "cvdata/expert_choice.h"
+
+#include <array>
+#include <tuple>
+
+namespace karvo
+{
+
+namespace
+{
+
+// In the order of the language codes.
+using Suffixes = std::array<std::string_view, 5>;
+constexpr Suffixes capitalSuffixes = {"", "_NL", "_EN", "_ES", "_FR"};
+constexpr Suffixes smallSuffixes = {"", "_nl", "_en", "_es", "_fr"};
+constexpr Suffixes attachedSuffixes = {"", "nl", "en", "es", "fr"};
+
+std::string suffixOf(const Suffixes& suffixes, LanguageCode language)
+{
+    return std::string(suffixes[static_cast<std::size_t>(language) - 1]);
+}
+
+std::string newerExpertFileName(const DecoderProfile& profile, LanguageCode language)
+{
+    const std::string stem = profile.model == Model::kv07 ? "CV_exp_kv07" : "CV_exp_kv08";
+    const std::string suffix = suffixOf(capitalSuffixes, language) + ".txt";
+    switch (profile.generation) {
+    case Generation::laneControl:
+        return stem + "LC" + suffixOf(attachedSuffixes, language) + ".txt";
+    case Generation::tacho:
+        return stem + "Tacho.txt";
+    case Generation::v1:
+        return stem + "_V1" + suffix;
+    case Generation::f3:
+        return stem + "_F3" + suffix;
+    case Generation::f4:
+        return stem + "_F4" + suffix;
+    case Generation::f5:
+        return stem + "_F5" + suffix;
+    default:
+        return stem + suffix;
+    }
+}
+
+bool isFrom(const FirmwareDate& date, int year, int month, int day)
+{
+    return std::tie(date.year, date.month, date.day) >= std::tie(year, month, day);
+}
+
+// Two names are odd, and installed under these very names.
+std::string receiverExpertFileName(const DecoderProfile& profile, LanguageCode language)
+{
+    const std::string suffix = suffixOf(smallSuffixes, language);
+    const bool dutch = language == LanguageCode::dutch;
+    const FirmwareDate& date = profile.firmwareDate;
+    if (isFrom(date, 2022, 2, 27))
+        return "CV_exp_Receiver_270222" + suffix + (dutch ? "" : ".txt");
+    if (isFrom(date, 2016, 2, 24))
+        return "CV_exp_Receiver_240216" + suffix + (profile.subLevel > 0 ? "_neu.txt" : ".txt");
+    if (isFrom(date, 2015, 9, 1))
+        return "CV_exp_Receiver_010915" + suffix + ".txt";
+    if (date.isRecorded())
+        return dutch ? "CV_exp_Receiver.txt_nl.txt" : "CV_exp_Receiver" + suffix + ".txt";
+    return "CV_exp_receiver" + suffix + ".txt";
+}
+
+std::string datedExpertFileName(const DecoderProfile& profile)
+{
+    const auto code = std::to_string(profile.typeCode);
+    const bool november = profile.generation == Generation::november2012;
+    return (november ? "CV_exp_November12_" : "CV_exp_Mai10_") + code + ".txt";
+}
+
+} // namespace
+
+std::string expertFileName(const DecoderProfile& profile, LanguageCode language)
+{
+    switch (profile.typeCode) {
+    case 0:
+        return profile.generation == Generation::from2009 ? "CV_exp_v1.txt" : "CV_exp.txt";
+    case 1:
+        return "CV_exp_v1_5.txt";
+    case 2:
+        return "CV_exp_v1_6.txt";
+    case 4:
+    case 5:
+    case 6:
+        return datedExpertFileName(profile);
+    case 7:
+    case 8:
+        return newerExpertFileName(profile, language);
+    case 57: {
+        const std::string stem = profile.generation == Generation::v1 ? "CV_exp_an07_V1" : "CV_exp_an07";
+        return stem + suffixOf(capitalSuffixes, language) + ".txt";
+    }
+    default:
+        return receiverExpertFileName(profile, language);
+    }
+}
+
+std::string offlineExpertFileName(const OfflineList& list, LanguageCode language)
+{
+    // The bus and fire-engine lists of both KV04 generations share the older one's expert file.
+    if (list.model == Model::kv04 && !list.variantStem.empty())
+        return "CV_exp.txt";
+    return expertFileName(offlineProfile(list), language);
+}
+
+} // namespace karvo
