@@ -13,7 +13,7 @@ import sys
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent))
-from cv_models import LANGUAGES, NUMBERS, WEIGHTS, Models, Row, check_row, check_text
+from cv_models import LANGUAGES, NUMBERS, WEIGHTS, Models, Row, check_row, check_text, refuse_unknown
 from text_file import SourceError, TomlSource, write_if_changed
 
 LINE_END = "\r\n"
@@ -107,18 +107,25 @@ class Catalogue:
     def with_presets(self, model, name):
         """The model with the values of a ready-made list; the factory values stay the model's own."""
         preset = self.presets.data[name]
+        refuse_unknown(self.presets, preset, ("header", "values"), name)
+        for key in ("header", "values"):
+            if key not in preset:
+                raise self.presets.error(f"'{key}' is missing", name)
         check_text(self.presets, preset["header"], name, "header")
         result = model.copy()
         result.settings["header"] += " " + preset["header"]
         for number, value in preset["values"].items():
-            where = (name, "values", number)
-            row = model.rows.get(int(number))
-            if row is None:
-                raise self.presets.error(f"CV{number} has no meaning on '{model.settings['name']}'", *where)
-            numbers = {"default": value, "factory": row.values["factory"]}
-            result.rows[int(number)] = Row(self.presets, where, numbers, row)
-            check_row(result.rows[int(number)])
+            self.preset_row(result, number, value, name, "values", number)
         return result
+
+    def preset_row(self, model, number, value, *where):
+        row = model.rows.get(int(number)) if number.isdecimal() else None
+        if row is None:
+            raise self.presets.error(f"CV{number} has no meaning on '{model.settings['name']}'", *where)
+        if type(value) is not int:
+            raise self.presets.error(f"the value of CV{number} is no whole number", *where)
+        model.rows[int(number)] = Row(self.presets, where, {"default": value, "factory": row.values["factory"]}, row)
+        check_row(model.rows[int(number)])
 
 
 def read_file_list(source, catalogue):

@@ -4,6 +4,8 @@ A row (all that is known of one CV) may be refined from base to model key by key
 names the file and the line of the block.
 """
 
+import re
+
 from text_file import TomlSource, UnfitText, encode_line
 
 LANGUAGES = ("de", "nl", "en", "es", "fr")
@@ -101,6 +103,10 @@ def check_text(source, text, *where):
         raise source.error(str(error), *where) from error
 
 
+def numbers_in(text):
+    return sorted(re.findall("[0-9]+", text))
+
+
 def check_languages(source, table, *where):
     if not isinstance(table, dict):
         raise source.error("expected one text per language", *where)
@@ -109,6 +115,8 @@ def check_languages(source, table, *where):
         if language not in table:
             raise source.error(f"translation '{language}' is missing", *where)
         check_text(source, table[language], *where, language)
+        if numbers_in(table[language]) != numbers_in(table[LANGUAGES[0]]):
+            raise source.error(f"'{language}' names other numbers than '{LANGUAGES[0]}'", *where, language)
         if where[-1] == "name" and len(table[language]) > NAME_LENGTH:
             raise source.error(f"name longer than {NAME_LENGTH} characters", *where, language)
 
@@ -126,6 +134,17 @@ def check_block(source, block, known, *where):
             raise source.error(f"unknown bit '{weight}'", *where, "bits", weight)
         if texts != {}:
             check_languages(source, texts, *where, "bits", weight)
+
+
+def check_settings(source):
+    own = source.data["model"]
+    kinds = {"rows": int, "top_speed": int, "abstract": bool, "name": str, "base": str, "header": str}
+    lists = {"remove": int, "speed_steps": int, "adds": str}
+    for key, value in own.items():
+        if key in kinds and type(value) is not kinds[key]:
+            raise source.error(f"'{key}' has a value of the wrong kind", "model", key)
+        if key in lists and (type(value) is not list or any(type(member) is not lists[key] for member in value)):
+            raise source.error(f"'{key}' has a value of the wrong kind", "model", key)
 
 
 def check_number(source, number, *where):
@@ -228,6 +247,7 @@ class Models:
         refuse_unknown(source, source.data, {"model", "unused", "cv", "series"})
         own = source.data.setdefault("model", {})
         refuse_unknown(source, own, keys, "model")
+        check_settings(source)
         if own.get("name") != name:
             raise source.error(f"the model's name must be '{name}', as its file", "model", "name")
         return source

@@ -11,7 +11,6 @@ sys.path.insert(0, str(TOOL.parent))
 from build_descriptions import build
 from text_file import SourceError
 
-DATA = Path(__file__).resolve().parents[2] / "data" / "cv"
 
 STEPS = ", ".join(str(3 + 4 * step) for step in range(28))
 
@@ -100,6 +99,20 @@ upper = 130
 
 [cv.bits]
 1 = {{}}
+"""
+
+ADDITION = """\
+[model]
+name = "tacho"
+rows = 178
+
+[[cv]]
+number = 2
+default = 9
+
+[[cv]]
+number = 21
+default = 3
 """
 
 PRESETS = """\
@@ -212,8 +225,7 @@ class Writing(DescriptionsTest):
 
     def test_an_addition_stands_between_base_and_model(self):
         self.change("kv07.toml", "rows = 176", 'adds = ["tacho"]')
-        addition = '[model]\nname = "tacho"\nrows = 178\n\n[[cv]]\nnumber = 2\ndefault = 9\n\n[[cv]]\nnumber = 21\ndefault = 3\n'
-        (self.source / "tacho.toml").write_text(addition, encoding="utf-8")
+        (self.source / "tacho.toml").write_text(ADDITION, encoding="utf-8")
         lines = self.written("CV_Standart_kv07.txt")
         self.assertEqual(lines[2].split(b";")[1], b"9")
         self.assertEqual(lines[21].split(b";")[1], b"2")
@@ -242,10 +254,11 @@ class Refusing(DescriptionsTest):
         cases = [
             ("fr = \"Démarrage\"\n", "", "[cv.name]", "translation 'fr' is missing"),
             ('fr = "Démarrage"', 'fr = " "', "fr = \" \"", "empty text"),
-            ('es = "Arranque"', 'es = "Arranque…→"', "es = \"Arranque…", "character '→' (U+2192) does not exist in Windows-1252"),
+            ('es = "Arranque"', 'es = "A…→"', 'es = "A…', "character '→' (U+2192) does not exist in Windows-1252"),
             ('de = "Anfahren"', 'de = "An;fahren"', "de = \"An;", "semicolon inside a text"),
             ('de = "Anfahren"', 'de = "An$fahren"', "de = \"An$", "'$' inside a text"),
             ('de = "Anfahren"', 'de = "An\\nfahren"', "de = \"An\\n", "line break inside a text"),
+            ('nl = "3 tot 139"', 'nl = "3 tot 193"', 'nl = "3 tot 193"', "'nl' names other numbers than 'de'"),
             ('de = "Anfahren"', f'de = "{"A" * 46}"', "de = \"AAA", "name longer than 45 characters"),
             ("default = 5", "default = 2", "default = 2", "default 2 lies outside 3 to 139"),
             ("factory = 6", "factory = 140", "factory = 140", "factory 140 lies outside 3 to 139"),
@@ -287,6 +300,8 @@ class Refusing(DescriptionsTest):
             ('name = "kv07"', 'name = "kv08"', 2, "the model's name must be 'kv07', as its file"),
             ('header = "Standard KV07"\n', "", 1, "'header' is missing"),
             ("rows = 176", "lines = 176", 5, "unknown key 'lines'"),
+            ("rows = 176", 'rows = "176"', 5, "'rows' has a value of the wrong kind"),
+            ("rows = 176", 'remove = ["2"]', 5, "'remove' has a value of the wrong kind"),
         ]
         for old, new, line, message in cases:
             with self.subTest(message):
@@ -329,130 +344,10 @@ class Refusing(DescriptionsTest):
         self.refused("presets.toml", 5, "default 140 lies outside 3 to 139")
         self.change("presets.toml", "2 = 140", "4 = 1")
         self.refused("presets.toml", 5, "CV4 has no meaning on 'kv07'")
-
-
-class Knowledge(unittest.TestCase):
-    """The project's own sources."""
-
-    @classmethod
-    def setUpClass(cls):
-        folder = tempfile.TemporaryDirectory()
-        cls.addClassCleanup(folder.cleanup)
-        cls.output = Path(folder.name)
-        command = [sys.executable, TOOL, "--source", DATA, "--output", cls.output]
-        subprocess.run(command, check=True)
-
-    def row(self, file, number):
-        line = (self.output / file).read_bytes().decode("cp1252").split("\r\n")[number]
-        return line.split(";")
-
-    def test_the_wire_and_the_editors_can_count_on_these_rows(self):
-        cases = [
-            (1, "1", "126"),
-            (3, "1", "126"),
-            (15, "0", "39"),
-            (17, "0", "39"),
-            (48, "0", "255"),
-            (52, "96", "150"),
-            (53, "0", "255"),
-            (54, "0", "255"),
-            (73, "5", "168"),
-            (97, "3", "168"),
-            (100, "0", "255"),
-            (101, "0", "255"),
-        ]
-        for number, lower, upper in cases:
-            with self.subTest(number):
-                row = self.row("CV_Standart_kv07.txt", number)
-                self.assertEqual((row[0], row[3], row[4]), (str(number), lower, upper))
-
-    def test_the_switches_of_the_newer_models_are_named(self):
-        switches = [19, 20, 21, 22, 23, 24, 25, 26, 27, 29, 57, 60, 61, 100, 112, 160, 161]
-        for file in ("CV_Standart_kv07.txt", "CV_Standart_kv07fr.txt"):
-            named = [number for number in range(1, 177) if self.row(file, number)[9]]
-            self.assertEqual(named, switches)
-            self.assertEqual({self.row(file, number)[9].count("$") for number in switches}, {7})
-
-    def test_the_motor_range_of_each_generation(self):
-        cases = [
-            ("CV_Standart180.txt", "180"),
-            ("CV_Standart180_v1.txt", "180"),
-            ("CV_Standart172.txt", "168"),
-            ("CV_Standart_kv08.txt", "168"),
-            ("CV_Standart_kv07_F5.txt", "120"),
-            ("CV_Standart_kv08_F5fr.txt", "120"),
-        ]
-        for file, top in cases:
-            with self.subTest(file):
-                self.assertEqual(self.row(file, 70)[4], top)
-                self.assertEqual(self.row(file, 5)[4], top)
-
-    def test_base_and_top_speed_are_those_of_the_table(self):
-        for file in sorted(path.name for path in self.output.glob("CV_Standart1*.txt")):
-            with self.subTest(file):
-                self.assertEqual(self.row(file, 2)[1], self.row(file, 97)[1])
-                self.assertEqual(self.row(file, 5)[1], self.row(file, 70)[1])
-
-    def test_names_that_follow_no_rule(self):
-        names = [
-            "CV_exp_Receiver.txt_nl.txt",
-            "CV_exp_Receiver_270222_nl",
-            "CV_exp_Receiver_270222_nl.txt",
-            "CV_exp_Receiver_240216_en_neu.txt",
-            "CV_exp_kv08LCnl.txt",
-            "CV_exp_kv07_F3_EN.txt",
-            "CV_exp_v1_6.txt",
-            "CV_Standart_an07_V1en.txt",
-            "CV_Standart_kv08_F5fr.txt",
-            "CV_Standart_kv07LCes.txt",
-            "CV_Standart_kv07Tacho.txt",
-            "CV_Standart_receiver_nl.txt",
-            "CV_Standart172_Mai10_6.txt",
-            "CV_Standart_Mai10_6.txt",
-            "CV_Standart_November12_5.txt",
-            "CV_KV04_Bus_V4_08.txt",
-            "CV_KV04_FW_V1_09.txt",
-            "CV_KV08_FW_V4.txt",
-        ]
-        self.assertEqual([name for name in names if not (self.output / name).is_file()], [])
-
-    def test_both_letter_cases_of_a_receiver_file_are_one(self):
-        for language in ("", "_en", "_es", "_fr", "_nl"):
-            one = (self.output / f"CV_exp_receiver{language}.txt").read_bytes()
-            self.assertEqual(one, (self.output / f"CV_exp_Receiver{language}.txt").read_bytes())
-
-    def test_a_german_file_without_language_forms_has_companions(self):
-        stems = ["CV_Standart172", "CV_Standart180", "CV_Standart180_v1", "CV_Standart_kv08Tacho", "CV_KV06_Bus_V2"]
-        for stem in stems:
-            for companion in ("", "_EN", "_ES", "_FR", "_NL"):
-                self.assertTrue((self.output / f"{stem}{companion}.txt").is_file(), stem + companion)
-
-    def test_every_description_has_its_rows_in_order_and_the_speed_steps_behind_them(self):
-        # At most 551 lines of a file are read.
-        for path in sorted(self.output.glob("CV_*")):
-            if path.name.startswith("CV_exp"):
-                continue
-            with self.subTest(path.name):
-                lines = path.read_bytes().split(b"\r\n")
-                self.assertLess(len(lines), 552)
-                rows = lines.index(b"Anfang FS") - 1 if "receiver" not in path.name else len(lines) - 2
-                self.assertGreaterEqual(rows, 176)
-                self.assertEqual([line.split(b";")[0] for line in lines[1 : rows + 1]],
-                                 [b"%d" % number for number in range(1, rows + 1)])
-                self.assertEqual({line.count(b";") for line in lines[1 : rows + 1]}, {16})
-
-    def test_an_xt_module_and_a_missing_servo_are_recognised(self):
-        self.assertIn(b"KV05-XT", (self.output / "CV_Standart_receiver.txt").read_bytes().split(b"\r\n")[0])
-        self.assertEqual(self.row("CV_Standart172.txt", 153)[1], "")
-        for number in (11, 12, 13, 14):
-            self.assertEqual(self.row("CV_Standart172.txt", number)[2], "Nicht belegt")
-            self.assertNotEqual(self.row("CV_Standart_kv07.txt", number)[2], "Nicht belegt")
-
-    def test_the_ready_made_lists_switch_one_run_on(self):
-        for model in ("KV04", "KV05", "KV06", "KV07", "KV08"):
-            date = "_09" if model == "KV04" else ""
-            self.assertEqual([self.row(f"CV_{model}_Bus_V1{date}.txt", number)[1] for number in (102, 108)], ["8", "0"])
-            self.assertEqual([self.row(f"CV_{model}_FW_V3{date}.txt", number)[1] for number in (102, 108)], ["0", "180"])
+        self.change("presets.toml", "4 = 1", '2 = "5"')
+        self.refused("presets.toml", 5, "the value of CV2 is no whole number")
+        self.change("presets.toml", 'header = "Bus V1"', "")
+        self.refused("presets.toml", 1, "'header' is missing")
 
 
 if __name__ == "__main__":
