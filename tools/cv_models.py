@@ -129,6 +129,8 @@ def check_block(source, block, known, *where):
     for key in TEXTS:
         if key in block:
             check_languages(source, block[key], *where, key)
+    if not isinstance(block.get("bits", {}), dict):
+        raise source.error("expected bits by weight", *where, "bits")
     for weight, texts in block.get("bits", {}).items():
         if weight not in WEIGHTS:
             raise source.error(f"unknown bit '{weight}'", *where, "bits", weight)

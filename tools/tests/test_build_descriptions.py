@@ -270,6 +270,7 @@ class Refusing(DescriptionsTest):
             ("number = 2\n", "", "[[cv]]", "'number' is missing"),
             ("128 = { de", "127 = { de", "127 = {", "unknown bit '127'"),
             ("from = 97\n", "", "[[series]]", "'from' is missing"),
+            ("factory = 6\n", "bits = 3\n", "bits = 3", "expected bits by weight"),
         ]
         for old, new, place, message in cases:
             with self.subTest(message):
