@@ -78,35 +78,50 @@ constexpr std::array models{
     Model{"receiver-readonly", "81", receiver, 4, 2, standard, {24, 2, 16}, unrecorded, 0},
 };
 
-// What every vehicle decoder leaves the factory with: address 3, lights dimmed, indicators at 1.5 Hz,
-// distance control set for a van.
-constexpr CvValue vehicleValues[] = {
-    {1, 3},    {2, 20},   {3, 4},    {4, 10},   {5, 140},  {6, 80},   {15, 0},   {16, 130}, {17, 0},
-    {18, 128}, {19, 1},   {20, 2},   {21, 0},   {22, 4},   {23, 8},   {24, 16},  {25, 0},   {26, 1},
-    {27, 0},   {28, 40},  {29, 0},   {30, 66},  {31, 33},  {32, 5},   {33, 60},  {34, 60},  {35, 45},
-    {36, 12},  {37, 100}, {40, 3},   {41, 6},   {42, 9},   {43, 20},  {44, 20},  {45, 50},  {48, 25},
-    {49, 2},   {50, 15},  {51, 10},  {52, 110}, {53, 12},  {54, 20},  {55, 4},   {56, 30},  {57, 1},
-    {60, 3},   {61, 1},   {62, 25},  {63, 50},  {64, 8},   {65, 16},  {66, 95},  {67, 2},   {68, 7},
-    {98, 1},   {100, 0},  {101, 0},  {102, 30}, {103, 35}, {104, 70}, {105, 5},  {106, 12}, {110, 50},
-    {111, 20}, {112, 1},  {113, 10}, {115, 3},  {120, 25}, {121, 25}, {122, 40}, {125, 80}, {130, 6},
-    {131, 18}, {135, 90}, {140, 45}, {141, 15}, {145, 2},  {150, 10}, {151, 22}, {155, 33}, {160, 1},
-    {161, 0},  {162, 10}, {163, 5},  {164, 5},  {165, 8},  {166, 8},  {167, 10}, {168, 20}, {169, 30},
-    {170, 40}, {171, 50},
+constexpr CvValue addressValues[] = {{1, 3}, {3, 4}, {15, 0}, {16, 129}, {17, 0}, {18, 128}, {29, 0}};
+
+constexpr CvValue lightValues[] = {{62, 200}, {63, 60}, {64, 255}, {65, 30}, {66, 40},
+                                   {67, 5},   {68, 45}, {69, 2},   {100, 5}, {101, 60}};
+
+// Run-out, distance control, and the automatics of buses and fire engines.
+constexpr CvValue drivingValues[] = {
+    {4, 8},   {21, 17}, {48, 20}, {49, 180}, {50, 128}, {51, 6},   {52, 110},
+    {53, 20}, {54, 40}, {57, 31}, {58, 20},  {102, 12}, {103, 10}, {104, 50},
+    {105, 2}, {106, 4}, {107, 8}, {108, 90}, {109, 30}, {110, 24}, {111, 20},
 };
 
-// Servo ends and speed; of CV174 and CV175 only one may hold a value.
-constexpr CvValue servoValues[] = {{153, 12}, {172, 60}, {173, 120}, {174, 15}, {175, 0}, {176, 4}};
+constexpr CvValue batteryValues[] = {{55, 10}, {56, 14}, {153, 165}, {154, 150}};
+
+// Function keys, switches and infrared reports of the newer models.
+constexpr CvValue newerValues[] = {
+    {9, 2},  {22, 7}, {23, 3},  {24, 3},  {26, 128}, {27, 3},   {33, 1},  {34, 4},    {35, 5},  {36, 9},
+    {37, 6}, {38, 8}, {112, 1}, {160, 3}, {161, 1},  {162, 20}, {163, 5}, {164, 133}, {167, 1}, {168, 17},
+};
+
+constexpr CvValue eightOutputs[] = {{113, 255}, {114, 255}, {115, 255}, {116, 255},
+                                    {117, 255}, {118, 255}, {119, 255}, {120, 255}};
+
+constexpr CvValue laneControlValues[] = {{177, 1},   {178, 0},  {179, 120}, {180, 60},
+                                         {181, 128}, {182, 50}, {183, 20},  {184, 18}};
+
+constexpr CvValue tachoValues[] = {{177, 33}, {178, 4}, {179, 100}, {180, 87}};
+
+// Ends and speed of a servo; of CV174 and CV175 only one may hold a value.
+constexpr CvValue servoValues[] = {{172, 100}, {173, 156}, {174, 15}, {175, 0}, {176, 10}};
+
+constexpr CvValue trailerValues[] = {{21, 1}, {113, 7}, {114, 2}, {115, 1}};
 
 // A receiver switches lights or turnouts for the vehicles that pass it: no motor, no speed table.
 constexpr CvValue receiverValues[] = {
-    {1, 3},   {2, 1},   {3, 4},    {9, 2},    {10, 5},  {17, 0},   {18, 128}, {19, 10}, {20, 20}, {29, 0},
-    {30, 3},  {31, 7},  {40, 12},  {41, 24},  {50, 1},  {51, 2},   {52, 100}, {53, 10}, {54, 15}, {60, 1},
-    {74, 2},  {76, 5},  {77, 30},  {78, 60},  {80, 1},  {90, 25},  {91, 50},  {100, 0}, {110, 8}, {112, 1},
-    {120, 4}, {130, 1}, {140, 20}, {150, 35}, {160, 1}, {478, 18}, {479, 4},
+    {9, 1},    {10, 5},   {30, 1},   {31, 2},   {32, 7},   {35, 17},  {50, 1},   {51, 1},
+    {52, 2},   {53, 3},   {54, 4},   {55, 5},   {56, 6},   {57, 1},   {60, 200}, {61, 200},
+    {62, 200}, {63, 200}, {64, 200}, {65, 200}, {66, 200}, {67, 200}, {74, 2},   {77, 30},
+    {78, 30},  {80, 1},   {90, 25},  {91, 25},  {112, 1},  {478, 18}, {479, 4},
 };
 
 constexpr int maker = 13; // public domain and do-it-yourself decoders
-constexpr int firstSpeedStep = 8;
+constexpr int baseSpeed = 5;
+constexpr int topSpeedWithoutTable = 128;
 constexpr int lastOwnCv = 496; // below the record of the firmware
 
 class Memory
@@ -121,9 +136,8 @@ public:
 
     void set(std::span<const CvValue> values)
     {
-        for (const auto& [cv, value] : values) {
+        for (const auto& [cv, value] : values)
             set(cv, value);
-        }
     }
 
     int size() const { return static_cast<int>(values_.size()); }
@@ -137,12 +151,10 @@ private:
 // that a block that has shifted by a byte shows.
 void setOwnRange(Memory& memory, const Model& model)
 {
-    for (int cv = 257; cv <= lastOwnCv; ++cv) {
+    for (int cv = 257; cv <= lastOwnCv; ++cv)
         memory.set(cv, cv * 37 + model.firmware * 11);
-    }
-    for (int cv = 513; cv <= memory.size(); ++cv) {
+    for (int cv = 513; cv <= memory.size(); ++cv)
         memory.set(cv, cv < 960 ? cv * 53 + model.subLevel * 7 : 255);
-    }
 }
 
 // Speed step n is CV (98 - n). Real motors want small steps at the slow end.
@@ -150,7 +162,7 @@ void setSpeedTable(Memory& memory, int topStep)
 {
     for (int step = 1; step <= 28; ++step) {
         const int steepness = (step - 1) * (step + 8);
-        memory.set(98 - step, firstSpeedStep + (topStep - firstSpeedStep) * steepness / (27 * 36));
+        memory.set(98 - step, baseSpeed + (topStep - baseSpeed) * steepness / (27 * 36));
     }
 }
 
@@ -184,22 +196,46 @@ void setFirmwareRecord(Memory& memory, const Model& model)
     setSignature(memory, model.processor);
 }
 
+void setDriving(Memory& memory, const Model& model)
+{
+    memory.set(drivingValues);
+    memory.set(2, baseSpeed);
+    memory.set(5, model.topStep > 0 ? model.topStep : topSpeedWithoutTable);
+    if (model.topStep > 0)
+        setSpeedTable(memory, model.topStep);
+}
+
+void setNewerFunctions(Memory& memory, const Model& model)
+{
+    memory.set(newerValues);
+    memory.set(servoValues);
+    if (model.identification == "28")
+        memory.set(eightOutputs);
+    if (model.build == laneControl)
+        memory.set(laneControlValues);
+    if (model.build == tacho)
+        memory.set(tachoValues);
+}
+
 void setVehicle(Memory& memory, const Model& model)
 {
-    memory.set(vehicleValues);
-    memory.set(99, model.firmware >= 3 ? 1 : 0);
-    if (model.kind != trailer) {
-        memory.set(servoValues);
+    memory.set(lightValues);
+    if (model.kind == trailer) {
+        memory.set(trailerValues);
+        return;
     }
-    if (model.topStep > 0) {
-        setSpeedTable(memory, model.topStep);
-    }
+    setDriving(memory, model);
+    if (model.identification != "04" && model.identification != "14")
+        memory.set(batteryValues);
+    if (model.kind == newer)
+        setNewerFunctions(memory, model);
 }
 
 // A receiver keeps its firmware level in CV72 and repeats its firmware version in CV73.
 void setReceiver(Memory& memory, const Model& model)
 {
     memory.set(receiverValues);
+    memory.set(servoValues);
     memory.set(72, model.subLevel);
     memory.set(73, model.firmware);
 }
@@ -208,11 +244,11 @@ Decoder build(const Model& model)
 {
     Memory memory(model.kind == newer ? 1024 : 512);
     setOwnRange(memory, model);
-    if (model.kind == receiver) {
+    memory.set(addressValues);
+    if (model.kind == receiver)
         setReceiver(memory, model);
-    } else {
+    else
         setVehicle(memory, model);
-    }
     setFirmwareRecord(memory, model);
     return {std::string(model.name), std::string(model.identification), memory.values()};
 }
@@ -228,9 +264,8 @@ bool isSameName(std::string_view left, std::string_view right)
 std::optional<Decoder> decoderByName(std::string_view name)
 {
     for (const Model& model : models) {
-        if (isSameName(model.name, name)) {
+        if (isSameName(model.name, name))
             return build(model);
-        }
     }
     return std::nullopt;
 }
@@ -238,9 +273,9 @@ std::optional<Decoder> decoderByName(std::string_view name)
 std::vector<std::string> decoderNames()
 {
     std::vector<std::string> names;
-    for (const Model& model : models) {
+    names.reserve(models.size());
+    for (const Model& model : models)
         names.emplace_back(model.name);
-    }
     return names;
 }
 

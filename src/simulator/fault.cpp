@@ -27,9 +27,8 @@ constexpr std::array<std::pair<std::string_view, Fault>, 10> faults{{
 std::optional<Fault> faultByName(std::string_view name)
 {
     for (const auto& [faultName, fault] : faults) {
-        if (faultName == name) {
+        if (faultName == name)
             return fault;
-        }
     }
     return std::nullopt;
 }
@@ -37,9 +36,9 @@ std::optional<Fault> faultByName(std::string_view name)
 std::vector<std::string_view> faultNames()
 {
     std::vector<std::string_view> names;
-    for (const auto& [faultName, fault] : faults) {
+    names.reserve(faults.size());
+    for (const auto& [faultName, fault] : faults)
         names.push_back(faultName);
-    }
     return names;
 }
 

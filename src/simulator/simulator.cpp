@@ -19,6 +19,7 @@ constexpr long long bitsPerByte = 10;
 constexpr std::uint8_t acknowledge = 6;
 constexpr std::uint8_t refusal = 21;
 constexpr std::size_t frameLength = 3;
+constexpr Time frameTimeOut = 2s;
 
 constexpr std::uint8_t identifyCommand = '%';
 constexpr std::string_view readCommand = "ER";
@@ -57,13 +58,12 @@ Simulator::Simulator(Decoder decoder, Pace pace, Fault fault)
 
 void Simulator::receive(std::span<const std::uint8_t> bytes, Time now)
 {
-    if (hungUp(now)) {
+    if (hungUp(now))
         return;
-    }
+    forgetStaleFrame(now);
     const Time start = std::max(now, inwardFree_);
-    for (std::size_t i = 0; i < bytes.size(); ++i) {
+    for (std::size_t i = 0; i < bytes.size(); ++i)
         receiveByte(bytes[i], start + lineTime(i + 1));
-    }
     inwardFree_ = start + lineTime(bytes.size());
 }
 
@@ -79,9 +79,8 @@ std::vector<std::uint8_t> Simulator::take(Time now)
 
 std::optional<Time> Simulator::nextEvent() const
 {
-    if (!outgoing_.empty()) {
+    if (!outgoing_.empty())
         return outgoing_.front().due;
-    }
     return hangUpAt_;
 }
 
@@ -92,9 +91,8 @@ bool Simulator::hungUp(Time now) const
 
 void Simulator::reconnect()
 {
-    if (hangUpAt_ && fault_ == Fault::hangUp) {
+    if (hangUpAt_ && fault_ == Fault::hangUp)
         fault_ = Fault::none;
-    }
     hangUpAt_.reset();
     outgoing_.clear();
     received_.clear();
@@ -108,11 +106,18 @@ void Simulator::setFault(Fault fault)
     fault_ = fault;
 }
 
+void Simulator::forgetStaleFrame(Time now)
+{
+    if (awaited_ != Awaited::command && now - inwardFree_ > frameTimeOut) {
+        received_.clear();
+        awaited_ = Awaited::command;
+    }
+}
+
 void Simulator::receiveByte(std::uint8_t byte, Time arrival)
 {
-    if (fault_ == Fault::silence) {
+    if (fault_ == Fault::silence)
         return;
-    }
     if (awaited_ == Awaited::command) {
         receiveCommandByte(byte, arrival);
     } else {
@@ -136,9 +141,8 @@ void Simulator::receiveCommandByte(std::uint8_t byte, Time arrival)
         sendBlock(arrival);
     } else if (isEqual(received_, writeCommand)) {
         acknowledgeCommand(Awaited::writeFrame, arrival);
-    } else if (isEqual(received_, liveCommand)) {
+    } else if (isEqual(received_, liveCommand))
         acknowledgeCommand(Awaited::liveFrame, arrival);
-    }
 }
 
 void Simulator::acknowledgeCommand(Awaited next, Time arrival)
@@ -165,9 +169,8 @@ void Simulator::answerFrame(Time arrival)
     const std::uint8_t value = received_[1];
     const bool refused = received_[2] != sumOf(std::span(received_).first(2)) ||
                          fault_ == Fault::refusedCommand || fault_ == Fault::refusedFrame;
-    if (!refused && awaited_ == Awaited::writeFrame) {
+    if (!refused && awaited_ == Awaited::writeFrame)
         decoder_.memory[address] = value;
-    }
     send(std::array{refused ? refusal : acknowledge}, arrival);
 }
 
@@ -186,9 +189,8 @@ std::vector<std::uint8_t> Simulator::block() const
         ++bytes.back();
     } else if (fault_ == Fault::shortBlock) {
         bytes.resize(bytes.size() - shortBlockLack);
-    } else if (fault_ == Fault::hangUp) {
+    } else if (fault_ == Fault::hangUp)
         bytes.resize(bytes.size() / 2);
-    }
     return bytes;
 }
 
@@ -201,16 +203,14 @@ void Simulator::sendBlock(Time arrival)
         send(std::span(bytes).subspan(begin, std::min(piece, bytes.size() - begin)), start);
         start = outwardFree_ + tornBlockPause;
     }
-    if (fault_ == Fault::hangUp) {
+    if (fault_ == Fault::hangUp)
         hangUpAt_ = outwardFree_;
-    }
 }
 
 void Simulator::send(std::span<const std::uint8_t> bytes, Time start)
 {
-    if (hangUpAt_) {
+    if (hangUpAt_)
         return;
-    }
     start = std::max(start, outwardFree_);
     for (std::size_t i = 0; i < bytes.size(); ++i) {
         outgoing_.push_back({start + lineTime(i + 1), bytes[i]});
@@ -221,9 +221,8 @@ void Simulator::send(std::span<const std::uint8_t> bytes, Time start)
 // From the first start bit to the last stop bit, rounded down to microseconds.
 Time Simulator::lineTime(std::size_t bytes) const
 {
-    if (pace_ == Pace::none) {
+    if (pace_ == Pace::none)
         return Time::zero();
-    }
     return Time(static_cast<long long>(bytes) * bitsPerByte * 1'000'000 / bitsPerSecond);
 }
 

@@ -47,7 +47,8 @@ public:
     Simulator(Decoder decoder, Pace pace, Fault fault);
 
     // Bytes sent by the program, the first of them starting on the line at `now`, or as soon as those before
-    // it have passed. On a line that hung up they are lost.
+    // it have passed. On a line that hung up they are lost. After 2 s of silence a frame that began to come
+    // is no longer awaited, so that a program that was ended in between does not leave the interface deaf.
     void receive(std::span<const std::uint8_t> bytes, Time now);
 
     // Bytes that have become readable by `now`, in order.
@@ -75,6 +76,7 @@ private:
         std::uint8_t byte;
     };
 
+    void forgetStaleFrame(Time now);
     void receiveByte(std::uint8_t byte, Time arrival);
     void receiveCommandByte(std::uint8_t byte, Time arrival);
     void receiveFrameByte(std::uint8_t byte, Time arrival);

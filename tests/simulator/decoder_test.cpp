@@ -102,8 +102,10 @@ TEST_P(EachDecoder, HasARisingSpeedTableOrNone)
         EXPECT_EQ(cv(*decoder, 73), isReceiver ? expected.firmware : 0);
         return;
     }
-    EXPECT_EQ(cv(*decoder, 97), 8);
+    EXPECT_EQ(cv(*decoder, 97), 5);
     EXPECT_EQ(cv(*decoder, 70), expected.topStep);
+    EXPECT_EQ(cv(*decoder, 2), 5) << "the base speed is that of step 1";
+    EXPECT_EQ(cv(*decoder, 5), expected.topStep) << "the top speed is that of step 28";
     EXPECT_GE(cv(*decoder, 73), 4);
     for (std::size_t step = 2; step <= 28; ++step) {
         EXPECT_GT(cv(*decoder, 98 - step), cv(*decoder, 98 - step + 1)) << "step " << step;
@@ -151,10 +153,10 @@ TEST(Decoder, DistanceControlStandsWithinItsLimits)
 {
     const auto decoder = decoderByName("kv07");
     ASSERT_TRUE(decoder);
-    EXPECT_EQ(cv(*decoder, 48), 25);
+    EXPECT_EQ(cv(*decoder, 48), 20);
     EXPECT_EQ(cv(*decoder, 52), 110);
-    EXPECT_EQ(cv(*decoder, 53), 12);
-    EXPECT_EQ(cv(*decoder, 54), 20);
+    EXPECT_EQ(cv(*decoder, 53), 20);
+    EXPECT_EQ(cv(*decoder, 54), 40);
 }
 
 TEST(Decoder, NameIsFoundWhateverItsLetterCase)

@@ -100,6 +100,15 @@ TEST(Simulator, PercentInsideAFrameIsFrameData)
     EXPECT_EQ(simulator.decoder().memory[37], 37);
 }
 
+TEST(Simulator, AFrameIsAwaitedForTwoSeconds)
+{
+    Simulator simulator(decoder("kv07"), Pace::none, Fault::none);
+    answer(simulator, {0x45, 0x57, 0x53}, 0us);
+    EXPECT_EQ(answer(simulator, {0x25}, 2'000'000us), Bytes{}) << "still frame data";
+    EXPECT_EQ(answer(simulator, {0x25}, 4'000'001us), bytesOf("27"));
+    EXPECT_EQ(answer(simulator, {0x25}, 4'000'002us), bytesOf("27"));
+}
+
 TEST(Simulator, LiveValuesAreAcknowledgedAndChangeNoCv)
 {
     Simulator simulator(decoder("kv07"), Pace::none, Fault::none);
