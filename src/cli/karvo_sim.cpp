@@ -1,0 +1,228 @@
+// karvo-sim: the simulated programming interface on a pseudo terminal, for any program that can open a serial
+// device.
+#include "cli/pseudo_terminal.h"
+#include "simulator/simulator.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <iostream>
+#include <optional>
+#include <string_view>
+#include <system_error>
+
+#include <poll.h>
+
+namespace karvo
+{
+
+namespace
+{
+
+constexpr int exitDone = 0;
+constexpr int exitFailed = 1;
+constexpr int exitUsage = 2;
+
+// How long a pulled adapter stays out, so that whoever used it can let go of it first.
+constexpr sim::Time unpluggedFor = std::chrono::seconds(1);
+
+// The only thing a signal handler may touch.
+volatile std::sig_atomic_t stopRequested = 0;
+
+struct Options {
+    std::optional<sim::Decoder> decoder;
+    sim::Pace pace = sim::Pace::line;
+    sim::Fault fault = sim::Fault::none;
+    bool list = false;
+    bool help = false;
+    bool version = false;
+};
+
+// Thrown for a command line that can not be understood.
+struct UsageError {
+    std::string message;
+};
+
+sim::Pace paceFrom(std::string_view name)
+{
+    if (name == "line")
+        return sim::Pace::line;
+    if (name == "none")
+        return sim::Pace::none;
+    throw UsageError{"unknown pace \"" + std::string(name) + "\": line or none"};
+}
+
+sim::Fault faultFrom(std::string_view name)
+{
+    if (const auto fault = sim::faultByName(name))
+        return *fault;
+    throw UsageError{"unknown fault \"" + std::string(name) + "\", --help names them"};
+}
+
+sim::Decoder decoderFrom(std::string_view name)
+{
+    if (auto decoder = sim::decoderByName(name))
+        return std::move(*decoder);
+    throw UsageError{"unknown model \"" + std::string(name) + "\", --list names them"};
+}
+
+Options parse(std::span<char* const> arguments)
+{
+    Options options;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const std::string_view argument = arguments[i];
+        const auto value = [&]() -> std::string_view {
+            if (++i == arguments.size())
+                throw UsageError{std::string(argument) + " needs a value"};
+            return arguments[i];
+        };
+        if (argument == "--fault")
+            options.fault = faultFrom(value());
+        else if (argument == "--pace")
+            options.pace = paceFrom(value());
+        else if (argument == "--list")
+            options.list = true;
+        else if (argument == "--help")
+            options.help = true;
+        else if (argument == "--version")
+            options.version = true;
+        else if (argument.starts_with('-'))
+            throw UsageError{"unknown option " + std::string(argument)};
+        else if (options.decoder)
+            throw UsageError{"one model only, \"" + std::string(argument) + "\" is a second one"};
+        else
+            options.decoder = decoderFrom(argument);
+    }
+    return options;
+}
+
+void printHelp()
+{
+    std::cout << "karvo-sim MODEL [--fault NAME] [--pace line|none]\n"
+                 "karvo-sim --list | --help | --version\n\n"
+                 "Simulates a programming interface with a decoder on it. The first line printed is the path "
+                 "of the\n"
+                 "serial device to open; it may be closed and opened again. Ends with Ctrl+C.\n\n"
+                 "  --pace line   4800 baud, as the real line (the usual)\n"
+                 "  --pace none   answers come at once\n"
+                 "  --fault NAME  one of:";
+    for (const auto name : sim::faultNames())
+        std::cout << ' ' << name;
+    std::cout
+        << "\n                After hang-up the device comes back within a second; its path is printed "
+           "again.\n"
+           "  --list        the names of all models\n\n"
+           "Exit codes: 0 ended by a signal, 1 the system gave no pseudo terminal, 2 wrong arguments.\n";
+}
+
+void printModels()
+{
+    for (const auto& name : sim::decoderNames())
+        std::cout << name << '\n';
+}
+
+sim::Time now()
+{
+    const auto sinceStart = std::chrono::steady_clock::now().time_since_epoch();
+    return std::chrono::duration_cast<sim::Time>(sinceStart);
+}
+
+// The signals that end the program stay blocked except inside sleep(): none can come between the test and the
+// sleep.
+sigset_t holdSignalsBack()
+{
+    struct sigaction action {
+    };
+    action.sa_handler = [](int) { stopRequested = 1; };
+    sigaction(SIGINT, &action, nullptr);
+    sigaction(SIGTERM, &action, nullptr);
+    sigset_t held;
+    sigset_t before;
+    sigemptyset(&held);
+    sigaddset(&held, SIGINT);
+    sigaddset(&held, SIGTERM);
+    sigprocmask(SIG_BLOCK, &held, &before);
+    return before;
+}
+
+// Until bytes can be read from the descriptor (true), the time is up, or a signal ends the program.
+bool sleep(int descriptor, std::optional<sim::Time> duration, const sigset_t& signals)
+{
+    pollfd awaited{descriptor, POLLIN, 0};
+    timespec limit{};
+    if (duration) {
+        const auto microseconds = std::max(duration->count(), sim::Time::rep{0});
+        limit.tv_sec = microseconds / 1'000'000;
+        limit.tv_nsec = microseconds % 1'000'000 * 1000;
+    }
+    const int ready = ::ppoll(&awaited, 1, duration ? &limit : nullptr, &signals);
+    if (ready < 0 && errno != EINTR)
+        throw std::system_error(errno, std::generic_category(), "poll");
+    return ready > 0;
+}
+
+// Until the line hangs up or a signal ends the program.
+void serveDevice(sim::Simulator& simulator, PseudoTerminal& terminal, const sigset_t& signals)
+{
+    while (!stopRequested) {
+        const sim::Time moment = now();
+        terminal.write(simulator.take(moment));
+        if (simulator.hungUp(moment))
+            return;
+        std::optional<sim::Time> pause = simulator.nextEvent();
+        if (pause)
+            *pause -= moment;
+        if (sleep(terminal.descriptor(), pause, signals))
+            simulator.receive(terminal.read(), now());
+    }
+}
+
+void serve(sim::Simulator& simulator)
+{
+    constexpr int noDescriptor = -1;
+    const sigset_t signals = holdSignalsBack();
+    while (!stopRequested) {
+        {
+            PseudoTerminal terminal;
+            std::cout << terminal.path() << std::endl;
+            serveDevice(simulator, terminal, signals);
+        }
+        if (!stopRequested)
+            sleep(noDescriptor, unpluggedFor, signals);
+        simulator.reconnect();
+    }
+}
+
+int run(const Options& options)
+{
+    if (options.help)
+        printHelp();
+    else if (options.version)
+        std::cout << "karvo-sim " KARVO_VERSION "\n";
+    else if (options.list)
+        printModels();
+    else if (options.decoder) {
+        sim::Simulator simulator(*options.decoder, options.pace, options.fault);
+        serve(simulator);
+    } else
+        throw UsageError{"no model given, --list names them"};
+    return exitDone;
+}
+
+} // namespace
+
+} // namespace karvo
+
+int main(int count, char** arguments)
+{
+    try {
+        const std::span all(arguments, static_cast<std::size_t>(count));
+        return karvo::run(karvo::parse(all.subspan(std::min<std::size_t>(1, all.size()))));
+    } catch (const karvo::UsageError& error) {
+        std::cerr << "karvo-sim: " << error.message << '\n';
+        return karvo::exitUsage;
+    } catch (const std::exception& error) {
+        std::cerr << "karvo-sim: " << error.what() << '\n';
+        return karvo::exitFailed;
+    }
+}
