@@ -3,9 +3,11 @@
 
 #include "cvdata/cv_table.h"
 #include "cvdata/decoder_profile.h"
+#include "cvdata/expert_file.h"
 #include "cvdata/main_list.h"
 
 #include <filesystem>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -17,6 +19,8 @@ struct CvSet {
     std::vector<Text> descriptionLines; // as in Description::lines
     int rowCount = 0;
     std::filesystem::path descriptionPath; // full path of the description file in use
+    std::filesystem::path expertPath;      // full path of the expert file that belongs to it
+    std::map<int, ExpertEntry> expert;     // by CV number; empty without expert mode
     DecoderProfile profile;
     Text modelCode;          // "04" to "08"
     Bytes rawReply;          // the decoder's last block; empty in an offline list

@@ -146,15 +146,18 @@ std::string descriptionFileName(const DecoderProfile& profile, LanguageCode lang
     }
 }
 
-std::string textCompanionName(std::string_view descriptionFile, LanguageCode language)
+std::string textCompanionName(std::string_view fileName, LanguageCode language)
 {
-    const bool hasLanguageForms = descriptionFile.starts_with("CV_Standart_kv0") ||
-                                  descriptionFile.starts_with("CV_Standart_an07") ||
-                                  descriptionFile.starts_with("CV_Standart_receiver");
-    const bool germanOnly = descriptionFile.ends_with("Tacho.txt");
+    constexpr std::string_view withLanguageForms[] = {
+        "CV_Standart_kv0", "CV_Standart_an07", "CV_Standart_receiver", "CV_exp_kv0",
+        "CV_exp_an07",     "CV_exp_receiver",  "CV_exp_Receiver"};
+    const bool hasLanguageForms =
+        std::any_of(std::begin(withLanguageForms), std::end(withLanguageForms),
+                    [&](std::string_view start) { return fileName.starts_with(start); });
+    const bool germanOnly = fileName.ends_with("Tacho.txt");
     if (language == LanguageCode::german || (hasLanguageForms && !germanOnly))
         return {};
-    const auto stem = descriptionFile.substr(0, descriptionFile.rfind('.'));
+    const auto stem = fileName.substr(0, fileName.rfind('.'));
     return withSuffix(std::string(stem), companionSuffixes, language);
 }
 

@@ -14,10 +14,10 @@ namespace karvo
 // The description file of a decoder that has been read.
 std::string descriptionFileName(const DecoderProfile& profile, LanguageCode language);
 
-// Some models have one description file for all languages. Their texts in another language stand in a
-// companion of the same layout: "CV_Standart180.txt" has "CV_Standart180_EN.txt". Empty when the file is
-// already in that language.
-std::string textCompanionName(std::string_view descriptionFile, LanguageCode language);
+// Some files have one name for all languages. Their texts in another language stand in a companion of the
+// same layout: "CV_Standart180.txt" has "CV_Standart180_EN.txt". Empty when the file is already in that
+// language.
+std::string textCompanionName(std::string_view fileName, LanguageCode language);
 
 // A list that the menu shows without a decoder.
 struct OfflineList {

@@ -69,15 +69,28 @@ ListLine speedStepLine(const ListSource& source, int step)
     return {speedStepLabel(step) + value + source.speedStepUnit, nameOf(source.table, cv), cv};
 }
 
+// What experts know of the CV stands below its line, indented and marked.
+void addWithExpertLine(MainList& list, const ListSource& source, ListLine line)
+{
+    const int cv = line.cv;
+    list.push_back(std::move(line));
+    if (source.expert == nullptr)
+        return;
+    const auto entry = source.expert->find(cv);
+    if (entry != source.expert->end())
+        list.push_back({u"    " + source.expertLabel + u": " + entry->second.name, Text(), cv});
+}
+
 void addSpeedTable(MainList& list, const ListSource& source, SpeedTable form)
 {
     if (form == SpeedTable::group) {
-        list.push_back(
+        addWithExpertLine(
+            list, source,
             {Text(speedTableGroupLabel), nameOf(source.table, firstSpeedStepCv), firstSpeedStepCv});
         return;
     }
     for (int step = 1; step <= speedSteps; ++step)
-        list.push_back(speedStepLine(source, step));
+        addWithExpertLine(list, source, speedStepLine(source, step));
 }
 
 // "Akkuspannung = 3,92 Volt (196)", where the decoder has measured its battery.
@@ -110,7 +123,7 @@ MainList fill_list1(const ListSource& source)
         if (!source.table.describes(cv))
             continue;
         if (speedTable == SpeedTable::rows || !isSpeedStepCv(cv))
-            list.push_back({cvLine(source, cv), nameOf(source.table, cv), cv});
+            addWithExpertLine(list, source, {cvLine(source, cv), nameOf(source.table, cv), cv});
         else if (cv == firstSpeedStepCv)
             addSpeedTable(list, source, speedTable);
     }

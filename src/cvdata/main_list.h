@@ -3,8 +3,10 @@
 
 #include "cvdata/cv_table.h"
 #include "cvdata/decoder_profile.h"
+#include "cvdata/expert_file.h"
 #include "program/text.h"
 
+#include <map>
 #include <optional>
 #include <span>
 #include <vector>
@@ -27,6 +29,8 @@ struct ListSource {
     std::span<const std::uint8_t> rawReply; // empty in an offline list
     Text speedStepUnit;                     // ten characters behind a speed step's value
     bool decimalComma;
+    const std::map<int, ExpertEntry>* expert = nullptr; // expert knowledge to show below its CVs
+    Text expertLabel = {};                              // what marks it
 };
 
 // One line for every row that the description names, in row order, with the special lines of the decoder's

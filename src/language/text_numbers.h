@@ -18,9 +18,16 @@ enum class Message {
     offlineListQuestion2 = 601,
     offlineListQuestion3 = 602,
     expertFileNotice = 603,
+    helpFirst = 604, // to helpLast: the lines of the help for a newcomer
+    helpLast = 609,
+    moduleHelpFirst = 610, // to moduleHelpLast: the lines about the XT module
+    moduleHelpLast = 612,
     accessGroupAdvice = 660, // {1}: the group
     notADescription = 680,   // {1}: the path
     descriptionFaults = 681, // {1}: the path, {2}: how many lines, {3}: the first of them
+    processorLabel = 701,
+    descriptionFileLabel = 702,
+    expertFileLabel = 703,
 };
 
 // Entries of the control-caption table.
@@ -70,6 +77,7 @@ enum class Caption {
     readAgain = 43,
     simulatedInterface = 44,
     portToolTip = 45, // {1} device, {2} description
+    expertLabel = 160,
     writtenSuccessfully = 873,
     readAll = 884, // caption of the button Start and status text of a read
     noReplyStatus = 887,

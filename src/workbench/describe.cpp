@@ -13,6 +13,20 @@ Text pathText(const std::filesystem::path& path)
     return path.u16string();
 }
 
+void showCannotOpen(Workbench& bench, const std::filesystem::path& path)
+{
+    const LanguageTables& texts = bench.state.texts;
+    bench.prompts.message(texts.message(Message::cannotOpenFile) + u" " + pathText(path) + Text(lineBreak) +
+                              texts.message(Message::cannotOpenFileAdvice),
+                          PromptIcon::warning);
+}
+
+std::optional<ExpertFile> readExpertFile(Workbench& bench, const std::string& fileName)
+{
+    const auto content = bench.files.readWhole(bench.state.programFolder / fileName, textFileLimit);
+    return content ? parseExpertFile(*content) : std::nullopt;
+}
+
 std::optional<Description> readDescription(Workbench& bench, const std::string& fileName)
 {
     const auto content = bench.files.readWhole(bench.state.programFolder / fileName, textFileLimit);
@@ -60,9 +74,7 @@ std::optional<Description> loadDescription(Workbench& bench, const std::string& 
     const auto path = bench.state.programFolder / fileName;
     const auto content = bench.files.readWhole(path, textFileLimit);
     if (!content) {
-        bench.prompts.message(texts.message(Message::cannotOpenFile) + u" " + pathText(path) +
-                                  Text(lineBreak) + texts.message(Message::cannotOpenFileAdvice),
-                              PromptIcon::warning);
+        showCannotOpen(bench, path);
         return std::nullopt;
     }
     auto description = parseDescription(*content);
@@ -85,6 +97,24 @@ void takeDescription(Workbench& bench, Description description, const std::strin
     set.descriptionLines = std::move(description.lines);
     set.rowCount = description.rowCount;
     set.descriptionPath = bench.state.programFolder / fileName;
+}
+
+void takeExpertFile(Workbench& bench, const std::string& fileName)
+{
+    CvSet& set = bench.state.set;
+    set.expertPath = bench.state.programFolder / fileName;
+    set.expert.clear();
+    if (!bench.state.expert)
+        return;
+    auto file = readExpertFile(bench, fileName);
+    if (!file) {
+        showCannotOpen(bench, set.expertPath);
+        return;
+    }
+    const auto companionName = textCompanionName(fileName, bench.state.language);
+    if (auto companion = companionName.empty() ? std::nullopt : readExpertFile(bench, companionName))
+        file->entries.swap(companion->entries);
+    set.expert = std::move(file->entries);
 }
 
 void fillList(Workbench& bench)

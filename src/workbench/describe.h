@@ -21,6 +21,10 @@ Text typeText(const DecoderProfile& profile, const LanguageTables& texts);
 // file, stay.
 void takeDescription(Workbench& bench, Description description, const std::string& fileName);
 
+// Notes the expert file that belongs to the set and, in expert mode, takes its lines. A file that can not be
+// read is shown; the set is then without expert knowledge.
+void takeExpertFile(Workbench& bench, const std::string& fileName);
+
 // Makes the list anew from the table and tells the view.
 void fillList(Workbench& bench);
 

@@ -1,6 +1,7 @@
 #include "workbench/full_read.h"
 
 #include "cvdata/description_choice.h"
+#include "cvdata/expert_choice.h"
 #include "workbench/describe.h"
 #include "workbench/line_use.h"
 
@@ -54,6 +55,7 @@ bool showReadDecoder(Workbench& bench)
     state.set.rawReply = state.link.lastReply;
     state.set.offlineItem.clear();
     state.set.currentNumber = 0;
+    takeExpertFile(bench, expertFileName(profile, state.language));
     fillList(bench);
     reportFaults(bench, fileName, faults);
     return true;

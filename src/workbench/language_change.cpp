@@ -1,6 +1,7 @@
 #include "workbench/language_change.h"
 
 #include "cvdata/description_choice.h"
+#include "cvdata/expert_choice.h"
 #include "language/language_loader.h"
 #include "workbench/describe.h"
 
@@ -15,6 +16,13 @@ std::string fileNameInUse(const ProgramState& state)
     const OfflineList* const offline = offlineListOf(state.set.offlineItem);
     return offline != nullptr ? offlineDescriptionFileName(*offline, state.automaticVariant, state.language)
                               : descriptionFileName(state.set.profile, state.language);
+}
+
+std::string expertFileNameInUse(const ProgramState& state)
+{
+    const OfflineList* const offline = offlineListOf(state.set.offlineItem);
+    return offline != nullptr ? offlineExpertFileName(*offline, state.language)
+                              : expertFileName(state.set.profile, state.language);
 }
 
 void keepValues(const CvTable& from, CvTable& to)
@@ -54,6 +62,7 @@ void describeAnew(Workbench& bench)
         return;
     keepValues(set.table, description->table);
     takeDescription(bench, std::move(*description), fileName);
+    takeExpertFile(bench, expertFileNameInUse(bench.state));
     fillList(bench);
 }
 

@@ -1,10 +1,51 @@
 #include "workbench/offline_list.h"
 
 #include "cvdata/description_choice.h"
+#include "cvdata/expert_choice.h"
 #include "workbench/describe.h"
 
 namespace karvo
 {
+
+namespace
+{
+
+void openExpertFile(Workbench& bench, const std::string& fileName)
+{
+    if (bench.state.expert)
+        bench.prompts.message(bench.state.texts.message(Message::expertFileNotice) + u" " +
+                                  textFromUtf8(fileName),
+                              PromptIcon::information);
+    takeExpertFile(bench, fileName);
+}
+
+struct FileNames {
+    std::string description;
+    std::string expert;
+};
+
+// The description's own values as the list on the bench.
+bool showDescription(Workbench& bench, const DecoderProfile& profile, std::string_view menuItem,
+                     const FileNames& files)
+{
+    auto description = loadDescription(bench, files.description);
+    if (!description)
+        return false;
+    const auto faults = std::move(description->faults);
+    takeDescription(bench, std::move(*description), files.description);
+    CvSet& set = bench.state.set;
+    set.profile = profile;
+    set.modelCode = modelCode(profile.model);
+    set.rawReply.clear();
+    set.offlineItem = menuItem;
+    set.currentNumber = 0;
+    openExpertFile(bench, files.expert);
+    fillList(bench);
+    reportFaults(bench, files.description, faults);
+    return true;
+}
+
+} // namespace
 
 bool confirmOfflineList(Workbench& bench)
 {
@@ -21,24 +62,25 @@ bool showOfflineList(Workbench& bench, std::string_view menuItem)
     const OfflineList* const list = offlineListOf(menuItem);
     if (list == nullptr || bench.state.lineBusy)
         return false;
-    const auto fileName =
-        offlineDescriptionFileName(*list, bench.state.automaticVariant, bench.state.language);
+    const auto language = bench.state.language;
+    const auto fileName = offlineDescriptionFileName(*list, bench.state.automaticVariant, language);
     if (fileName.empty())
         return false;
-    auto description = loadDescription(bench, fileName);
-    if (!description)
+    return showDescription(bench, offlineProfile(*list), menuItem,
+                           {fileName, offlineExpertFileName(*list, language)});
+}
+
+bool showStandardList(Workbench& bench)
+{
+    const CvSet& set = bench.state.set;
+    if (set.isEmpty() || bench.state.lineBusy)
         return false;
-    const auto faults = std::move(description->faults);
-    takeDescription(bench, std::move(*description), fileName);
-    CvSet& set = bench.state.set;
-    set.profile = offlineProfile(*list);
-    set.modelCode = modelCode(list->model);
-    set.rawReply.clear();
-    set.offlineItem = menuItem;
-    set.currentNumber = 0;
-    fillList(bench);
-    reportFaults(bench, fileName, faults);
-    return true;
+    if (offlineListOf(set.offlineItem) != nullptr)
+        return showOfflineList(bench, std::string(set.offlineItem));
+    const DecoderProfile profile = set.profile;
+    const auto language = bench.state.language;
+    return showDescription(bench, profile, standardListItem,
+                           {descriptionFileName(profile, language), expertFileName(profile, language)});
 }
 
 } // namespace karvo

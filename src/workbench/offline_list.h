@@ -16,4 +16,12 @@ bool confirmOfflineList(Workbench& bench);
 // read; false without one for an unknown item and for a stored variant beyond the four.
 bool showOfflineList(Workbench& bench, std::string_view menuItem);
 
+// The menu item that shows the values a decoder of the kind on the bench comes with.
+inline constexpr std::string_view standardListItem = "mnu_standart";
+
+// Shows the standard list of the decoder on the bench: its description's own values in place of what was
+// read. False without a list, while the line is busy, or, after a message, when its description can not be
+// read.
+bool showStandardList(Workbench& bench);
+
 } // namespace karvo
