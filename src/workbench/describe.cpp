@@ -112,8 +112,10 @@ void takeExpertFile(Workbench& bench, const std::string& fileName)
         return;
     }
     const auto companionName = textCompanionName(fileName, bench.state.language);
-    if (auto companion = companionName.empty() ? std::nullopt : readExpertFile(bench, companionName))
-        file->entries.swap(companion->entries);
+    if (const auto companion = companionName.empty() ? std::nullopt : readExpertFile(bench, companionName)) {
+        for (const auto& [cv, entry] : companion->entries)
+            file->entries[cv] = entry;
+    }
     set.expert = std::move(file->entries);
 }
 
@@ -121,9 +123,9 @@ void fillList(Workbench& bench)
 {
     ProgramState& state = bench.state;
     CvSet& set = state.set;
-    set.list =
-        fill_list1({set.table, set.profile, set.rawReply, state.texts.message(Message::unitOfSpeedStep),
-                    state.language != LanguageCode::english});
+    set.list = fill_list1(
+        {set.table, set.profile, set.rawReply, state.texts.message(Message::unitOfSpeedStep),
+         state.language != LanguageCode::english, &set.expert, state.texts.caption(Caption::expertLabel)});
     set.loadedData = loadedDataText(state);
     bench.view.listChanged();
 }
