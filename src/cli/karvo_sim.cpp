@@ -109,7 +109,7 @@ void printHelp()
     for (const auto name : sim::faultNames())
         std::cout << ' ' << name;
     std::cout
-        << "\n                After hang-up the device comes back within a second; its path is printed "
+        << "\n                After hang-up the device comes back a second later; its path is printed "
            "again.\n"
            "  --list        the names of all models\n\n"
            "Exit codes: 0 ended by a signal, 1 the system gave no pseudo terminal, 2 wrong arguments.\n";
