@@ -1,0 +1,139 @@
+#include "ui/fixed_width_list.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QFontDatabase>
+#include <QPainter>
+#include <QStyledItemDelegate>
+
+#include <algorithm>
+
+namespace karvo
+{
+
+namespace
+{
+
+constexpr int nameRole = Qt::UserRole;
+constexpr int gapInCharacters = 3;
+constexpr int hintMargin = 24;       // pixels around the hint of an empty list
+constexpr int rowMargin = 2;         // pixels above and below a row's text
+constexpr float mutedOpacity = 0.7F; // stands back behind the text, and still reads well on any background
+
+QString nameOf(const QListWidgetItem& item)
+{
+    return item.data(nameRole).toString();
+}
+
+QString withoutTrailingBlanks(QString text)
+{
+    while (text.endsWith(u' '))
+        text.chop(1);
+    return text;
+}
+
+class RowDelegate : public QStyledItemDelegate
+{
+public:
+    explicit RowDelegate(FixedWidthList* list) : QStyledItemDelegate(list), list_(*list) {}
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        QStyledItemDelegate::paint(painter, option, index);
+        const QString name = index.data(nameRole).toString();
+        if (name.isEmpty())
+            return;
+        const bool chosen = option.state.testFlag(QStyle::State_Selected);
+        const auto group =
+            option.state.testFlag(QStyle::State_Active) ? QPalette::Active : QPalette::Inactive;
+        QColor color = option.palette.color(group, chosen ? QPalette::HighlightedText : QPalette::Text);
+        if (!chosen)
+            color.setAlphaF(mutedOpacity);
+        painter->save();
+        painter->setPen(color);
+        painter->setFont(QApplication::font());
+        const QRect place = option.rect.adjusted(list_.nameColumn(), 0, 0, 0);
+        painter->drawText(place, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                          painter->fontMetrics().elidedText(name, Qt::ElideRight, place.width()));
+        painter->restore();
+    }
+
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        return QStyledItemDelegate::sizeHint(option, index).grownBy({0, rowMargin, 0, rowMargin});
+    }
+
+private:
+    const FixedWidthList& list_;
+};
+
+} // namespace
+
+FixedWidthList::FixedWidthList(QWidget* parent) : QListWidget(parent)
+{
+    setItemDelegate(new RowDelegate(this));
+    setUniformItemSizes(true);
+    useFixedFont();
+}
+
+void FixedWidthList::setRows(const std::vector<Row>& rows)
+{
+    const QSignalBlocker quiet(this); // none of the rows in between is chosen by anybody
+    clear();
+    for (const Row& row : rows) {
+        auto* const item = new QListWidgetItem(row.text, this);
+        item->setData(nameRole, row.name);
+        item->setData(Qt::AccessibleTextRole,
+                      row.name.isEmpty() ? row.text : row.text + QStringLiteral(", ") + row.name);
+    }
+    setCurrentRow(-1);
+    placeNameColumn();
+}
+
+void FixedWidthList::setEmptyHint(const QString& hint)
+{
+    emptyHint_ = hint;
+    setAccessibleDescription(count() == 0 ? hint : QString());
+    viewport()->update();
+}
+
+void FixedWidthList::paintEvent(QPaintEvent* event)
+{
+    QListWidget::paintEvent(event);
+    if (count() != 0 || emptyHint_.isEmpty())
+        return;
+    QPainter painter(viewport());
+    painter.setFont(QApplication::font());
+    painter.setPen(palette().color(QPalette::Text));
+    painter.drawText(viewport()->rect().adjusted(hintMargin, hintMargin, -hintMargin, -hintMargin),
+                     Qt::AlignCenter | Qt::TextWordWrap, emptyHint_);
+}
+
+void FixedWidthList::changeEvent(QEvent* event)
+{
+    QListWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        placeNameColumn();
+}
+
+void FixedWidthList::useFixedFont()
+{
+    QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    fixed.setPointSizeF(std::max(fixed.pointSizeF(), QApplication::font().pointSizeF()));
+    setFont(fixed);
+}
+
+// Behind the longest text that has a name: a line without one may run on as far as it likes.
+void FixedWidthList::placeNameColumn()
+{
+    const QFontMetrics metrics(font());
+    int widest = 0;
+    for (int row = 0; row < count(); ++row) {
+        if (!nameOf(*item(row)).isEmpty())
+            widest = std::max(widest, metrics.horizontalAdvance(withoutTrailingBlanks(item(row)->text())));
+    }
+    nameColumn_ = widest + gapInCharacters * metrics.horizontalAdvance(u'0');
+    viewport()->update();
+}
+
+} // namespace karvo

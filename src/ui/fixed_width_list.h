@@ -1,0 +1,45 @@
+// A list whose lines are read like a table: a text in a fixed-width font, and muted beside it what the text
+// stands for.
+#pragma once
+
+#include <QListWidget>
+
+#include <vector>
+
+namespace karvo
+{
+
+class FixedWidthList : public QListWidget
+{
+    Q_OBJECT
+
+public:
+    struct Row {
+        QString text; // the item's text, to the letter
+        QString name; // shown in a second column; may be empty
+    };
+
+    explicit FixedWidthList(QWidget* parent = nullptr);
+
+    // Replaces all rows; none is chosen afterwards.
+    void setRows(const std::vector<Row>& rows);
+
+    // Shown in the middle of the list while it has no rows.
+    void setEmptyHint(const QString& hint);
+
+    // Where the second column begins, in pixels from a row's left edge.
+    int nameColumn() const { return nameColumn_; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    void useFixedFont();
+    void placeNameColumn();
+
+    QString emptyHint_;
+    int nameColumn_ = 0;
+};
+
+} // namespace karvo

@@ -1,0 +1,45 @@
+// Messages and questions as modal boxes, in the language in use.
+#pragma once
+
+#include "language/language_tables.h"
+#include "program/prompts.h"
+
+#include <QPointer>
+#include <QWidget>
+
+#include <functional>
+
+class QMessageBox;
+
+namespace karvo
+{
+
+class WindowPrompts : public Prompts
+{
+public:
+    // `endWaits` makes a wait under way, and every later one, report `ended`.
+    WindowPrompts(const LanguageTables& texts, std::function<void()> endWaits);
+
+    // The window that the boxes belong to; none before the main window is there.
+    void setParentWindow(QWidget* window) { parent_ = window; }
+
+    void message(const Text& text, PromptIcon icon = PromptIcon::none) override;
+    bool question(const Text& text) override;
+    std::optional<Text> input(const Text& title, const Text& prompt, const Text& initial) override;
+    void endProgram() override;
+
+    bool hasEnded() const { return ended_; }
+
+private:
+    // Texts stay as they are where the tables have none: before a language is loaded, and with a short
+    // language file.
+    void nameButton(QMessageBox& box, int button, Caption caption) const;
+    QString titled(Caption caption) const;
+
+    const LanguageTables& texts_;
+    std::function<void()> endWaits_;
+    QPointer<QWidget> parent_;
+    bool ended_ = false;
+};
+
+} // namespace karvo
