@@ -1,0 +1,55 @@
+// The search for the ports that are there.
+#pragma once
+
+#include "link/forms/port_devices.h"
+#include "link/link.h"
+#include "program/settings.h"
+
+#include <QDialog>
+
+#include <vector>
+
+class QDialogButtonBox;
+class QLabel;
+class QPushButton;
+
+namespace karvo
+{
+
+class FixedWidthList;
+
+// Searches as soon as it is shown. OK takes the chosen port as the program's; cancel leaves the number as it
+// was.
+class Aktive_COM : public QDialog
+{
+    Q_OBJECT
+
+public:
+    Aktive_COM(LinkState& state, SerialPort& port, Settings& settings, const LanguageTables& texts,
+               ListPortDevices listDevices, QWidget* parent = nullptr);
+
+    void accept() override;
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void build();
+    void startSearch();
+    void search();
+    void showPorts(const std::vector<int>& present);
+
+    LinkState& state_;
+    SerialPort& port_;
+    Settings& settings_;
+    const LanguageTables& texts_;
+    ListPortDevices listDevices_;
+    std::vector<int> present_; // in the order of the list
+    bool searching_ = false;
+    QLabel* heading_;
+    FixedWidthList* ports_;
+    QPushButton* searchAgain_;
+    QPushButton* take_;
+};
+
+} // namespace karvo
