@@ -1,0 +1,86 @@
+#include "cvdata/forms/bit_boxes.h"
+
+#include "ui/captions.h"
+#include "ui/wrapping_check_box.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QVBoxLayout>
+
+namespace karvo
+{
+
+namespace
+{
+
+// Weights stand below each other like a column of numbers.
+Text alignedWeight(std::size_t bit)
+{
+    constexpr char16_t figureSpace = u'\u2007';
+    const Text weight = textFromNumber(bitWeight(bit));
+    return Text(3 - weight.size(), figureSpace) + weight + u"  ";
+}
+
+QString boxText(const CvDetails& details, std::size_t bit, const LanguageTables& texts)
+{
+    if (!details.bits[bit].empty())
+        return buttonText(alignedWeight(bit) + details.bits[bit]);
+    const Text number[] = {textFromNumber(static_cast<long long>(bit))};
+    return buttonText(alignedWeight(bit) + filledIn(texts.caption(Caption::unnamedBit), number));
+}
+
+} // namespace
+
+BitBoxes::BitBoxes(QWidget* parent) : QGroupBox(parent), sumLabel_(new QLabel(this)), sum_(new QLabel(this))
+{
+    setObjectName(QStringLiteral("Bits"));
+    auto* const layout = new QVBoxLayout(this);
+    layout->setSpacing(2);
+    for (std::size_t i = boxes_.size(); i-- > 0;) {
+        boxes_[i] = new WrappingCheckBox(this);
+        boxes_[i]->setObjectName(QStringLiteral("Check%1").arg(bitWeight(i)));
+        connect(boxes_[i], &QCheckBox::toggled, this, &BitBoxes::showSum);
+        layout->addWidget(boxes_[i]);
+    }
+    sumLabel_->setObjectName(QStringLiteral("Errechneter_Wert_Label"));
+    sum_->setObjectName(QStringLiteral("Errechneter_Wert"));
+    QFont bold = sum_->font();
+    bold.setBold(true);
+    sum_->setFont(bold);
+    sum_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    auto* const sumRow = new QHBoxLayout;
+    sumRow->addWidget(sumLabel_);
+    sumRow->addWidget(sum_, 1);
+    layout->addLayout(sumRow);
+    showSum();
+}
+
+void BitBoxes::applyCaptions(const LanguageTables& texts)
+{
+    setTitle(buttonText(texts.caption(Caption::bits)));
+    sumLabel_->setText(buttonText(texts.caption(Caption::computedValue)));
+    showSum();
+}
+
+void BitBoxes::showCv(const CvDetails& details, const LanguageTables& texts)
+{
+    const auto ticked = bitsOfValue(numberFromText(details.value).value_or(0));
+    for (std::size_t i = 0; i < boxes_.size(); ++i) {
+        const QSignalBlocker quiet(boxes_[i]);
+        boxes_[i]->setText(boxText(details, i, texts));
+        boxes_[i]->setChecked(ticked[i]);
+        boxes_[i]->updateGeometry();
+    }
+    showSum();
+}
+
+void BitBoxes::showSum()
+{
+    std::array<bool, 8> ticked{};
+    for (std::size_t i = 0; i < boxes_.size(); ++i)
+        ticked[i] = boxes_[i]->isChecked();
+    sum_->setText(QString::number(valueOfBits(ticked)));
+    sum_->setAccessibleName(sumLabel_->text() + u' ' + sum_->text());
+}
+
+} // namespace karvo

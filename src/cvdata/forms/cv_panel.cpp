@@ -1,0 +1,175 @@
+#include "cvdata/forms/cv_panel.h"
+
+#include "cvdata/forms/bit_boxes.h"
+#include "ui/captions.h"
+
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRegularExpressionValidator>
+#include <QVBoxLayout>
+
+namespace karvo
+{
+
+namespace
+{
+
+constexpr int fieldWidth = 6; // digits, with some air
+
+void showText(QLabel& label, const Text& text)
+{
+    label.setText(qtText(text));
+    label.setFocusPolicy(text.empty() ? Qt::NoFocus : Qt::StrongFocus); // an empty text is no stop on the way
+}
+
+void showNotAvailable(QPushButton& button, const LanguageTables& texts)
+{
+    button.setEnabled(false);
+    button.setToolTip(qtText(texts.caption(Caption::notAvailable)));
+    button.setStatusTip(button.toolTip());
+}
+
+} // namespace
+
+CvPanel::CvPanel(QWidget* parent)
+    : QWidget(parent),
+      group_(new QGroupBox(this)),
+      numberLabel_(addLabel("CV_Nummer_Label")),
+      number_(addField("CV_Nummer")),
+      valueLabel_(addLabel("CV_Wert_Label")),
+      value_(addField("CV_Wert")),
+      takeValue_(addButton("Enter_Taste")),
+      factoryLabel_(addLabel("CV_Fabrik_Label")),
+      factory_(addField("CV_Fabrik")),
+      limitsLabel_(addLabel("Grenzwert_Label")),
+      limits_(addLabel("Grenzwert")),
+      name_(addText("Bezeichnung")),
+      bits_(new BitBoxes(this)),
+      explanation_(addText("Zusatz_Text")),
+      values_(addText("var_Text")),
+      advice_(addText("Text1")),
+      writeSingle_(addButton("Einzelne_speichern")),
+      writeChanged_(addButton("Alle_speichern"))
+{
+    group_->setObjectName(QStringLiteral("CurrentCv"));
+    number_->setValidator(
+        new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[0-9]{0,3}")), number_));
+    value_->setReadOnly(true);
+    factory_->setReadOnly(true);
+    QFont bold = name_->font();
+    bold.setBold(true);
+    name_->setFont(bold);
+
+    auto* const inGroup = new QVBoxLayout(group_);
+    inGroup->addLayout(fieldsLayout());
+    inGroup->addWidget(name_);
+    auto* const layout = new QVBoxLayout(this);
+    layout->addWidget(group_);
+    layout->addWidget(bits_);
+    layout->addWidget(explanation_);
+    layout->addWidget(values_);
+    layout->addWidget(advice_);
+    layout->addWidget(writeSingle_);
+    layout->addWidget(writeChanged_);
+    layout->addStretch(1);
+    connect(number_, &QLineEdit::returnPressed, this, &CvPanel::enterNumber);
+}
+
+QGridLayout* CvPanel::fieldsLayout()
+{
+    auto* const grid = new QGridLayout;
+    grid->addWidget(numberLabel_, 0, 0);
+    grid->addWidget(number_, 0, 1);
+    grid->addWidget(valueLabel_, 0, 2);
+    grid->addWidget(value_, 0, 3);
+    grid->addWidget(takeValue_, 0, 4);
+    grid->addWidget(factoryLabel_, 1, 0);
+    grid->addWidget(factory_, 1, 1);
+    grid->addWidget(limitsLabel_, 1, 2);
+    grid->addWidget(limits_, 1, 3, 1, 2);
+    grid->setColumnStretch(4, 1);
+    numberLabel_->setBuddy(number_);
+    valueLabel_->setBuddy(value_);
+    factoryLabel_->setBuddy(factory_);
+    limitsLabel_->setBuddy(limits_);
+    return grid;
+}
+
+void CvPanel::applyCaptions(const LanguageTables& texts)
+{
+    const auto name = [&](QLabel* label, QWidget* field, Caption caption) {
+        label->setText(buttonText(texts.caption(caption)));
+        field->setAccessibleName(qtText(texts.caption(caption)));
+    };
+    group_->setTitle(buttonText(texts.caption(Caption::chosenCv)));
+    name(numberLabel_, number_, Caption::cvNumber);
+    name(valueLabel_, value_, Caption::cvValue);
+    name(factoryLabel_, factory_, Caption::cvFactoryValue);
+    name(limitsLabel_, limits_, Caption::cvLimits);
+    takeValue_->setText(buttonText(texts.caption(Caption::takeValue)));
+    writeSingle_->setText(buttonText(texts.caption(Caption::writeSingle)));
+    writeChanged_->setText(buttonText(texts.caption(Caption::writeChanged)));
+    for (QPushButton* button : {takeValue_, writeSingle_, writeChanged_})
+        showNotAvailable(*button, texts);
+    bits_->applyCaptions(texts);
+}
+
+void CvPanel::showCv(const CvDetails& details, const LanguageTables& texts)
+{
+    number_->setText(details.number == 0 ? QString() : QString::number(details.number));
+    value_->setText(qtText(details.value));
+    factory_->setText(qtText(details.factoryValue));
+    const bool limited = !details.lowerLimit.empty() && !details.upperLimit.empty();
+    limits_->setText(limited ? qtText(details.lowerLimit + u' ' + texts.caption(Caption::limitsTo) + u' ' +
+                                      details.upperLimit)
+                             : QString());
+    limits_->setAccessibleName(limitsLabel_->text() + u' ' + limits_->text());
+    showText(*name_, details.name);
+    showText(*explanation_, details.explanation);
+    showText(*values_, details.values);
+    showText(*advice_, details.advice);
+    bits_->showCv(details, texts);
+}
+
+void CvPanel::enterNumber()
+{
+    emit numberEntered(number_->text().toInt());
+}
+
+QLabel* CvPanel::addLabel(const char* name)
+{
+    auto* const label = new QLabel(this);
+    label->setObjectName(QString::fromLatin1(name));
+    return label;
+}
+
+QLineEdit* CvPanel::addField(const char* name)
+{
+    auto* const field = new QLineEdit(this);
+    field->setObjectName(QString::fromLatin1(name));
+    field->setFixedWidth(field->fontMetrics().horizontalAdvance(u'0') * fieldWidth + 16);
+    return field;
+}
+
+// A text of the description, on as many lines as it takes; it can be copied.
+QLabel* CvPanel::addText(const char* name)
+{
+    QLabel* const label = addLabel(name);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    label->setFocusPolicy(Qt::NoFocus);
+    return label;
+}
+
+QPushButton* CvPanel::addButton(const char* name)
+{
+    auto* const button = new QPushButton(this);
+    button->setObjectName(QString::fromLatin1(name));
+    return button;
+}
+
+} // namespace karvo
