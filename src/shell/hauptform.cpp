@@ -1,0 +1,112 @@
+#include "shell/hauptform.h"
+
+#include "cvdata/forms/cv_panel.h"
+#include "shell/main_menu.h"
+#include "shell/port_bar.h"
+#include "shell/status_line.h"
+#include "ui/captions.h"
+#include "ui/fixed_width_list.h"
+
+#include <QCloseEvent>
+
+namespace karvo
+{
+
+Hauptform::Hauptform(const MainWindowSetup& setup)
+    : bench_(setup.bench),
+      state_(setup.bench.state),
+      texts_(setup.bench.state.texts),
+      listPortDevices_(setup.listPortDevices),
+      menu_(nullptr),
+      portBar_(new PortBar(texts_, listPortDevices_, this)),
+      list_(new FixedWidthList(this)),
+      panel_(new CvPanel),
+      statusLine_(new StatusLine(setup.simulatedInterface, this)),
+      splitter_(nullptr)
+{
+    buildWindow();
+    buildTimers();
+    connectView(setup.view);
+    connectControls();
+    connectMenu();
+    menu_->markLanguage(state_.language);
+    portBar_->showPort(state_.link.portNumber);
+    applyCaptions();
+    showList();
+    statusLine_->showStatus(qtText(texts_.caption(Caption::ready)));
+    restorePlacement();
+}
+
+void Hauptform::closeEvent(QCloseEvent* event)
+{
+    savePlacement();
+    if (!state_.lineBusy) {
+        event->accept();
+        return;
+    }
+    closing_ = true;
+    bench_.prompts.endProgram();
+    event->ignore();
+}
+
+void Hauptform::applyCaptions()
+{
+    setWindowTitle(title());
+    menu_->applyCaptions(texts_);
+    portBar_->applyCaptions(texts_);
+    portBar_->showDecoder(state_);
+    list_->setAccessibleName(qtText(texts_.caption(Caption::cvList)));
+    list_->setEmptyHint(qtText(texts_.caption(Caption::emptyListHint)));
+    panel_->applyCaptions(texts_);
+    statusLine_->applyCaptions(texts_);
+}
+
+void Hauptform::showList()
+{
+    std::vector<FixedWidthList::Row> rows;
+    rows.reserve(state_.set.list.size());
+    for (const ListLine& line : state_.set.list)
+        rows.push_back({qtText(line.text), qtText(line.name)});
+    list_->setRows(rows);
+    list_->setEmptyHint(qtText(texts_.caption(Caption::emptyListHint)));
+    setWindowTitle(title());
+    portBar_->showDecoder(state_);
+    statusLine_->showVersion(qtText(state_.set.isOffline() ? offlineListVersion : programVersion));
+    if (const auto row = positionOf(state_.set.list, state_.set.currentNumber)) {
+        const QSignalBlocker quiet(list_); // nobody has chosen another CV
+        list_->setCurrentRow(static_cast<int>(*row));
+    }
+    showDetails();
+    showAvailability();
+}
+
+void Hauptform::showDetails()
+{
+    panel_->showCv(cvDetails(state_.set.table, state_.set.currentNumber), texts_);
+}
+
+void Hauptform::showLineBusy(bool busy)
+{
+    portBar_->setLineBusy(busy);
+    showAvailability();
+    if (busy) {
+        statusLine_->blink();
+        blinkTimer_.start();
+    } else {
+        blinkTimer_.stop();
+        statusLine_->stopBlinking();
+    }
+}
+
+void Hauptform::showAvailability()
+{
+    menu_->setAvailable(state_.lineBusy, !state_.set.isEmpty());
+}
+
+QString Hauptform::title() const
+{
+    const QString name = qtText(texts_.caption(Caption::windowTitle));
+    return state_.set.isEmpty() ? name : name + QStringLiteral(" - ") + qtText(state_.set.loadedData);
+}
+
+} // namespace karvo

@@ -1,0 +1,104 @@
+// The main window: the program's hub.
+#pragma once
+
+#include "link/forms/port_devices.h"
+#include "shell/main_window_view.h"
+#include "workbench/full_read.h"
+#include "workbench/workbench.h"
+
+#include <QMainWindow>
+#include <QTimer>
+
+#include <optional>
+#include <string_view>
+
+class QSplitter;
+
+namespace karvo
+{
+
+class CvPanel;
+class FixedWidthList;
+class MainMenu;
+class PortBar;
+class StatusLine;
+
+// What the window shows and asks of the platform.
+struct MainWindowSetup {
+    Workbench& bench;
+    MainWindowView& view; // the same as the workbench's
+    ListPortDevices listPortDevices;
+    bool simulatedInterface = false;
+};
+
+// A language is loaded before the window is made.
+class Hauptform : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    explicit Hauptform(const MainWindowSetup& setup);
+
+    // Starts a full read as soon as the current event has been handled.
+    void readSoon() { readTimer_.start(); }
+
+protected:
+    // During an operation the wait ends first, and the window closes once the operation has unwound.
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    // hauptform_layout.cpp
+    void buildWindow();
+    void buildTimers();
+    void restorePlacement();
+    void savePlacement();
+    void connectView(MainWindowView& view);
+    void connectControls();
+    void connectMenu();
+
+    // hauptform.cpp
+    void applyCaptions();
+    void showList();
+    void showDetails();
+    void showLineBusy(bool busy);
+    void showAvailability();
+    QString title() const;
+
+    // hauptform_actions.cpp
+    void read(ReadStarter starter);
+    void choosePortNumber(int number);
+    void findPorts();
+    void clear();
+    void showOffline(std::string_view menuItem);
+    void changeLanguage(LanguageCode code);
+    void chooseRow(int row);
+    void enterNumber(int number);
+    bool goToCv(int number);
+    void askCvNumber();
+    void askWord();
+    void findNext();
+    void showVersion();
+    void showAbout();
+
+    Workbench bench_;
+    ProgramState& state_;
+    const LanguageTables& texts_;
+    ListPortDevices listPortDevices_;
+    MainMenu* menu_;
+    PortBar* portBar_;
+    FixedWidthList* list_;
+    CvPanel* panel_;
+    StatusLine* statusLine_;
+    QSplitter* splitter_;
+    QTimer blinkTimer_;    // "Timer2"
+    QTimer readTimer_;     // "Timer3": the deferred read
+    QTimer sequenceTimer_; // "Timer4": the write of a series of CVs
+    Text word_;            // last searched
+    bool closing_ = false; // to be closed as soon as the operation under way has ended
+};
+
+// What the program calls itself, and what it calls itself over an offline list.
+inline constexpr TextView programVersion = u"V01_23";
+inline constexpr TextView offlineListVersion = u"V01_22";
+
+} // namespace karvo

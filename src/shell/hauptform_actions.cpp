@@ -1,0 +1,161 @@
+// What the main window's controls and menu items do.
+#include "cvdata/list_search.h"
+#include "link/forms/aktive_com.h"
+#include "link/port_choice.h"
+#include "shell/hauptform.h"
+#include "shell/main_menu.h"
+#include "shell/port_bar.h"
+#include "shell/status_line.h"
+#include "ui/captions.h"
+#include "ui/fixed_width_list.h"
+#include "workbench/describe.h"
+#include "workbench/language_change.h"
+#include "workbench/offline_list.h"
+
+namespace karvo
+{
+
+void Hauptform::read(ReadStarter starter)
+{
+    readTimer_.stop();
+    const auto end = readIntoList(bench_, starter);
+    if (closing_) {
+        close();
+        return;
+    }
+    if (end == ReadEnd::read)
+        list_->setFocus();
+}
+
+void Hauptform::clear()
+{
+    if (state_.lineBusy)
+        return;
+    clearDisplay(bench_);
+    bench_.view.showStatus(texts_.caption(Caption::ready));
+}
+
+void Hauptform::choosePortNumber(int number)
+{
+    if (state_.lineBusy)
+        portBar_->showPort(state_.link.portNumber);
+    else
+        choosePort(state_.link, bench_.port, bench_.settings, number);
+}
+
+void Hauptform::findPorts()
+{
+    Aktive_COM search(state_.link, bench_.port, bench_.settings, texts_, listPortDevices_, this);
+    search.exec();
+    portBar_->showPort(state_.link.portNumber);
+}
+
+void Hauptform::showOffline(std::string_view menuItem)
+{
+    if (!confirmOfflineList(bench_))
+        return;
+    readTimer_.stop();
+    if (!showOfflineList(bench_, menuItem))
+        return;
+    applyCaptions();
+    bench_.view.showStatus(texts_.caption(Caption::offlineList));
+    list_->setFocus();
+}
+
+void Hauptform::changeLanguage(LanguageCode code)
+{
+    storeLanguage(bench_, code);
+    menu_->markLanguage(code);
+    if (!useLanguage(bench_, code))
+        return;
+    applyCaptions();
+    bench_.view.showStatus(texts_.caption(Caption::ready));
+    showDetails();
+    describeAnew(bench_);
+}
+
+void Hauptform::chooseRow(int row)
+{
+    if (row < 0)
+        return;
+    state_.set.currentNumber = state_.set.list[static_cast<std::size_t>(row)].cv;
+    showDetails();
+}
+
+void Hauptform::enterNumber(int number)
+{
+    const bool found = number == 0 || goToCv(number);
+    if (!state_.lineBusy)
+        bench_.view.showStatus(texts_.caption(found ? Caption::ready : Caption::cvNotInList));
+    showDetails(); // the number of the current CV again, where the typed one was none
+}
+
+// False for a CV that no line shows.
+bool Hauptform::goToCv(int number)
+{
+    const auto row = positionOf(state_.set.list, number);
+    if (!row)
+        return false;
+    state_.set.currentNumber = number;
+    list_->setCurrentRow(static_cast<int>(*row));
+    return true;
+}
+
+void Hauptform::askCvNumber()
+{
+    const auto typed = bench_.prompts.input(texts_.caption(Caption::searchIndexTitle),
+                                            texts_.caption(Caption::searchIndexPrompt), Text());
+    if (!typed || trimmed(*typed).empty())
+        return;
+    const auto number = numberFromText(*typed);
+    if (number && goToCv(*number))
+        list_->setFocus();
+    else
+        bench_.prompts.message(texts_.caption(Caption::cvNotInList), PromptIcon::information);
+}
+
+// The same word again goes on to its next hit.
+void Hauptform::askWord()
+{
+    const auto typed = bench_.prompts.input(texts_.caption(Caption::searchWordTitle),
+                                            texts_.caption(Caption::searchWordPrompt), word_);
+    if (!typed || trimmed(*typed).empty())
+        return;
+    if (*typed != word_)
+        list_->setCurrentRow(-1);
+    word_ = *typed;
+    findNext();
+}
+
+void Hauptform::findNext()
+{
+    if (word_.empty() || state_.lineBusy || state_.set.isEmpty())
+        return;
+    const int row = list_->currentRow();
+    const auto after = row < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(row));
+    const auto hit = nextLineWith(state_.set.list, state_.set.table, word_, after);
+    if (!hit) {
+        bench_.prompts.message(texts_.caption(Caption::nothingFound), PromptIcon::information);
+        return;
+    }
+    list_->setCurrentRow(static_cast<int>(*hit));
+    list_->setFocus();
+}
+
+void Hauptform::showVersion()
+{
+    const Text version[] = {Text(programVersion)};
+    bench_.prompts.message(filledIn(texts_.caption(Caption::versionText), version), PromptIcon::information);
+}
+
+void Hauptform::showAbout()
+{
+    const Text version[] = {Text(programVersion)};
+    Text lines;
+    for (const Caption line :
+         {Caption::about1, Caption::about2, Caption::about3, Caption::about4, Caption::about5})
+        lines += (lines.empty() ? Text() : Text(lineBreak)) + filledIn(texts_.caption(line), version);
+    bench_.prompts.message(lines, PromptIcon::information);
+}
+
+} // namespace karvo

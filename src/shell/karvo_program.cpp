@@ -1,0 +1,62 @@
+#include "shell/karvo_program.h"
+
+#include "link/port_choice.h"
+#include "platform/qt_locale_info.h"
+#include "platform/qt_serial_port.h"
+#include "platform/simulated_port.h"
+#include "shell/start_up.h"
+
+namespace karvo
+{
+
+KarvoProgram::KarvoProgram(const ProgramSetup& setup)
+    : portMap_(settings_, setup.mappings),
+      wait_(new QtWait(&platform_)),
+      port_(makePort(setup)),
+      prompts_(state_.texts, [this] { wait_->endProgram(); }),
+      bench_{state_, port_, *wait_, prompts_, view_, files_, settings_},
+      simulated_(setup.simulated.has_value())
+{
+    state_.programFolder = setup.programFolder;
+    port_.setNotice([this] { wait_->wake(); });
+}
+
+KarvoProgram::~KarvoProgram() = default;
+
+SerialPort& KarvoProgram::makePort(const ProgramSetup& setup)
+{
+    if (!setup.simulated) {
+        auto* const port = new QtSerialPort(portMap_, &platform_);
+        line_ = port;
+        return *port;
+    }
+    const int number = portNumberFromSetting(settings_.get("Parameter", "Com_Port"));
+    sim::Simulator simulator(*setup.simulated, sim::Pace::line, sim::Fault::none);
+    auto* const port = new SimulatedPort(std::move(simulator), number, &platform_);
+    line_ = port;
+    return *port;
+}
+
+bool KarvoProgram::start()
+{
+    if (!startUp(bench_, QtLocaleInfo()))
+        return false;
+    window_ = std::make_unique<Hauptform>(
+        MainWindowSetup{bench_, view_, [this] { return portDevices(); }, simulated_});
+    // Found by their names among the window's own.
+    line_->setParent(window_.get());
+    wait_->setParent(window_.get());
+    prompts_.setParentWindow(window_.get());
+    window_->show();
+    return true;
+}
+
+std::vector<PortDevice> KarvoProgram::portDevices() const
+{
+    std::vector<PortDevice> devices;
+    for (PortDescription& port : portMap_.describePorts())
+        devices.push_back({std::move(port.device), std::move(port.description)});
+    return devices;
+}
+
+} // namespace karvo

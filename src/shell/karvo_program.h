@@ -1,0 +1,55 @@
+// The running program: the pieces of the platform, what they work on, and the window.
+#pragma once
+
+#include "platform/port_map.h"
+#include "platform/qt_files.h"
+#include "platform/qt_settings.h"
+#include "platform/qt_wait.h"
+#include "shell/hauptform.h"
+#include "simulator/decoder.h"
+#include "ui/window_prompts.h"
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace karvo
+{
+
+struct ProgramSetup {
+    std::filesystem::path programFolder;
+    std::vector<PortMapping> mappings;
+    std::optional<sim::Decoder> simulated; // works with a simulated interface instead of a real line
+};
+
+class KarvoProgram
+{
+public:
+    explicit KarvoProgram(const ProgramSetup& setup);
+    ~KarvoProgram();
+
+    // Starts up and shows the window; false when the program ends instead.
+    bool start();
+
+    Hauptform& window() { return *window_; }
+
+private:
+    SerialPort& makePort(const ProgramSetup& setup);
+    std::vector<PortDevice> portDevices() const;
+
+    QObject platform_; // owns the line and the wait until the window takes them over
+    ProgramState state_;
+    QtFiles files_;
+    QtSettings settings_;
+    PortMap portMap_;
+    QtWait* wait_;
+    QObject* line_ = nullptr;
+    SerialPort& port_;
+    WindowPrompts prompts_;
+    MainWindowView view_;
+    Workbench bench_;
+    bool simulated_;
+    std::unique_ptr<Hauptform> window_;
+};
+
+} // namespace karvo

@@ -1,0 +1,131 @@
+#include "shell/main_menu.h"
+
+#include "shell/menu_tree.h"
+#include "ui/captions.h"
+
+#include <QAction>
+#include <QActionGroup>
+#include <QMenu>
+#include <QMenuBar>
+
+#include <algorithm>
+
+namespace karvo
+{
+
+namespace
+{
+
+QString objectNameOf(std::string_view name)
+{
+    return QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size()));
+}
+
+} // namespace
+
+MainMenu::MainMenu(QMenuBar* bar) : QObject(bar), languages_(new QActionGroup(this))
+{
+    const auto tree = menuTree();
+    std::vector<QMenu*> open; // the menus around the entry, outermost first
+    for (std::size_t i = 0; i < tree.size(); ++i) {
+        const auto depth = static_cast<std::size_t>(tree[i].depth);
+        open.resize(depth);
+        QMenu* const parent = open.empty() ? nullptr : open.back();
+        if (tree[i].name.empty())
+            addSeparator(parent);
+        else if (i + 1 < tree.size() && tree[i + 1].depth > tree[i].depth)
+            open.push_back(addMenu(bar, parent, tree[i].name));
+        else
+            addItem(bar, parent, tree[i].name);
+    }
+    addShortcuts();
+    addLanguages();
+}
+
+QAction* MainMenu::action(std::string_view name) const
+{
+    const auto found =
+        std::find_if(items_.begin(), items_.end(), [&](const Item& item) { return item.name == name; });
+    Q_ASSERT(found != items_.end());
+    return found->action;
+}
+
+void MainMenu::applyCaptions(const LanguageTables& texts)
+{
+    const QString notAvailable = qtText(texts.caption(Caption::notAvailable));
+    for (const Item& item : items_) {
+        item.action->setText(buttonText(texts.menuCaption(item.captionNumber)));
+        const bool missing = !item.opensMenu && availabilityOf(item.name) == Availability::notBuilt;
+        item.action->setStatusTip(missing ? notAvailable : QString());
+        item.action->setToolTip(missing ? notAvailable : QString());
+    }
+}
+
+void MainMenu::markLanguage(LanguageCode code)
+{
+    action(languageFiles(code).menuItem)->setChecked(true);
+}
+
+void MainMenu::setAvailable(bool lineBusy, bool hasList)
+{
+    for (const Item& item : items_) {
+        if (item.opensMenu)
+            continue;
+        switch (availabilityOf(item.name)) {
+        case Availability::notBuilt:
+            item.action->setEnabled(false);
+            break;
+        case Availability::always:
+            item.action->setEnabled(true);
+            break;
+        case Availability::idle:
+            item.action->setEnabled(!lineBusy);
+            break;
+        case Availability::withList:
+            item.action->setEnabled(!lineBusy && hasList);
+            break;
+        }
+    }
+}
+
+void MainMenu::addSeparator(QMenu* menu)
+{
+    ++separators_;
+    menu->addSeparator()->setObjectName(QStringLiteral("mnu_space%1").arg(separators_));
+}
+
+QMenu* MainMenu::addMenu(QMenuBar* bar, QMenu* parent, std::string_view name)
+{
+    QMenu* const menu = parent != nullptr ? parent->addMenu(QString()) : bar->addMenu(QString());
+    menu->setObjectName(objectNameOf(name));
+    menu->setToolTipsVisible(true);
+    menu->menuAction()->setObjectName(objectNameOf(name));
+    items_.push_back({name, menuCaptionNumber(name), menu->menuAction(), true});
+    return menu;
+}
+
+void MainMenu::addItem(QMenuBar* bar, QMenu* parent, std::string_view name)
+{
+    QAction* const item = parent != nullptr ? parent->addAction(QString()) : bar->addAction(QString());
+    item->setObjectName(objectNameOf(name));
+    item->setMenuRole(QAction::NoRole); // it stays where it stands, on every system
+    items_.push_back({name, menuCaptionNumber(name), item, false});
+}
+
+void MainMenu::addShortcuts()
+{
+    for (const MenuShortcut& shortcut : menuShortcuts())
+        action(shortcut.name)->setShortcut(QKeySequence(QString::fromLatin1(shortcut.keys)));
+}
+
+void MainMenu::addLanguages()
+{
+    languages_->setExclusive(true);
+    for (const LanguageCode code : allLanguages) {
+        QAction* const item = action(languageFiles(code).menuItem);
+        item->setCheckable(true);
+        languages_->addAction(item);
+    }
+}
+
+} // namespace karvo

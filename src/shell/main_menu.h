@@ -1,0 +1,57 @@
+// The menu bar of the main window, built from the menu tree.
+#pragma once
+
+#include "language/language_code.h"
+#include "language/language_tables.h"
+
+#include <QObject>
+
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+class QAction;
+class QActionGroup;
+class QMenu;
+class QMenuBar;
+
+namespace karvo
+{
+
+class MainMenu : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit MainMenu(QMenuBar* bar);
+
+    // An item, or what opens a menu. It must be in the menu tree.
+    QAction* action(std::string_view name) const;
+
+    void applyCaptions(const LanguageTables& texts);
+
+    // Ticks the item of the language and clears the other four.
+    void markLanguage(LanguageCode code);
+
+    void setAvailable(bool lineBusy, bool hasList);
+
+private:
+    struct Item {
+        std::string_view name;
+        std::size_t captionNumber;
+        QAction* action;
+        bool opensMenu;
+    };
+
+    void addSeparator(QMenu* menu);
+    QMenu* addMenu(QMenuBar* bar, QMenu* parent, std::string_view name);
+    void addItem(QMenuBar* bar, QMenu* parent, std::string_view name);
+    void addShortcuts();
+    void addLanguages();
+
+    std::vector<Item> items_;
+    int separators_ = 0;
+    QActionGroup* languages_;
+};
+
+} // namespace karvo

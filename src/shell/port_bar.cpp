@@ -1,0 +1,151 @@
+#include "shell/port_bar.h"
+
+#include "cvdata/dcc_address.h"
+#include "link/forms/port_list.h"
+#include "ui/captions.h"
+#include "ui/flow_layout.h"
+#include "workbench/describe.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+
+namespace karvo
+{
+
+namespace
+{
+
+constexpr int gapBetweenGroups = 16; // pixels
+
+// "KV07  Firmware = 6  Sublevel = 2  ATmega328".
+Text identificationText(const ProgramState& state)
+{
+    const CvSet& set = state.set;
+    if (set.isEmpty())
+        return state.texts.caption(Caption::noDecoder);
+    const Text type = typeText(set.profile, state.texts) + u"  ";
+    if (set.isOffline())
+        return type + state.texts.caption(Caption::offlineList);
+    return type + state.texts.caption(Caption::firmware) + u" = " +
+           textFromNumber(set.profile.firmwareVersion) + u"  " + state.texts.caption(Caption::subLevel) +
+           u" = " + textFromNumber(set.profile.subLevel) + u"  " + Text(processorName(set.profile.processor));
+}
+
+// "Address: 3 (short)".
+Text addressText(const ProgramState& state)
+{
+    const Text label = state.texts.caption(Caption::address);
+    const Text address = firstAddress(state.set.table);
+    if (address.empty())
+        return label + u" -";
+    const auto form = usesLongAddresses(state.set.table) ? Caption::longAddress : Caption::shortAddress;
+    return label + u' ' + address + u" (" + state.texts.caption(form) + u')';
+}
+
+void joinWithLabel(QLabel& label, QLabel& value)
+{
+    value.setAccessibleName(label.text() + u' ' + value.text());
+}
+
+} // namespace
+
+PortBar::PortBar(const LanguageTables& texts, ListPortDevices listDevices, QWidget* parent)
+    : QWidget(parent),
+      portLabel_(addText("COM_Label")),
+      ports_(new PortList(texts, std::move(listDevices), this)),
+      start_(new QPushButton(this)),
+      identification_(addText("Programm_Kennung")),
+      address_(addText("Adresse")),
+      firstLabel_(addText("DCC1_Label")),
+      first_(addText("DCC1")),
+      secondLabel_(addText("DCC2_Label")),
+      second_(addText("DCC2")),
+      servoAddress_(new QPushButton(this))
+{
+    ports_->setObjectName(QStringLiteral("COM"));
+    start_->setObjectName(QStringLiteral("Start"));
+    servoAddress_->setObjectName(QStringLiteral("Servo_Addr"));
+    portLabel_->setBuddy(ports_);
+    auto* const layout = new FlowLayout(this);
+    layout->setSpacing(gapBetweenGroups);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(portGroup());
+    layout->addWidget(identification_);
+    layout->addWidget(addressGroup());
+    for (QLabel* value : {identification_, address_, first_, second_})
+        value->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    connect(ports_, &PortList::portChosen, this, &PortBar::portChosen);
+    connect(start_, &QPushButton::clicked, this, &PortBar::readWanted);
+}
+
+QLabel* PortBar::addText(const char* name)
+{
+    auto* const label = new QLabel(this);
+    label->setObjectName(QString::fromLatin1(name));
+    return label;
+}
+
+QWidget* PortBar::portGroup()
+{
+    auto* const group = new QWidget(this);
+    auto* const layout = new QHBoxLayout(group);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(portLabel_);
+    layout->addWidget(ports_);
+    layout->addWidget(start_);
+    return group;
+}
+
+QWidget* PortBar::addressGroup()
+{
+    auto* const group = new QWidget(this);
+    auto* const layout = new QHBoxLayout(group);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(address_);
+    layout->addSpacing(gapBetweenGroups);
+    layout->addWidget(firstLabel_);
+    layout->addWidget(first_);
+    layout->addSpacing(gapBetweenGroups);
+    layout->addWidget(secondLabel_);
+    layout->addWidget(second_);
+    layout->addSpacing(gapBetweenGroups);
+    layout->addWidget(servoAddress_);
+    return group;
+}
+
+void PortBar::applyCaptions(const LanguageTables& texts)
+{
+    portLabel_->setText(buttonText(texts.caption(Caption::port)));
+    ports_->setAccessibleName(qtText(texts.caption(Caption::port)));
+    start_->setText(buttonText(texts.caption(Caption::readAll)));
+    firstLabel_->setText(qtText(texts.caption(Caption::firstAddress)));
+    secondLabel_->setText(qtText(texts.caption(Caption::secondAddress)));
+    servoAddress_->setText(buttonText(texts.caption(Caption::servoAddress)));
+    servoAddress_->setEnabled(false);
+    servoAddress_->setToolTip(qtText(texts.caption(Caption::notAvailable)));
+    servoAddress_->setStatusTip(servoAddress_->toolTip());
+}
+
+void PortBar::showPort(int number)
+{
+    ports_->showPort(number);
+}
+
+void PortBar::showDecoder(const ProgramState& state)
+{
+    identification_->setText(qtText(identificationText(state)));
+    address_->setText(qtText(addressText(state)));
+    first_->setText(qtText(firstAddress(state.set.table)));
+    second_->setText(qtText(secondAddress(state.set.table)));
+    joinWithLabel(*firstLabel_, *first_);
+    joinWithLabel(*secondLabel_, *second_);
+}
+
+void PortBar::setLineBusy(bool busy)
+{
+    ports_->setEnabled(!busy);
+    start_->setEnabled(!busy);
+}
+
+} // namespace karvo

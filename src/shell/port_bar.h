@@ -1,0 +1,50 @@
+// The row below the menu: the port, the full read, and which decoder has been read.
+#pragma once
+
+#include "link/forms/port_devices.h"
+#include "workbench/workbench.h"
+
+#include <QWidget>
+
+class QLabel;
+class QPushButton;
+
+namespace karvo
+{
+
+class PortList;
+
+class PortBar : public QWidget
+{
+    Q_OBJECT
+
+public:
+    PortBar(const LanguageTables& texts, ListPortDevices listDevices, QWidget* parent = nullptr);
+
+    void applyCaptions(const LanguageTables& texts);
+    void showPort(int number);
+    void showDecoder(const ProgramState& state);
+    void setLineBusy(bool busy);
+
+signals:
+    void portChosen(int number);
+    void readWanted();
+
+private:
+    QLabel* addText(const char* name);
+    QWidget* portGroup();
+    QWidget* addressGroup();
+
+    QLabel* portLabel_;
+    PortList* ports_;
+    QPushButton* start_;
+    QLabel* identification_;
+    QLabel* address_;
+    QLabel* firstLabel_;
+    QLabel* first_;
+    QLabel* secondLabel_;
+    QLabel* second_;
+    QPushButton* servoAddress_;
+};
+
+} // namespace karvo

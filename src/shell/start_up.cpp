@@ -1,0 +1,51 @@
+#include "shell/start_up.h"
+
+#include "language/forms/language_dialog.h"
+#include "workbench/language_change.h"
+#include "workbench/start.h"
+
+#include <QLocale>
+
+namespace karvo
+{
+
+namespace
+{
+
+// What the person most likely speaks; it is only ticked, not chosen.
+LanguageCode likelyLanguage()
+{
+    switch (QLocale::system().language()) {
+    case QLocale::German:
+        return LanguageCode::german;
+    case QLocale::Dutch:
+        return LanguageCode::dutch;
+    case QLocale::Spanish:
+        return LanguageCode::spanish;
+    case QLocale::French:
+        return LanguageCode::french;
+    default:
+        return LanguageCode::english;
+    }
+}
+
+std::optional<LanguageCode> askLanguage(Workbench& bench, const LocaleInfo& locale)
+{
+    Language dialog(languageButtonCaptions(locale.countryAbbreviation()), likelyLanguage(), bench.prompts);
+    if (dialog.exec() != QDialog::Accepted)
+        return std::nullopt;
+    storeLanguage(bench, dialog.chosen());
+    return dialog.chosen();
+}
+
+} // namespace
+
+bool startUp(Workbench& bench, const LocaleInfo& locale)
+{
+    auto language = readSettings(bench.state, bench.settings);
+    if (!language)
+        language = askLanguage(bench, locale);
+    return language && useLanguage(bench, *language);
+}
+
+} // namespace karvo

@@ -1,0 +1,97 @@
+#include "shell/status_line.h"
+
+#include "ui/captions.h"
+
+#include <QLabel>
+#include <QProgressBar>
+
+namespace karvo
+{
+
+namespace
+{
+
+// The bar moves in steps of this many parts, so that drawing it stays cheap while bytes come in one by one.
+constexpr std::size_t progressSteps = 64;
+
+constexpr char16_t filledSign = u'\u25CF';
+constexpr char16_t hollowSign = u'\u25CB';
+
+QLabel* newLabel(const char* name, QWidget* parent)
+{
+    auto* const label = new QLabel(parent);
+    label->setObjectName(QString::fromLatin1(name));
+    return label;
+}
+
+} // namespace
+
+StatusLine::StatusLine(bool simulated, QWidget* parent)
+    : QStatusBar(parent),
+      status_(newLabel("Status", this)),
+      progress_(new QProgressBar(this)),
+      sign_(newLabel("LineSign", this)),
+      version_(newLabel("Version", this))
+{
+    progress_->setObjectName(QStringLiteral("Progress"));
+    progress_->setMaximumHeight(status_->fontMetrics().height() + 4);
+    progress_->hide();
+    sign_->setFixedWidth(sign_->fontMetrics().horizontalAdvance(filledSign) + 4);
+    sign_->setAlignment(Qt::AlignCenter);
+    addWidget(status_, 2);
+    addWidget(progress_, 1);
+    addPermanentWidget(sign_);
+    if (simulated) {
+        simulation_ = newLabel("Simulation", this);
+        addPermanentWidget(simulation_);
+    }
+    addPermanentWidget(version_);
+}
+
+void StatusLine::applyCaptions(const LanguageTables& texts)
+{
+    sign_->setToolTip(qtText(texts.caption(Caption::lineInUse)));
+    sign_->setAccessibleName(sign_->toolTip());
+    progress_->setAccessibleName(qtText(texts.caption(Caption::readAll)));
+    if (simulation_ != nullptr)
+        simulation_->setText(qtText(texts.caption(Caption::simulatedInterface)));
+}
+
+void StatusLine::showStatus(const QString& text)
+{
+    status_->setText(text);
+}
+
+void StatusLine::showProgress(const LanguageTables& texts, std::size_t done, std::size_t total)
+{
+    if (total == 0) {
+        progress_->hide();
+        return;
+    }
+    const auto step = static_cast<int>(std::min(done, total) * progressSteps / total);
+    if (progress_->isVisible() && progress_->value() == step)
+        return;
+    progress_->setRange(0, static_cast<int>(progressSteps));
+    progress_->setValue(step);
+    progress_->setFormat(filledCaption(
+        texts, Caption::bytesReceived,
+        {textFromNumber(static_cast<long long>(done)), textFromNumber(static_cast<long long>(total))}));
+    progress_->show();
+}
+
+void StatusLine::showVersion(const QString& version)
+{
+    version_->setText(version);
+}
+
+void StatusLine::blink()
+{
+    sign_->setText(QString(sign_->text() == QString(filledSign) ? QChar(hollowSign) : QChar(filledSign)));
+}
+
+void StatusLine::stopBlinking()
+{
+    sign_->clear();
+}
+
+} // namespace karvo

@@ -1,0 +1,44 @@
+// The lowest row: what is going on, how far it is, and the version.
+#pragma once
+
+#include "language/language_tables.h"
+
+#include <QStatusBar>
+
+#include <cstddef>
+
+class QLabel;
+class QProgressBar;
+
+namespace karvo
+{
+
+class StatusLine : public QStatusBar
+{
+    Q_OBJECT
+
+public:
+    // In demo mode a note says that the interface is simulated.
+    StatusLine(bool simulated, QWidget* parent);
+
+    void applyCaptions(const LanguageTables& texts);
+    void showStatus(const QString& text);
+
+    // A total of 0 takes the progress bar away.
+    void showProgress(const LanguageTables& texts, std::size_t done, std::size_t total);
+
+    void showVersion(const QString& version);
+
+    // A sign that changes its shape with every call while the line is in use.
+    void blink();
+    void stopBlinking();
+
+private:
+    QLabel* status_;
+    QProgressBar* progress_;
+    QLabel* sign_;
+    QLabel* simulation_ = nullptr; // in demo mode only
+    QLabel* version_;
+};
+
+} // namespace karvo
