@@ -57,6 +57,7 @@ void describe(QCommandLineParser& parser)
     parser.addOption({QStringLiteral("no-pace"), QStringLiteral("The simulated line takes no time.")});
     parser.addOption(valued("language", "de, nl, en, es or fr; else the stored one.", "CODE"));
     parser.addOption(valued("program-folder", "Where the program's text files lie.", "DIR"));
+    parser.addOption({QStringLiteral("expert"), QStringLiteral("Show expert knowledge below its CVs.")});
     parser.addOption({QStringLiteral("json"), QStringLiteral("Print JSON.")});
     parser.addOption({QStringLiteral("help"), QStringLiteral("Print this help.")});
     parser.addOption({QStringLiteral("version"), QStringLiteral("Print the version.")});
@@ -78,6 +79,7 @@ CliParseResult taken(const QCommandLineParser& parser, CliCommand command)
     arguments.unpaced = parser.isSet(QStringLiteral("no-pace"));
     arguments.language = parser.value(QStringLiteral("language"));
     arguments.programFolder = parser.value(QStringLiteral("program-folder"));
+    arguments.expert = parser.isSet(QStringLiteral("expert"));
     arguments.json = parser.isSet(QStringLiteral("json"));
     if (parser.isSet(QStringLiteral("port"))) {
         arguments.port = portOf(parser.value(QStringLiteral("port")));

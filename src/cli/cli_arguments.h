@@ -21,6 +21,7 @@ struct CliArguments {
     bool unpaced = false;     // the simulated line takes no time
     QString language;         // as typed; empty: the stored one
     QString programFolder;    // empty: the executable's folder
+    bool expert = false;      // show expert knowledge too
     bool json = false;
 };
 

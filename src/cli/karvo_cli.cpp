@@ -77,6 +77,7 @@ int runWith(const CliArguments& arguments)
     ProgramState state;
     state.programFolder = arguments.programFolder.isEmpty() ? toPath(QCoreApplication::applicationDirPath())
                                                             : toPath(arguments.programFolder);
+    state.expert = arguments.expert;
     state.link.portNumber =
         arguments.port.value_or(portNumberFromSetting(settings.get("Parameter", "Com_Port")));
 

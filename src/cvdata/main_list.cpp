@@ -1,6 +1,9 @@
 #include "cvdata/main_list.h"
 
+#include "cvdata/dcc_address.h"
+
 #include <algorithm>
+#include <iterator>
 
 namespace karvo
 {
@@ -46,6 +49,36 @@ Text nameOf(const CvTable& table, int cv)
 {
     const Text& text = table.at(cv, Column::text);
     return text.substr(0, text.find(lineBreak));
+}
+
+// Behind these CVs of a receiver a servo stands: its address is split over the CV before and the CV itself.
+struct ServoLine {
+    int cv;
+    TextView label;
+    TextView addressLabel;
+};
+
+constexpr ServoLine servoLines[] = {{12, u"CV12 = Servo 1 Adresse ", u"    A-Servo 1 = "},
+                                    {14, u"CV14 = Servo 2 Adresse ", u"    A-Servo 2 = "}};
+
+const ServoLine* servoLineOf(const DecoderProfile& profile, int cv)
+{
+    if (profile.model != Model::receiver && profile.model != Model::xtModule)
+        return nullptr;
+    const auto* const found = std::find_if(std::begin(servoLines), std::end(servoLines),
+                                           [cv](const ServoLine& line) { return line.cv == cv; });
+    return found == std::end(servoLines) ? nullptr : found;
+}
+
+void addServoLines(MainList& list, const ListSource& source, const ServoLine& servo)
+{
+    const CvTable& table = source.table;
+    list.push_back(
+        {Text(servo.label) + table.at(servo.cv, Column::value), nameOf(table, servo.cv), servo.cv});
+    const auto high = table.value(servo.cv - 1);
+    const auto low = table.value(servo.cv);
+    const Text address = high && low ? textFromNumber(longAddress(*high, *low)) : Text();
+    list.push_back({Text(servo.addressLabel) + address, Text(), servo.cv});
 }
 
 Text cvLine(const ListSource& source, int cv)
@@ -122,7 +155,10 @@ MainList fill_list1(const ListSource& source)
     for (int cv = 1; cv <= CvTable::lastRow; ++cv) {
         if (!source.table.describes(cv))
             continue;
-        if (speedTable == SpeedTable::rows || !isSpeedStepCv(cv))
+        const ServoLine* const servo = servoLineOf(source.profile, cv);
+        if (servo != nullptr)
+            addServoLines(list, source, *servo);
+        else if (speedTable == SpeedTable::rows || !isSpeedStepCv(cv))
             addWithExpertLine(list, source, {cvLine(source, cv), nameOf(source.table, cv), cv});
         else if (cv == firstSpeedStepCv)
             addSpeedTable(list, source, speedTable);

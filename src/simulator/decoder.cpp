@@ -75,6 +75,10 @@ constexpr std::array models{
     Model{"trailer", "A7", trailer, 3, 1, standard, {11, 2, 17}, atmega328, 0},
     Model{"trailer-v1", "A7", trailer, 1, 0, standard, {9, 9, 14}, atmega328, 0},
     Model{"receiver", "80", receiver, 5, 3, standard, {27, 2, 22}, atmega328, 0},
+    Model{"receiver-undated", "80", receiver, 1, 0, standard, noDate, unrecorded, 0},
+    Model{"receiver-2014", "80", receiver, 2, 1, standard, {30, 6, 14}, atmega168, 0},
+    Model{"receiver-2015", "80", receiver, 4, 1, standard, {1, 9, 15}, atmega168, 0},
+    Model{"receiver-2016", "80", receiver, 4, 0, standard, {24, 2, 16}, atmega328, 0},
     Model{"receiver-readonly", "81", receiver, 4, 2, standard, {24, 2, 16}, unrecorded, 0},
 };
 
@@ -97,6 +101,9 @@ constexpr CvValue newerValues[] = {
     {9, 2},  {22, 7}, {23, 3},  {24, 3},  {26, 128}, {27, 3},   {33, 1},  {34, 4},    {35, 5},  {36, 9},
     {37, 6}, {38, 8}, {112, 1}, {160, 3}, {161, 1},  {162, 20}, {163, 5}, {164, 133}, {167, 1}, {168, 17},
 };
+
+// Battery voltage in units of 20 mV.
+constexpr CvValue measuredBattery = {505, 196};
 
 constexpr CvValue eightOutputs[] = {{113, 255}, {114, 255}, {115, 255}, {116, 255},
                                     {117, 255}, {118, 255}, {119, 255}, {120, 255}};
@@ -209,6 +216,7 @@ void setNewerFunctions(Memory& memory, const Model& model)
 {
     memory.set(newerValues);
     memory.set(servoValues);
+    memory.set(measuredBattery.cv, measuredBattery.value);
     if (model.identification == "28")
         memory.set(eightOutputs);
     if (model.build == laneControl)

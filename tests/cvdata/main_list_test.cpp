@@ -117,6 +117,19 @@ TEST_F(MainListTest, BatteryLineHasVoltageAndRawValue)
               "Akkuspannung = 4.00 Volt (200)");
 }
 
+TEST_F(MainListTest, AReceiversServosHaveTheirAddressOnALineOfItsOwn)
+{
+    for (int cv = 11; cv <= 14; ++cv)
+        describe(cv, textFromNumber(cv - 10));
+    EXPECT_EQ(texts(), (Lines{"CV11 = 1", "CV12 = 2", "CV13 = 3", "CV14 = 4"}));
+    for (const Model model : {Model::receiver, Model::xtModule}) {
+        profile.model = model;
+        EXPECT_EQ(texts(), (Lines{"CV11 = 1", "CV12 = Servo 1 Adresse 2", "    A-Servo 1 = 258", "CV13 = 3",
+                                  "CV14 = Servo 2 Adresse 4", "    A-Servo 2 = 772"}));
+        EXPECT_EQ(positionOf(fill(), 12), 1u);
+    }
+}
+
 TEST_F(MainListTest, PositioningFindsTheWholeNumber)
 {
     for (const int cv : {1, 10, 11, 100, 110})

@@ -146,7 +146,7 @@ TEST_F(KarvoSimTest, ListsTheModels)
     EXPECT_EQ(simulator_.exitCode(), 0);
     const QByteArray models = simulator_.readAllStandardOutput();
     EXPECT_TRUE(models.startsWith("kv07\nkv07-f3\n")) << models.constData();
-    EXPECT_TRUE(models.endsWith("receiver\nreceiver-readonly\n")) << models.constData();
+    EXPECT_TRUE(models.endsWith("\nreceiver-2016\nreceiver-readonly\n")) << models.constData();
 }
 
 TEST_F(KarvoSimTest, RefusesWhatItDoesNotUnderstand)

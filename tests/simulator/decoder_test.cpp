@@ -71,6 +71,10 @@ const std::vector<Traits> expectedTraits{
     {"trailer", "A7", 512, 3, 0, {11, 2, 17}, atmega328, 0},
     {"trailer-v1", "A7", 512, 1, 0, {9, 9, 14}, atmega328, 0},
     {"receiver", "80", 512, 5, 0, {27, 2, 22}, atmega328, 0},
+    {"receiver-undated", "80", 512, 1, 0, none, erased, 0},
+    {"receiver-2014", "80", 512, 2, 0, {30, 6, 14}, atmega168, 0},
+    {"receiver-2015", "80", 512, 4, 0, {1, 9, 15}, atmega168, 0},
+    {"receiver-2016", "80", 512, 4, 0, {24, 2, 16}, atmega328, 0},
     {"receiver-readonly", "81", 512, 4, 0, {24, 2, 16}, erased, 0},
 };
 

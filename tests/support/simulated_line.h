@@ -1,0 +1,66 @@
+// A port and its wait on the simulator, with a clock that jumps from event to event.
+#pragma once
+
+#include "program/serial_port.h"
+#include "program/wait.h"
+#include "simulator/simulator.h"
+
+namespace karvo::test
+{
+
+class SimulatedLine : public SerialPort, public Wait
+{
+public:
+    explicit SimulatedLine(sim::Simulator simulator) : simulator_(std::move(simulator)) {}
+
+    void setPortNumber(int number) override { number_ = number; }
+    int portNumber() const override { return number_; }
+    void setSettings(const LineSettings&) override {}
+    std::optional<PortError> open() override
+    {
+        if (!open_)
+            simulator_.reconnect();
+        open_ = true;
+        return std::nullopt;
+    }
+    void close() override { open_ = false; }
+    bool isOpen() const override { return open_; }
+    std::size_t bytesWaiting() const override { return received_.size(); }
+    Bytes readAll() override { return std::exchange(received_, Bytes()); }
+    void write(const Bytes& bytes) override { simulator_.receive(bytes, now_); }
+    void setNotice(std::function<void()>) override {}
+
+    WaitResult until(const std::function<bool()>& condition, std::chrono::milliseconds limit) override
+    {
+        const sim::Time deadline = now_ + limit;
+        take();
+        while (!condition()) {
+            const auto next = simulator_.nextEvent();
+            if (!next || *next > deadline) {
+                now_ = deadline;
+                return WaitResult::timedOut;
+            }
+            now_ = std::max(now_, *next);
+            take();
+        }
+        return WaitResult::met;
+    }
+    void wake() override {}
+
+private:
+    void take()
+    {
+        for (const auto byte : simulator_.take(now_))
+            received_.push_back(byte);
+        if (simulator_.hungUp(now_))
+            open_ = false;
+    }
+
+    sim::Simulator simulator_;
+    sim::Time now_{};
+    Bytes received_;
+    int number_ = 1;
+    bool open_ = false;
+};
+
+} // namespace karvo::test
