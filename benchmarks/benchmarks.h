@@ -1,0 +1,26 @@
+// The measurements, by subject.
+#pragma once
+
+#include "table.h"
+
+#include <filesystem>
+
+namespace karvo::bench
+{
+
+// A full read over the paced line, from the last byte to the filled list, and the processor time while a
+// silent decoder is awaited.
+std::vector<Row> measureReading(const std::filesystem::path& programFolder);
+
+// From a description file to the list, and all files of the program folder against reading them with cat.
+std::vector<Row> measureDescriptions(const std::filesystem::path& programFolder);
+
+// Start to the first idle window, and memory, against an empty window of the same toolkit. Runs this very
+// program again with the argument of a child.
+std::vector<Row> measureWindows(const std::filesystem::path& programFolder);
+
+// The child's part: shows the window that is asked for, prints its figures when it is idle, and returns the
+// exit code.
+int runWindowChild(int argc, char** argv, const std::filesystem::path& programFolder);
+
+} // namespace karvo::bench
