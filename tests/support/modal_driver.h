@@ -1,0 +1,121 @@
+// Answers the modal windows of a test by a script, in order. A window that nobody expects, one that says
+// something else, and an expected one that never comes fail the test; none is left open.
+#pragma once
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDialog>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QPointer>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <functional>
+
+namespace karvo::test
+{
+
+class ModalDriver
+{
+public:
+    ModalDriver()
+    {
+        // A test before this one may have ended the program; no event loop starts until the main one has run
+        // again.
+        QTimer::singleShot(0, QCoreApplication::instance(), &QCoreApplication::quit);
+        QCoreApplication::exec();
+        QObject::connect(&timer_, &QTimer::timeout, [this] { look(); });
+        timer_.start(5);
+    }
+    ~ModalDriver()
+    {
+        for (const Step& step : steps_)
+            ADD_FAILURE() << "never came: " << step.what.toStdString();
+    }
+    ModalDriver(const ModalDriver&) = delete;
+    ModalDriver& operator=(const ModalDriver&) = delete;
+
+    // A box with this text, answered by the button with this caption.
+    void expectBox(const QString& text, const QString& button)
+    {
+        expect(text, [text, button](QWidget& window) {
+            auto* const box = qobject_cast<QMessageBox*>(&window);
+            ASSERT_NE(box, nullptr);
+            EXPECT_EQ(box->text().toStdString(), text.toStdString());
+            QAbstractButton* found = nullptr;
+            for (QAbstractButton* candidate : box->buttons())
+                found = candidate->text() == button ? candidate : found;
+            ASSERT_NE(found, nullptr) << "no button " << button.toStdString();
+            found->click();
+        });
+    }
+
+    // An input under this title; nothing typed cancels it.
+    void expectInput(const QString& title, const std::optional<QString>& typed)
+    {
+        expect(title, [title, typed](QWidget& window) {
+            auto* const dialog = qobject_cast<QInputDialog*>(&window);
+            ASSERT_NE(dialog, nullptr);
+            EXPECT_EQ(dialog->windowTitle().toStdString(), title.toStdString());
+            if (!typed) {
+                dialog->reject();
+                return;
+            }
+            dialog->setTextValue(*typed);
+            dialog->accept();
+        });
+    }
+
+    // Any window; `act` has to close it.
+    void expect(const QString& what, std::function<void(QWidget&)> act)
+    {
+        steps_.push_back({what, std::move(act)});
+    }
+
+    bool isDone() const { return steps_.empty(); }
+
+private:
+    struct Step {
+        QString what;
+        std::function<void(QWidget&)> act;
+    };
+
+    void look()
+    {
+        QWidget* const window = QApplication::activeModalWidget();
+        if (window == nullptr || !window->isVisible() || window == answering_)
+            return;
+        if (steps_.empty()) {
+            const auto* const box = qobject_cast<QMessageBox*>(window);
+            ADD_FAILURE() << "unexpected window: "
+                          << (box != nullptr ? box->text() : window->windowTitle()).toStdString();
+            window->close();
+            return;
+        }
+        answering_ = window;
+        const Step step = std::move(steps_.front());
+        steps_.pop_front();
+        // Outside the timer's own slot, so that it goes on ticking over a box that the answer brings up.
+        QTimer::singleShot(0, &timer_,
+                           [this, step, window = QPointer<QWidget>(window)] { answer(step, window); });
+    }
+
+    void answer(const Step& step, const QPointer<QWidget>& window)
+    {
+        step.act(*window);
+        answering_ = nullptr;
+        if (window && window->isVisible()) {
+            ADD_FAILURE() << "not closed: " << step.what.toStdString();
+            window->close();
+        }
+    }
+
+    QTimer timer_;
+    std::deque<Step> steps_;
+    QWidget* answering_ = nullptr; // its own further boxes are other windows
+};
+
+} // namespace karvo::test

@@ -1,0 +1,106 @@
+#include "ui/window_prompts.h"
+
+#include "support/modal_driver.h"
+
+#include <QLineEdit>
+
+namespace karvo
+{
+
+namespace
+{
+
+LanguageTables germanTexts()
+{
+    LanguageTables texts;
+    texts.captions[700] = u"0700OK";
+    texts.captions[701] = u"0701Abbrechen";
+    texts.captions[702] = u"0702Ja";
+    texts.captions[703] = u"0703Nein";
+    texts.captions[707] = u"0707Hinweis";
+    texts.captions[708] = u"0708Frage";
+    texts.captions[709] = u"0709Fehler";
+    return texts;
+}
+
+struct PromptsBench {
+    LanguageTables texts = germanTexts();
+    int ends = 0;
+    WindowPrompts prompts{texts, [this] { ++ends; }};
+    test::ModalDriver driver;
+};
+
+} // namespace
+
+TEST(WindowPrompts, ShowsAMessageToTheLetter)
+{
+    PromptsBench bench;
+    bench.driver.expect(QStringLiteral("message"), [](QWidget& window) {
+        auto& box = dynamic_cast<QMessageBox&>(window);
+        EXPECT_EQ(box.text().toStdString(), "Die Datei\r\n<b>C:\\x</b> fehlt");
+        EXPECT_EQ(box.textFormat(), Qt::PlainText);
+        EXPECT_EQ(box.windowTitle().toStdString(), "Fehler");
+        EXPECT_EQ(box.icon(), QMessageBox::Warning);
+        ASSERT_EQ(box.buttons().size(), 1);
+        EXPECT_EQ(box.buttons().front()->text().toStdString(), "OK");
+        box.buttons().front()->click();
+    });
+    bench.prompts.message(u"Die Datei\r\n<b>C:\\x</b> fehlt", PromptIcon::warning);
+    EXPECT_TRUE(bench.driver.isDone());
+}
+
+TEST(WindowPrompts, AsksInTheLanguageInUse)
+{
+    PromptsBench bench;
+    bench.driver.expectBox(QStringLiteral("Wirklich?"), QStringLiteral("Ja"));
+    EXPECT_TRUE(bench.prompts.question(u"Wirklich?"));
+    bench.driver.expectBox(QStringLiteral("Wirklich?"), QStringLiteral("Nein"));
+    EXPECT_FALSE(bench.prompts.question(u"Wirklich?"));
+    bench.driver.expect(QStringLiteral("closed"), [](QWidget& window) { window.close(); });
+    EXPECT_FALSE(bench.prompts.question(u"Wirklich?"));
+}
+
+TEST(WindowPrompts, HandsOverWhatWasTyped)
+{
+    PromptsBench bench;
+    bench.driver.expectInput(QStringLiteral("Suchen"), QStringLiteral("Größe"));
+    EXPECT_EQ(bench.prompts.input(u"Suchen", u"Wort:", u"alt"), Text(u"Größe"));
+    bench.driver.expectInput(QStringLiteral("Suchen"), std::nullopt);
+    EXPECT_EQ(bench.prompts.input(u"Suchen", u"Wort:", u"alt"), std::nullopt);
+}
+
+TEST(WindowPrompts, RefusesUnfitCharactersWhereTheyAreTyped)
+{
+    PromptsBench bench;
+    bench.driver.expect(QStringLiteral("input"), [](QWidget& window) {
+        auto* const field = window.findChild<QLineEdit*>();
+        ASSERT_NE(field, nullptr);
+        EXPECT_EQ(field->text().toStdString(), "alt");
+        field->selectAll();
+        field->insert(QStringLiteral("Ł"));
+        EXPECT_EQ(field->text().toStdString(), "alt");
+        dynamic_cast<QDialog&>(window).accept();
+    });
+    EXPECT_EQ(bench.prompts.input(u"Suchen", u"Wort:", u"alt"), Text(u"alt"));
+}
+
+TEST(WindowPrompts, ShowNothingFurtherOnceTheProgramEnds)
+{
+    PromptsBench bench;
+    bench.prompts.endProgram();
+    EXPECT_EQ(bench.ends, 1);
+    EXPECT_TRUE(bench.prompts.hasEnded());
+    bench.prompts.message(u"late");
+    EXPECT_FALSE(bench.prompts.question(u"late?"));
+    EXPECT_EQ(bench.prompts.input(u"late", u"late", u"late"), std::nullopt);
+}
+
+TEST(WindowPrompts, KeepQtsWordsUntilALanguageIsLoaded)
+{
+    PromptsBench bench;
+    bench.texts = LanguageTables();
+    bench.driver.expectBox(QStringLiteral("File [Deutsch_var.txt] not available !"), QStringLiteral("OK"));
+    bench.prompts.message(u"File [Deutsch_var.txt] not available !");
+}
+
+} // namespace karvo
