@@ -82,7 +82,10 @@ void Hauptform::showList()
 
 void Hauptform::showDetails()
 {
-    panel_->showCv(cvDetails(state_.set.table, state_.set.currentNumber), texts_);
+    const CvSet& set = state_.set;
+    const auto expert = set.expert.find(set.currentNumber);
+    panel_->showCv(cvDetails(set.table, set.currentNumber),
+                   expert == set.expert.end() ? Text() : expert->second.knowledge, texts_);
 }
 
 void Hauptform::showLineBusy(bool busy)

@@ -70,6 +70,8 @@ private:
     void findPorts();
     void clear();
     void showOffline(std::string_view menuItem);
+    void showStandard();
+    void showWithoutDecoder();
     void changeLanguage(LanguageCode code);
     void chooseRow(int row);
     void enterNumber(int number);
@@ -79,6 +81,9 @@ private:
     void findNext();
     void showVersion();
     void showAbout();
+    void showDecoderInfo();
+    void showModuleHelp();
+    void showHelp();
 
     Workbench bench_;
     ProgramState& state_;

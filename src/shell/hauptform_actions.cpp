@@ -8,6 +8,7 @@
 #include "shell/status_line.h"
 #include "ui/captions.h"
 #include "ui/fixed_width_list.h"
+#include "workbench/decoder_info.h"
 #include "workbench/describe.h"
 #include "workbench/language_change.h"
 #include "workbench/offline_list.h"
@@ -55,8 +56,18 @@ void Hauptform::showOffline(std::string_view menuItem)
     if (!confirmOfflineList(bench_))
         return;
     readTimer_.stop();
-    if (!showOfflineList(bench_, menuItem))
-        return;
+    if (showOfflineList(bench_, menuItem))
+        showWithoutDecoder();
+}
+
+void Hauptform::showStandard()
+{
+    if (showStandardList(bench_))
+        showWithoutDecoder();
+}
+
+void Hauptform::showWithoutDecoder()
+{
     applyCaptions();
     bench_.view.showStatus(texts_.caption(Caption::offlineList));
     list_->setFocus();
@@ -156,6 +167,22 @@ void Hauptform::showAbout()
          {Caption::about1, Caption::about2, Caption::about3, Caption::about4, Caption::about5})
         lines += (lines.empty() ? Text() : Text(lineBreak)) + filledIn(texts_.caption(line), version);
     bench_.prompts.message(lines, PromptIcon::information);
+}
+
+void Hauptform::showDecoderInfo()
+{
+    bench_.prompts.message(decoderInfoText(state_), PromptIcon::information);
+}
+
+void Hauptform::showModuleHelp()
+{
+    bench_.prompts.message(moduleHelpText(texts_), PromptIcon::information);
+}
+
+void Hauptform::showHelp()
+{
+    if (!state_.lineBusy)
+        bench_.prompts.message(helpText(texts_), PromptIcon::information);
 }
 
 } // namespace karvo

@@ -71,7 +71,7 @@ void Hauptform::buildWindow()
     setObjectName(QStringLiteral("Hauptform"));
     menu_ = new MainMenu(menuBar());
     list_->setObjectName(QStringLiteral("List1"));
-    list_->setMinimumWidth(list_->fontMetrics().averageCharWidth() * 20);
+    list_->setMinimumWidth(list_->fontMetrics().averageCharWidth() * 17);
 
     splitter_ = new QSplitter(Qt::Horizontal);
     splitter_->setObjectName(QStringLiteral("Splitter"));
@@ -140,9 +140,13 @@ void Hauptform::connectControls()
     connect(portBar_, &PortBar::readWanted, this, [this] { read(ReadStarter::button); });
     connect(list_, &FixedWidthList::currentRowChanged, this, &Hauptform::chooseRow);
     connect(panel_, &CvPanel::numberEntered, this, &Hauptform::enterNumber);
-    auto* const nextHit = new QShortcut(QKeySequence(Qt::Key_F3), this);
-    nextHit->setObjectName(QStringLiteral("NextHit"));
-    connect(nextHit, &QShortcut::activated, this, &Hauptform::findNext);
+    const auto onKey = [this](Qt::Key key, const char* name, auto handler) {
+        auto* const shortcut = new QShortcut(QKeySequence(key), this);
+        shortcut->setObjectName(QString::fromLatin1(name));
+        connect(shortcut, &QShortcut::activated, this, handler);
+    };
+    onKey(Qt::Key_F1, "Help", &Hauptform::showHelp);
+    onKey(Qt::Key_F3, "NextHit", &Hauptform::findNext);
 }
 
 void Hauptform::connectMenu()
@@ -152,12 +156,15 @@ void Hauptform::connectMenu()
     };
     on("mnu_exit", &Hauptform::close);
     on("mnu_read_all", [this] { read(ReadStarter::other); });
+    on("mnu_standart", &Hauptform::showStandard);
     on("mnu_clear", &Hauptform::clear);
     on("mnu_com", &Hauptform::findPorts);
     on("mnu_index", &Hauptform::askCvNumber);
     on("mnu_suchen_generell", &Hauptform::askWord);
     on("mnu_version", &Hauptform::showVersion);
     on("mnu_about", &Hauptform::showAbout);
+    on("mnu_cv_datei", &Hauptform::showDecoderInfo);
+    on("mnu_hilfe_XT", &Hauptform::showModuleHelp);
     for (const LanguageCode code : allLanguages)
         on(languageFiles(code).menuItem, [this, code] { changeLanguage(code); });
     for (const OfflineList& list : offlineLists())

@@ -179,12 +179,21 @@ struct AvailableItem {
 
 // What is built; the items of the offline lists come on top.
 constexpr AvailableItem availableItems[] = {
-    {"mnu_exit", Availability::always},    {"mnu_read_all", Availability::idle},
-    {"mnu_clear", Availability::idle},     {"mnu_com", Availability::idle},
-    {"mnu_index", Availability::withList}, {"mnu_suchen_generell", Availability::withList},
-    {"mnu_german", Availability::idle},    {"mnu_dutch", Availability::idle},
-    {"mnu_english", Availability::idle},   {"mnu_spanisch", Availability::idle},
-    {"mnu_franz", Availability::idle},     {"mnu_about", Availability::idle},
+    {"mnu_exit", Availability::always},
+    {"mnu_read_all", Availability::idle},
+    {"mnu_standart", Availability::withList},
+    {"mnu_cv_datei", Availability::withList},
+    {"mnu_hilfe_XT", Availability::idle},
+    {"mnu_clear", Availability::idle},
+    {"mnu_com", Availability::idle},
+    {"mnu_index", Availability::withList},
+    {"mnu_suchen_generell", Availability::withList},
+    {"mnu_german", Availability::idle},
+    {"mnu_dutch", Availability::idle},
+    {"mnu_english", Availability::idle},
+    {"mnu_spanisch", Availability::idle},
+    {"mnu_franz", Availability::idle},
+    {"mnu_about", Availability::idle},
     {"mnu_version", Availability::idle},
 };
 

@@ -51,6 +51,7 @@ CvPanel::CvPanel(QWidget* parent)
       explanation_(addText("Zusatz_Text")),
       values_(addText("var_Text")),
       advice_(addText("Text1")),
+      expert_(addText("Experte")),
       writeSingle_(addButton("Einzelne_speichern")),
       writeChanged_(addButton("Alle_speichern"))
 {
@@ -72,6 +73,7 @@ CvPanel::CvPanel(QWidget* parent)
     layout->addWidget(explanation_);
     layout->addWidget(values_);
     layout->addWidget(advice_);
+    layout->addWidget(expert_);
     layout->addWidget(writeSingle_);
     layout->addWidget(writeChanged_);
     layout->addStretch(1);
@@ -117,7 +119,7 @@ void CvPanel::applyCaptions(const LanguageTables& texts)
     bits_->applyCaptions(texts);
 }
 
-void CvPanel::showCv(const CvDetails& details, const LanguageTables& texts)
+void CvPanel::showCv(const CvDetails& details, const Text& expert, const LanguageTables& texts)
 {
     number_->setText(details.number == 0 ? QString() : QString::number(details.number));
     value_->setText(qtText(details.value));
@@ -131,6 +133,7 @@ void CvPanel::showCv(const CvDetails& details, const LanguageTables& texts)
     showText(*explanation_, details.explanation);
     showText(*values_, details.values);
     showText(*advice_, details.advice);
+    showText(*expert_, expert.empty() ? Text() : texts.caption(Caption::expertLabel) + u": " + expert);
     bits_->showCv(details, texts);
 }
 

@@ -25,7 +25,8 @@ public:
     explicit CvPanel(QWidget* parent = nullptr);
 
     void applyCaptions(const LanguageTables& texts);
-    void showCv(const CvDetails& details, const LanguageTables& texts);
+    // `expert` is what experts know of the CV; empty without expert mode.
+    void showCv(const CvDetails& details, const Text& expert, const LanguageTables& texts);
 
 signals:
     // Enter was pressed in the number's field; 0 for an empty field.
@@ -54,6 +55,7 @@ private:
     QLabel* explanation_;
     QLabel* values_;
     QLabel* advice_;
+    QLabel* expert_;
     QPushButton* writeSingle_;
     QPushButton* writeChanged_;
 };

@@ -1,0 +1,180 @@
+// Reading a decoder: what the window shows and allows meanwhile, and how it comes out of it.
+#include "shell/window_bench.h"
+
+#include <QProgressBar>
+#include <QPushButton>
+
+namespace karvo::test
+{
+
+namespace
+{
+
+const QString ok = QStringLiteral("OK");
+constexpr int linesAfterRead = 177; // CV1 to CV176, and the battery's voltage
+
+BenchSetup with(sim::Fault fault, sim::Pace pace = sim::Pace::none)
+{
+    BenchSetup setup;
+    setup.fault = fault;
+    setup.pace = pace;
+    return setup;
+}
+
+// Carried out once the operation that the caller starts next waits for the line.
+void whileWaiting(std::function<void()> act)
+{
+    QTimer::singleShot(100, std::move(act));
+}
+
+} // namespace
+
+TEST(HauptformRead, FillsTheList)
+{
+    WindowBench bench;
+    bench.find<QPushButton>("Start").click();
+    EXPECT_EQ(bench.list().count(), linesAfterRead);
+    EXPECT_EQ(bench.list().item(0)->text().toStdString(), "CV1  = 3");
+    EXPECT_EQ(bench.list().item(176)->text().toStdString(), "Akkuspannung = 3,92 Volt (196)");
+    EXPECT_EQ(bench.text("Programm_Kennung"), "KV07  Firmware = 6  Sublevel = 2  ATmega328");
+    EXPECT_EQ(bench.text("Adresse"), "Adresse: 3 (kurz)");
+    EXPECT_EQ(bench.text("DCC1"), "3");
+    EXPECT_EQ(bench.text("DCC2"), "4");
+    EXPECT_EQ(bench.text("Version"), "V01_23");
+    EXPECT_EQ(bench.text("Status"), "176 CVs");
+    EXPECT_EQ(bench.window->windowTitle().toStdString(),
+              "Karvo Decoder Daten einlesen - KV07  Firmware = 6  Sublevel = 2 | CV_Standart_kv07.txt");
+    EXPECT_EQ(bench.window->cursor().shape(), Qt::ArrowCursor);
+    EXPECT_TRUE(bench.port.isOpen());
+}
+
+TEST(HauptformRead, StartsFromTheMenuAndFromTheTimer)
+{
+    WindowBench bench;
+    bench.press(Qt::Key_F5);
+    EXPECT_EQ(bench.list().count(), linesAfterRead);
+    bench.item("mnu_clear").trigger();
+    bench.window->readSoon();
+    EXPECT_EQ(bench.list().count(), 0);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return bench.list().count() == linesAfterRead; }));
+    EXPECT_FALSE(bench.find<QTimer>("Timer3").isActive()) << "it ticks once";
+}
+
+TEST(HauptformRead, ShowsThatItIsBusyAndHowFarItIs)
+{
+    WindowBench bench(with(sim::Fault::tornBlock));
+    std::vector<std::string> formats;
+    std::vector<QString> signs;
+    bool controlsOff = false;
+    bool hourglass = false;
+    QTimer sampler;
+    QObject::connect(&sampler, &QTimer::timeout, [&] {
+        const auto& progress = bench.find<QProgressBar>("Progress");
+        if (progress.isVisible() && (formats.empty() || formats.back() != progress.format().toStdString()))
+            formats.push_back(progress.format().toStdString());
+        const auto sign = bench.find<QLabel>("LineSign").text();
+        if (signs.empty() || signs.back() != sign)
+            signs.push_back(sign);
+        hourglass = hourglass || bench.window->cursor().shape() == Qt::WaitCursor;
+    });
+    sampler.start(20);
+    whileWaiting([&] {
+        EXPECT_EQ(bench.text("Status"), "Alle CVs einlesen");
+        controlsOff = true;
+        for (const char* name :
+             {"mnu_read_all", "mnu_clear", "mnu_com", "mnu_kv07", "mnu_KV04_FW_08", "mnu_german",
+              "mnu_english", "mnu_index", "mnu_suchen_generell", "mnu_standart"})
+            EXPECT_FALSE(bench.item(name).isEnabled()) << name;
+        EXPECT_FALSE(bench.find<QPushButton>("Start").isEnabled());
+        EXPECT_FALSE(bench.find<QComboBox>("COM").isEnabled());
+        EXPECT_TRUE(bench.item("mnu_exit").isEnabled());
+    });
+    bench.find<QPushButton>("Start").click();
+    sampler.stop();
+    EXPECT_TRUE(controlsOff);
+    EXPECT_TRUE(hourglass);
+    ASSERT_FALSE(formats.empty());
+    EXPECT_NE(formats.back().find(" von 1025"), std::string::npos) << formats.back();
+    EXPECT_GE(signs.size(), 2U) << "the sign never changed its shape";
+    EXPECT_FALSE(bench.find<QProgressBar>("Progress").isVisible());
+    EXPECT_EQ(bench.text("LineSign"), "");
+    EXPECT_TRUE(bench.find<QPushButton>("Start").isEnabled());
+    EXPECT_TRUE(bench.item("mnu_english").isEnabled());
+    EXPECT_EQ(bench.list().count(), linesAfterRead);
+}
+
+TEST(HauptformRead, RefusesASecondReadMeanwhile)
+{
+    WindowBench bench(with(sim::Fault::tornBlock));
+    int fillings = 0;
+    QObject::connect(&bench.view, &MainWindowView::listReplaced, [&] { ++fillings; });
+    whileWaiting([&] {
+        bench.find<QPushButton>("Start").click();
+        bench.press(Qt::Key_F5);
+        EXPECT_EQ(readIntoList(bench.bench, ReadStarter::other), std::nullopt);
+    });
+    bench.find<QPushButton>("Start").click();
+    EXPECT_EQ(fillings, 1);
+    EXPECT_EQ(bench.list().count(), linesAfterRead);
+}
+
+TEST(HauptformRead, ClosesOnlyOnceTheReadHasUnwound)
+{
+    WindowBench bench(with(sim::Fault::silence));
+    bool stayedOpen = false;
+    whileWaiting([&] {
+        bench.window->close();
+        stayedOpen = bench.window->isVisible();
+    });
+    QElapsedTimer clock;
+    clock.start();
+    bench.find<QPushButton>("Start").click();
+    EXPECT_TRUE(stayedOpen);
+    EXPECT_FALSE(bench.window->isVisible());
+    EXPECT_FALSE(bench.state.lineBusy);
+    EXPECT_LT(clock.elapsed(), 2000) << "it waited for the time-out";
+    EXPECT_EQ(bench.settings.values.count("Window/Geometry"), 1U);
+}
+
+TEST(HauptformRead, ReportsAPortThatDoesNotOpenAndEnds)
+{
+    WindowBench bench;
+    bench.find<QComboBox>("COM").setCurrentIndex(8);
+    bench.driver.expect(QStringLiteral("refused"), [](QWidget& window) {
+        EXPECT_FALSE(dynamic_cast<QMessageBox&>(window).text().isEmpty());
+        window.close();
+    });
+    bench.find<QPushButton>("Start").click();
+    EXPECT_TRUE(bench.prompts.hasEnded());
+    EXPECT_FALSE(bench.state.lineBusy);
+}
+
+TEST(HauptformRead, ReportsFaultsAndKeepsTheList)
+{
+    const struct {
+        sim::Fault fault;
+        Message message;
+    } cases[] = {
+        {sim::Fault::unknownIdentification, Message::unknownDecoder},
+        {sim::Fault::wrongCheckByte, Message::wrongCheckByte},
+        {sim::Fault::hangUp, Message::noReply},
+    };
+    for (const auto& [fault, message] : cases) {
+        WindowBench bench(with(fault, fault == sim::Fault::hangUp ? sim::Pace::line : sim::Pace::none));
+        bench.showOfflineList();
+        bench.driver.expectBox(bench.message(message), ok);
+        bench.find<QPushButton>("Start").click();
+        EXPECT_TRUE(bench.driver.isDone());
+        EXPECT_EQ(bench.list().count(), 176);
+        EXPECT_EQ(bench.text("Programm_Kennung"), "KV07  Liste ohne Fahrzeug");
+        EXPECT_TRUE(bench.find<QPushButton>("Start").isEnabled());
+        EXPECT_EQ(bench.window->cursor().shape(), Qt::ArrowCursor);
+
+        bench.port.simulator().setFault(sim::Fault::none);
+        bench.find<QPushButton>("Start").click();
+        EXPECT_EQ(bench.text("Programm_Kennung"), "KV07  Firmware = 6  Sublevel = 2  ATmega328")
+            << "the next read works";
+    }
+}
+
+} // namespace karvo::test

@@ -1,0 +1,146 @@
+// The main window with everything it needs: real boxes, real waiting, a simulated interface at COM5, the
+// installed language files, and descriptions that stand here.
+#pragma once
+
+#include "language/language_code.h"
+#include "platform/qt_files.h"
+#include "platform/qt_wait.h"
+#include "platform/simulated_port.h"
+#include "shell/hauptform.h"
+#include "support/memory_files.h"
+#include "support/modal_driver.h"
+#include "ui/window_prompts.h"
+#include "workbench/language_change.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QTest>
+
+#include <memory>
+
+namespace karvo::test
+{
+
+// KV07 in `word`s: CV1 to CV176, of which CV2 and CV29 are told apart.
+inline std::string kv07Description(const std::string& word)
+{
+    std::string content = "Standard KV07\r\n";
+    for (int row = 1; row <= 176; ++row) {
+        const auto number = std::to_string(row);
+        if (row == 2)
+            content += "2;20;" + word + " two;1;200;18;explains " + word + "$second line;0 = off;only if " +
+                       word + ";;;;;;;;\r\n";
+        else if (row == 29)
+            content += "29;6;" + word + " switches;0;255;0;many;sum;;" + word + " one$two$$" + word +
+                       " eight;;;;;;;\r\n";
+        else
+            content += number + ";" + std::to_string(row % 100) + ";" + word + " " + number +
+                       ";0;255;0;;;;;;;;;;;\r\n";
+    }
+    return content + "Anfang FS\r\nFS1 = 3\r\n\r\n";
+}
+
+struct BenchSetup {
+    LanguageCode language = LanguageCode::german;
+    sim::Pace pace = sim::Pace::none;
+    sim::Fault fault = sim::Fault::none;
+    bool simulatedInterface = false;
+};
+
+struct WindowBench {
+    MemoryFiles files;
+    MemorySettings settings;
+    QtWait wait;
+    SimulatedPort port;
+    ProgramState state;
+    WindowPrompts prompts{state.texts, [this] { wait.endProgram(); }};
+    MainWindowView view;
+    Workbench bench{state, port, wait, prompts, view, files, settings};
+    ModalDriver driver;
+    std::vector<PortDevice> devices{{QStringLiteral("/dev/ttyS0"), QString()},
+                                    {QStringLiteral("/dev/ttyUSB0"), QStringLiteral("USB Serial")}};
+    std::unique_ptr<Hauptform> window;
+
+    explicit WindowBench(const BenchSetup& setup = {})
+        : port(sim::Simulator(*sim::decoderByName("kv07"), setup.pace, setup.fault), 5)
+    {
+        state.programFolder = "program";
+        state.link.portNumber = 5;
+        QtFiles installed;
+        for (const LanguageCode code : allLanguages) {
+            const auto& names = languageFiles(code);
+            for (const auto name : {names.messageFile, names.menuFile, names.captionFile})
+                files.content[state.programFolder / name] =
+                    installed.readWhole(std::filesystem::path(KARVO_PROGRAM_FOLDER) / name, textFileLimit)
+                        .value_or(Bytes());
+        }
+        const std::pair<const char*, const char*> descriptions[] = {{"", "deutsch"},
+                                                                    {"nl", "nederlands"},
+                                                                    {"en", "english"},
+                                                                    {"es", "castellano"},
+                                                                    {"fr", "francais"}};
+        for (const auto& [suffix, word] : descriptions)
+            files.content[state.programFolder / ("CV_Standart_kv07" + std::string(suffix) + ".txt")] =
+                bytesOf(kv07Description(word));
+        port.setNotice([this] { wait.wake(); });
+        EXPECT_TRUE(useLanguage(bench, setup.language));
+        window = std::make_unique<Hauptform>(
+            MainWindowSetup{bench, view, [this] { return devices; }, setup.simulatedInterface});
+        prompts.setParentWindow(window.get());
+        window->show();
+    }
+    ~WindowBench()
+    {
+        window.reset();
+        for (const QWidget* left : QApplication::topLevelWidgets())
+            EXPECT_FALSE(left->isVisible()) << "left open: " << left->objectName().toStdString();
+    }
+    WindowBench(const WindowBench&) = delete;
+    WindowBench& operator=(const WindowBench&) = delete;
+
+    template <typename Control>
+    Control& find(const char* name)
+    {
+        auto* const control = window->findChild<Control*>(QString::fromLatin1(name));
+        if (control == nullptr)
+            throw std::runtime_error(std::string("no control ") + name);
+        return *control;
+    }
+    QListWidget& list() { return find<QListWidget>("List1"); }
+    std::string text(const char* label) { return find<QLabel>(label).text().toStdString(); }
+    std::string field(const char* name) { return find<QLineEdit>(name).text().toStdString(); }
+    QAction& item(const char* name) { return find<QAction>(name); }
+    QString message(Message number) { return QString::fromStdU16String(state.texts.message(number)); }
+
+    // The KV07's list without a decoder, past the question.
+    void showOfflineList()
+    {
+        state.link.identified = true;
+        item("mnu_kv07").trigger();
+        ASSERT_EQ(list().count(), 176);
+    }
+    void press(Qt::Key key)
+    {
+        window->activateWindow(); // the offscreen platform leaves this to us after a box
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+        QTest::keyClick(window.get(), key);
+    }
+    void chooseCv(int number)
+    {
+        const auto row = positionOf(state.set.list, number);
+        ASSERT_TRUE(row) << number;
+        list().setCurrentRow(static_cast<int>(*row));
+    }
+    void typeNumber(const char* digits)
+    {
+        auto& number = find<QLineEdit>("CV_Nummer");
+        number.selectAll();
+        QTest::keyClicks(&number, QString::fromLatin1(digits));
+        QTest::keyClick(&number, Qt::Key_Return);
+    }
+};
+
+} // namespace karvo::test
