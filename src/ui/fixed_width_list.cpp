@@ -58,9 +58,9 @@ public:
         painter->restore();
     }
 
-    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    QSize sizeHint(const QStyleOptionViewItem& /*option*/, const QModelIndex& /*index*/) const override
     {
-        return QStyledItemDelegate::sizeHint(option, index).grownBy({0, rowMargin, 0, rowMargin});
+        return list_.rowSize();
     }
 
 private:
@@ -87,7 +87,7 @@ void FixedWidthList::setRows(const std::vector<Row>& rows)
                       row.name.isEmpty() ? row.text : row.text + QStringLiteral(", ") + row.name);
     }
     setCurrentRow(-1);
-    placeNameColumn();
+    measureRows();
 }
 
 void FixedWidthList::setEmptyHint(const QString& hint)
@@ -113,7 +113,14 @@ void FixedWidthList::changeEvent(QEvent* event)
 {
     QListWidget::changeEvent(event);
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
-        placeNameColumn();
+        measureRows();
+}
+
+// Past the item view's own handling, which makes the first row the current one: to come by is not to choose.
+void FixedWidthList::focusInEvent(QFocusEvent* event)
+{
+    QAbstractScrollArea::focusInEvent(event);
+    viewport()->update();
 }
 
 void FixedWidthList::useFixedFont()
@@ -123,16 +130,28 @@ void FixedWidthList::useFixedFont()
     setFont(fixed);
 }
 
-// Behind the longest text that has a name: a line without one may run on as far as it likes.
-void FixedWidthList::placeNameColumn()
+// Names stand behind the longest text that has one: a line without a name may run on as far as it likes.
+void FixedWidthList::measureRows()
 {
     const QFontMetrics metrics(font());
-    int widest = 0;
+    const QFontMetrics nameMetrics(QApplication::font());
+    int widestNamedText = 0;
+    int widestText = 0;
+    int widestName = 0;
     for (int row = 0; row < count(); ++row) {
-        if (!nameOf(*item(row)).isEmpty())
-            widest = std::max(widest, metrics.horizontalAdvance(withoutTrailingBlanks(item(row)->text())));
+        const QString name = nameOf(*item(row));
+        const int width = metrics.horizontalAdvance(withoutTrailingBlanks(item(row)->text()));
+        widestText = std::max(widestText, width);
+        if (name.isEmpty())
+            continue;
+        widestNamedText = std::max(widestNamedText, width);
+        widestName = std::max(widestName, nameMetrics.horizontalAdvance(name));
     }
-    nameColumn_ = widest + gapInCharacters * metrics.horizontalAdvance(u'0');
+    const int gap = gapInCharacters * metrics.horizontalAdvance(u'0');
+    nameColumn_ = widestNamedText + gap;
+    rowSize_ = {std::max(widestText, nameColumn_ + widestName) + gap,
+                std::max(metrics.height(), nameMetrics.height()) + 2 * rowMargin};
+    scheduleDelayedItemsLayout();
     viewport()->update();
 }
 

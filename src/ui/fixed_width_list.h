@@ -30,16 +30,21 @@ public:
     // Where the second column begins, in pixels from a row's left edge.
     int nameColumn() const { return nameColumn_; }
 
+    // All rows are of one size: as wide as the widest needs.
+    QSize rowSize() const { return rowSize_; }
+
 protected:
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
 
 private:
     void useFixedFont();
-    void placeNameColumn();
+    void measureRows();
 
     QString emptyHint_;
     int nameColumn_ = 0;
+    QSize rowSize_;
 };
 
 } // namespace karvo

@@ -3,6 +3,7 @@
 #include <QFontInfo>
 #include <QFontMetrics>
 #include <QSignalSpy>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -62,6 +63,19 @@ TEST(FixedWidthList, ReplacesRowsWithoutChoosingAny)
     EXPECT_EQ(chosen.count(), 0);
     list.setCurrentRow(2);
     EXPECT_EQ(chosen.count(), 1);
+}
+
+TEST(FixedWidthList, ChoosesNothingByBeingFocused)
+{
+    FixedWidthList list;
+    list.setRows(rows);
+    list.show();
+    list.setFocus();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&list));
+    EXPECT_EQ(list.currentRow(), -1);
+    QTest::keyClick(&list, Qt::Key_Down);
+    EXPECT_EQ(list.currentRow(), 0);
+    EXPECT_TRUE(list.item(0)->isSelected());
 }
 
 TEST(FixedWidthList, TellsHowToBeginWhileItIsEmpty)
