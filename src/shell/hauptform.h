@@ -79,6 +79,8 @@ private:
     void askCvNumber();
     void askWord();
     void findNext();
+    void searchWord(std::optional<std::size_t> after);
+    std::optional<std::size_t> chosenRow() const;
     void showVersion();
     void showAbout();
     void showDecoderInfo();

@@ -125,25 +125,26 @@ void Hauptform::askCvNumber()
         bench_.prompts.message(texts_.caption(Caption::cvNotInList), PromptIcon::information);
 }
 
-// The same word again goes on to its next hit.
+// The same word again goes on to its next hit, another one begins at the top.
 void Hauptform::askWord()
 {
     const auto typed = bench_.prompts.input(texts_.caption(Caption::searchWordTitle),
                                             texts_.caption(Caption::searchWordPrompt), word_);
     if (!typed || trimmed(*typed).empty())
         return;
-    if (*typed != word_)
-        list_->setCurrentRow(-1);
+    const bool again = *typed == word_;
     word_ = *typed;
-    findNext();
+    searchWord(again ? chosenRow() : std::nullopt);
 }
 
 void Hauptform::findNext()
 {
-    if (word_.empty() || state_.lineBusy || state_.set.isEmpty())
-        return;
-    const int row = list_->currentRow();
-    const auto after = row < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(row));
+    if (!word_.empty() && !state_.lineBusy && !state_.set.isEmpty())
+        searchWord(chosenRow());
+}
+
+void Hauptform::searchWord(std::optional<std::size_t> after)
+{
     const auto hit = nextLineWith(state_.set.list, state_.set.table, word_, after);
     if (!hit) {
         bench_.prompts.message(texts_.caption(Caption::nothingFound), PromptIcon::information);
@@ -151,6 +152,12 @@ void Hauptform::findNext()
     }
     list_->setCurrentRow(static_cast<int>(*hit));
     list_->setFocus();
+}
+
+std::optional<std::size_t> Hauptform::chosenRow() const
+{
+    const int row = list_->currentRow();
+    return row < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(row));
 }
 
 void Hauptform::showVersion()

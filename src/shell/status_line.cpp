@@ -38,6 +38,7 @@ StatusLine::StatusLine(bool simulated, QWidget* parent)
     progress_->hide();
     sign_->setFixedWidth(sign_->fontMetrics().horizontalAdvance(filledSign) + 4);
     sign_->setAlignment(Qt::AlignCenter);
+    status_->setIndent(status_->fontMetrics().averageCharWidth());
     addWidget(status_, 2);
     addWidget(progress_, 1);
     addPermanentWidget(sign_);

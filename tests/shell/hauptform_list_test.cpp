@@ -188,6 +188,7 @@ TEST(HauptformList, SearchesAWordAndGoesOnWithF3)
     bench.driver.expectInput(title, QStringLiteral("nirgends"));
     bench.driver.expectBox(QStringLiteral("Suche beendet, nichts gefunden"), ok);
     bench.item("mnu_suchen_generell").trigger();
+    EXPECT_EQ(current(), "CV29 = 6") << "what was chosen stays";
 }
 
 TEST(HauptformList, ClearsTheDisplay)

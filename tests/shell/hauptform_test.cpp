@@ -228,6 +228,24 @@ TEST(Hauptform, RemembersItsPlace)
     EXPECT_GT(usual.width(), 300);
 }
 
+TEST(Hauptform, LetsTheKeyboardReachEverythingInReadingOrder)
+{
+    WindowBench bench;
+    bench.showOfflineList();
+    bench.chooseCv(2);
+    std::vector<std::string> order;
+    auto* const start = bench.find<QComboBox>("COM").nextInFocusChain();
+    for (QWidget* widget = start; order.empty() || widget != start; widget = widget->nextInFocusChain()) {
+        const bool stop = widget->focusPolicy() & Qt::TabFocus && widget->isEnabled() && widget->isVisible();
+        order.push_back(stop ? widget->objectName().toStdString() : std::string());
+    }
+    std::erase(order, std::string());
+    EXPECT_EQ(order,
+              (std::vector<std::string>{"Start", "List1", "CV_Nummer", "CV_Wert", "CV_Fabrik", "Bezeichnung",
+                                        "Check128", "Check64", "Check32", "Check16", "Check8", "Check4",
+                                        "Check2", "Check1", "Zusatz_Text", "var_Text", "Text1", "COM"}));
+}
+
 TEST(Hauptform, FitsASmallScreenInTheLongestLanguage)
 {
     for (const LanguageCode code : allLanguages) {
