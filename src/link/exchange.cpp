@@ -71,7 +71,8 @@ ExchangeEnd Exchange(Link& link, const Bytes& command, ReplyLength replyLength, 
     link.state.lastReply = link.port.readAll();
     if (result == WaitResult::ended)
         return ExchangeEnd::ended;
-    if (result == WaitResult::timedOut || hungUp)
+    link.state.timeOut = result == WaitResult::timedOut || hungUp;
+    if (link.state.timeOut)
         return ExchangeEnd::timedOut;
     link.state.interfaceAnswered = true;
     return ExchangeEnd::replied;

@@ -21,7 +21,7 @@ struct LinkState {
     int portNumber = 1; // 1 to 31
     Bytes outgoingFrame;
     Bytes lastReply;
-    bool timeOut = false;
+    bool timeOut = false; // the last wait timed out or hung up, and nobody has reported it yet
     std::chrono::milliseconds timeOutInterval = usualTimeOut;
     int typeCode = 0;               // see docs/protocol.md, "The line"
     Text identification;            // the two characters of the last identification that was recognised

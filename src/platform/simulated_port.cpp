@@ -21,10 +21,16 @@ Text missingDeviceText()
 } // namespace
 
 SimulatedPort::SimulatedPort(sim::Simulator simulator, int number, QObject* parent)
+    : SimulatedPort(
+          std::move(simulator), [number] { return number; }, parent)
+{
+}
+
+SimulatedPort::SimulatedPort(sim::Simulator simulator, std::function<int()> answeringNumber, QObject* parent)
     : QObject(parent),
       simulator_(std::move(simulator)),
-      answeringNumber_(number),
-      number_(number),
+      answeringNumber_(std::move(answeringNumber)),
+      number_(answeringNumber_()),
       timer_(this)
 {
     setObjectName(QStringLiteral("MSComm1"));
@@ -38,7 +44,7 @@ std::optional<PortError> SimulatedPort::open()
 {
     if (open_)
         return std::nullopt;
-    if (number_ != answeringNumber_)
+    if (number_ != answeringNumber_())
         return PortError{missingDeviceText(), {}};
     simulator_.reconnect();
     received_.clear();

@@ -7,6 +7,8 @@
 #include <QElapsedTimer>
 #include <QTimer>
 
+#include <functional>
+
 namespace karvo
 {
 
@@ -15,8 +17,11 @@ class SimulatedPort : public QObject, public SerialPort
     Q_OBJECT
 
 public:
-    // The interface is plugged in at the port `number`; to open any other port fails as with a missing
-    // device.
+    // The interface is plugged in at the port that `answeringNumber` gives when the port is opened; to open
+    // any other port fails as with a missing device.
+    SimulatedPort(sim::Simulator simulator, std::function<int()> answeringNumber, QObject* parent = nullptr);
+
+    // At one port for good.
     SimulatedPort(sim::Simulator simulator, int number, QObject* parent = nullptr);
 
     void setPortNumber(int number) override { number_ = number; }
@@ -42,7 +47,7 @@ private:
     void deliver();
 
     sim::Simulator simulator_;
-    const int answeringNumber_;
+    const std::function<int()> answeringNumber_;
     int number_;
     bool open_ = false;
     Bytes received_;

@@ -1,6 +1,5 @@
 #include "shell/karvo_program.h"
 
-#include "link/port_choice.h"
 #include "platform/qt_locale_info.h"
 #include "platform/qt_serial_port.h"
 #include "platform/simulated_port.h"
@@ -30,9 +29,9 @@ SerialPort& KarvoProgram::makePort(const ProgramSetup& setup)
         line_ = port;
         return *port;
     }
-    const int number = portNumberFromSetting(settings_.get("Parameter", "Com_Port"));
     sim::Simulator simulator(*setup.simulated, sim::Pace::line, sim::Fault::none);
-    auto* const port = new SimulatedPort(std::move(simulator), number, &platform_);
+    auto* const port = new SimulatedPort(
+        std::move(simulator), [this] { return state_.link.portNumber; }, &platform_);
     line_ = port;
     return *port;
 }

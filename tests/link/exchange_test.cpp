@@ -87,6 +87,7 @@ TEST_F(ExchangeTest, TimesOutAfterFiveSecondsAndSendsNothingAgain)
 {
     EXPECT_EQ(Exchange(bench.link, {'%'}, ReplyLength::identification()), ExchangeEnd::timedOut);
     EXPECT_EQ(bench.line.now(), 5000ms);
+    EXPECT_TRUE(bench.state.timeOut);
     EXPECT_EQ(bench.journal, (Journal{"open 1", "write 37"}));
 }
 

@@ -18,6 +18,18 @@ sim::Simulator simulator(std::string_view model, sim::Pace pace, sim::Fault faul
     return {sim::decoderByName(model).value(), pace, fault};
 }
 
+TEST(SimulatedPort, FollowsTheChosenNumber)
+{
+    int chosen = 5;
+    SimulatedPort port(simulator("kv07", sim::Pace::none, sim::Fault::none), [&chosen] { return chosen; });
+    EXPECT_EQ(port.portNumber(), 5);
+    port.setPortNumber(9);
+    EXPECT_TRUE(port.open());
+    chosen = 9;
+    EXPECT_FALSE(port.open());
+    EXPECT_TRUE(port.isOpen());
+}
+
 TEST(SimulatedPort, AnswersOnItsNumberOnly)
 {
     SimulatedPort port(simulator("kv07", sim::Pace::none, sim::Fault::none), 5);
