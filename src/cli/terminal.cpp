@@ -81,6 +81,7 @@ TerminalView::TerminalView() : watched_(isTerminal(stderr))
 
 void TerminalView::showStatus(const Text& text)
 {
+    status_ = text;
     if (!text.empty())
         printLine(stderr, text);
 }

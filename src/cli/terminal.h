@@ -35,7 +35,9 @@ public:
     TerminalView();
 
     void showStatus(const Text& text) override;
+    Text statusText() const override { return status_; }
     void showProgress(std::size_t done, std::size_t total) override;
+    void showWriteProgress(int, std::size_t) override {} // the status names each CV
     void showHourglass(bool) override {}
     void showLineBusy(bool) override {}
     void listChanged() override {}
@@ -43,6 +45,7 @@ public:
 private:
     bool watched_;
     bool progressShown_ = false;
+    Text status_;
 };
 
 // One line of text and a line end, as UTF-8.

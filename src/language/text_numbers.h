@@ -9,11 +9,26 @@ namespace karvo
 enum class Message {
     cannotOpenFile = 1,       // followed by a path
     cannotOpenFileAdvice = 2, // what to do about it
-    unitOfSpeedStep = 301,    // exactly ten characters
+    valueRefused = 83,        // a line break, "CV ", the number and a blank follow, then `cvNotWritten`
+    resetAcknowledged = 85,
+    resetNotAcknowledged = 86,
+    resetSent = 87,
+    resetQuestion1 = 88,
+    resetQuestion2 = 89,
+    resetQuestion3 = 90,
+    resetQuestionLast = 91,
+    resetOfDecoder1 = 92, // not for a receiver, before the last line
+    resetOfDecoder2 = 93,
+    cvNotWritten = 94,
+    announcementRefused = 294,
+    cv99NeedsFirmware = 296,
+    writtenNotice = 297,   // behind "CV 48  "
+    unitOfSpeedStep = 301, // exactly ten characters
     noReply = 233,
     unknownDecoder = 234,
     wrongCheckByte = 273,
-    olderKv04 = 299, // type text of the KV04 until December 2008
+    nothingWritten = 572, // after `unknownDecoder`
+    olderKv04 = 299,      // type text of the KV04 until December 2008
     offlineListQuestion1 = 600,
     offlineListQuestion2 = 601,
     offlineListQuestion3 = 602,
@@ -25,6 +40,12 @@ enum class Message {
     accessGroupAdvice = 660, // {1}: the group
     notADescription = 680,   // {1}: the path
     descriptionFaults = 681, // {1}: the path, {2}: how many lines, {3}: the first of them
+    outsideLimits = 682,     // {1}: CV, {2}: the value, {3} and {4}: its limits
+    otherModel = 683,        // {1}: of the list, {2}: of the vehicle
+    backupFailed = 684,      // {1}: the system's words
+    otherDecoder = 685,      // {1}: its identification, {2}: that of the decoder before
+    readAfterReset = 686,    // question
+    lacksServoCvs = 695,
     processorLabel = 701,
     descriptionFileLabel = 702,
     expertFileLabel = 703,
@@ -76,7 +97,7 @@ enum class Caption {
     unnamedBit = 42, // {1}: the bit's number, 0 to 7
     readAgain = 43,
     simulatedInterface = 44,
-    portToolTip = 45, // {1} device, {2} description
+    portToolTip = 45,  // {1} device, {2} description
     shortAddress = 46, // behind an address: the form that CV29 selects
     longAddress = 47,
     lineInUse = 48, // what the blinking sign means
@@ -88,6 +109,23 @@ enum class Caption {
     portSearchCancel = 135,
     portSearchAgain = 136,
     expertLabel = 160,
+    changedMark = 161,
+    nothingToWrite = 180,
+    writeSummary = 181, // {1} of {2}
+    outcomeWritten = 182,
+    outcomeUnconfirmed = 183,
+    outcomeRefused = 184,
+    outcomeNotReady = 185,
+    outcomeNoReply = 186,
+    outcomeUnacknowledged = 187,
+    outcomeNotReached = 188,
+    outcomeNotUsed = 189,
+    outcomeDecodersOwn = 190,
+    outcomeReset = 191,
+    outcomeDeclined = 192,
+    outcomeFirmware = 193,
+    outcomeOtherDecoder = 194,
+    outcomeOutsideLimits = 195,
     okButton = 700,
     cancelButton = 701,
     yesButton = 702,
@@ -101,7 +139,11 @@ enum class Caption {
     writtenSuccessfully = 873,
     readAll = 884, // caption of the button Start and status text of a read
     noReplyStatus = 887,
-    writingCv = 888,
+    writingCv = 888,      // the number follows
+    noReplyToWrite = 900, // "%" stayed unanswered; other models than KV07 and KV08
+    writeAgain = 901,     // "EWS" stayed unanswered
+    noReplyToWriteKv07 = 902,
+    writeAgainKv07 = 903,
 };
 
 // Entry 76 of the menu-caption table is no menu item: the status text of a write's time-out.

@@ -51,9 +51,14 @@ std::size_t blockReplyLength(int typeCode)
     return typeCode == 7 || typeCode == 8 ? 1025 : 513;
 }
 
+ExchangeEnd askForPresence(Link& link, Pointer pointer)
+{
+    return Exchange(link, identifyCommand, ReplyLength::identification(), pointer);
+}
+
 IdentificationEnd IdentifyDecoder(Link& link, ReadOnlyReceiver readOnlyReceiver, Pointer pointer)
 {
-    switch (Exchange(link, identifyCommand, ReplyLength::identification(), pointer)) {
+    switch (askForPresence(link, pointer)) {
     case ExchangeEnd::ended:
         return IdentificationEnd::ended;
     case ExchangeEnd::timedOut:

@@ -24,6 +24,10 @@ std::optional<int> typeCodeOf(const Bytes& reply, ReadOnlyReceiver readOnlyRecei
 // Bytes of a block read's reply, check byte included.
 std::size_t blockReplyLength(int typeCode);
 
+// Asks with "%" whether a decoder is there; its whole reply stands in LinkState::lastReply. The port must be
+// open.
+ExchangeEnd askForPresence(Link& link, Pointer pointer = Pointer::unchanged);
+
 // Asks the interface for its decoder. The port must be open.
 IdentificationEnd IdentifyDecoder(Link& link, ReadOnlyReceiver readOnlyReceiver,
                                   Pointer pointer = Pointer::unchanged);

@@ -15,8 +15,14 @@ public:
 
     virtual void showStatus(const Text& text) = 0;
 
+    // What showStatus() has shown last.
+    virtual Text statusText() const = 0;
+
     // How many of how many bytes or steps have come in; a total of 0 ends the progress display.
     virtual void showProgress(std::size_t done, std::size_t total) = 0;
+
+    // Which CV of several is being written, and how many come after it; CV 0 ends the display.
+    virtual void showWriteProgress(int cv, std::size_t remaining) = 0;
 
     virtual void showHourglass(bool shown) = 0;
 

@@ -33,7 +33,7 @@ Hauptform::Hauptform(const MainWindowSetup& setup)
     portBar_->showPort(state_.link.portNumber);
     applyCaptions();
     showList();
-    statusLine_->showStatus(qtText(texts_.caption(Caption::ready)));
+    setup.view.showStatus(texts_.caption(Caption::ready));
     restorePlacement();
 }
 

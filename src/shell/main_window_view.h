@@ -13,8 +13,14 @@ class MainWindowView : public QObject, public View
     Q_OBJECT
 
 public:
-    void showStatus(const Text& text) override { emit statusShown(text); }
+    void showStatus(const Text& text) override
+    {
+        status_ = text;
+        emit statusShown(text);
+    }
+    Text statusText() const override { return status_; }
     void showProgress(std::size_t done, std::size_t total) override { emit progressShown(done, total); }
+    void showWriteProgress(int cv, std::size_t remaining) override { emit writeProgressShown(cv, remaining); }
     void showHourglass(bool shown) override { emit hourglassShown(shown); }
     void showLineBusy(bool busy) override { emit lineBusyShown(busy); }
     void listChanged() override { emit listReplaced(); }
@@ -22,9 +28,13 @@ public:
 signals:
     void statusShown(const karvo::Text& text);
     void progressShown(std::size_t done, std::size_t total);
+    void writeProgressShown(int cv, std::size_t remaining);
     void hourglassShown(bool shown);
     void lineBusyShown(bool busy);
     void listReplaced();
+
+private:
+    Text status_;
 };
 
 } // namespace karvo

@@ -31,6 +31,18 @@ inline LanguageTables linkTexts()
     return texts;
 }
 
+// The texts of a write, each with its number.
+inline void addWriteTexts(LanguageTables& texts)
+{
+    for (const int number :
+         {83, 85, 86, 87, 88, 89, 90, 91, 92, 93, 94, 294, 296, 297, 572, 683, 684, 685, 686, 695})
+        setText(texts, number, u"m" + textFromNumber(number));
+    for (const int number : {873, 900, 901, 902, 903})
+        setCaption(texts, number, u"c" + textFromNumber(number));
+    setCaption(texts, 888, u"writing CV");
+    texts.menu[76] = u"0000menu 76";
+}
+
 // Data whose value at position n is a mix of n, and its check byte.
 inline Bytes blockOf(std::size_t dataBytes)
 {

@@ -28,7 +28,11 @@ public:
     void replyWith(const Bytes& bytes) { replyInPieces({Piece{std::chrono::milliseconds{0}, bytes}}); }
     void stayPresent(std::vector<int> numbers) { present_ = std::move(numbers); }
     void refuseToOpen(PortError error) { refusal_ = std::move(error); }
+    // A port that is open stays so until it hangs up.
+    void refuseToOpenAgain(PortError error) { laterRefusal_ = std::move(error); }
     void endDuringNextWait() { ended_ = true; }
+    // The first wait for which nothing is scripted ends with the program.
+    void endWhenSilent() { endsWhenSilent_ = true; }
     void addWaitingBytes(const Bytes& bytes) { waiting_.insert(waiting_.end(), bytes.begin(), bytes.end()); }
     bool hasUnusedReplies() const { return !replies_.empty(); }
     std::chrono::milliseconds now() const { return now_; }
@@ -44,6 +48,7 @@ public:
             return refusal_;
         journal_.push_back("open " + std::to_string(number_));
         open_ = true;
+        refusal_ = laterRefusal_;
         return std::nullopt;
     }
     void close() override
@@ -84,7 +89,7 @@ private:
     WaitResult waitUntil(const std::function<bool()>& condition, std::chrono::milliseconds deadline)
     {
         while (!condition()) {
-            if (ended_)
+            if (ended_ || (endsWhenSilent_ && underway_.empty()))
                 return WaitResult::ended;
             if (underway_.empty() || writtenAt_ + underway_.front().after > deadline) {
                 now_ = deadline;
@@ -105,6 +110,7 @@ private:
     std::deque<Piece> underway_;
     std::vector<int> present_;
     std::optional<PortError> refusal_;
+    std::optional<PortError> laterRefusal_;
     Bytes waiting_;
     std::chrono::milliseconds now_{0};
     std::chrono::milliseconds writtenAt_{0};
@@ -112,6 +118,7 @@ private:
     bool open_ = false;
     bool waits_ = false;
     bool ended_ = false;
+    bool endsWhenSilent_ = false;
 };
 
 } // namespace karvo::test

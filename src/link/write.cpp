@@ -1,0 +1,184 @@
+#include "link/write.h"
+
+#include "link/identification.h"
+#include "program/check_byte.h"
+
+#include <optional>
+
+namespace karvo
+{
+
+namespace
+{
+
+const Bytes writeCommand = {'E', 'W', 'S'};
+
+constexpr int receiverCode = 80;
+constexpr int levelledCv = 99; // firmware below its level does not know this CV
+constexpr int lowestFirmwareLevel = 3;
+constexpr int restartCv = 161; // the decoder restarts instead of acknowledging it
+constexpr int firstServoAddressCv = 248;
+constexpr int secondServoAddressCv = 250;
+constexpr int firstSilentCv = 243;
+constexpr int lastSilentCv = 246;
+
+bool isReceiver(const Link& link)
+{
+    return link.state.typeCode == receiverCode;
+}
+
+Text resetQuestion(const Link& link)
+{
+    Text question;
+    const auto add = [&](Message line) {
+        question += (question.empty() ? Text() : Text(lineBreak)) + link.texts.message(line);
+    };
+    add(Message::resetQuestion1);
+    add(Message::resetQuestion2);
+    add(Message::resetQuestion3);
+    if (!isReceiver(link)) {
+        add(Message::resetOfDecoder1);
+        add(Message::resetOfDecoder2);
+    }
+    add(Message::resetQuestionLast);
+    return question;
+}
+
+// What forbids the write before anything is sent.
+std::optional<WriteEnd> guardBefore(Link& link, const WriteCommand& command)
+{
+    if (command.cv == resetCv && !link.prompts.question(resetQuestion(link)))
+        return WriteEnd::refusedByUser;
+    if (command.cv == levelledCv && command.firmwareLevel < lowestFirmwareLevel) {
+        link.prompts.message(link.texts.message(Message::cv99NeedsFirmware));
+        return WriteEnd::guarded;
+    }
+    return std::nullopt;
+}
+
+// KV07 and KV08 have captions of their own. Silence after "%" is told as what happened; silence after "EWS",
+// when the interface has just answered, as what to do with the vehicle.
+struct SilenceCaptions {
+    Caption newerModels;
+    Caption others;
+};
+constexpr SilenceCaptions silentInterface{Caption::noReplyToWriteKv07, Caption::noReplyToWrite};
+constexpr SilenceCaptions silentDecoder{Caption::writeAgainKv07, Caption::writeAgain};
+
+WriteEnd reportSilence(Link& link, const SilenceCaptions& captions)
+{
+    const bool newer = link.state.typeCode == 7 || link.state.typeCode == 8;
+    link.prompts.message(link.texts.message(Message::noReply));
+    link.view.showStatus(link.texts.caption(newer ? captions.newerModels : captions.others));
+    return WriteEnd::noReply;
+}
+
+std::optional<WriteEnd> identifyForWrite(Link& link, const WriteCommand& command)
+{
+    switch (IdentifyDecoder(link, ReadOnlyReceiver::refused)) {
+    case IdentificationEnd::ended:
+        return WriteEnd::ended;
+    case IdentificationEnd::timedOut:
+        return reportSilence(link, silentInterface);
+    case IdentificationEnd::unknown:
+        link.prompts.message(link.texts.message(Message::nothingWritten));
+        return WriteEnd::unknownDecoder;
+    case IdentificationEnd::identified:
+        break;
+    }
+    if (!command.onlyFor.empty() && command.onlyFor != link.state.identification)
+        return WriteEnd::otherDecoder;
+    return std::nullopt;
+}
+
+std::optional<WriteEnd> announceWrite(Link& link)
+{
+    switch (Exchange(link, writeCommand, ReplyLength::atLeastOne())) {
+    case ExchangeEnd::ended:
+        return WriteEnd::ended;
+    case ExchangeEnd::timedOut:
+        return reportSilence(link, silentDecoder);
+    case ExchangeEnd::replied:
+        break;
+    }
+    if (IsAck(link.state.lastReply))
+        return std::nullopt;
+    link.prompts.message(link.texts.message(Message::announcementRefused));
+    return WriteEnd::commandRefused;
+}
+
+Bytes writeFrame(const WriteCommand& command)
+{
+    Bytes frame = {static_cast<std::uint8_t>(command.cv - 1), static_cast<std::uint8_t>(command.value)};
+    frame.push_back(checkByte(frame));
+    return frame;
+}
+
+WriteEnd sendValue(Link& link, const WriteCommand& command)
+{
+    switch (Exchange(link, writeFrame(command), ReplyLength::atLeastOne())) {
+    case ExchangeEnd::ended:
+        return WriteEnd::ended;
+    case ExchangeEnd::timedOut:
+        link.prompts.message(link.texts.message(Message::noReply));
+        link.view.showStatus(link.texts.menuCaption(writeTimeOutStatusEntry));
+        return WriteEnd::unacknowledged;
+    case ExchangeEnd::replied:
+        break;
+    }
+    if (IsAck(link.state.lastReply)) {
+        link.view.showStatus(link.texts.caption(Caption::writtenSuccessfully));
+        return WriteEnd::written;
+    }
+    if (command.cv == restartCv)
+        return WriteEnd::unconfirmed;
+    link.prompts.message(link.texts.message(Message::valueRefused) + Text(lineBreak) + u"CV " +
+                         textFromNumber(command.cv) + u" " + link.texts.message(Message::cvNotWritten));
+    return WriteEnd::frameRefused;
+}
+
+void noticeSuccess(Link& link, int cv)
+{
+    const bool suppressed = link.state.seriesUnderWay || link.state.manyUnderWay;
+    const bool silent = cv == resetCv || (cv >= firstSilentCv && cv <= lastSilentCv);
+    if (suppressed || silent || !link.state.noticeAfterWrite)
+        return;
+    Text cvText = u"CV " + textFromNumber(cv) + u"  ";
+    if (cv == firstServoAddressCv)
+        cvText = u"CV11 + CV12  ";
+    else if (cv == secondServoAddressCv)
+        cvText = u"CV13 + CV14  ";
+    link.prompts.message(cvText + link.texts.message(Message::writtenNotice), PromptIcon::information);
+}
+
+// Only a receiver says by its acknowledge whether the reset has happened.
+void tellAfterReset(Link& link, WriteEnd end)
+{
+    Message message = Message::resetSent;
+    if (isReceiver(link))
+        message = end == WriteEnd::written ? Message::resetAcknowledged : Message::resetNotAcknowledged;
+    link.prompts.message(link.texts.message(message), PromptIcon::information);
+}
+
+} // namespace
+
+WriteEnd writeCv(Link& link, const WriteCommand& command)
+{
+    if (const auto end = guardBefore(link, command))
+        return *end;
+    link.view.showStatus(link.texts.caption(Caption::writingCv) + textFromNumber(command.cv));
+    if (!EnsurePortOpen(link))
+        return WriteEnd::ended;
+    if (const auto end = identifyForWrite(link, command))
+        return *end;
+    if (const auto end = announceWrite(link))
+        return *end;
+    const auto end = sendValue(link, command);
+    if (end == WriteEnd::written)
+        noticeSuccess(link, command.cv);
+    if (command.cv == resetCv && (end == WriteEnd::written || end == WriteEnd::frameRefused))
+        tellAfterReset(link, end);
+    return end;
+}
+
+} // namespace karvo

@@ -1,0 +1,35 @@
+// Writing one CV (docs/protocol.md, "The line").
+#pragma once
+
+#include "link/link.h"
+
+namespace karvo
+{
+
+enum class WriteEnd {
+    written,        // acknowledged
+    unconfirmed,    // CV161 was sent and not acknowledged: its decoder restarts; not reported
+    refusedByUser,  // the question before a reset was answered No; nothing was sent
+    guarded,        // the firmware does not let this CV be written; reported, nothing was sent
+    noReply,        // reported; nothing was written
+    unacknowledged, // reported; the frame was sent, and nobody knows whether its value is stored
+    unknownDecoder, // reported; nothing was written
+    otherDecoder,   // not WriteCommand::onlyFor: nothing was written, and the caller reports it
+    commandRefused, // reported; nothing was written
+    frameRefused,   // reported; the decoder did not take the value
+    ended           // the program is being closed
+};
+
+struct WriteCommand {
+    int cv;                // 1 to 256
+    int value;             // 0 to 255
+    int firmwareLevel = 3; // ReceiverValues::firmwareLevel
+    Text onlyFor = {};     // the identification that the decoder has to give; empty: any that can be written
+};
+
+inline constexpr int resetCv = 59; // whatever is written to it sets the decoder back
+
+// Identifies the decoder, announces the value and sends it, once. The port stays open.
+WriteEnd writeCv(Link& link, const WriteCommand& command);
+
+} // namespace karvo
