@@ -8,6 +8,7 @@
 
 #include <filesystem>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,8 @@ namespace karvo
 
 struct CvSet {
     CvTable table;
+    std::optional<CvValues> baseline;   // what the table's values are changes of; nothing: no value is marked
+    bool unsavedChanges = false;        // values have changed since the set was read, opened or saved
     std::vector<Text> descriptionLines; // as in Description::lines
     int rowCount = 0;
     std::filesystem::path descriptionPath; // full path of the description file in use

@@ -52,4 +52,7 @@ private:
     std::array<Text, (lastRow + 1) * columns> cells_;
 };
 
+// A value for each CV, as texts; index n holds CV n.
+using CvValues = std::array<Text, CvTable::lastRow + 1>;
+
 } // namespace karvo

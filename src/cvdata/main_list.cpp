@@ -1,5 +1,6 @@
 #include "cvdata/main_list.h"
 
+#include "cvdata/changes.h"
 #include "cvdata/dcc_address.h"
 
 #include <algorithm>
@@ -70,17 +71,6 @@ const ServoLine* servoLineOf(const DecoderProfile& profile, int cv)
     return found == std::end(servoLines) ? nullptr : found;
 }
 
-void addServoLines(MainList& list, const ListSource& source, const ServoLine& servo)
-{
-    const CvTable& table = source.table;
-    list.push_back(
-        {Text(servo.label) + table.at(servo.cv, Column::value), nameOf(table, servo.cv), servo.cv});
-    const auto high = table.value(servo.cv - 1);
-    const auto low = table.value(servo.cv);
-    const Text address = high && low ? textFromNumber(longAddress(*high, *low)) : Text();
-    list.push_back({Text(servo.addressLabel) + address, Text(), servo.cv});
-}
-
 Text cvLine(const ListSource& source, int cv)
 {
     const Text& value = source.table.at(cv, Column::value);
@@ -102,10 +92,23 @@ ListLine speedStepLine(const ListSource& source, int step)
     return {speedStepLabel(step) + value + source.speedStepUnit, nameOf(source.table, cv), cv};
 }
 
-// What experts know of the CV stands below its line, indented and marked.
-void addWithExpertLine(MainList& list, const ListSource& source, ListLine line)
+bool anyChanged(const ListSource& source, int firstCv, int lastCv)
+{
+    for (int cv = firstCv; source.baseline != nullptr && cv <= lastCv; ++cv) {
+        if (isChanged(source.table, *source.baseline, cv))
+            return true;
+    }
+    return false;
+}
+
+// Adds a line that stands for the CVs from its own to `lastCv`. What experts know of its CV stands below it,
+// indented and marked.
+void addLine(MainList& list, const ListSource& source, ListLine line, int lastCv)
 {
     const int cv = line.cv;
+    line.changed = anyChanged(source, cv, lastCv);
+    if (line.changed)
+        line.text += u"  " + source.changedMark;
     list.push_back(std::move(line));
     if (source.expert == nullptr)
         return;
@@ -114,16 +117,28 @@ void addWithExpertLine(MainList& list, const ListSource& source, ListLine line)
         list.push_back({u"    " + source.expertLabel + u": " + entry->second.name, Text(), cv});
 }
 
+void addServoLines(MainList& list, const ListSource& source, const ServoLine& servo)
+{
+    const CvTable& table = source.table;
+    addLine(list, source,
+            {Text(servo.label) + table.at(servo.cv, Column::value), nameOf(table, servo.cv), servo.cv},
+            servo.cv);
+    const auto high = table.value(servo.cv - 1);
+    const auto low = table.value(servo.cv);
+    const Text address = high && low ? textFromNumber(longAddress(*high, *low)) : Text();
+    list.push_back({Text(servo.addressLabel) + address, Text(), servo.cv});
+}
+
 void addSpeedTable(MainList& list, const ListSource& source, SpeedTable form)
 {
     if (form == SpeedTable::group) {
-        addWithExpertLine(
-            list, source,
-            {Text(speedTableGroupLabel), nameOf(source.table, firstSpeedStepCv), firstSpeedStepCv});
+        addLine(list, source,
+                {Text(speedTableGroupLabel), nameOf(source.table, firstSpeedStepCv), firstSpeedStepCv},
+                lastSpeedStepCv);
         return;
     }
     for (int step = 1; step <= speedSteps; ++step)
-        addWithExpertLine(list, source, speedStepLine(source, step));
+        addLine(list, source, speedStepLine(source, step), cvOfSpeedStep(step));
 }
 
 // "Akkuspannung = 3,92 Volt (196)", where the decoder has measured its battery.
@@ -159,7 +174,7 @@ MainList fill_list1(const ListSource& source)
         if (servo != nullptr)
             addServoLines(list, source, *servo);
         else if (speedTable == SpeedTable::rows || !isSpeedStepCv(cv))
-            addWithExpertLine(list, source, {cvLine(source, cv), nameOf(source.table, cv), cv});
+            addLine(list, source, {cvLine(source, cv), nameOf(source.table, cv), cv}, cv);
         else if (cv == firstSpeedStepCv)
             addSpeedTable(list, source, speedTable);
     }

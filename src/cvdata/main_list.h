@@ -15,9 +15,10 @@ namespace karvo
 {
 
 struct ListLine {
-    Text text; // label and value, contiguous from the start of the line
-    Text name; // what the CV is called; shown beside the text
-    int cv;    // the CV that choosing the line shows; 0 for none
+    Text text;            // label and value, contiguous from the start of the line
+    Text name;            // what the CV is called; shown beside the text
+    int cv;               // the CV that choosing the line shows; 0 for none
+    bool changed = false; // a value of the line is marked as changed, by a word too
 };
 
 using MainList = std::vector<ListLine>;
@@ -31,6 +32,8 @@ struct ListSource {
     bool decimalComma;
     const std::map<int, ExpertEntry>* expert = nullptr; // expert knowledge to show below its CVs
     Text expertLabel = {};                              // what marks it
+    const CvValues* baseline = nullptr;                 // what a CV's value has to differ from to be marked
+    Text changedMark = {};                              // the word that marks it, behind two blanks
 };
 
 // One line for every row that the description names, in row order, with the special lines of the decoder's
