@@ -8,6 +8,9 @@ namespace karvo
 namespace
 {
 
+// A description without a value here says that the model has no such CV.
+constexpr int optionalCv = 153;
+
 Text pathText(const std::filesystem::path& path)
 {
     return path.u16string();
@@ -99,6 +102,20 @@ void takeDescription(Workbench& bench, Description description, const std::strin
     set.descriptionPath = bench.state.programFolder / fileName;
 }
 
+DecoderProfile profileOfImage(const ProgramState& state)
+{
+    return profileOf(state.link.typeCode, state.link.identification, state.image, state.receiver);
+}
+
+void takeValues(CvTable& table, const CvImage& image)
+{
+    for (int cv = 1; cv <= CvTable::lastRow; ++cv) {
+        const bool hasNone = cv == optionalCv && table.at(cv, Column::value).empty();
+        if (table.describes(cv) && !hasNone)
+            table.setValue(cv, image[static_cast<std::size_t>(cv)]);
+    }
+}
+
 void takeExpertFile(Workbench& bench, const std::string& fileName)
 {
     CvSet& set = bench.state.set;
@@ -125,7 +142,8 @@ void fillList(Workbench& bench)
     CvSet& set = state.set;
     set.list = fill_list1(
         {set.table, set.profile, set.rawReply, state.texts.message(Message::unitOfSpeedStep),
-         state.language != LanguageCode::english, &set.expert, state.texts.caption(Caption::expertLabel)});
+         state.language != LanguageCode::english, &set.expert, state.texts.caption(Caption::expertLabel),
+         set.baseline ? &*set.baseline : nullptr, state.texts.caption(Caption::changedMark)});
     set.loadedData = loadedDataText(state);
     bench.view.listChanged();
 }

@@ -21,6 +21,12 @@ Text typeText(const DecoderProfile& profile, const LanguageTables& texts);
 // file, stay.
 void takeDescription(Workbench& bench, Description description, const std::string& fileName);
 
+// Which decoder the image was read from; right after the read.
+DecoderProfile profileOfImage(const ProgramState& state);
+
+// The values of a decoder's block into the rows that the description names.
+void takeValues(CvTable& table, const CvImage& image);
+
 // Notes the expert file that belongs to the set and, in expert mode, takes its lines. A file that can not be
 // read is shown; the set is then without expert knowledge.
 void takeExpertFile(Workbench& bench, const std::string& fileName);

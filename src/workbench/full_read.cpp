@@ -1,5 +1,6 @@
 #include "workbench/full_read.h"
 
+#include "cvdata/changes.h"
 #include "cvdata/description_choice.h"
 #include "cvdata/expert_choice.h"
 #include "workbench/describe.h"
@@ -10,9 +11,6 @@ namespace karvo
 
 namespace
 {
-
-// A description without a value here says that the model has no such CV.
-constexpr int optionalCv = 153;
 
 class StartedByButton
 {
@@ -29,20 +27,9 @@ private:
     ProgramState& state_;
 };
 
-void takeValues(CvTable& table, const CvImage& image)
-{
-    for (int cv = 1; cv <= CvTable::lastRow; ++cv) {
-        const bool hasNone = cv == optionalCv && table.at(cv, Column::value).empty();
-        if (table.describes(cv) && !hasNone)
-            table.setValue(cv, image[static_cast<std::size_t>(cv)]);
-    }
-}
-
-bool showReadDecoder(Workbench& bench)
+bool showReadDecoder(Workbench& bench, const DecoderProfile& profile)
 {
     ProgramState& state = bench.state;
-    const auto profile =
-        profileOf(state.link.typeCode, state.link.identification, state.image, state.receiver);
     const auto fileName = descriptionFileName(profile, state.language);
     auto description = loadDescription(bench, fileName);
     if (!description)
@@ -50,6 +37,7 @@ bool showReadDecoder(Workbench& bench)
     const auto faults = std::move(description->faults);
     takeDescription(bench, std::move(*description), fileName);
     takeValues(state.set.table, state.image);
+    startUnchanged(state.set);
     state.set.profile = profile;
     state.set.modelCode = modelCode(profile.model);
     state.set.rawReply = state.link.lastReply;
@@ -79,7 +67,9 @@ std::optional<ReadEnd> readIntoList(Workbench& bench, ReadStarter starter)
     const auto end = readDecoder(link, bench.state.image, bench.state.receiver);
     if (end != ReadEnd::read)
         return end;
-    if (!showReadDecoder(bench))
+    const auto profile = profileOfImage(bench.state);
+    bench.state.unkeptImage = profile;
+    if (!showReadDecoder(bench, profile))
         return std::nullopt;
     showListFilled(bench);
     return end;

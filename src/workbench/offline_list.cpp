@@ -1,5 +1,6 @@
 #include "workbench/offline_list.h"
 
+#include "cvdata/changes.h"
 #include "cvdata/description_choice.h"
 #include "cvdata/expert_choice.h"
 #include "workbench/describe.h"
@@ -34,6 +35,7 @@ bool showDescription(Workbench& bench, const DecoderProfile& profile, std::strin
     const auto faults = std::move(description->faults);
     takeDescription(bench, std::move(*description), files.description);
     CvSet& set = bench.state.set;
+    startUnchanged(set);
     set.profile = profile;
     set.modelCode = modelCode(profile.model);
     set.rawReply.clear();

@@ -9,6 +9,7 @@
 #include "program/settings.h"
 
 #include <filesystem>
+#include <optional>
 
 namespace karvo
 {
@@ -21,10 +22,13 @@ struct ProgramState {
     CvImage image{};
     ReceiverValues receiver;
     CvSet set;
-    Text hexFolder;                   // start folder of the HEX file dialogs
-    bool expert = false;              // expert mode
-    bool readStartedByButton = false; // during a read that the button `Start` has begun
-    bool lineBusy = false;            // an operation has the line
+    Text hexFolder;                            // start folder of the HEX file dialogs
+    bool expert = false;                       // expert mode
+    bool readStartedByButton = false;          // during a read that the button `Start` has begun
+    bool lineBusy = false;                     // an operation has the line
+    bool stopRequested = false;                // a write of many CVs is to end before its next one
+    std::optional<DecoderProfile> unkeptImage; // whose block the image is, until that has been kept as a file
+    std::optional<CvImage> keptBlock; // the block that was kept last, with what has been written since
     int automaticVariant = 0;         // bus or fire-engine variant 0 to 3 of the offline lists
 };
 

@@ -34,8 +34,9 @@ TEST_F(LanguageChangeTest, ValuesAndTheCurrentCvStayAndTheWordsChange)
     state.set.table.setValue(5, 99);
     state.set.currentNumber = 5;
     state.language = LanguageCode::english;
+    test::setCaption(state.texts, 161, u"changed");
     describeAnew(bench);
-    EXPECT_EQ(state.set.list[4].text, u"CV5  = 99");
+    EXPECT_EQ(state.set.list[4].text, u"CV5  = 99  changed");
     EXPECT_EQ(state.set.list[4].name, u"word 5");
     EXPECT_EQ(state.set.currentNumber, 5);
     EXPECT_EQ(state.set.descriptionPath, state.programFolder / "CV_Standart_kv07en.txt");

@@ -1,0 +1,84 @@
+#include "workbench/change_value.h"
+
+#include "cvdata/changes.h"
+#include "workbench/describe.h"
+
+#include <algorithm>
+
+namespace karvo
+{
+
+namespace
+{
+
+constexpr int lowestValue = 0;
+constexpr int highestValue = 255;
+
+bool isInList(const CvSet& set, int cv)
+{
+    return !set.isEmpty() && cv >= 1 && cv <= CvTable::lastRow && set.table.describes(cv);
+}
+
+void reportOutsideLimits(Workbench& bench, int cv, TextView typed, const ValueLimits& limits)
+{
+    const Text arguments[] = {textFromNumber(cv), Text(trimmed(typed)), textFromNumber(limits.lower),
+                              textFromNumber(limits.upper)};
+    bench.prompts.message(filledIn(bench.state.texts.message(Message::outsideLimits), arguments),
+                          PromptIcon::warning);
+}
+
+} // namespace
+
+ValueLimits limitsOf(const CvTable& table, int cv)
+{
+    const auto limit = [&](Column column, int unknown) {
+        return std::clamp(numberFromText(table.at(cv, column)).value_or(unknown), lowestValue, highestValue);
+    };
+    return {limit(Column::lowerLimit, lowestValue), limit(Column::upperLimit, highestValue)};
+}
+
+ChangeEnd changeValue(Workbench& bench, int cv, TextView typed)
+{
+    CvSet& set = bench.state.set;
+    if (bench.state.lineBusy)
+        return ChangeEnd::busy;
+    if (!isInList(set, cv)) {
+        bench.prompts.message(bench.state.texts.caption(Caption::cvNotInList), PromptIcon::warning);
+        return ChangeEnd::notInList;
+    }
+    const auto value = numberFromText(typed);
+    const auto limits = limitsOf(set.table, cv);
+    if (!value || *value < limits.lower || *value > limits.upper) {
+        reportOutsideLimits(bench, cv, typed, limits);
+        return ChangeEnd::outsideLimits;
+    }
+    if (set.table.value(cv) != value) {
+        set.table.setValue(cv, *value);
+        set.unsavedChanges = true;
+    }
+    fillList(bench);
+    return ChangeEnd::changed;
+}
+
+ChangeEnd changeValue(Workbench& bench, int cv, int value)
+{
+    return changeValue(bench, cv, textFromNumber(value));
+}
+
+bool takeBackValue(Workbench& bench, int cv)
+{
+    if (bench.state.lineBusy || !takeBack(bench.state.set, cv))
+        return false;
+    fillList(bench);
+    return true;
+}
+
+bool takeBackAllValues(Workbench& bench)
+{
+    if (bench.state.lineBusy || !takeBackAll(bench.state.set))
+        return false;
+    fillList(bench);
+    return true;
+}
+
+} // namespace karvo

@@ -1,0 +1,34 @@
+// Changing the value of a CV on the bench; the decoder learns of it when it is written.
+#pragma once
+
+#include "workbench/workbench.h"
+
+namespace karvo
+{
+
+// The values that the description allows for a CV. A limit that it does not name is 0 or 255; none lies
+// beyond these.
+struct ValueLimits {
+    int lower = 0;
+    int upper = 255;
+};
+
+ValueLimits limitsOf(const CvTable& table, int cv);
+
+enum class ChangeEnd {
+    changed,       // the list shows the new value
+    outsideLimits, // reported; nothing has changed
+    notInList,     // reported; nothing has changed
+    busy           // an operation has the line; nothing has changed
+};
+
+// Sets the value as typed, or as a number, and makes the list anew. The current CV stays the current one.
+ChangeEnd changeValue(Workbench& bench, int cv, TextView typed);
+ChangeEnd changeValue(Workbench& bench, int cv, int value);
+
+// The value as it was read, opened or written, for one CV or for all. True when a value was another; false
+// too while an operation has the line.
+bool takeBackValue(Workbench& bench, int cv);
+bool takeBackAllValues(Workbench& bench);
+
+} // namespace karvo

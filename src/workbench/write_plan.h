@@ -1,0 +1,50 @@
+// Which CVs a write of many writes, and in which order.
+#pragma once
+
+#include "cvdata/cv_table.h"
+#include "link/link.h"
+
+#include <vector>
+
+namespace karvo
+{
+
+// Why a CV that was to be written is left out.
+enum class WriteSkip {
+    none,
+    notUsed,      // the description says nothing of it: no factory value
+    decodersOwn,  // CV7 and CV8: the decoder alone decides them
+    reset,        // CV59: whatever is written sets the decoder back
+    outsideLimits // a list from elsewhere holds a value that the description does not allow
+};
+
+struct PlannedWrite {
+    int cv;
+    int value;
+    WriteSkip skip = WriteSkip::none;
+};
+
+// CVs that the write of the changed ones refuses with a message of its own where the model lacks them.
+inline constexpr int firstServoCv = 11;
+inline constexpr int lastServoCv = 14;
+
+// In the order of writing, which is ascending but for these: CV59 comes first, since it undoes what was
+// written before; the addresses, then CV29, which chooses between them, come behind the others, so that a
+// write that is stopped leaves a vehicle that drives under the address it had; CV161 comes last, since its
+// decoder restarts. Where the table has a value for all of CV167 to CV171, none of them is planned without
+// the others.
+using WritePlan = std::vector<PlannedWrite>;
+
+// The CVs whose table value differs from the block's.
+WritePlan planOfDifferences(const CvTable& table, const CvImage& block);
+
+// Every CV that has a value.
+WritePlan planOfAll(const CvTable& table);
+
+// Just these, whatever they are; those without a value in the table are left out of the plan.
+WritePlan planOfChosen(const CvTable& table, const std::vector<int>& cvs);
+
+// Whether the model is without one of CV11 to CV14 that is planned.
+bool lacksPlannedServoCv(const WritePlan& plan);
+
+} // namespace karvo
