@@ -12,6 +12,9 @@ namespace karvo::bench
 // silent decoder is awaited.
 std::vector<Row> measureReading(const std::filesystem::path& programFolder);
 
+// Writing many CVs over the paced line.
+std::vector<Row> measureWriting(const std::filesystem::path& programFolder);
+
 // From a description file to the list, and all files of the program folder against reading them with cat.
 std::vector<Row> measureDescriptions(const std::filesystem::path& programFolder);
 

@@ -38,6 +38,7 @@ int main(int argc, char** argv)
     useOwnSettings(configuration.path());
     const QCoreApplication application(argc, argv);
     std::vector<Row> rows = measureReading(programFolder);
+    append(rows, measureWriting(programFolder));
     append(rows, measureDescriptions(programFolder));
     append(rows, measureWindows(programFolder));
     print(rows);

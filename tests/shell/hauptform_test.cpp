@@ -168,7 +168,7 @@ TEST(Hauptform, ChangesTheLanguageAtOnceAndKeepsTheValues)
     EXPECT_EQ(bench.text("Zusatz_Text"), "explains english\r\nsecond line");
     EXPECT_EQ(bench.field("CV_Nummer"), "2");
     EXPECT_EQ(bench.field("CV_Wert"), "77");
-    EXPECT_EQ(bench.list().currentItem()->text().toStdString(), "CV2  = 77");
+    EXPECT_EQ(bench.list().currentItem()->text().toStdString(), "CV2  = 77  changed");
     EXPECT_EQ(bench.find<QPushButton>("Start").text().toStdString(), "Read all CVs");
     EXPECT_EQ(bench.item("mnu_datei").text().toStdString(), "File");
     EXPECT_EQ(bench.text("Status"), "Ready");

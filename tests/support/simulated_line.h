@@ -13,6 +13,8 @@ class SimulatedLine : public SerialPort, public Wait
 public:
     explicit SimulatedLine(sim::Simulator simulator) : simulator_(std::move(simulator)) {}
 
+    void setFault(sim::Fault fault) { simulator_.setFault(fault); }
+
     void setPortNumber(int number) override { number_ = number; }
     int portNumber() const override { return number_; }
     void setSettings(const LineSettings&) override {}

@@ -1,0 +1,135 @@
+// Writing to simulated decoders, with the real texts and descriptions of the program folder.
+#include "cvdata/changes.h"
+#include "language/language_loader.h"
+#include "support/folder_files.h"
+#include "support/link_bench.h"
+#include "support/memory_files.h"
+#include "support/simulated_line.h"
+#include "workbench/change_value.h"
+#include "workbench/full_read.h"
+#include "workbench/write_many.h"
+
+#include <gtest/gtest.h>
+
+namespace karvo
+{
+namespace
+{
+
+struct DecoderOnBench {
+    explicit DecoderOnBench(const std::string& decoder, sim::Fault fault = sim::Fault::none)
+        : line(sim::Simulator(*sim::decoderByName(decoder), sim::Pace::line, fault))
+    {
+        state.programFolder = KARVO_PROGRAM_FOLDER;
+        EXPECT_FALSE(loadLanguage(state.texts, LanguageCode::german, state.programFolder, files));
+    }
+
+    std::optional<ReadEnd> read() { return readIntoList(bench, ReadStarter::other); }
+    std::size_t messages() const
+    {
+        return static_cast<std::size_t>(std::count_if(
+            journal.begin(), journal.end(), [](const auto& entry) { return entry.starts_with("message "); }));
+    }
+
+    test::Journal journal;
+    test::ScriptedPrompts prompts{journal};
+    test::RecordingView view{journal};
+    test::FolderFiles files;
+    test::MemorySettings settings;
+    ProgramState state;
+    test::SimulatedLine line;
+    Workbench bench{state, line, line, prompts, view, files, settings};
+    int keptSets = 0;
+    KeepBackup keep = [this](const CvSet&) -> std::optional<Text> {
+        ++keptSets;
+        return std::nullopt;
+    };
+};
+
+TEST(WriteDecoderTest, WhatWasChangedIsInTheDecoderAndNothingElse)
+{
+    DecoderOnBench on("kv07");
+    ASSERT_EQ(on.read(), ReadEnd::read);
+    const CvImage before = on.state.image;
+    const std::map<int, int> changes = {{1, 17}, {48, 5}, {29, 32}, {168, 44}, {161, 3}};
+    for (const auto& [cv, value] : changes)
+        ASSERT_EQ(changeValue(on.bench, cv, value), ChangeEnd::changed) << cv;
+    const auto report = writeChanged(on.bench, on.keep);
+    EXPECT_TRUE(report.isClean());
+    EXPECT_EQ(report.outcomes.size(), 9u); // four, and five of the series
+    ASSERT_EQ(on.read(), ReadEnd::read);
+    for (int cv = 1; cv <= 256; ++cv) {
+        const auto changed = changes.find(cv);
+        EXPECT_EQ(on.state.image[static_cast<std::size_t>(cv)],
+                  changed == changes.end() ? before[static_cast<std::size_t>(cv)] : changed->second)
+            << cv;
+    }
+    EXPECT_EQ(on.keptSets, 1);
+    EXPECT_EQ(writeChanged(on.bench, on.keep).end, WriteManyEnd::nothingToWrite);
+}
+
+TEST(WriteDecoderTest, EveryDecoderTakesAllOfItsOwnList)
+{
+    for (const auto& name : sim::decoderNames()) {
+        if (name == "receiver-readonly")
+            continue;
+        DecoderOnBench on(name);
+        ASSERT_EQ(on.read(), ReadEnd::read) << name;
+        const auto report = writeAll(on.bench, on.keep);
+        EXPECT_EQ(report.end, WriteManyEnd::finished) << name;
+        for (const WriteOutcome& outcome : report.outcomes) {
+            // A value of the factory that its own description refuses would be a fault of the description.
+            EXPECT_NE(outcome.skip, WriteSkip::outsideLimits) << name << " CV" << outcome.cv;
+            EXPECT_EQ(outcome.end.has_value(), outcome.skip == WriteSkip::none)
+                << name << " CV" << outcome.cv;
+        }
+        EXPECT_GE(report.countOf(WriteEnd::written), 15u) << name;
+    }
+}
+
+TEST(WriteDecoderTest, TheReadOnlyReceiverIsRefusedOnce)
+{
+    DecoderOnBench on("receiver-readonly");
+    ASSERT_EQ(on.read(), ReadEnd::read);
+    const auto report = writeAll(on.bench, on.keep);
+    EXPECT_EQ(report.end, WriteManyEnd::stoppedByFault);
+    EXPECT_EQ(report.countOf(WriteEnd::written), 0u);
+    EXPECT_EQ(on.messages(), 2u);
+}
+
+TEST(WriteDecoderTest, FaultsOfTheLineLeaveTheChangesMarked)
+{
+    struct Case {
+        sim::Fault fault;
+        WriteManyEnd end;
+        std::size_t messages;
+    };
+    const Case cases[] = {{sim::Fault::silence, WriteManyEnd::noReply, 1},
+                          {sim::Fault::wrongCheckByte, WriteManyEnd::wrongCheckByte, 1},
+                          {sim::Fault::shortBlock, WriteManyEnd::noReply, 1},
+                          {sim::Fault::hangUp, WriteManyEnd::noReply, 1},
+                          {sim::Fault::refusedCommand, WriteManyEnd::stoppedByFault, 1},
+                          {sim::Fault::unknownIdentification, WriteManyEnd::stoppedByFault, 2},
+                          {sim::Fault::refusedFrame, WriteManyEnd::stoppedByFault, 3}};
+    for (const auto& [fault, end, messages] : cases) {
+        DecoderOnBench on("kv08");
+        ASSERT_EQ(on.read(), ReadEnd::read);
+        for (const int cv : {48, 49, 50, 51})
+            changeValue(on.bench, cv, on.state.set.table.value(cv) == 5 ? 6 : 5);
+        const auto changed = changedCvs(on.state.set);
+        on.line.setFault(fault);
+        const auto report = writeChanged(on.bench, on.keep);
+        EXPECT_EQ(report.end, end) << static_cast<int>(fault);
+        EXPECT_EQ(report.countOf(WriteEnd::written), 0u);
+        EXPECT_EQ(on.messages(), messages) << static_cast<int>(fault);
+        EXPECT_EQ(changedCvs(on.state.set), changed);
+        EXPECT_FALSE(on.state.lineBusy);
+
+        on.line.setFault(sim::Fault::none);
+        EXPECT_TRUE(writeChanged(on.bench, on.keep).isClean());
+        EXPECT_TRUE(changedCvs(on.state.set).empty());
+    }
+}
+
+} // namespace
+} // namespace karvo
