@@ -28,6 +28,7 @@ class Knowledge(unittest.TestCase):
             (3, "1", "126"),
             (15, "0", "39"),
             (17, "0", "39"),
+            (29, "0", "255"),
             (48, "0", "255"),
             (52, "96", "150"),
             (53, "0", "255"),
@@ -123,6 +124,48 @@ class Knowledge(unittest.TestCase):
         for number in (11, 12, 13, 14):
             self.assertEqual(self.row("CV_Standart172.txt", number)[2], "Nicht belegt")
             self.assertNotEqual(self.row("CV_Standart_kv07.txt", number)[2], "Nicht belegt")
+
+    def test_a_cv_without_a_meaning_may_hold_any_byte(self):
+        for path in sorted(self.output.glob("CV_*")):
+            if path.name.startswith("CV_exp"):
+                continue
+            rows = [line.split(";") for line in path.read_bytes().decode("cp1252").split("\r\n") if ";" in line]
+            unused = ("Nicht belegt", "Niet gebruikt", "Not used", "Sin función", "Non utilisée")
+            with self.subTest(path.name):
+                limits = {(row[3], row[4], row[5]) for row in rows if row[2] in unused}
+                self.assertEqual(limits, {("0", "255", "")})
+
+    def test_every_expert_line_tells_a_name_and_what_happens_inside(self):
+        files = sorted(self.output.glob("CV_exp*"))
+        self.assertTrue(files)
+        for path in files:
+            rows = [line.split(";") for line in path.read_bytes().decode("cp1252").split("\r\n")[1:-1]]
+            with self.subTest(path.name):
+                self.assertTrue(rows)
+                for row in rows:
+                    self.assertEqual(len(row), 17)
+                    self.assertTrue(row[0].isdecimal() and row[2] and row[6], row)
+
+    def test_an_expert_file_tells_of_no_cv_that_a_decoder_lacks(self):
+        cases = [
+            ("CV_exp.txt", ("CV_Standart180.txt", "CV_Standart180_v1.txt", "CV_KV04_Bus_V1_08.txt")),
+            ("CV_exp_v1.txt", ("CV_Standart172.txt",)),
+            ("CV_exp_v1_5.txt", ("CV_Standart172_v1_5.txt", "CV_KV05_FW_V1.txt")),
+            ("CV_exp_v1_6.txt", ("CV_Standart172_v1_6.txt", "CV_KV06_FW_V1.txt")),
+            ("CV_exp_Mai10_4.txt", ("CV_Standart172_Mai10_4.txt", "CV_Standart_Mai10_4.txt")),
+            ("CV_exp_Mai10_5.txt", ("CV_Standart172_Mai10_5.txt", "CV_Standart_Mai10_5.txt")),
+            ("CV_exp_Mai10_6.txt", ("CV_Standart172_Mai10_6.txt", "CV_Standart_Mai10_6.txt")),
+            ("CV_exp_an07.txt", ("CV_Standart_an07.txt",)),
+            ("CV_exp_an07_V1.txt", ("CV_Standart_an07_V1.txt",)),
+            ("CV_exp_receiver.txt", ("CV_Standart_receiver.txt",)),
+        ]
+        for expert, descriptions in cases:
+            lines = (self.output / expert).read_bytes().decode("cp1252").split("\r\n")[1:-1]
+            for description in descriptions:
+                with self.subTest(expert, description=description):
+                    lacking = [line.split(";")[0] for line in lines
+                               if self.row(description, int(line.split(";")[0]))[2] == "Nicht belegt"]
+                    self.assertEqual(lacking, [])
 
     def test_the_ready_made_lists_switch_one_run_on(self):
         for model in ("KV04", "KV05", "KV06", "KV07", "KV08"):
