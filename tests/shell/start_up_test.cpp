@@ -73,10 +73,10 @@ TEST(StartUp, OffersTheLanguagesInTheWordsOfTheLocale)
     };
     for (const auto& [country, captions] : cases) {
         StartBench bench;
-        bench.driver.expect(QStringLiteral("Language"), [&captions](QWidget& window) {
+        bench.driver.expect(QStringLiteral("Language"), [&expected = captions](QWidget& window) {
             EXPECT_EQ(window.objectName().toStdString(), "Language");
-            for (std::size_t i = 0; i < captions.size(); ++i)
-                EXPECT_EQ(find<QRadioButton>(window, buttonNames[i]).text().toStdString(), captions[i]);
+            for (std::size_t i = 0; i < expected.size(); ++i)
+                EXPECT_EQ(find<QRadioButton>(window, buttonNames[i]).text().toStdString(), expected[i]);
             find<QRadioButton>(window, "French").click();
             find<QPushButton>(window, "OK").click();
         });
