@@ -65,10 +65,16 @@ struct SilenceCaptions {
 constexpr SilenceCaptions silentInterface{Caption::noReplyToWriteKv07, Caption::noReplyToWrite};
 constexpr SilenceCaptions silentDecoder{Caption::writeAgainKv07, Caption::writeAgain};
 
+void tellNoReply(Link& link)
+{
+    link.state.timeOut = false;
+    link.prompts.message(link.texts.message(Message::noReply));
+}
+
 WriteEnd reportSilence(Link& link, const SilenceCaptions& captions)
 {
     const bool newer = link.state.typeCode == 7 || link.state.typeCode == 8;
-    link.prompts.message(link.texts.message(Message::noReply));
+    tellNoReply(link);
     link.view.showStatus(link.texts.caption(newer ? captions.newerModels : captions.others));
     return WriteEnd::noReply;
 }
@@ -120,7 +126,7 @@ WriteEnd sendValue(Link& link, const WriteCommand& command)
     case ExchangeEnd::ended:
         return WriteEnd::ended;
     case ExchangeEnd::timedOut:
-        link.prompts.message(link.texts.message(Message::noReply));
+        tellNoReply(link);
         link.view.showStatus(link.texts.menuCaption(writeTimeOutStatusEntry));
         return WriteEnd::unacknowledged;
     case ExchangeEnd::replied:

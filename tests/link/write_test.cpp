@@ -84,6 +84,7 @@ TEST_F(WriteTest, SilenceAfterTheIdentificationIsNamedByTheTypeKnownBefore)
         EXPECT_EQ(write(48, 1), WriteEnd::noReply);
         const Journal end(bench.journal.end() - 3, bench.journal.end());
         EXPECT_EQ(end, (Journal{"write 37", "message no reply", std::string("status ") + status}));
+        EXPECT_FALSE(bench.state.timeOut);
         EXPECT_TRUE(bench.line.isOpen());
     }
 }
@@ -111,6 +112,7 @@ TEST_F(WriteTest, SilenceAfterTheFrameLeavesItUncertain)
     EXPECT_EQ(write(48, 1), WriteEnd::unacknowledged);
     const Journal end(bench.journal.end() - 3, bench.journal.end());
     EXPECT_EQ(end, (Journal{"write 47 1 48", "message no reply", "status menu 76"}));
+    EXPECT_FALSE(bench.state.timeOut);
 }
 
 TEST_F(WriteTest, AnUnknownDecoderIsToldAndThatNothingWasWritten)
