@@ -1,13 +1,14 @@
 // Any bytes as a language file: no crash, and entry 0 stays empty.
 #include "fuzz_check.h"
 #include "language/language_loader.h"
+#include "support/read_only_files.h"
 
 using namespace karvo;
 
 namespace
 {
 
-class OneFile : public Files
+class OneFile : public test::ReadOnlyFiles
 {
 public:
     explicit OneFile(Bytes content) : content_(std::move(content)) {}

@@ -4,9 +4,26 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QSaveFile>
+#include <QTemporaryFile>
+
+#include <algorithm>
+#include <system_error>
 
 namespace karvo
 {
+
+namespace
+{
+
+std::optional<Text> wordsOf(const std::error_code& error)
+{
+    if (!error)
+        return std::nullopt;
+    return toText(QString::fromLocal8Bit(error.message().c_str()));
+}
+
+} // namespace
 
 std::optional<Bytes> QtFiles::readWhole(const std::filesystem::path& path, std::size_t limit)
 {
@@ -24,6 +41,54 @@ std::optional<Bytes> QtFiles::readWhole(const std::filesystem::path& path, std::
 bool QtFiles::exists(const std::filesystem::path& path)
 {
     return QFileInfo::exists(pathToQString(path));
+}
+
+std::optional<Text> QtFiles::saveAtomically(const std::filesystem::path& path, const Bytes& content)
+{
+    const QString name = pathToQString(path);
+    // A device or a pipe would be replaced by a file.
+    if (const QFileInfo old(name); old.exists() && !old.isFile())
+        return wordsOf(std::make_error_code(std::errc::invalid_argument));
+    QSaveFile file(name);
+    const auto size = static_cast<qint64>(content.size());
+    const bool saved = file.open(QIODevice::WriteOnly) &&
+                       file.write(reinterpret_cast<const char*>(content.data()), size) == size &&
+                       file.commit();
+    return saved ? std::nullopt : std::optional<Text>(toText(file.errorString()));
+}
+
+std::optional<Text> QtFiles::makeFolder(const std::filesystem::path& folder)
+{
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    return wordsOf(error);
+}
+
+bool QtFiles::canWriteInto(const std::filesystem::path& folder)
+{
+    // Tried, not asked: neither permissions nor a read-only medium are told reliably.
+    return QTemporaryFile(pathToQString(folder / "karvo-XXXXXX")).open();
+}
+
+std::vector<FolderEntry> QtFiles::list(const std::filesystem::path& folder)
+{
+    std::vector<FolderEntry> entries;
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        std::error_code unknown;
+        entries.push_back({entry->path().filename(), entry->is_directory(unknown)});
+    }
+    std::sort(entries.begin(), entries.end(),
+              [](const FolderEntry& a, const FolderEntry& b) { return a.name < b.name; });
+    return entries;
+}
+
+std::optional<Text> QtFiles::remove(const std::filesystem::path& path)
+{
+    std::error_code error;
+    std::filesystem::remove(path, error);
+    return wordsOf(error);
 }
 
 } // namespace karvo

@@ -1,13 +1,19 @@
-// Reading the files that come with the program or belong to the user.
+// The files that come with the program or belong to the user.
 #pragma once
 
 #include "program/text.h"
 
 #include <filesystem>
 #include <optional>
+#include <vector>
 
 namespace karvo
 {
+
+struct FolderEntry {
+    std::filesystem::path name; // without the folder
+    bool isFolder;
+};
 
 class Files
 {
@@ -18,6 +24,23 @@ public:
     virtual std::optional<Bytes> readWhole(const std::filesystem::path& path, std::size_t limit) = 0;
 
     virtual bool exists(const std::filesystem::path& path) = 0;
+
+    // Puts a whole file in the place of the old one, which stays as it is until the new one is complete on
+    // disk. Nothing on success, else the system's own words; then nothing has changed. Refuses what is no
+    // regular file.
+    virtual std::optional<Text> saveAtomically(const std::filesystem::path& path, const Bytes& content) = 0;
+
+    // With the folders above it; one that exists is a success. Returns as saveAtomically does.
+    virtual std::optional<Text> makeFolder(const std::filesystem::path& folder) = 0;
+
+    // Whether files can be made in the folder; false for one that is not there.
+    virtual bool canWriteInto(const std::filesystem::path& folder) = 0;
+
+    // What lies in a folder, by name; empty when it can not be read.
+    virtual std::vector<FolderEntry> list(const std::filesystem::path& folder) = 0;
+
+    // A file that is not there is a success. Returns as saveAtomically does.
+    virtual std::optional<Text> remove(const std::filesystem::path& path) = 0;
 };
 
 // No file that the program reads as text is larger; a larger one is not of this system.

@@ -159,6 +159,17 @@ std::string utf8FromText(TextView text)
     return utf8;
 }
 
+bool isUtf8(std::string_view bytes)
+{
+    for (std::size_t at = 0; at < bytes.size();) {
+        const auto [point, next] = nextPoint(bytes, at);
+        if (point == replacement)
+            return false;
+        at = next;
+    }
+    return true;
+}
+
 Text textFromNumber(long long number)
 {
     std::array<char, 24> digits{};

@@ -34,6 +34,9 @@ bool fitsWindows1252(char16_t character);
 Text textFromUtf8(std::string_view utf8);
 std::string utf8FromText(TextView text);
 
+// Whether the bytes are whole, sound UTF-8 characters.
+bool isUtf8(std::string_view bytes);
+
 // Decimal digits, with a leading "-" below zero.
 Text textFromNumber(long long number);
 

@@ -26,8 +26,7 @@ bool isUtf8BeyondAscii(std::span<const std::uint8_t> content)
 {
     const bool ascii =
         std::none_of(content.begin(), content.end(), [](std::uint8_t byte) { return byte > 0x7F; });
-    return !ascii && utf8FromText(textFromUtf8(asNarrow(content))) == asNarrow(content) &&
-           textFromUtf8(asNarrow(content)).find(u'\uFFFD') == Text::npos;
+    return !ascii && isUtf8(asNarrow(content));
 }
 
 } // namespace
@@ -52,6 +51,25 @@ std::vector<Text> linesOf(std::span<const std::uint8_t> content)
         start = lineFeed + 1;
     }
     return lines;
+}
+
+Bytes encodedTextFile(TextView text)
+{
+    auto plain = windows1252FromText(text);
+    if (plain && !startsWithUtf8Mark(*plain) && !isUtf8BeyondAscii(*plain))
+        return std::move(*plain);
+    const std::string utf8 = utf8FromText(text);
+    Bytes marked(utf8Mark.begin(), utf8Mark.end());
+    marked.insert(marked.end(), utf8.begin(), utf8.end());
+    return marked;
+}
+
+Bytes contentOfLines(std::span<const Text> lines)
+{
+    Text text;
+    for (const Text& line : lines)
+        text += line + Text(lineBreak);
+    return encodedTextFile(text);
 }
 
 } // namespace karvo

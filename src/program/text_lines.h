@@ -17,4 +17,11 @@ Text decodedTextFile(std::span<const std::uint8_t> content);
 // open a further line.
 std::vector<Text> linesOf(std::span<const std::uint8_t> content);
 
+// A text as a file: Windows-1252. A text that Windows-1252 lacks, or that would be taken for UTF-8 when it is
+// read again, is written as UTF-8 with its mark, so that nothing of it is lost.
+Bytes encodedTextFile(TextView text);
+
+// Each line with CR LF behind it, as a file.
+Bytes contentOfLines(std::span<const Text> lines);
+
 } // namespace karvo

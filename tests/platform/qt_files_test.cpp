@@ -1,13 +1,17 @@
 #include "platform/qt_files.h"
 
+#include "platform/qt_clock.h"
 #include "platform/text_conversion.h"
 
+#include <QDateTime>
 #include <QFile>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
 #ifdef Q_OS_UNIX
+#include <csignal>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #endif
 
@@ -72,6 +76,80 @@ TEST_F(QtFilesTest, KnowsWhatExists)
     EXPECT_TRUE(files_.exists(write("here.txt", "x")));
     EXPECT_TRUE(files_.exists(pathOf(".")));
     EXPECT_FALSE(files_.exists(pathOf("there.txt")));
+}
+
+TEST_F(QtFilesTest, SavesInPlaceOfTheOldFileAndLeavesNothingBeside)
+{
+    const auto path = write("bus \xC3\xA4.kvr", "old and longer");
+    EXPECT_EQ(files_.saveAtomically(path, {13, 0, 255}), std::nullopt);
+    EXPECT_EQ(files_.readWhole(path, 100), (Bytes{13, 0, 255}));
+    EXPECT_EQ(files_.saveAtomically(pathOf("new.kvr"), {}), std::nullopt);
+    EXPECT_EQ(files_.readWhole(pathOf("new.kvr"), 100), Bytes{});
+    ASSERT_EQ(files_.list(pathOf(".")).size(), 2U);
+}
+
+TEST_F(QtFilesTest, AFailedSaveSaysWhyAndKeepsTheOldFile)
+{
+    EXPECT_TRUE(files_.saveAtomically(pathOf("missing/a.kvr"), {1}));
+    EXPECT_TRUE(files_.saveAtomically(pathOf("."), {1}));
+    EXPECT_TRUE(files_.saveAtomically({}, {1}));
+#ifdef Q_OS_UNIX
+    const auto pipe = pathOf("pipe");
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    EXPECT_TRUE(files_.saveAtomically(pipe, {1})) << "a device is no place for a file";
+    // A full disk: no file of this process may grow beyond a few bytes.
+    const auto path = write("bus.kvr", "old");
+    rlimit before{};
+    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
+    const rlimit small{16, before.rlim_max};
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
+    const auto reason = files_.saveAtomically(path, Bytes(100'000, 7));
+    ::setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, handler);
+    ASSERT_TRUE(reason);
+    EXPECT_FALSE(reason->empty());
+    EXPECT_EQ(files_.readWhole(path, 100), (Bytes{'o', 'l', 'd'}));
+    EXPECT_EQ(files_.list(pathOf(".")).size(), 2U);
+#endif
+}
+
+TEST_F(QtFilesTest, MakesListsAndRemoves)
+{
+    EXPECT_EQ(files_.makeFolder(pathOf("a/b")), std::nullopt);
+    EXPECT_EQ(files_.makeFolder(pathOf("a/b")), std::nullopt);
+    write("a/c.kvr", "x");
+    const auto entries = files_.list(pathOf("a"));
+    ASSERT_EQ(entries.size(), 2U);
+    EXPECT_EQ(entries[0].name, "b");
+    EXPECT_TRUE(entries[0].isFolder);
+    EXPECT_EQ(entries[1].name, "c.kvr");
+    EXPECT_FALSE(entries[1].isFolder);
+    EXPECT_TRUE(files_.list(pathOf("none")).empty());
+    EXPECT_TRUE(files_.makeFolder(pathOf("a/c.kvr"))) << "a file stands in its place";
+    EXPECT_EQ(files_.remove(pathOf("a/c.kvr")), std::nullopt);
+    EXPECT_EQ(files_.remove(pathOf("a/c.kvr")), std::nullopt);
+    EXPECT_TRUE(files_.remove(pathOf("a"))) << "a folder that is not empty";
+    EXPECT_EQ(files_.list(pathOf("a")).size(), 1U);
+}
+
+TEST_F(QtFilesTest, TriesWhetherAFolderTakesFiles)
+{
+    EXPECT_TRUE(files_.canWriteInto(pathOf(".")));
+    EXPECT_TRUE(files_.list(pathOf(".")).empty());
+    EXPECT_FALSE(files_.canWriteInto(pathOf("none")));
+#ifdef Q_OS_LINUX
+    EXPECT_FALSE(files_.canWriteInto("/proc"));
+#endif
+}
+
+TEST(QtClockTest, TellsTheLocalTime)
+{
+    const QDateTime before = QDateTime::currentDateTime();
+    const DateTime now = QtClock().now();
+    const QDateTime told({now.year, now.month, now.day}, {now.hour, now.minute, now.second});
+    EXPECT_LE(before.toSecsSinceEpoch(), told.toSecsSinceEpoch());
+    EXPECT_LE(told, QDateTime::currentDateTime());
 }
 
 } // namespace

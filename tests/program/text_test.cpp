@@ -1,5 +1,7 @@
 #include "program/binary_text.h"
 #include "program/check_byte.h"
+#include "program/clock.h"
+#include "program/path_text.h"
 #include "program/text.h"
 #include "program/text_lines.h"
 
@@ -103,6 +105,33 @@ TEST(BinaryTextTest, HasAtLeastEightDigits)
     EXPECT_EQ(binaryText(0), u"00000000");
     EXPECT_EQ(binaryText(255), u"11111111");
     EXPECT_EQ(binaryText(256), u"100000000");
+}
+
+TEST(TextFileTest, IsWrittenSoThatItReadsTheSame)
+{
+    EXPECT_EQ(encodedTextFile(u"L\u00E4nge \u20AC\r\n"),
+              (Bytes{'L', 0xE4, 'n', 'g', 'e', ' ', 0x80, 13, 10}));
+    for (const TextView text : {u"\u03A9", u"\u00C3\u00A4", u"\u00EF\u00BB\u00BFx", u"plain", u"", u"\u0081"})
+        EXPECT_EQ(decodedTextFile(encodedTextFile(text)), text) << utf8FromText(text);
+    const Text lines[] = {u"a", u"", u"b"};
+    EXPECT_EQ(contentOfLines(lines), (Bytes{'a', 13, 10, 13, 10, 'b', 13, 10}));
+    EXPECT_EQ(linesOf(contentOfLines(lines)), (std::vector<Text>{u"a", u"", u"b"}));
+}
+
+TEST(ClockTest, DatesSortAndMayNameFiles)
+{
+    EXPECT_EQ(dateText({2026, 1, 2, 3, 4, 5}), u"2026-01-02");
+    EXPECT_EQ(timeText({2026, 1, 2, 3, 4, 5}), u"03-04-05");
+    EXPECT_EQ(timeText({2026, 11, 22, 23, 59, 10}), u"23-59-10");
+}
+
+TEST(PathTextTest, NamesAnyPath)
+{
+    EXPECT_EQ(pathText(std::filesystem::path(u"Linie \u03A9.kvr")), u"Linie \u03A9.kvr");
+    const bool namesAreBytes = sizeof(std::filesystem::path::value_type) == 1;
+    if (namesAreBytes) {
+        EXPECT_EQ(pathText(std::filesystem::path("a\xFF\x62")), u"a\uFFFDb");
+    }
 }
 
 } // namespace

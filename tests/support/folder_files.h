@@ -1,7 +1,7 @@
 // Files of a real folder, without any toolkit.
 #pragma once
 
-#include "program/files.h"
+#include "support/read_only_files.h"
 
 #include <fstream>
 #include <iterator>
@@ -9,7 +9,7 @@
 namespace karvo::test
 {
 
-class FolderFiles : public Files
+class FolderFiles : public ReadOnlyFiles
 {
 public:
     std::optional<Bytes> readWhole(const std::filesystem::path& path, std::size_t limit) override

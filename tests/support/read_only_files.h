@@ -1,0 +1,25 @@
+// Files of which nothing can be changed.
+#pragma once
+
+#include "program/files.h"
+
+namespace karvo::test
+{
+
+class ReadOnlyFiles : public Files
+{
+public:
+    std::optional<Text> saveAtomically(const std::filesystem::path&, const Bytes&) override
+    {
+        return refusal;
+    }
+    std::optional<Text> makeFolder(const std::filesystem::path&) override { return refusal; }
+    bool canWriteInto(const std::filesystem::path&) override { return false; }
+    std::vector<FolderEntry> list(const std::filesystem::path&) override { return {}; }
+    std::optional<Text> remove(const std::filesystem::path&) override { return refusal; }
+
+private:
+    const Text refusal = u"read-only";
+};
+
+} // namespace karvo::test
