@@ -10,10 +10,14 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace karvo
 {
+
+// Stands for the menu item of an offline list where the set was opened from a CV list file.
+inline constexpr std::string_view openedListItem = "mnu_open";
 
 struct CvSet {
     CvTable table;
@@ -25,15 +29,18 @@ struct CvSet {
     std::filesystem::path expertPath;      // full path of the expert file that belongs to it
     std::map<int, ExpertEntry> expert;     // by CV number; empty without expert mode
     DecoderProfile profile;
-    Text modelCode;          // "04" to "08"
-    Bytes rawReply;          // the decoder's last block; empty in an offline list
-    std::string offlineItem; // the menu item of an offline list; empty after a read
-    int currentNumber = 0;   // the current CV; 0 when none
-    Text loadedData;         // what is loaded: two texts joined by " | "
+    Text modelCode;                 // "04" to "08"
+    Bytes rawReply;                 // the decoder's last block; empty in an offline list
+    std::string offlineItem;        // the menu item of an offline list; empty after a read
+    int currentNumber = 0;          // the current CV; 0 when none
+    std::filesystem::path listPath; // the list file that was opened or saved last; empty when there is none
+    std::optional<Processor> fileProcessor; // of an opened list: nothing when it names none that is known
+    Text loadedData; // what is loaded: two texts joined by " | "
     MainList list;
 
     bool isEmpty() const { return list.empty(); }
     bool isOffline() const { return !offlineItem.empty(); }
+    bool isFromFile() const { return offlineItem == openedListItem; }
 };
 
 } // namespace karvo

@@ -3,8 +3,8 @@
 
 #include "program/text.h"
 
-#include <array>
 #include <optional>
+#include <vector>
 
 namespace karvo
 {
@@ -49,7 +49,7 @@ private:
         return static_cast<std::size_t>(row) * columns + static_cast<std::size_t>(column);
     }
 
-    std::array<Text, (lastRow + 1) * columns> cells_;
+    std::vector<Text> cells_ = std::vector<Text>((lastRow + 1) * columns);
 };
 
 // A value for each CV, as texts; index n holds CV n.

@@ -46,9 +46,39 @@ enum class Message {
     otherDecoder = 685,      // {1}: its identification, {2}: that of the decoder before
     readAfterReset = 686,    // question
     lacksServoCvs = 695,
+    fileHasAtmega168 = 690,
+    vehicleHasAtmega328 = 691,
+    cannotCompare = 692,
+    fileHasAtmega328 = 693,
+    vehicleHasAtmega168 = 694,
+    nothingRead = 696,
+    valuesFromFile = 697,
     processorLabel = 701,
     descriptionFileLabel = 702,
     expertFileLabel = 703,
+    notAListFile = 710,     // {1}: the path, {2}: the line
+    listFileTooLong = 711,  // {1}: the path, {2}: the line
+    listWithoutModel = 712, // {1}: the path
+    listOpenedInPart = 713, // {1}: the path; some of the following stand below it
+    linesWithoutCv = 714,   // {1}: the lines, as in all up to `listEndMissing`
+    linesBeyondTable = 715,
+    linesRepeated = 716,
+    linesWithWrongValue = 717,
+    listEndMissing = 718,
+    unknownProcessor = 719, // {1}: the line, {2}: the word
+    cannotSaveFile = 720,   // {1}: the path, {2}: the system's words
+    nothingToSave = 721,
+    unsavedChangesQuestion = 722,
+    recoveryQuestion = 723,      // {1}: the list file
+    recoveryNotKept = 724,       // {1}: the path, {2}: the system's words
+    firstListHasProcessor = 725, // {1}: the processor
+    replaceFileQuestion = 726,   // {1}: the path
+    batchNotInList = 727,        // {1}: the CV
+    batchOutsideLimits = 728,    // {1}: the CV, {2} and {3}: its limits
+    batchCannotRead = 729,
+    batchNotAList = 730,
+    batchChangedMeanwhile = 731,
+    batchCannotSave = 732, // {1}: the system's words
 };
 
 // Entries of the control-caption table.
@@ -126,6 +156,12 @@ enum class Caption {
     outcomeFirmware = 193,
     outcomeOtherDecoder = 194,
     outcomeOutsideLimits = 195,
+    comparedEqual = 170,
+    comparedDifferent = 171,
+    comparedOnlyFirst = 172,
+    comparedOnlySecond = 173,
+    comparedCounts = 174, // {1} equal, {2} different, {3} only in the first, {4} only in the second
+    comparedResult = 175, // heading of the column
     okButton = 700,
     cancelButton = 701,
     yesButton = 702,

@@ -1,0 +1,176 @@
+#include "cvdata/batch_change.h"
+
+#include "cvdata/description_fields.h"
+#include "program/text_lines.h"
+
+#include <algorithm>
+#include <set>
+
+namespace karvo
+{
+
+namespace
+{
+
+BatchRow previewedRow(const CvTable& table, const CvChange& change)
+{
+    BatchRow row{change.cv, {}, change.value};
+    const bool isRow = change.cv >= 1 && change.cv <= CvTable::lastRow && table.describes(change.cv);
+    if (!isRow) {
+        row.refusal = BatchRefusal::notInList;
+        return row;
+    }
+    row.oldValue = table.at(change.cv, Column::value);
+    row.lowerLimit = numberFromText(table.at(change.cv, Column::lowerLimit)).value_or(0);
+    row.upperLimit = numberFromText(table.at(change.cv, Column::upperLimit)).value_or(255);
+    if (change.value < row.lowerLimit || change.value > row.upperLimit)
+        row.refusal = BatchRefusal::outsideLimits;
+    return row;
+}
+
+struct ReadList {
+    std::optional<ListFile> list;
+    BatchRefusal refusal = BatchRefusal::none;
+};
+
+ReadList readList(Files& files, const std::filesystem::path& path)
+{
+    const auto content = files.readWhole(path, textFileLimit);
+    if (!content)
+        return {std::nullopt, BatchRefusal::cannotRead};
+    auto parsed = parseListFile(*content);
+    if (auto* const list = std::get_if<ListFile>(&parsed))
+        return {std::move(*list), BatchRefusal::none};
+    return {std::nullopt, BatchRefusal::notAList};
+}
+
+BatchFile previewedFile(Files& files, const std::filesystem::path& path, std::span<const CvChange> changes)
+{
+    BatchFile file{path, {}, BatchRefusal::none, {}, false};
+    const ReadList read = readList(files, path);
+    file.refusal = read.refusal;
+    if (!read.list)
+        return file;
+    for (const CvChange& change : changes)
+        file.rows.push_back(previewedRow(read.list->table, change));
+    return file;
+}
+
+bool isAsPreviewed(const ListFile& list, const BatchFile& file)
+{
+    return std::all_of(file.rows.begin(), file.rows.end(), [&](const BatchRow& row) {
+        return list.table.describes(row.cv) && list.table.at(row.cv, Column::value) == row.oldValue;
+    });
+}
+
+// The first line among the rows that has the CV's number.
+Text* lineOfRow(ListFile& list, int cv)
+{
+    for (int i = 0; i < list.rowCount; ++i) {
+        Text& line = list.lines[static_cast<std::size_t>(i) + 2];
+        const auto fields = fieldsOf(line);
+        if (!fields.empty() && numberFromText(fields.front()) == cv)
+            return &line;
+    }
+    return nullptr;
+}
+
+Bytes changedContent(ListFile& list, const BatchFile& file)
+{
+    for (const BatchRow& row : file.rows) {
+        Text* const line = lineOfRow(list, row.cv);
+        list.table.setValue(row.cv, row.newValue);
+        if (line != nullptr)
+            *line = rowLine(*line, list.table, row.cv);
+    }
+    return contentOfLines(std::span(list.lines).subspan(1));
+}
+
+void applyTo(Files& files, BatchFile& file)
+{
+    auto read = readList(files, file.path);
+    if (read.list && !isAsPreviewed(*read.list, file))
+        read.refusal = BatchRefusal::changedMeanwhile;
+    file.refusal = read.refusal;
+    if (file.refusal != BatchRefusal::none)
+        return;
+    if (const auto reason = files.saveAtomically(file.path, changedContent(*read.list, file))) {
+        file.refusal = BatchRefusal::cannotSave;
+        file.reason = *reason;
+        return;
+    }
+    file.done = true;
+}
+
+} // namespace
+
+bool BatchFile::isRefused() const
+{
+    return refusal != BatchRefusal::none || std::any_of(rows.begin(), rows.end(), [](const BatchRow& row) {
+               return row.refusal != BatchRefusal::none;
+           });
+}
+
+bool BatchFile::changesAnything() const
+{
+    return std::any_of(rows.begin(), rows.end(), [](const BatchRow& row) {
+        return numberFromText(row.oldValue) != std::optional<int>(row.newValue);
+    });
+}
+
+std::vector<BatchFile> previewBatch(Files& files, std::span<const std::filesystem::path> paths,
+                                    std::span<const CvChange> changes)
+{
+    std::vector<BatchFile> batch;
+    std::set<std::filesystem::path> seen;
+    for (const auto& path : paths) {
+        if (seen.insert(path.lexically_normal()).second)
+            batch.push_back(previewedFile(files, path, changes));
+    }
+    return batch;
+}
+
+void applyBatch(Files& files, std::span<BatchFile> batch)
+{
+    for (BatchFile& file : batch) {
+        if (file.isRefused() || file.done)
+            continue;
+        if (file.changesAnything())
+            applyTo(files, file);
+        else
+            file.done = true;
+    }
+}
+
+Text refusalText(const BatchRow& row, const LanguageTables& texts)
+{
+    const Text arguments[] = {textFromNumber(row.cv), textFromNumber(row.lowerLimit),
+                              textFromNumber(row.upperLimit)};
+    switch (row.refusal) {
+    case BatchRefusal::notInList:
+        return filledIn(texts.message(Message::batchNotInList), arguments);
+    case BatchRefusal::outsideLimits:
+        return filledIn(texts.message(Message::batchOutsideLimits), arguments);
+    default:
+        return {};
+    }
+}
+
+Text refusalText(const BatchFile& file, const LanguageTables& texts)
+{
+    const Text reason[] = {file.reason};
+    switch (file.refusal) {
+    case BatchRefusal::cannotRead:
+        return texts.message(Message::batchCannotRead);
+    case BatchRefusal::notAList:
+        return texts.message(Message::batchNotAList);
+    case BatchRefusal::changedMeanwhile:
+        return texts.message(Message::batchChangedMeanwhile);
+    case BatchRefusal::cannotSave:
+        return filledIn(texts.message(Message::batchCannotSave), reason);
+    default:
+        return {};
+    }
+}
+
+} // namespace karvo

@@ -1,0 +1,75 @@
+#include "cvdata/csv_export.h"
+#include "cvdata/text_report.h"
+#include "support/link_bench.h"
+#include "support/memory_files.h"
+
+#include <gtest/gtest.h>
+
+namespace karvo
+{
+namespace
+{
+
+using test::bytesOf;
+
+CvTable smallTable()
+{
+    CvTable table;
+    table.at(1, Column::number) = u"1";
+    table.at(1, Column::value) = u"3";
+    table.at(1, Column::text) = u"Länge";
+    table.at(29, Column::number) = u"29";
+    table.at(29, Column::text) = u"zwei\r\nZeilen; mehr";
+    return table;
+}
+
+TEST(CsvExportTest, BothFormsDifferInTheHeaderAlone)
+{
+    const std::string rows = "1;3;L\xE4nge\r\n29;;zwei Zeilen, mehr\r\n";
+    EXPECT_EQ(csvExport(smallTable()), bytesOf("CV-Nummer;CV-Wert;CV-Text\r\n" + rows));
+    EXPECT_EQ(csvExport(smallTable(), CsvForm::closedHeader),
+              bytesOf("CV-Nummer;CV-Wert;CV-Text;\r\n" + rows));
+}
+
+class TextReportTest : public testing::Test
+{
+protected:
+    TextReportTest()
+    {
+        test::setText(texts, 696, u"Keine Daten eingelesen!");
+        set.loadedData = u"KV07  Firmware = 6 | CV_Standart_kv07.txt";
+        set.list = {{u"CV1  = 3", u"Adresse", 1}, {u"CV100 = 12", u"Licht", 100}, {u"Akku", u"", 0}};
+    }
+
+    LanguageTables texts;
+    CvSet set;
+};
+
+TEST_F(TextReportTest, HoldsTheLinesInTwoColumns)
+{
+    set.listPath = "lists/Bus 7.kvr";
+    EXPECT_EQ(textReport(set, texts),
+              (std::vector<Text>{u"Bus 7", set.loadedData, u"", u"CV1  = 3    Adresse", u"CV100 = 12  Licht",
+                                 u"Akku"}));
+}
+
+TEST_F(TextReportTest, SaysFirstWhenNothingWasRead)
+{
+    set.offlineItem = "mnu_kv07";
+    EXPECT_EQ(textReport(set, texts)[0], u"Keine Daten eingelesen!");
+    EXPECT_EQ(textReport(set, texts).size(), 7u);
+    set.offlineItem = openedListItem;
+    EXPECT_EQ(textReport(set, texts)[0], u"KV07");
+    EXPECT_EQ(textReport(CvSet(), texts), (std::vector<Text>{u"Keine Daten eingelesen!"}));
+}
+
+TEST_F(TextReportTest, IsNamedAfterVehicleAndDate)
+{
+    const DateTime date{2026, 1, 2, 3, 4, 5};
+    EXPECT_EQ(reportFileName(set, date), u"KARVO KV07 2026-01-02.txt");
+    set.listPath = "lists/Bus:7?.kvr";
+    EXPECT_EQ(reportFileName(set, date), u"KARVO Bus_7_ 2026-01-02.txt");
+}
+
+} // namespace
+} // namespace karvo
