@@ -1,5 +1,7 @@
 #include "workbench/decoder_info.h"
 
+#include "program/path_text.h"
+
 namespace karvo
 {
 
@@ -35,8 +37,8 @@ Text decoderInfoText(const ProgramState& state)
     const LanguageTables& texts = state.texts;
     return modelLine(set.profile.model) + end + texts.message(Message::processorLabel) + u" = " +
            Text(processorName(set.profile.processor)) + end + texts.message(Message::descriptionFileLabel) +
-           u" = " + set.descriptionPath.u16string() + end + texts.message(Message::expertFileLabel) + u" = " +
-           set.expertPath.u16string();
+           u" = " + pathText(set.descriptionPath) + end + texts.message(Message::expertFileLabel) + u" = " +
+           pathText(set.expertPath);
 }
 
 Text helpText(const LanguageTables& texts)

@@ -1,6 +1,7 @@
 #include "workbench/describe.h"
 
 #include "cvdata/description_choice.h"
+#include "program/path_text.h"
 
 namespace karvo
 {
@@ -10,19 +11,6 @@ namespace
 
 // A description without a value here says that the model has no such CV.
 constexpr int optionalCv = 153;
-
-Text pathText(const std::filesystem::path& path)
-{
-    return path.u16string();
-}
-
-void showCannotOpen(Workbench& bench, const std::filesystem::path& path)
-{
-    const LanguageTables& texts = bench.state.texts;
-    bench.prompts.message(texts.message(Message::cannotOpenFile) + u" " + pathText(path) + Text(lineBreak) +
-                              texts.message(Message::cannotOpenFileAdvice),
-                          PromptIcon::warning);
-}
 
 std::optional<ExpertFile> readExpertFile(Workbench& bench, const std::string& fileName)
 {
@@ -36,35 +24,57 @@ std::optional<Description> readDescription(Workbench& bench, const std::string& 
     return content ? parseDescription(*content) : std::nullopt;
 }
 
-// The texts of the companion, row by row; what it does not describe keeps the words it has.
-void takeTexts(CvTable& table, const CvTable& companion)
+void takeTexts(CvTable& table, const CvTable& other, int row)
+{
+    for (const Column column :
+         {Column::text, Column::explanation, Column::values, Column::advice, Column::bits})
+        table.at(row, column) = other.at(row, column);
+}
+
+// The texts of the companion; rows that it does not describe keep the words they have.
+void takeCompanionTexts(CvTable& table, const CvTable& companion)
 {
     for (int row = 1; row <= CvTable::lastRow; ++row) {
-        if (!companion.describes(row))
-            continue;
-        for (const Column column :
-             {Column::text, Column::explanation, Column::values, Column::advice, Column::bits})
-            table.at(row, column) = companion.at(row, column);
+        if (companion.describes(row))
+            takeTexts(table, companion, row);
     }
+}
+
+Text versionText(const LanguageTables& texts, const DecoderProfile& profile)
+{
+    return texts.caption(Caption::firmware) + u" = " + textFromNumber(profile.firmwareVersion);
 }
 
 Text firmwareText(const LanguageTables& texts, const DecoderProfile& profile)
 {
-    return texts.caption(Caption::firmware) + u" = " + textFromNumber(profile.firmwareVersion) + u"  " +
-           texts.caption(Caption::subLevel) + u" = " + textFromNumber(profile.subLevel);
+    return versionText(texts, profile) + u"  " + texts.caption(Caption::subLevel) + u" = " +
+           textFromNumber(profile.subLevel);
 }
 
 // What is loaded, and from which file it has its words.
 Text loadedDataText(const ProgramState& state)
 {
     const CvSet& set = state.set;
-    const Text what =
-        set.isOffline() ? state.texts.caption(Caption::offlineList) : firmwareText(state.texts, set.profile);
-    return typeText(set.profile, state.texts) + u"  " + what + u" | " +
-           pathText(set.descriptionPath.filename());
+    const Text type = typeText(set.profile, state.texts) + u"  ";
+    const bool hasOwnFile = set.isFromFile() && !set.listPath.empty();
+    const Text file = u" | " + pathText((hasOwnFile ? set.listPath : set.descriptionPath).filename());
+    if (set.isFromFile())
+        return type + versionText(state.texts, set.profile) + file;
+    return type +
+           (set.isOffline() ? state.texts.caption(Caption::offlineList)
+                            : firmwareText(state.texts, set.profile)) +
+           file;
 }
 
 } // namespace
+
+void showCannotOpen(Workbench& bench, const std::filesystem::path& path)
+{
+    const LanguageTables& texts = bench.state.texts;
+    bench.prompts.message(texts.message(Message::cannotOpenFile) + u" " + pathText(path) + Text(lineBreak) +
+                              texts.message(Message::cannotOpenFileAdvice),
+                          PromptIcon::warning);
+}
 
 Text typeText(const DecoderProfile& profile, const LanguageTables& texts)
 {
@@ -89,7 +99,7 @@ std::optional<Description> loadDescription(Workbench& bench, const std::string& 
     }
     const auto companionName = textCompanionName(fileName, bench.state.language);
     if (const auto companion = companionName.empty() ? std::nullopt : readDescription(bench, companionName))
-        takeTexts(description->table, companion->table);
+        takeCompanionTexts(description->table, companion->table);
     return description;
 }
 
@@ -114,6 +124,16 @@ void takeValues(CvTable& table, const CvImage& image)
         if (table.describes(cv) && !hasNone)
             table.setValue(cv, image[static_cast<std::size_t>(cv)]);
     }
+}
+
+void takeWords(Workbench& bench, const Description& description, const std::string& fileName)
+{
+    CvSet& set = bench.state.set;
+    for (int row = 1; row <= CvTable::lastRow; ++row) {
+        if (set.table.describes(row) && description.table.describes(row))
+            takeTexts(set.table, description.table, row);
+    }
+    set.descriptionPath = bench.state.programFolder / fileName;
 }
 
 void takeExpertFile(Workbench& bench, const std::string& fileName)

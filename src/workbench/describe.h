@@ -14,6 +14,10 @@ namespace karvo
 // or is none.
 std::optional<Description> loadDescription(Workbench& bench, const std::string& fileName);
 
+// Replaces the words of the set on the bench by those of a description; the values, and the lines they came
+// with, stay.
+void takeWords(Workbench& bench, const Description& description, const std::string& fileName);
+
 // What the decoder is called: message 299 for the KV04 until December 2008, else the name of the model.
 Text typeText(const DecoderProfile& profile, const LanguageTables& texts);
 
@@ -33,6 +37,9 @@ void takeExpertFile(Workbench& bench, const std::string& fileName);
 
 // Makes the list anew from the table and tells the view.
 void fillList(Workbench& bench);
+
+// Says that a file can not be opened.
+void showCannotOpen(Workbench& bench, const std::filesystem::path& path);
 
 // Once, naming the file and the first line, when something in the file was left out.
 void reportFaults(Workbench& bench, const std::string& fileName, const std::vector<DescriptionFault>& faults);

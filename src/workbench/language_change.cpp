@@ -4,6 +4,7 @@
 #include "cvdata/expert_choice.h"
 #include "language/language_loader.h"
 #include "workbench/describe.h"
+#include "workbench/list_files.h"
 
 namespace karvo
 {
@@ -20,6 +21,8 @@ std::string fileNameInUse(const ProgramState& state)
 
 std::string expertFileNameInUse(const ProgramState& state)
 {
+    if (state.set.isFromFile())
+        return listExpertFileName(state.set, state.language);
     const OfflineList* const offline = offlineListOf(state.set.offlineItem);
     return offline != nullptr ? offlineExpertFileName(*offline, state.language)
                               : expertFileName(state.set.profile, state.language);
@@ -60,8 +63,12 @@ void describeAnew(Workbench& bench)
     auto description = loadDescription(bench, fileName);
     if (!description)
         return;
-    keepValues(set.table, description->table);
-    takeDescription(bench, std::move(*description), fileName);
+    if (set.isFromFile()) {
+        takeWords(bench, *description, fileName);
+    } else {
+        keepValues(set.table, description->table);
+        takeDescription(bench, std::move(*description), fileName);
+    }
     takeExpertFile(bench, expertFileNameInUse(bench.state));
     fillList(bench);
 }

@@ -40,6 +40,9 @@ bool showDescription(Workbench& bench, const DecoderProfile& profile, std::strin
     set.modelCode = modelCode(profile.model);
     set.rawReply.clear();
     set.offlineItem = menuItem;
+    set.listPath.clear(); // it belongs to the set that was there before
+    set.fileProcessor.reset();
+    set.unsavedChanges = false;
     set.currentNumber = 0;
     openExpertFile(bench, files.expert);
     fillList(bench);

@@ -14,6 +14,12 @@
 namespace karvo
 {
 
+// Where unsaved changes are kept (workbench/recovery.h).
+struct RecoveryState {
+    std::filesystem::path file; // empty: they are not kept
+    bool troubleShown = false;  // that they could not be kept has been told in this run
+};
+
 struct ProgramState {
     std::filesystem::path programFolder; // where the text files lie
     LanguageCode language = LanguageCode::german;
@@ -22,6 +28,7 @@ struct ProgramState {
     CvImage image{};
     ReceiverValues receiver;
     CvSet set;
+    RecoveryState recovery;
     Text hexFolder;                            // start folder of the HEX file dialogs
     bool expert = false;                       // expert mode
     bool readStartedByButton = false;          // during a read that the button `Start` has begun

@@ -1,0 +1,193 @@
+#include "workbench/list_files.h"
+
+#include "cvdata/description_choice.h"
+#include "cvdata/expert_choice.h"
+#include "cvdata/list_header.h"
+#include "program/path_text.h"
+#include "workbench/describe.h"
+#include "workbench/list_notes.h"
+#include "workbench/recovery.h"
+
+#include <algorithm>
+
+namespace karvo
+{
+
+namespace
+{
+
+void warn(Workbench& bench, Message message, std::span<const Text> arguments)
+{
+    bench.prompts.message(filledIn(bench.state.texts.message(message), arguments), PromptIcon::warning);
+}
+
+void showRefusal(Workbench& bench, const ListRefusal& refusal, const std::filesystem::path& path)
+{
+    const Text arguments[] = {pathText(path), textFromNumber(refusal.line)};
+    warn(bench, refusal.kind == ListRefusal::Kind::noRow ? Message::notAListFile : Message::listFileTooLong,
+         arguments);
+}
+
+std::optional<ListFile> parsedList(Workbench& bench, std::span<const std::uint8_t> content,
+                                   const std::filesystem::path& path)
+{
+    auto parsed = parseListFile(content);
+    if (auto* const list = std::get_if<ListFile>(&parsed))
+        return std::move(*list);
+    showRefusal(bench, std::get<ListRefusal>(parsed), path);
+    return std::nullopt;
+}
+
+DecoderProfile profileOf(const ListModel& model, const ListFile& list)
+{
+    constexpr int receiverLevelCv = 72;
+    DecoderProfile profile = model.profile;
+    profile.processor = list.processor.value_or(profile.processor);
+    // A version below 4 stands in the header alone.
+    if (!versionInHeader(list.header()))
+        profile.firmwareVersion = list.firmwareVersion.value_or(0);
+    if (profile.typeCode >= firstReceiverTypeCode)
+        profile.firmwareLevel = list.table.value(receiverLevelCv).value_or(profile.firmwareLevel);
+    return profile;
+}
+
+void takeList(Workbench& bench, ListFile list, const DecoderProfile& profile,
+              const std::filesystem::path& path)
+{
+    CvSet set;
+    set.fileProcessor = list.processor;
+    set.table = std::move(list.table);
+    set.descriptionLines = std::move(list.lines);
+    set.rowCount = list.rowCount;
+    set.profile = profile;
+    set.modelCode = modelCode(profile.model);
+    set.offlineItem = openedListItem;
+    set.listPath = path;
+    const auto language = bench.state.language;
+    set.descriptionPath = bench.state.programFolder / descriptionFileName(profile, language);
+    bench.state.set = std::move(set);
+    takeExpertFile(bench, listExpertFileName(bench.state.set, language));
+    fillList(bench);
+}
+
+// A name of its own, so that no backup takes the place of another.
+std::filesystem::path backupPath(Files& files, const Clock& clock, const std::filesystem::path& folder,
+                                 const CvSet& set)
+{
+    const DateTime now = clock.now();
+    const Text stem =
+        u"KARVO " + Text(modelName(set.profile.model)) + u" " + dateText(now) + u" " + timeText(now);
+    for (int number = 1;; ++number) {
+        const Text suffix = number == 1 ? Text() : u" (" + textFromNumber(number) + u")";
+        const auto path = folder / utf8FromText(stem + suffix).append(listFileExtension);
+        if (!files.exists(path))
+            return path;
+    }
+}
+
+} // namespace
+
+FileRequest listFileRequest(Workbench& bench, const UserFolders& folders)
+{
+    // Where it can not be made the dialog starts elsewhere, and saving says what is wrong.
+    bench.files.makeFolder(folders.cvLists.own);
+    const auto& current = bench.state.set.listPath;
+    return {folders.cvLists.own, u"*.kvr", u"kvr", pathText(current.filename())};
+}
+
+bool confirmLosingChanges(Workbench& bench)
+{
+    return !bench.state.set.unsavedChanges ||
+           bench.prompts.question(bench.state.texts.message(Message::unsavedChangesQuestion));
+}
+
+std::optional<ListFile> readListFile(Workbench& bench, const std::filesystem::path& path)
+{
+    const auto content = bench.files.readWhole(path, textFileLimit);
+    if (content)
+        return parsedList(bench, *content, path);
+    showCannotOpen(bench, path);
+    return std::nullopt;
+}
+
+bool openList(Workbench& bench, const std::filesystem::path& path)
+{
+    const auto content = bench.files.readWhole(path, textFileLimit);
+    if (content)
+        return takeListContent(bench, *content, path);
+    showCannotOpen(bench, path);
+    return false;
+}
+
+bool takeListContent(Workbench& bench, std::span<const std::uint8_t> content,
+                     const std::filesystem::path& path)
+{
+    if (bench.state.lineBusy)
+        return false;
+    auto list = parsedList(bench, content, path);
+    if (!list)
+        return false;
+    const auto model = modelOfHeader(list->header());
+    if (!model) {
+        const Text arguments[] = {pathText(path)};
+        warn(bench, Message::listWithoutModel, arguments);
+        return false;
+    }
+    const Text notes = listNotes(*list, path, bench.state.texts);
+    const DecoderProfile profile = profileOf(*model, *list);
+    takeList(bench, std::move(*list), profile, path);
+    if (!notes.empty())
+        bench.prompts.message(notes, PromptIcon::warning);
+    return true;
+}
+
+bool saveListAs(Workbench& bench, const std::filesystem::path& path)
+{
+    CvSet& set = bench.state.set;
+    if (set.isEmpty()) {
+        bench.prompts.message(bench.state.texts.message(Message::nothingToSave), PromptIcon::information);
+        return false;
+    }
+    auto named = path;
+    if (!named.has_extension())
+        named += std::string(listFileExtension);
+    if (const auto reason = bench.files.saveAtomically(named, save_data(set))) {
+        const Text arguments[] = {pathText(named), *reason};
+        warn(bench, Message::cannotSaveFile, arguments);
+        return false;
+    }
+    set.listPath = named;
+    set.unsavedChanges = false;
+    keepRecovery(bench);
+    fillList(bench);
+    return true;
+}
+
+bool saveList(Workbench& bench, const UserFolders& folders, const ChooseFile& choose)
+{
+    if (!bench.state.set.listPath.empty())
+        return saveListAs(bench, std::filesystem::path(bench.state.set.listPath));
+    const auto path = choose(listFileRequest(bench, folders));
+    return path && saveListAs(bench, *path);
+}
+
+std::optional<Text> keepBackup(Files& files, const Clock& clock, const UserFolders& folders, const CvSet& set)
+{
+    const auto& folder = folders.cvLists.own;
+    if (const auto reason = files.makeFolder(folder))
+        return reason;
+    return files.saveAtomically(backupPath(files, clock, folder, set), listFileContent(set));
+}
+
+std::string listExpertFileName(const CvSet& set, LanguageCode language)
+{
+    const auto model = modelOfHeader(set.descriptionLines[1]);
+    const auto lists = offlineLists();
+    const auto preset = std::find_if(lists.begin(), lists.end(), [&](const OfflineList& list) {
+        return model && model->isPreset && !list.variantStem.empty() && list.model == set.profile.model;
+    });
+    return preset == lists.end() ? expertFileName(set.profile, language)
+                                 : offlineExpertFileName(*preset, language);
+}
+
+} // namespace karvo

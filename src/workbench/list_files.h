@@ -1,0 +1,62 @@
+// CV list files on the bench: open, save, and the backup before the first write.
+#pragma once
+
+#include "cvdata/list_file.h"
+#include "program/clock.h"
+#include "workbench/user_folders.h"
+#include "workbench/workbench.h"
+
+#include <functional>
+#include <optional>
+#include <span>
+
+namespace karvo
+{
+
+// What a file dialog starts with.
+struct FileRequest {
+    std::filesystem::path folder;
+    Text filter;    // "*.kvr"
+    Text extension; // added to a name without one: "kvr"
+    Text name;      // proposed; empty for none
+};
+
+// Shows the file dialog; nothing when it was cancelled.
+using ChooseFile = std::function<std::optional<std::filesystem::path>(const FileRequest&)>;
+
+inline constexpr std::string_view listFileExtension = ".kvr";
+
+// The dialogs for opening and saving start in the folder of CV lists, which is made when it is missing.
+FileRequest listFileRequest(Workbench& bench, const UserFolders& folders);
+
+// When changes of the set on the bench would be lost, asks whether to go on. True to go on.
+bool confirmLosingChanges(Workbench& bench);
+
+// A list file as it is read; nothing after a message that names the file, the line and what was expected.
+std::optional<ListFile> readListFile(Workbench& bench, const std::filesystem::path& path);
+
+// Makes a list file the set on the bench. False, after a message, when it can not be read, is no list file or
+// names no model; the set in memory is then as it was. What was not understood in it is told. False while the
+// line is busy.
+bool openList(Workbench& bench, const std::filesystem::path& path);
+
+// Makes the content of a list file the set on the bench, under a file name that may be empty. As openList().
+bool takeListContent(Workbench& bench, std::span<const std::uint8_t> content,
+                     const std::filesystem::path& path);
+
+// Saves the set on the bench under a name, with the extension added where it has none. The name becomes the
+// current one. False, after a message, when that fails; what the file held before is whole then.
+bool saveListAs(Workbench& bench, const std::filesystem::path& path);
+
+// Saves under the current name; asks for one where there is none. False when nothing was saved.
+bool saveList(Workbench& bench, const UserFolders& folders, const ChooseFile& choose);
+
+// Saves a set under a dated name of its own into the folder of CV lists. Nothing on success, else the
+// system's words.
+std::optional<Text> keepBackup(Files& files, const Clock& clock, const UserFolders& folders,
+                               const CvSet& set);
+
+// The expert file that belongs to an opened list.
+std::string listExpertFileName(const CvSet& set, LanguageCode language);
+
+} // namespace karvo

@@ -1,0 +1,49 @@
+#include "workbench/list_notes.h"
+
+#include "program/path_text.h"
+
+namespace karvo
+{
+
+namespace
+{
+
+using Kind = ListFault::Kind;
+
+constexpr std::pair<Kind, Message> notes[] = {
+    {Kind::noRow, Message::linesWithoutCv},      {Kind::numberOutOfRange, Message::linesBeyondTable},
+    {Kind::repeatedRow, Message::linesRepeated}, {Kind::wrongValue, Message::linesWithWrongValue},
+    {Kind::noEnd, Message::listEndMissing},      {Kind::unknownProcessor, Message::unknownProcessor},
+};
+
+// "12, 13, 20, ..."; a box has room for so many.
+Text linesOf(const std::vector<ListFault>& faults, Kind kind)
+{
+    constexpr std::size_t most = 12;
+    Text lines;
+    std::size_t count = 0;
+    for (const ListFault& fault : faults) {
+        if (fault.kind != kind || ++count > most)
+            continue;
+        lines += (lines.empty() ? Text() : Text(u", ")) + textFromNumber(fault.line);
+    }
+    return count > most ? lines + u", ..." : lines;
+}
+
+} // namespace
+
+Text listNotes(const ListFile& list, const std::filesystem::path& path, const LanguageTables& texts)
+{
+    if (list.faults.empty())
+        return {};
+    const Text file[] = {pathText(path)};
+    Text text = filledIn(texts.message(Message::listOpenedInPart), file);
+    for (const auto& [kind, message] : notes) {
+        const Text arguments[] = {linesOf(list.faults, kind), list.unknownProcessor};
+        if (!arguments[0].empty())
+            text += Text(lineBreak) + filledIn(texts.message(message), arguments);
+    }
+    return text;
+}
+
+} // namespace karvo

@@ -1,0 +1,53 @@
+#include "workbench/user_folders.h"
+
+#include "program/path_text.h"
+
+namespace karvo
+{
+
+namespace
+{
+
+struct Place {
+    std::filesystem::path path;
+    bool exists;
+};
+
+Place folderIn(Files& files, const std::filesystem::path& parent, const std::string& name)
+{
+    const Text wanted = lowerCase(textFromUtf8(name));
+    for (const FolderEntry& entry : files.list(parent)) {
+        if (entry.isFolder && lowerCase(pathText(entry.name)) == wanted)
+            return {parent / entry.name, true};
+    }
+    return {parent / name, false};
+}
+
+UserFolder findUserFolder(Files& files, const std::filesystem::path& programFolder,
+                          const std::filesystem::path& documentsFolder, const std::string& name)
+{
+    const Place beside = folderIn(files, programFolder, name);
+    if (files.canWriteInto(beside.exists ? beside.path : programFolder))
+        return {beside.path, {}};
+    return {folderIn(files, documentsFolder, name).path,
+            beside.exists ? beside.path : std::filesystem::path()};
+}
+
+} // namespace
+
+std::filesystem::path UserFolder::find(Files& files, const std::filesystem::path& name) const
+{
+    const bool onlyShipped = !shipped.empty() && !files.exists(own / name) && files.exists(shipped / name);
+    return (onlyShipped ? shipped : own) / name;
+}
+
+UserFolders findUserFolders(Files& files, const std::filesystem::path& programFolder,
+                            const std::filesystem::path& documentsFolder)
+{
+    const auto folder = [&](const char* name) {
+        return findUserFolder(files, programFolder, documentsFolder, name);
+    };
+    return {folder("CV_listen"), folder("FS_listen"), folder("ABS_listen")};
+}
+
+} // namespace karvo

@@ -1,0 +1,255 @@
+#include "support/test_bench.h"
+#include "workbench/full_read.h"
+#include "workbench/language_change.h"
+#include "workbench/list_files.h"
+#include "workbench/offline_list.h"
+
+#include <gtest/gtest.h>
+
+namespace karvo
+{
+namespace
+{
+
+using test::blockOf;
+using test::bytesOf;
+using test::smallDescription;
+
+const std::string kv07List = "Standard KV07 F5*5\r\n1;42;Adresse;0;255;3;\r\n2;5;$;0;255;5;\r\n"
+                             "Ende CV\r\nATmega328\r\nFirmware_Version: 5\r\nEnde FS\r\n";
+
+class ListFilesTest : public testing::Test, protected test::TestBench
+{
+protected:
+    ListFilesTest()
+    {
+        for (int number = 710; number <= 724; ++number)
+            test::setText(state.texts, number, textFromNumber(number) + u" {1} {2}");
+        addFile("CV_Standart_kv07.txt", smallDescription("Standard KV07", "Wort "));
+        addFile("CV_Standart_kv07en.txt", smallDescription("Standard KV07", "word "));
+        files.content["lists/bus.kvr"] = bytesOf(kv07List);
+    }
+
+    void put(const std::string& content) { files.content["lists/bus.kvr"] = bytesOf(content); }
+    std::string saved(const std::string& name)
+    {
+        return std::string(files.content[name].begin(), files.content[name].end());
+    }
+
+    UserFolders folders{{"lists", {}}, {"fs", {}}, {"abs", {}}};
+};
+
+TEST_F(ListFilesTest, AnOpenedListIsTheSetOnTheBench)
+{
+    state.set.currentNumber = 29;
+    state.set.rawReply = Bytes(513, 5);
+    ASSERT_TRUE(openList(bench, "lists/bus.kvr"));
+    const CvSet& set = state.set;
+    EXPECT_EQ(set.list[0].text, u"CV1  = 42");
+    EXPECT_EQ(set.list.size(), 2u);
+    EXPECT_EQ(set.profile.model, Model::kv07);
+    EXPECT_EQ(set.profile.generation, Generation::f5);
+    EXPECT_EQ(set.profile.firmwareVersion, 5);
+    EXPECT_EQ(set.fileProcessor, Processor::atmega328);
+    EXPECT_EQ(set.modelCode, u"07");
+    EXPECT_EQ(set.currentNumber, 0);
+    EXPECT_TRUE(set.rawReply.empty());
+    EXPECT_TRUE(set.isFromFile() && set.isOffline());
+    EXPECT_EQ(set.listPath, "lists/bus.kvr");
+    EXPECT_EQ(set.descriptionPath, "program/CV_Standart_kv07_F5.txt");
+    EXPECT_EQ(set.expertPath, "program/CV_exp_kv07_F5.txt");
+    EXPECT_EQ(set.loadedData, u"KV07  Firmware = 5 | bus.kvr");
+    EXPECT_FALSE(set.unsavedChanges);
+    EXPECT_EQ(journal, (test::Journal{"list changed"}));
+}
+
+TEST_F(ListFilesTest, TheVersionStandsInTheHeaderWhereTheTrailerHasNone)
+{
+    struct Case {
+        const char* header;
+        const char* trailer;
+        int firmware;
+    };
+    const Case cases[] = {
+        {"Standard KV07*3", " \r\nFirmware_Version: 0\r\n \r\n", 3},
+        {"Standard KV07", "Firmware_Version: 9\r\n", 9},
+        {"Standard KV07", "", 0},
+        {"Standard KV07*5", "Firmware_Version: 9\r\n", 5},
+    };
+    for (const Case& expected : cases) {
+        put(std::string(expected.header) + "\r\n1;3;a;\r\nEnde CV\r\nATmega328\r\n" + expected.trailer +
+            "Ende FS\r\n");
+        ASSERT_TRUE(openList(bench, "lists/bus.kvr"));
+        EXPECT_EQ(state.set.profile.firmwareVersion, expected.firmware) << expected.header;
+    }
+    put("Standard KV05-XT*4\r\n1;3;a;\r\n72;2;b;\r\n99;7;c;\r\nEnde CV\r\nATmega328\r\n80\r\nEnde FS\r\n");
+    ASSERT_TRUE(openList(bench, "lists/bus.kvr"));
+    EXPECT_EQ(state.set.profile.model, Model::xtModule);
+    EXPECT_EQ(state.set.profile.firmwareLevel, 2);
+    EXPECT_EQ(state.set.list[2].text, u"CV99 = 0");
+}
+
+TEST_F(ListFilesTest, PresetsOfTheKv04HaveTheOlderExpertFile)
+{
+    put("Standard KV04 172 Bus V2*3\r\n1;3;a;\r\nEnde CV\r\nATmega168\r\nEnde FS\r\n");
+    ASSERT_TRUE(openList(bench, "lists/bus.kvr"));
+    EXPECT_EQ(state.set.expertPath, "program/CV_exp.txt");
+    put("Standard KV08 Bus V2*3\r\n1;3;a;\r\nEnde CV\r\nATmega328\r\nEnde FS\r\n");
+    ASSERT_TRUE(openList(bench, "lists/bus.kvr"));
+    EXPECT_EQ(state.set.expertPath, "program/CV_exp_kv08.txt");
+}
+
+TEST_F(ListFilesTest, ARefusalNamesFileAndLineAndLeavesTheSet)
+{
+    ASSERT_TRUE(openList(bench, "lists/bus.kvr"));
+    state.set.unsavedChanges = true;
+    const std::pair<std::string, std::string> cases[] = {
+        {"", "710 lists/other.kvr 2"},
+        {"Standard KV07*5\r\nEnde CV\r\n", "710 lists/other.kvr 2"},
+        {"CV-Nummer;CV-Wert;CV-Text\r\n1;3;x;\r\n", "712 lists/other.kvr {2}"},
+        {"Standard KV07\r\n1;3;x;\r\n" + std::string(600, '\n'), "711 lists/other.kvr 551"},
+    };
+    for (const auto& [content, message] : cases) {
+        journal.clear();
+        files.content["lists/other.kvr"] = bytesOf(content);
+        EXPECT_FALSE(openList(bench, "lists/other.kvr"));
+        EXPECT_EQ(journal, (test::Journal{"message " + message}));
+    }
+    journal.clear();
+    EXPECT_FALSE(openList(bench, "lists/none.kvr"));
+    EXPECT_EQ(journal, (test::Journal{"message cannot open lists/none.kvr\r\ninstall again"}));
+    state.lineBusy = true;
+    EXPECT_FALSE(openList(bench, "lists/bus.kvr"));
+    EXPECT_EQ(state.set.list[0].text, u"CV1  = 42");
+    EXPECT_EQ(state.set.listPath, "lists/bus.kvr");
+    EXPECT_TRUE(state.set.unsavedChanges);
+}
+
+TEST_F(ListFilesTest, WhatIsNotSoundIsToldLineByLine)
+{
+    std::string content = "Standard KV07*5\r\n1;3;a;\r\n300;1;x;\r\n2;abc;x;\r\n2;4;x;\r\n";
+    for (int number = 6; number <= 20; ++number)
+        content += "Notiz\r\n";
+    put(content);
+    ASSERT_TRUE(openList(bench, "lists/bus.kvr"));
+    EXPECT_EQ(journal.back(), "message 713 lists/bus.kvr {2}\r\n"
+                              "714 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, ... \r\n"
+                              "715 3 \r\n716 5 \r\n717 4 \r\n718 20 ");
+    put("Standard KV07*5\r\n1;3;a;\r\nEnde CV\r\nATmega644\r\nEnde FS\r\n");
+    ASSERT_TRUE(openList(bench, "lists/bus.kvr"));
+    EXPECT_EQ(journal.back(), "message 713 lists/bus.kvr {2}\r\n719 4 ATmega644");
+    EXPECT_EQ(state.set.fileProcessor, std::nullopt);
+    EXPECT_EQ(state.set.profile.processor, Processor::atmega328);
+}
+
+TEST_F(ListFilesTest, AnotherLanguageChangesTheWordsAndKeepsTheFilesLines)
+{
+    put("Standard KV07*5\r\n1;42;Adresse;0;255;3;\r\nNotiz\r\nEnde CV\r\nfremd\r\nEnde FS\r\n");
+    ASSERT_TRUE(openList(bench, "lists/bus.kvr"));
+    state.language = LanguageCode::english;
+    describeAnew(bench);
+    EXPECT_EQ(state.set.table.at(1, Column::text), u"word 1");
+    EXPECT_EQ(state.set.list.size(), 1u);
+    EXPECT_EQ(state.set.list[0].text, u"CV1  = 42");
+    EXPECT_EQ(state.set.descriptionPath, "program/CV_Standart_kv07en.txt");
+    ASSERT_TRUE(saveListAs(bench, "lists/bus.kvr"));
+    EXPECT_EQ(saved("lists/bus.kvr"),
+              "Standard KV07*5\r\n1;42;word 1;0;255;3;\r\nNotiz\r\nEnde CV\r\nfremd\r\nEnde FS\r\n");
+}
+
+TEST_F(ListFilesTest, SavesUnderTheCurrentNameOrAsksForOne)
+{
+    EXPECT_FALSE(saveListAs(bench, "lists/new.kvr"));
+    EXPECT_EQ(journal, (test::Journal{"message 721 {1} {2}"}));
+    ASSERT_TRUE(openList(bench, "lists/bus.kvr"));
+    state.set.table.setValue(1, 43);
+    state.set.unsavedChanges = true;
+    const auto unexpected = [](const FileRequest&) -> std::optional<std::filesystem::path> {
+        ADD_FAILURE() << "a name was asked for";
+        return std::nullopt;
+    };
+    ASSERT_TRUE(saveList(bench, folders, unexpected));
+    EXPECT_NE(saved("lists/bus.kvr").find("\r\n1;43;Adresse;0;255;3;\r\n2;5;$;"), std::string::npos);
+    EXPECT_FALSE(state.set.unsavedChanges);
+    EXPECT_EQ(state.set.list[0].text, u"CV1  = 43");
+
+    ASSERT_TRUE(showOfflineList(bench, "mnu_kv07"));
+    EXPECT_TRUE(state.set.listPath.empty()); // the file of another vehicle
+    FileRequest asked;
+    const auto choose = [&](const FileRequest& request) -> std::optional<std::filesystem::path> {
+        asked = request;
+        return "lists/my bus";
+    };
+    ASSERT_TRUE(saveList(bench, folders, choose));
+    EXPECT_EQ(asked.folder, "lists");
+    EXPECT_EQ(asked.filter, u"*.kvr");
+    EXPECT_EQ(asked.extension, u"kvr");
+    EXPECT_TRUE(files.folders.count("lists"));
+    EXPECT_EQ(state.set.listPath, "lists/my bus.kvr");
+    EXPECT_TRUE(saved("lists/my bus.kvr").starts_with("Standard KV07*0\r\n1;1;Wort 1;0;255;1;"));
+    EXPECT_EQ(listFileRequest(bench, folders).name, u"my bus.kvr");
+    ASSERT_TRUE(showOfflineList(bench, "mnu_kv07"));
+    EXPECT_FALSE(saveList(bench, folders, [](const FileRequest&) { return std::nullopt; }));
+}
+
+TEST_F(ListFilesTest, AReadVehicleIsNotSavedOverAnothersFile)
+{
+    ASSERT_TRUE(openList(bench, "lists/bus.kvr"));
+    addFile("CV_Standart172.txt", smallDescription("Standard KV04 172", "Wort "));
+    line.replyWith({'1', '4'});
+    line.replyWith(blockOf(512));
+    ASSERT_EQ(readIntoList(bench, ReadStarter::other), ReadEnd::read);
+    EXPECT_TRUE(state.set.listPath.empty());
+    ASSERT_TRUE(saveListAs(bench, "lists/read.kvr"));
+    EXPECT_NE(saved("lists/read.kvr").find("\r\n176;"), std::string::npos);
+    EXPECT_TRUE(
+        saved("lists/read.kvr")
+            .ends_with(
+                "\r\nEnde CV\r\nATmega168\r\nFirmware_Version: 49\r\nAnfang FS\r\nFS1 = 3\r\nEnde FS\r\n"));
+    const auto once = saved("lists/read.kvr");
+    ASSERT_TRUE(openList(bench, "lists/read.kvr"));
+    ASSERT_TRUE(saveListAs(bench, "lists/again.kvr"));
+    EXPECT_EQ(saved("lists/again.kvr"), once);
+}
+
+TEST_F(ListFilesTest, AFailedSaveIsToldAndKeepsFileNameAndChanges)
+{
+    ASSERT_TRUE(openList(bench, "lists/bus.kvr"));
+    state.set.unsavedChanges = true;
+    files.saveFailure = u"disk full";
+    EXPECT_FALSE(saveListAs(bench, "lists/new.kvr"));
+    EXPECT_EQ(journal.back(), "message 720 lists/new.kvr disk full");
+    EXPECT_EQ(state.set.listPath, "lists/bus.kvr");
+    EXPECT_TRUE(state.set.unsavedChanges);
+    EXPECT_EQ(saved("lists/bus.kvr"), kv07List);
+}
+
+TEST_F(ListFilesTest, AsksBeforeChangesAreLost)
+{
+    EXPECT_TRUE(confirmLosingChanges(bench));
+    state.set.unsavedChanges = true;
+    prompts.answer(false);
+    EXPECT_FALSE(confirmLosingChanges(bench));
+    EXPECT_EQ(journal.back(), "question 722 {1} {2}");
+    prompts.answer(true);
+    EXPECT_TRUE(confirmLosingChanges(bench));
+}
+
+TEST_F(ListFilesTest, BackupsHaveADatedNameOfTheirOwn)
+{
+    ASSERT_TRUE(openList(bench, "lists/bus.kvr"));
+    const test::FixedClock clock;
+    EXPECT_EQ(keepBackup(files, clock, folders, state.set), std::nullopt);
+    EXPECT_EQ(keepBackup(files, clock, folders, state.set), std::nullopt);
+    EXPECT_EQ(saved("lists/KARVO KV07 2026-11-22 09-05-07.kvr"), kv07List);
+    EXPECT_EQ(saved("lists/KARVO KV07 2026-11-22 09-05-07 (2).kvr"), kv07List);
+    EXPECT_EQ(state.set.listPath, "lists/bus.kvr");
+    files.saveFailure = u"disk full";
+    EXPECT_EQ(keepBackup(files, clock, folders, state.set), u"disk full");
+    files.saveFailure.reset();
+    files.readOnly.insert("");
+    EXPECT_EQ(keepBackup(files, clock, {{"none", {}}, {}, {}}, state.set), u"read-only");
+}
+
+} // namespace
+} // namespace karvo

@@ -1,0 +1,138 @@
+#include "support/test_bench.h"
+#include "workbench/list_files.h"
+#include "workbench/offline_list.h"
+#include "workbench/recovery.h"
+
+#include <gtest/gtest.h>
+
+namespace karvo
+{
+namespace
+{
+
+using test::bytesOf;
+
+const std::string list = "Standard KV07*5\r\n1;42;Adresse;0;255;3;\r\nEnde CV\r\nATmega328\r\nEnde FS\r\n";
+
+class RecoveryTest : public testing::Test, protected test::TestBench
+{
+protected:
+    RecoveryTest()
+    {
+        test::setText(state.texts, 710, u"no list");
+        test::setText(state.texts, 723, u"restore {1}?");
+        test::setText(state.texts, 724, u"{1}: {2}");
+        addFile("CV_Standart_kv07.txt", test::smallDescription("Standard KV07", "Wort "));
+        files.content["lists/bus.kvr"] = bytesOf(list);
+        state.recovery.file = "config/recovery";
+    }
+
+    void change(int value)
+    {
+        state.set.table.setValue(1, value);
+        state.set.unsavedChanges = true;
+        keepRecovery(bench);
+    }
+
+    bool isKept() const { return files.content.count("config/recovery") != 0; }
+    void startAnew() { state.set = CvSet(); }
+};
+
+TEST_F(RecoveryTest, ChangesAreOfferedAtTheNextStart)
+{
+    ASSERT_TRUE(openList(bench, "lists/bus.kvr"));
+    change(43);
+    change(44);
+    startAnew();
+    journal.clear();
+    prompts.answer(true);
+    ASSERT_TRUE(offerRecovery(bench));
+    EXPECT_EQ(journal.front(), "question restore lists/bus.kvr?");
+    EXPECT_EQ(state.set.table.value(1), 44);
+    EXPECT_EQ(state.set.listPath, "lists/bus.kvr");
+    EXPECT_TRUE(state.set.unsavedChanges);
+    EXPECT_EQ(files.content["lists/bus.kvr"], bytesOf(list));
+    EXPECT_TRUE(isKept()); // until they are saved
+    ASSERT_TRUE(saveListAs(bench, "lists/bus.kvr"));
+    EXPECT_FALSE(isKept());
+}
+
+TEST_F(RecoveryTest, AListWithoutAFileIsRecoveredToo)
+{
+    ASSERT_TRUE(showOfflineList(bench, "mnu_kv07"));
+    change(7);
+    startAnew();
+    prompts.answer(true);
+    ASSERT_TRUE(offerRecovery(bench));
+    EXPECT_EQ(state.set.table.value(1), 7);
+    EXPECT_TRUE(state.set.listPath.empty());
+    EXPECT_EQ(state.set.loadedData, u"KV07  Firmware = 0 | CV_Standart_kv07.txt");
+}
+
+TEST_F(RecoveryTest, NothingIsOfferedAfterACleanEnd)
+{
+    EXPECT_FALSE(offerRecovery(bench));
+    ASSERT_TRUE(openList(bench, "lists/bus.kvr"));
+    change(43);
+    dropRecovery(bench);
+    EXPECT_FALSE(isKept());
+    change(44);
+    state.set.unsavedChanges = false; // taken back, read anew or saved
+    keepRecovery(bench);
+    EXPECT_FALSE(isKept());
+    EXPECT_FALSE(offerRecovery(bench));
+}
+
+TEST_F(RecoveryTest, WhatIsDeclinedIsPutAside)
+{
+    ASSERT_TRUE(openList(bench, "lists/bus.kvr"));
+    change(43);
+    startAnew();
+    prompts.answer(false);
+    EXPECT_FALSE(offerRecovery(bench));
+    EXPECT_TRUE(state.set.isEmpty());
+    EXPECT_FALSE(isKept());
+    ASSERT_TRUE(openList(bench, "config/recovery.old"));
+    EXPECT_EQ(state.set.table.value(1), 43);
+}
+
+TEST_F(RecoveryTest, ADamagedFileIsPutAsideAndNotAskedAboutAgain)
+{
+    for (const std::string content : {"", "nonsense", "Karvo recovery;lists/bus.kvr"}) {
+        files.content["config/recovery"] = bytesOf(content);
+        EXPECT_FALSE(offerRecovery(bench)) << content;
+        EXPECT_FALSE(isKept());
+    }
+    files.content["config/recovery"] = bytesOf("Karvo recovery;lists/bus.kvr\r\nbinary");
+    prompts.answer(true);
+    EXPECT_FALSE(offerRecovery(bench));
+    EXPECT_EQ(journal.back(), "message no list");
+    EXPECT_EQ(files.content["config/recovery.old"], bytesOf("binary"));
+}
+
+TEST_F(RecoveryTest, AFileThatCanNotBeWrittenIsToldOnce)
+{
+    ASSERT_TRUE(openList(bench, "lists/bus.kvr"));
+    journal.clear();
+    files.saveFailure = u"disk full";
+    change(43);
+    change(44);
+    EXPECT_EQ(journal, (test::Journal{"message config/recovery: disk full"}));
+    // What can not be put aside stays to be offered again.
+    files.content["config/recovery"] = bytesOf("Karvo recovery;\r\n" + list);
+    prompts.answer(false);
+    EXPECT_FALSE(offerRecovery(bench));
+    EXPECT_TRUE(isKept());
+}
+
+TEST_F(RecoveryTest, WithoutAPlaceNothingIsKept)
+{
+    state.recovery.file.clear();
+    ASSERT_TRUE(openList(bench, "lists/bus.kvr"));
+    change(43);
+    EXPECT_EQ(files.saves, 0);
+    EXPECT_FALSE(offerRecovery(bench));
+}
+
+} // namespace
+} // namespace karvo

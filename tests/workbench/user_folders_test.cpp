@@ -1,0 +1,68 @@
+#include "support/memory_files.h"
+#include "workbench/user_folders.h"
+
+#include <gtest/gtest.h>
+
+namespace karvo
+{
+namespace
+{
+
+class UserFoldersTest : public testing::Test
+{
+protected:
+    UserFoldersTest() { files.folders = {"program", "documents"}; }
+
+    UserFolders found() { return findUserFolders(files, "program", "documents"); }
+
+    test::MemoryFiles files;
+};
+
+TEST_F(UserFoldersTest, LieBesideTheProgram)
+{
+    EXPECT_EQ(found().cvLists.own, "program/CV_listen");
+    EXPECT_EQ(found().speedSteps.own, "program/FS_listen");
+    EXPECT_EQ(found().distances.own, "program/ABS_listen");
+    EXPECT_TRUE(found().cvLists.shipped.empty());
+}
+
+TEST_F(UserFoldersTest, AreFoundWhateverTheirCase)
+{
+    files.folders.insert({"program/FS_Listen", "program/cv_LISTEN"});
+    files.content["program/ABS_LISTEN"] = {}; // a file of that name is no folder
+    EXPECT_EQ(found().cvLists.own, "program/cv_LISTEN");
+    EXPECT_EQ(found().speedSteps.own, "program/FS_Listen");
+    EXPECT_EQ(found().distances.own, "program/ABS_listen");
+}
+
+TEST_F(UserFoldersTest, AreMadeInTheDocumentsWhereTheProgramIsReadOnly)
+{
+    files.folders.insert({"program/FS_listen", "documents/fs_listen"});
+    files.readOnly = {"program", "program/FS_listen"};
+    EXPECT_EQ(found().cvLists.own, "documents/CV_listen");
+    EXPECT_TRUE(found().cvLists.shipped.empty());
+    EXPECT_EQ(found().speedSteps.own, "documents/fs_listen");
+    EXPECT_EQ(found().speedSteps.shipped, "program/FS_listen");
+}
+
+TEST_F(UserFoldersTest, AWritableFolderInAReadOnlyOneIsUsed)
+{
+    files.folders.insert("program/CV_listen");
+    files.readOnly = {"program"};
+    EXPECT_EQ(found().cvLists.own, "program/CV_listen");
+}
+
+TEST_F(UserFoldersTest, TheUsersFilesComeBeforeTheShippedOnes)
+{
+    files.folders.insert("program/FS_listen");
+    files.readOnly = {"program", "program/FS_listen"};
+    const UserFolder folder = found().speedSteps;
+    EXPECT_EQ(folder.find(files, "a.fcr"), "documents/FS_listen/a.fcr");
+    files.content["program/FS_listen/a.fcr"] = {};
+    EXPECT_EQ(folder.find(files, "a.fcr"), "program/FS_listen/a.fcr");
+    files.content["documents/FS_listen/a.fcr"] = {};
+    EXPECT_EQ(folder.find(files, "a.fcr"), "documents/FS_listen/a.fcr");
+}
+
+} // namespace
+} // namespace karvo
