@@ -1,7 +1,12 @@
 #include "cli/cli_arguments.h"
 
 #include <QCommandLineParser>
-#include <QHash>
+#include <QFileInfo>
+#include <QRegularExpression>
+
+#include <algorithm>
+#include <initializer_list>
+#include <iterator>
 
 namespace karvo
 {
@@ -11,22 +16,47 @@ namespace
 
 const char* const exitCodes =
     "Exit codes: 0 done, 1 a file could not be read, 2 wrong arguments, 3 the port could not be "
-    "opened, 4 no reply, 5 unknown decoder, 6 the data arrived damaged.";
+    "opened, 4 no reply, 5 unknown decoder, 6 the data arrived damaged. compare: 0 equal, 1 different, 2 "
+    "trouble.";
 
 const char* const commandHelp =
     "ports      the ports that are there\n"
     "identify   which decoder stands on the programming interface\n"
     "read       read all CVs and print the list\n"
-    "list MODEL print a model's list without a decoder; without MODEL the models' names";
+    "list MODEL print a model's list without a decoder; without MODEL the models' names\n"
+    "export     save a CV list file as CSV or as a text report: export BUS.kvr BUS.csv\n"
+    "compare    what differs between two CV list files: compare A.kvr B.kvr\n"
+    "set        change CVs in CV list files: set A.kvr B.kvr CV3=12 CV4=8";
 
-std::optional<CliCommand> commandOf(const QString& word)
+struct CommandForm {
+    CliCommand command;
+    const char* word;
+    qsizetype leastOperands;
+    qsizetype mostOperands;
+};
+
+constexpr qsizetype many = 1'000'000;
+constexpr CommandForm forms[] = {
+    {CliCommand::ports, "ports", 0, 0},       {CliCommand::identify, "identify", 0, 0},
+    {CliCommand::read, "read", 0, 0},         {CliCommand::list, "list", 0, 1},
+    {CliCommand::exportList, "export", 2, 2}, {CliCommand::compare, "compare", 2, 2},
+    {CliCommand::set, "set", 1, many},
+};
+
+const CommandForm* formOf(const QString& word)
 {
-    const QHash<QString, CliCommand> commands = {{QStringLiteral("ports"), CliCommand::ports},
-                                                 {QStringLiteral("identify"), CliCommand::identify},
-                                                 {QStringLiteral("read"), CliCommand::read},
-                                                 {QStringLiteral("list"), CliCommand::list}};
-    const auto found = commands.constFind(word);
-    return found == commands.constEnd() ? std::nullopt : std::optional<CliCommand>(*found);
+    const auto* const found = std::find_if(std::begin(forms), std::end(forms), [&](const CommandForm& form) {
+        return word == QLatin1String(form.word);
+    });
+    return found == std::end(forms) ? nullptr : found;
+}
+
+// Files are saved in the form that their name tells.
+bool endsIn(const QString& file, std::initializer_list<const char*> extensions)
+{
+    const QString suffix = QFileInfo(file).suffix().toLower();
+    return std::any_of(extensions.begin(), extensions.end(),
+                       [&](const char* extension) { return suffix == QLatin1String(extension); });
 }
 
 // "COM5" or "5"; nothing outside 1 to 31.
@@ -47,8 +77,10 @@ void describe(QCommandLineParser& parser)
 {
     parser.setApplicationDescription(QStringLiteral("Reads the decoders of Karvo vehicles.\n") +
                                      QLatin1String(exitCodes));
-    parser.addPositionalArgument(QStringLiteral("command"), QLatin1String(commandHelp),
-                                 QStringLiteral("ports|identify|read|list [MODEL]"));
+    parser.addPositionalArgument(
+        QStringLiteral("command"), QLatin1String(commandHelp),
+        QStringLiteral(
+            "ports|identify|read|list [MODEL]|export LIST FILE|compare A B|set LISTS... CV=VALUE..."));
     parser.addOption(valued("port", "Port of the programming interface; else the stored one.", "COM5"));
     parser.addOption(
         valued("map-port", "Device of a port for this run; may be repeated.", "COM5=/dev/ttyUSB0"));
@@ -58,6 +90,11 @@ void describe(QCommandLineParser& parser)
     parser.addOption(valued("language", "de, nl, en, es or fr; else the stored one.", "CODE"));
     parser.addOption(valued("program-folder", "Where the program's text files lie.", "DIR"));
     parser.addOption({QStringLiteral("expert"), QStringLiteral("Show expert knowledge below its CVs.")});
+    parser.addOption(
+        valued("output", "Save what is read: as a CV list, CSV or a text report.", "FILE.kvr|csv|txt"));
+    parser.addOption(
+        {QStringLiteral("dry-run"), QStringLiteral("Show what set would change; change nothing.")});
+    parser.addOption({QStringLiteral("yes"), QStringLiteral("Answer questions with yes.")});
     parser.addOption({QStringLiteral("json"), QStringLiteral("Print JSON.")});
     parser.addOption({QStringLiteral("help"), QStringLiteral("Print this help.")});
     parser.addOption({QStringLiteral("version"), QStringLiteral("Print the version.")});
@@ -68,11 +105,49 @@ CliParseResult wrong(const QString& text)
     return {std::nullopt, text, true};
 }
 
+// "CV3=12" or "3=12"; without a CV from 1 to 256 or a value from 0 to 255 nothing.
+std::optional<CvChange> changeOf(const QString& word)
+{
+    static const QRegularExpression form(QStringLiteral("^(?:CV)?([0-9]{1,3})=([0-9]{1,3})$"),
+                                         QRegularExpression::CaseInsensitiveOption);
+    const auto match = form.match(word);
+    const CvChange change{match.captured(1).toInt(), match.captured(2).toInt()};
+    const bool sound =
+        match.hasMatch() && change.cv >= 1 && change.cv <= CvTable::lastRow && change.value <= 255;
+    return sound ? std::optional<CvChange>(change) : std::nullopt;
+}
+
+// Tells the changes from the files.
+CliParseResult takenChanges(CliArguments arguments)
+{
+    static const QRegularExpression start(QStringLiteral("^(?:CV)?[0-9]+="),
+                                          QRegularExpression::CaseInsensitiveOption);
+    QStringList lists;
+    for (const QString& word : arguments.operands) {
+        if (!start.match(word).hasMatch()) {
+            lists.append(word);
+            continue;
+        }
+        const auto change = changeOf(word);
+        const auto isSame = [&](const CvChange& other) { return other.cv == change->cv; };
+        if (!change || std::any_of(arguments.changes.begin(), arguments.changes.end(), isSame))
+            return wrong(QStringLiteral("%1 is no change like CV3=12, or the CV is named twice.").arg(word));
+        arguments.changes.push_back(*change);
+    }
+    if (lists.isEmpty() || arguments.changes.empty())
+        return wrong(QStringLiteral("set takes CV list files and changes like CV3=12."));
+    arguments.operands = lists;
+    return {arguments, {}, false};
+}
+
 CliParseResult taken(const QCommandLineParser& parser, CliCommand command)
 {
     CliArguments arguments;
     arguments.command = command;
-    arguments.model = parser.positionalArguments().value(1);
+    arguments.operands = parser.positionalArguments().mid(1);
+    arguments.output = parser.value(QStringLiteral("output"));
+    arguments.yes = parser.isSet(QStringLiteral("yes"));
+    arguments.dryRun = parser.isSet(QStringLiteral("dry-run"));
     arguments.portMappings = parser.values(QStringLiteral("map-port"));
     arguments.simulatedDecoder = parser.value(QStringLiteral("simulate"));
     arguments.fault = parser.value(QStringLiteral("fault"));
@@ -86,7 +161,12 @@ CliParseResult taken(const QCommandLineParser& parser, CliCommand command)
         if (!arguments.port)
             return wrong(QStringLiteral("--port takes COM1 to COM31."));
     }
-    return {arguments, {}, false};
+    if (!arguments.output.isEmpty() && !endsIn(arguments.output, {"kvr", "csv", "txt"}))
+        return wrong(QStringLiteral("--output takes a name that ends in .kvr, .csv or .txt."));
+    if (command == CliCommand::exportList && !endsIn(arguments.operands.at(1), {"csv", "txt"}))
+        return wrong(QStringLiteral("export takes a second name that ends in .csv or .txt."));
+    return command == CliCommand::set ? takenChanges(std::move(arguments))
+                                      : CliParseResult{arguments, {}, false};
 }
 
 } // namespace
@@ -102,12 +182,16 @@ CliParseResult parseCliArguments(const QStringList& words)
     if (parser.isSet(QStringLiteral("version")))
         return {std::nullopt, QStringLiteral("karvo-cli " KARVO_VERSION "\n"), false};
     const QStringList positional = parser.positionalArguments();
-    const auto command = positional.isEmpty() ? std::nullopt : commandOf(positional.first());
-    if (!command)
-        return wrong(QStringLiteral("A command is needed: ports, identify, read or list."));
-    if (positional.size() > (*command == CliCommand::list ? 2 : 1))
+    const CommandForm* const form = positional.isEmpty() ? nullptr : formOf(positional.first());
+    if (form == nullptr)
+        return wrong(
+            QStringLiteral("A command is needed: ports, identify, read, list, export, compare or set."));
+    const qsizetype operands = positional.size() - 1;
+    if (operands > form->mostOperands)
         return wrong(QStringLiteral("Too many arguments: %1").arg(positional.last()));
-    return taken(parser, *command);
+    if (operands < form->leastOperands)
+        return wrong(QStringLiteral("Too few arguments for %1; --help tells.").arg(positional.first()));
+    return taken(parser, form->command);
 }
 
 } // namespace karvo

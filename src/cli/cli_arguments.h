@@ -1,27 +1,34 @@
 // What was asked for on the command line.
 #pragma once
 
+#include "cvdata/batch_change.h"
+
 #include <QString>
 #include <QStringList>
 
 #include <optional>
+#include <vector>
 
 namespace karvo
 {
 
-enum class CliCommand { ports, identify, read, list };
+enum class CliCommand { ports, identify, read, list, exportList, compare, set };
 
 struct CliArguments {
     CliCommand command = CliCommand::read;
-    QString model;            // of the command `list`; empty: print the names of the lists
-    std::optional<int> port;  // 1 to 31
-    QStringList portMappings; // as typed
-    QString simulatedDecoder; // empty: the real line
-    QString fault;            // of the simulated line; empty: none
-    bool unpaced = false;     // the simulated line takes no time
-    QString language;         // as typed; empty: the stored one
-    QString programFolder;    // empty: the executable's folder
-    bool expert = false;      // show expert knowledge too
+    QStringList operands;          // what stands behind the command, without the changes
+    std::vector<CvChange> changes; // of the command `set`
+    QString output;                // where to save what was read; empty: print it
+    bool yes = false;              // questions are answered with yes
+    bool dryRun = false;           // show what would be changed, change nothing
+    std::optional<int> port;       // 1 to 31
+    QStringList portMappings;      // as typed
+    QString simulatedDecoder;      // empty: the real line
+    QString fault;                 // of the simulated line; empty: none
+    bool unpaced = false;          // the simulated line takes no time
+    QString language;              // as typed; empty: the stored one
+    QString programFolder;         // empty: the executable's folder
+    bool expert = false;           // show expert knowledge too
     bool json = false;
 };
 

@@ -1,5 +1,6 @@
 #include "cli/cli_commands.h"
 
+#include "cli/file_commands.h"
 #include "cli/list_output.h"
 #include "cli/terminal.h"
 #include "cvdata/description_choice.h"
@@ -82,6 +83,8 @@ ExitCode runRead(Workbench& bench, const CliArguments& arguments)
     const auto end = readIntoList(bench, ReadStarter::other);
     if (!end)
         return ExitCode::fileTrouble;
+    if (*end == ReadEnd::read && !arguments.output.isEmpty())
+        return saveToFile(bench, arguments.output, arguments);
     if (*end == ReadEnd::read)
         printList(bench.state, arguments.json);
     return exitCodeOf(*end);
@@ -89,15 +92,15 @@ ExitCode runRead(Workbench& bench, const CliArguments& arguments)
 
 ExitCode runList(Workbench& bench, const CliArguments& arguments)
 {
-    if (arguments.model.isEmpty()) {
+    if (arguments.operands.value(0).isEmpty()) {
         printOfflineLists(arguments.json);
         return ExitCode::done;
     }
-    const auto menuItem = menuItemOf(arguments.model);
+    const auto menuItem = menuItemOf(arguments.operands.value(0));
     if (menuItem.empty()) {
         printLine(stderr,
                   toText(QStringLiteral("There is no list %1. The command list alone prints the names.")
-                             .arg(arguments.model)));
+                             .arg(arguments.operands.value(0))));
         return ExitCode::wrongArguments;
     }
     if (!showOfflineList(bench, menuItem))

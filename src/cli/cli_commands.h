@@ -10,6 +10,8 @@ namespace karvo
 
 enum class ExitCode {
     done = 0,
+    listsDiffer = 1, // of a comparison, as the next
+    cannotCompare = 2,
     fileTrouble = 1,
     wrongArguments = 2,
     portRefused = 3,

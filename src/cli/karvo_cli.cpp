@@ -1,6 +1,7 @@
 // The command line front end: the same logic as the window's, on a terminal.
 #include "cli/cli_arguments.h"
 #include "cli/cli_commands.h"
+#include "cli/file_commands.h"
 #include "cli/terminal.h"
 #include "language/first_start.h"
 #include "language/language_loader.h"
@@ -59,6 +60,12 @@ ExitCode run(Workbench& bench, const PortMap& map, const CliArguments& arguments
         return runRead(bench, arguments);
     case CliCommand::list:
         return runList(bench, arguments);
+    case CliCommand::exportList:
+        return runExport(bench, arguments);
+    case CliCommand::compare:
+        return runCompare(bench, arguments);
+    case CliCommand::set:
+        return runSet(bench, arguments);
     }
     return ExitCode::wrongArguments;
 }
@@ -98,7 +105,8 @@ int runWith(const CliArguments& arguments)
     state.language = *language;
     if (const auto missing = loadLanguage(state.texts, *language, state.programFolder, files)) {
         prompts.message(missingLanguageFileText(*missing), PromptIcon::stop);
-        return leave(ExitCode::fileTrouble);
+        return leave(arguments.command == CliCommand::compare ? ExitCode::cannotCompare
+                                                              : ExitCode::fileTrouble);
     }
     return leave(run(bench, map, arguments));
 }

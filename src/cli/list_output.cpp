@@ -18,17 +18,6 @@ namespace karvo
 namespace
 {
 
-void printJson(const QJsonDocument& document)
-{
-    std::fputs(document.toJson(QJsonDocument::Indented).constData(), stdout);
-}
-
-QJsonValue numberOrNull(const Text& text)
-{
-    const auto number = numberFromText(text);
-    return number ? QJsonValue(*number) : QJsonValue();
-}
-
 QJsonObject cvObject(const CvTable& table, int cv)
 {
     const CvDetails details = cvDetails(table, cv);
@@ -76,6 +65,17 @@ std::size_t longestText(const MainList& list)
 }
 
 } // namespace
+
+void printJson(const QJsonDocument& document)
+{
+    std::fputs(document.toJson(QJsonDocument::Indented).constData(), stdout);
+}
+
+QJsonValue numberOrNull(const Text& text)
+{
+    const auto number = numberFromText(text);
+    return number ? QJsonValue(*number) : QJsonValue();
+}
 
 void printList(const ProgramState& state, bool json)
 {

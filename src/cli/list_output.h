@@ -3,6 +3,8 @@
 
 #include "workbench/workbench.h"
 
+#include <QJsonDocument>
+#include <QJsonValue>
 #include <QString>
 
 #include <vector>
@@ -15,6 +17,12 @@ struct PresentPort {
     QString device;
     QString description;
 };
+
+// To standard output.
+void printJson(const QJsonDocument& document);
+
+// A value that is no number, or none, is null.
+QJsonValue numberOrNull(const Text& text);
 
 void printList(const ProgramState& state, bool json);
 void printDecoder(const ProgramState& state, bool json);

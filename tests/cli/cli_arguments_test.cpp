@@ -23,15 +23,51 @@ TEST(CliArgumentsTest, TakesCommandsAndOptionsInAnyOrder)
     EXPECT_EQ(parsed.arguments->portMappings.size(), 2);
     EXPECT_TRUE(parsed.arguments->json);
     EXPECT_TRUE(parsed.arguments->unpaced);
-    EXPECT_EQ(parse(QStringLiteral("list kv07")).arguments->model, QStringLiteral("kv07"));
+    EXPECT_EQ(parse(QStringLiteral("list kv07")).arguments->operands, QStringList(QStringLiteral("kv07")));
     EXPECT_EQ(parse(QStringLiteral("ports --port 31")).arguments->port, 31);
+}
+
+TEST(CliArgumentsTest, TellsFilesFromChanges)
+{
+    const auto parsed = parse(QStringLiteral("set a.kvr CV3=12 b=c.kvr 256=255 cv4=0 --dry-run"));
+    ASSERT_TRUE(parsed.arguments);
+    EXPECT_EQ(parsed.arguments->operands, (QStringList{QStringLiteral("a.kvr"), QStringLiteral("b=c.kvr")}));
+    ASSERT_EQ(parsed.arguments->changes.size(), 3U);
+    EXPECT_EQ(parsed.arguments->changes[0].cv, 3);
+    EXPECT_EQ(parsed.arguments->changes[0].value, 12);
+    EXPECT_EQ(parsed.arguments->changes[1].cv, 256);
+    EXPECT_EQ(parsed.arguments->changes[2].value, 0);
+    EXPECT_TRUE(parsed.arguments->dryRun);
+    EXPECT_FALSE(parse(QStringLiteral("set a.kvr CV3=12")).arguments->dryRun);
 }
 
 TEST(CliArgumentsTest, RefusesWhatItDoesNotKnow)
 {
-    for (const char* const line :
-         {"", "write", "read now", "list a b", "read --port COM0", "read --port COM32", "read --port ttyS0",
-          "read --unknown", "read --port"}) {
+    for (const char* const line : {"",
+                                   "write",
+                                   "read now",
+                                   "list a b",
+                                   "read --port COM0",
+                                   "read --port COM32",
+                                   "read --port ttyS0",
+                                   "read --unknown",
+                                   "read --port",
+                                   "read --output list.pdf",
+                                   "read --output list",
+                                   "export a.kvr",
+                                   "export a.kvr b.kvr",
+                                   "export a.kvr b.csv c.csv",
+                                   "compare a.kvr",
+                                   "compare a b c",
+                                   "set",
+                                   "set a.kvr",
+                                   "set CV3=12",
+                                   "set a.kvr CV0=1",
+                                   "set a.kvr CV257=1",
+                                   "set a.kvr CV3=256",
+                                   "set a.kvr CV3=",
+                                   "set a.kvr CV3=1x",
+                                   "set a.kvr CV3=1 3=2"}) {
         const auto parsed = parse(QString::fromLatin1(line));
         EXPECT_TRUE(parsed.wrong) << line;
         EXPECT_FALSE(parsed.arguments) << line;

@@ -1,0 +1,133 @@
+#include "cli/file_commands.h"
+
+#include "cli/file_output.h"
+#include "cli/terminal.h"
+#include "cvdata/csv_export.h"
+#include "cvdata/description_choice.h"
+#include "cvdata/list_header.h"
+#include "cvdata/text_report.h"
+#include "platform/text_conversion.h"
+#include "program/path_text.h"
+#include "program/text_lines.h"
+#include "workbench/describe.h"
+#include "workbench/list_files.h"
+#include "workbench/list_notes.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace karvo
+{
+
+namespace
+{
+
+bool mayReplace(Workbench& bench, const std::filesystem::path& path, const CliArguments& arguments)
+{
+    if (arguments.yes || !bench.files.exists(path))
+        return true;
+    const Text name[] = {pathText(path)};
+    if (bench.prompts.question(filledIn(bench.state.texts.message(Message::replaceFileQuestion), name)))
+        return true;
+    printLine(
+        stderr,
+        toText(
+            QStringLiteral("%1 exists and was left as it is; --yes replaces it.").arg(pathToQString(path))));
+    return false;
+}
+
+ExitCode saveContent(Workbench& bench, const std::filesystem::path& path, const Bytes& content)
+{
+    const auto reason = bench.files.saveAtomically(path, content);
+    if (!reason)
+        return ExitCode::done;
+    const Text words[] = {pathText(path), *reason};
+    bench.prompts.message(filledIn(bench.state.texts.message(Message::cannotSaveFile), words),
+                          PromptIcon::warning);
+    return ExitCode::fileTrouble;
+}
+
+// What gives the lines of a comparison their names: the model's description in the language in use, else the
+// list's own words.
+CvTable wordsOf(Workbench& bench, const ListFile& list)
+{
+    const auto model = modelOfHeader(list.header());
+    auto description = model
+                           ? loadDescription(bench, descriptionFileName(model->profile, bench.state.language))
+                           : std::nullopt;
+    return description ? std::move(description->table) : list.table;
+}
+
+SpeedSteps speedStepsOf(const ListFile& list)
+{
+    const auto model = modelOfHeader(list.header());
+    return model ? speedStepsOf(model->profile.model) : SpeedSteps::asRows;
+}
+
+void showNotes(Workbench& bench, const ListFile& list, const std::filesystem::path& path)
+{
+    const Text notes = listNotes(list, path, bench.state.texts);
+    if (!notes.empty())
+        bench.prompts.message(notes, PromptIcon::warning);
+}
+
+} // namespace
+
+ExitCode saveToFile(Workbench& bench, const QString& file, const CliArguments& arguments)
+{
+    const auto path = toPath(file);
+    if (!mayReplace(bench, path, arguments))
+        return ExitCode::fileTrouble;
+    const CvSet& set = bench.state.set;
+    const QString extension = QFileInfo(file).suffix().toLower();
+    if (extension == QLatin1String("csv"))
+        return saveContent(bench, path, csvExport(set.table));
+    if (extension == QLatin1String("txt"))
+        return saveContent(bench, path, contentOfLines(textReport(set, bench.state.texts)));
+    return saveListAs(bench, path) ? ExitCode::done : ExitCode::fileTrouble;
+}
+
+ExitCode runExport(Workbench& bench, const CliArguments& arguments)
+{
+    if (!openList(bench, toPath(arguments.operands.value(0))))
+        return ExitCode::fileTrouble;
+    return saveToFile(bench, arguments.operands.value(1), arguments);
+}
+
+ExitCode runCompare(Workbench& bench, const CliArguments& arguments)
+{
+    const auto firstPath = toPath(arguments.operands.value(0));
+    const auto secondPath = toPath(arguments.operands.value(1));
+    const auto first = readListFile(bench, firstPath);
+    const auto second = first ? readListFile(bench, secondPath) : std::nullopt;
+    if (!second)
+        return ExitCode::cannotCompare;
+    showNotes(bench, *first, firstPath);
+    showNotes(bench, *second, secondPath);
+    const CvSide one = sideOf(*first, pathText(firstPath));
+    const CvSide other = sideOf(*second, pathText(secondPath));
+    if (const auto refusal = comparisonRefusal(one, other, bench.state.texts)) {
+        bench.prompts.message(*refusal, PromptIcon::warning);
+        return ExitCode::cannotCompare;
+    }
+    const auto comparison = compare(one, other, wordsOf(bench, *first), speedStepsOf(*first));
+    printComparison(comparison, bench.state.texts, arguments.json);
+    return comparison.isEqual() ? ExitCode::done : ExitCode::listsDiffer;
+}
+
+ExitCode runSet(Workbench& bench, const CliArguments& arguments)
+{
+    std::vector<std::filesystem::path> paths;
+    for (const QString& file : arguments.operands)
+        paths.push_back(toPath(file));
+    auto batch = previewBatch(bench.files, paths, arguments.changes);
+    if (!arguments.dryRun)
+        applyBatch(bench.files, batch);
+    printBatch(batch, bench.state.texts, arguments.json);
+    const bool anyRefused =
+        std::any_of(batch.begin(), batch.end(), [](const BatchFile& file) { return file.isRefused(); });
+    return anyRefused ? ExitCode::fileTrouble : ExitCode::done;
+}
+
+} // namespace karvo
