@@ -34,15 +34,15 @@ TEST(ExpertChoiceTest, FileOfEachDecoder)
         const char* file;
     };
     const Case cases[] = {
-        {0, until2008First, en, "CV_exp.txt"},          {0, until2008Last, de, "CV_exp.txt"},
-        {0, from2009, de, "CV_exp_v1.txt"},             {1, standard, fr, "CV_exp_v1_5.txt"},
-        {2, standard, de, "CV_exp_v1_6.txt"},           {4, undated, de, "CV_exp_Mai10_4.txt"},
-        {5, may2010, de, "CV_exp_Mai10_5.txt"},         {6, november2012, es, "CV_exp_November12_6.txt"},
-        {7, standard, de, "CV_exp_kv07.txt"},           {7, standard, nl, "CV_exp_kv07_NL.txt"},
-        {8, f3, en, "CV_exp_kv08_F3_EN.txt"},           {7, v1, fr, "CV_exp_kv07_V1_FR.txt"},
-        {7, tacho, es, "CV_exp_kv07Tacho.txt"},         {8, laneControl, en, "CV_exp_kv08LCen.txt"},
-        {57, standard, en, "CV_exp_an07_EN.txt"},       {57, v1, es, "CV_exp_an07_V1_ES.txt"},
-        {80, standard, de, "CV_exp_receiver.txt"},      {81, standard, nl, "CV_exp_receiver_nl.txt"},
+        {0, until2008First, en, "CV_exp.txt"},     {0, until2008Last, de, "CV_exp.txt"},
+        {0, from2009, de, "CV_exp_v1.txt"},        {1, standard, fr, "CV_exp_v1_5.txt"},
+        {2, standard, de, "CV_exp_v1_6.txt"},      {4, undated, de, "CV_exp_Mai10_4.txt"},
+        {5, may2010, de, "CV_exp_Mai10_5.txt"},    {6, november2012, es, "CV_exp_November12_6.txt"},
+        {7, standard, de, "CV_exp_kv07.txt"},      {7, standard, nl, "CV_exp_kv07_NL.txt"},
+        {8, f3, en, "CV_exp_kv08_F3_EN.txt"},      {7, v1, fr, "CV_exp_kv07_V1_FR.txt"},
+        {7, tacho, es, "CV_exp_kv07Tacho.txt"},    {8, laneControl, en, "CV_exp_kv08LCen.txt"},
+        {57, standard, en, "CV_exp_an07_EN.txt"},  {57, v1, es, "CV_exp_an07_V1_ES.txt"},
+        {80, standard, de, "CV_exp_receiver.txt"}, {81, standard, nl, "CV_exp_receiver_nl.txt"},
     };
     for (const Case& c : cases)
         EXPECT_EQ(expertFileName(profileFor(c.typeCode, c.generation), c.language), c.file);

@@ -149,11 +149,12 @@ TEST_P(EveryDecoderTest, HasExpertKnowledgeInEachLanguage)
         EXPECT_FALSE(entry.starts_with("message")) << entry;
 }
 
-INSTANTIATE_TEST_SUITE_P(Decoders, EveryDecoderTest, testing::ValuesIn(decoderCases), [](const auto& decoderCase) {
-    std::string name = decoderCase.param.decoder;
-    std::replace(name.begin(), name.end(), '-', '_');
-    return name;
-});
+INSTANTIATE_TEST_SUITE_P(Decoders, EveryDecoderTest, testing::ValuesIn(decoderCases),
+                         [](const auto& decoderCase) {
+                             std::string name = decoderCase.param.decoder;
+                             std::replace(name.begin(), name.end(), '-', '_');
+                             return name;
+                         });
 
 TEST(EveryDecoderCasesTest, NoSimulatedDecoderIsLeftOut)
 {
