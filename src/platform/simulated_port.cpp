@@ -12,6 +12,8 @@ namespace karvo
 namespace
 {
 
+constexpr sim::Time timerResolution = std::chrono::milliseconds{1};
+
 Text missingDeviceText()
 {
     const auto text = std::generic_category().message(static_cast<int>(std::errc::no_such_file_or_directory));
@@ -68,13 +70,20 @@ void SimulatedPort::write(const Bytes& bytes)
 {
     if (!open_)
         return;
-    simulator_.receive(bytes, now());
+    simulator_.receive(bytes, startOfWrite());
     schedule();
 }
 
 sim::Time SimulatedPort::now() const
 {
     return sim::Time(clock_.nsecsElapsed() / 1000);
+}
+
+// A real line would have handed the last byte over when it was complete, and not at the next millisecond; so
+// the command that answers it starts that much earlier. Else each exchange would cost the timer's rounding.
+sim::Time SimulatedPort::startOfWrite() const
+{
+    return now() - timerLag_;
 }
 
 void SimulatedPort::schedule()
@@ -88,14 +97,20 @@ void SimulatedPort::schedule()
 void SimulatedPort::deliver()
 {
     const auto moment = now();
-    const Bytes bytes = simulator_.take(moment);
-    received_.insert(received_.end(), bytes.begin(), bytes.end());
+    const auto waiting = received_.size();
+    for (auto due = simulator_.nextEvent(); due && *due <= moment && !simulator_.hungUp(*due);
+         due = simulator_.nextEvent()) {
+        const Bytes bytes = simulator_.take(*due);
+        received_.insert(received_.end(), bytes.begin(), bytes.end());
+        timerLag_ = std::min(moment - *due, timerResolution);
+    }
+    const bool anyCame = received_.size() > waiting;
     const bool hungUp = simulator_.hungUp(moment);
     if (hungUp)
         close();
     else
         schedule();
-    if (notice_ && (hungUp || !bytes.empty()))
+    if (notice_ && (hungUp || anyCame))
         notice_();
 }
 

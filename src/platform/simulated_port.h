@@ -43,6 +43,7 @@ public:
 
 private:
     sim::Time now() const;
+    sim::Time startOfWrite() const;
     void schedule();
     void deliver();
 
@@ -52,6 +53,7 @@ private:
     bool open_ = false;
     Bytes received_;
     QElapsedTimer clock_;
+    sim::Time timerLag_{}; // how late the timer has struck for the last byte, as far as its resolution goes
     QTimer timer_;
     std::function<void()> notice_;
 };

@@ -73,6 +73,21 @@ TEST(SimulatedPort, KeepsThePaceOfTheLine)
     EXPECT_GT(bench.notices, 100) << "the block comes in byte by byte";
 }
 
+TEST(SimulatedPort, ManyExchangesTakeTheLinesTimeAndNotTheTimersRounding)
+{
+    SimulatedPort port(simulator("kv07", sim::Pace::line, sim::Fault::none), 1);
+    port.open();
+    LineBench bench(port);
+    QElapsedTimer clock;
+    clock.start();
+    for (int i = 0; i < 20; ++i) {
+        EXPECT_EQ(bench.exchange({0x45, 0x57, 0x53}, 1), Bytes{6});
+        EXPECT_EQ(bench.exchange({0x2F, 0x05, 0x34}, 1), Bytes{6});
+    }
+    EXPECT_GE(clock.elapsed(), 332); // 160 bytes at 4800 baud take 333.3 ms
+    EXPECT_LT(clock.elapsed(), 500);
+}
+
 TEST(SimulatedPort, SilenceEndsInTheTimeOutAndCostsNoProcessorTime)
 {
     SimulatedPort port(simulator("kv07", sim::Pace::line, sim::Fault::silence), 1);
