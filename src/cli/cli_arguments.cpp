@@ -16,7 +16,8 @@ namespace
 
 const char* const exitCodes =
     "Exit codes: 0 done, 1 a file could not be read, 2 wrong arguments, 3 the port could not be "
-    "opened, 4 no reply, 5 unknown decoder, 6 the data arrived damaged. compare: 0 equal, 1 different, 2 "
+    "opened, 4 no reply, 5 unknown decoder, 6 the data arrived damaged, 7 refused or only partly written. "
+    "compare: 0 equal, 1 different, 2 "
     "trouble.";
 
 const char* const commandHelp =
@@ -26,7 +27,9 @@ const char* const commandHelp =
     "list MODEL print a model's list without a decoder; without MODEL the models' names\n"
     "export     save a CV list file as CSV or as a text report: export BUS.kvr BUS.csv\n"
     "compare    what differs between two CV list files: compare A.kvr B.kvr\n"
-    "set        change CVs in CV list files: set A.kvr B.kvr CV3=12 CV4=8";
+    "set        change CVs in CV list files: set A.kvr B.kvr CV3=12 CV4=8\n"
+    "write      write CVs to the decoder: write CV3=12 CV4=8; with --from what differs from a CV list\n"
+    "           file. What the decoder held is kept in the folder CV_listen first.";
 
 struct CommandForm {
     CliCommand command;
@@ -40,7 +43,7 @@ constexpr CommandForm forms[] = {
     {CliCommand::ports, "ports", 0, 0},       {CliCommand::identify, "identify", 0, 0},
     {CliCommand::read, "read", 0, 0},         {CliCommand::list, "list", 0, 1},
     {CliCommand::exportList, "export", 2, 2}, {CliCommand::compare, "compare", 2, 2},
-    {CliCommand::set, "set", 1, many},
+    {CliCommand::set, "set", 1, many},        {CliCommand::write, "write", 0, many},
 };
 
 const CommandForm* formOf(const QString& word)
@@ -75,12 +78,11 @@ QCommandLineOption valued(const char* name, const char* description, const char*
 
 void describe(QCommandLineParser& parser)
 {
-    parser.setApplicationDescription(QStringLiteral("Reads the decoders of Karvo vehicles.\n") +
+    parser.setApplicationDescription(QStringLiteral("Reads and writes the decoders of Karvo vehicles.\n") +
                                      QLatin1String(exitCodes));
-    parser.addPositionalArgument(
-        QStringLiteral("command"), QLatin1String(commandHelp),
-        QStringLiteral(
-            "ports|identify|read|list [MODEL]|export LIST FILE|compare A B|set LISTS... CV=VALUE..."));
+    parser.addPositionalArgument(QStringLiteral("command"), QLatin1String(commandHelp),
+                                 QStringLiteral("ports|identify|read|list [MODEL]|export LIST FILE|compare A "
+                                                "B|set LISTS... CV=VALUE...|write CV=VALUE..."));
     parser.addOption(valued("port", "Port of the programming interface; else the stored one.", "COM5"));
     parser.addOption(
         valued("map-port", "Device of a port for this run; may be repeated.", "COM5=/dev/ttyUSB0"));
@@ -92,6 +94,7 @@ void describe(QCommandLineParser& parser)
     parser.addOption({QStringLiteral("expert"), QStringLiteral("Show expert knowledge below its CVs.")});
     parser.addOption(
         valued("output", "Save what is read: as a CV list, CSV or a text report.", "FILE.kvr|csv|txt"));
+    parser.addOption(valued("from", "The CV list that write writes.", "FILE.kvr"));
     parser.addOption(
         {QStringLiteral("dry-run"), QStringLiteral("Show what set would change; change nothing.")});
     parser.addOption({QStringLiteral("yes"), QStringLiteral("Answer questions with yes.")});
@@ -117,13 +120,13 @@ std::optional<CvChange> changeOf(const QString& word)
     return sound ? std::optional<CvChange>(change) : std::nullopt;
 }
 
-// Tells the changes from the files.
-CliParseResult takenChanges(CliArguments arguments)
+// Tells the changes from the files; what is wrong, or nothing.
+QString separateChanges(CliArguments& arguments)
 {
     static const QRegularExpression start(QStringLiteral("^(?:CV)?[0-9]+="),
                                           QRegularExpression::CaseInsensitiveOption);
     QStringList lists;
-    for (const QString& word : arguments.operands) {
+    for (const QString& word : std::as_const(arguments.operands)) {
         if (!start.match(word).hasMatch()) {
             lists.append(word);
             continue;
@@ -131,13 +134,35 @@ CliParseResult takenChanges(CliArguments arguments)
         const auto change = changeOf(word);
         const auto isSame = [&](const CvChange& other) { return other.cv == change->cv; };
         if (!change || std::any_of(arguments.changes.begin(), arguments.changes.end(), isSame))
-            return wrong(QStringLiteral("%1 is no change like CV3=12, or the CV is named twice.").arg(word));
+            return QStringLiteral("%1 is no change like CV3=12, or the CV is named twice.").arg(word);
         arguments.changes.push_back(*change);
     }
-    if (lists.isEmpty() || arguments.changes.empty())
-        return wrong(QStringLiteral("set takes CV list files and changes like CV3=12."));
     arguments.operands = lists;
-    return {arguments, {}, false};
+    return {};
+}
+
+QString whatIsWrongWith(CliArguments& arguments)
+{
+    switch (arguments.command) {
+    case CliCommand::exportList:
+        return endsIn(arguments.operands.at(1), {"csv", "txt"})
+                   ? QString()
+                   : QStringLiteral("export takes a second name that ends in .csv or .txt.");
+    case CliCommand::set:
+        if (const QString fault = separateChanges(arguments); !fault.isEmpty())
+            return fault;
+        return arguments.operands.isEmpty() || arguments.changes.empty()
+                   ? QStringLiteral("set takes CV list files and changes like CV3=12.")
+                   : QString();
+    case CliCommand::write:
+        if (const QString fault = separateChanges(arguments); !fault.isEmpty())
+            return fault;
+        return !arguments.operands.isEmpty() || arguments.changes.empty() == arguments.from.isEmpty()
+                   ? QStringLiteral("write takes changes like CV3=12, or --from and a CV list file.")
+                   : QString();
+    default:
+        return {};
+    }
 }
 
 CliParseResult taken(const QCommandLineParser& parser, CliCommand command)
@@ -146,6 +171,7 @@ CliParseResult taken(const QCommandLineParser& parser, CliCommand command)
     arguments.command = command;
     arguments.operands = parser.positionalArguments().mid(1);
     arguments.output = parser.value(QStringLiteral("output"));
+    arguments.from = parser.value(QStringLiteral("from"));
     arguments.yes = parser.isSet(QStringLiteral("yes"));
     arguments.dryRun = parser.isSet(QStringLiteral("dry-run"));
     arguments.portMappings = parser.values(QStringLiteral("map-port"));
@@ -163,10 +189,9 @@ CliParseResult taken(const QCommandLineParser& parser, CliCommand command)
     }
     if (!arguments.output.isEmpty() && !endsIn(arguments.output, {"kvr", "csv", "txt"}))
         return wrong(QStringLiteral("--output takes a name that ends in .kvr, .csv or .txt."));
-    if (command == CliCommand::exportList && !endsIn(arguments.operands.at(1), {"csv", "txt"}))
-        return wrong(QStringLiteral("export takes a second name that ends in .csv or .txt."));
-    return command == CliCommand::set ? takenChanges(std::move(arguments))
-                                      : CliParseResult{arguments, {}, false};
+    if (const QString fault = whatIsWrongWith(arguments); !fault.isEmpty())
+        return wrong(fault);
+    return {arguments, {}, false};
 }
 
 } // namespace
@@ -184,8 +209,8 @@ CliParseResult parseCliArguments(const QStringList& words)
     const QStringList positional = parser.positionalArguments();
     const CommandForm* const form = positional.isEmpty() ? nullptr : formOf(positional.first());
     if (form == nullptr)
-        return wrong(
-            QStringLiteral("A command is needed: ports, identify, read, list, export, compare or set."));
+        return wrong(QStringLiteral(
+            "A command is needed: ports, identify, read, list, export, compare, set or write."));
     const qsizetype operands = positional.size() - 1;
     if (operands > form->mostOperands)
         return wrong(QStringLiteral("Too many arguments: %1").arg(positional.last()));

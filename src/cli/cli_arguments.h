@@ -12,12 +12,13 @@
 namespace karvo
 {
 
-enum class CliCommand { ports, identify, read, list, exportList, compare, set };
+enum class CliCommand { ports, identify, read, list, exportList, compare, set, write };
 
 struct CliArguments {
     CliCommand command = CliCommand::read;
     QStringList operands;          // what stands behind the command, without the changes
-    std::vector<CvChange> changes; // of the command `set`
+    std::vector<CvChange> changes; // of the commands `set` and `write`
+    QString from;                  // the CV list file to write; empty: write `changes`
     QString output;                // where to save what was read; empty: print it
     bool yes = false;              // questions are answered with yes
     bool dryRun = false;           // show what would be changed, change nothing

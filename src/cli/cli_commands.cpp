@@ -17,6 +17,17 @@ namespace karvo
 namespace
 {
 
+std::string_view menuItemOf(const QString& name)
+{
+    for (const OfflineList& list : offlineLists()) {
+        if (offlineListName(list.menuItem) == name.toLower())
+            return list.menuItem;
+    }
+    return {};
+}
+
+} // namespace
+
 ExitCode exitCodeOf(ReadEnd end)
 {
     switch (end) {
@@ -33,17 +44,6 @@ ExitCode exitCodeOf(ReadEnd end)
     }
     return ExitCode::portRefused; // nothing else ends the program here
 }
-
-std::string_view menuItemOf(const QString& name)
-{
-    for (const OfflineList& list : offlineLists()) {
-        if (offlineListName(list.menuItem) == name.toLower())
-            return list.menuItem;
-    }
-    return {};
-}
-
-} // namespace
 
 ExitCode runPorts(Workbench& bench, const PortMap& map, const CliArguments& arguments)
 {

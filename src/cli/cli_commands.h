@@ -2,6 +2,7 @@
 #pragma once
 
 #include "cli/cli_arguments.h"
+#include "link/read.h"
 #include "platform/port_map.h"
 #include "workbench/workbench.h"
 
@@ -17,8 +18,11 @@ enum class ExitCode {
     portRefused = 3,
     noReply = 4,
     unknownDecoder = 5,
-    damagedData = 6
+    damagedData = 6,
+    notAllWritten = 7
 };
+
+ExitCode exitCodeOf(ReadEnd end);
 
 ExitCode runPorts(Workbench& bench, const PortMap& map, const CliArguments& arguments);
 ExitCode runIdentify(Workbench& bench, const CliArguments& arguments);

@@ -3,6 +3,7 @@
 #include "cli/cli_commands.h"
 #include "cli/file_commands.h"
 #include "cli/terminal.h"
+#include "cli/write_command.h"
 #include "language/first_start.h"
 #include "language/language_loader.h"
 #include "link/port_choice.h"
@@ -66,6 +67,8 @@ ExitCode run(Workbench& bench, const PortMap& map, const CliArguments& arguments
         return runCompare(bench, arguments);
     case CliCommand::set:
         return runSet(bench, arguments);
+    case CliCommand::write:
+        return runWrite(bench, arguments);
     }
     return ExitCode::wrongArguments;
 }
@@ -98,7 +101,7 @@ int runWith(const CliArguments& arguments)
     }
     QtWait wait;
     port->setNotice([&wait] { wait.wake(); });
-    TerminalPrompts prompts([&wait] { wait.endProgram(); });
+    TerminalPrompts prompts([&wait] { wait.endProgram(); }, arguments.yes);
     TerminalView view;
     QtFiles files;
     Workbench bench{state, *port, wait, prompts, view, files, settings};

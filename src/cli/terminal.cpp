@@ -60,6 +60,8 @@ void TerminalPrompts::message(const Text& text, PromptIcon)
 
 bool TerminalPrompts::question(const Text& text)
 {
+    if (answersYes_)
+        return true;
     const auto answer = answerTo(withPlainLineEnds(text) + u" [y/n] ");
     return answer && (*answer == u"y" || *answer == u"Y");
 }

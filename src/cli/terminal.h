@@ -13,7 +13,11 @@ namespace karvo
 class TerminalPrompts : public Prompts
 {
 public:
-    explicit TerminalPrompts(std::function<void()> endWaits) : endWaits_(std::move(endWaits)) {}
+    // `answersYes`: every question has been answered with Yes beforehand.
+    TerminalPrompts(std::function<void()> endWaits, bool answersYes)
+        : endWaits_(std::move(endWaits)), answersYes_(answersYes)
+    {
+    }
 
     void message(const Text& text, PromptIcon icon) override;
     // Answered at a terminal with y, else No.
@@ -25,6 +29,7 @@ public:
 
 private:
     std::function<void()> endWaits_;
+    bool answersYes_;
     bool ended_ = false;
 };
 

@@ -67,7 +67,13 @@ TEST(CliArgumentsTest, RefusesWhatItDoesNotKnow)
                                    "set a.kvr CV3=256",
                                    "set a.kvr CV3=",
                                    "set a.kvr CV3=1x",
-                                   "set a.kvr CV3=1 3=2"}) {
+                                   "set a.kvr CV3=1 3=2",
+                                   "write a.kvr",
+                                   "write a.kvr CV3=1",
+                                   "write CV3=1 --from a.kvr",
+                                   "write CV3=256",
+                                   "write CV0=1",
+                                   "write CV3=1 CV3=2"}) {
         const auto parsed = parse(QString::fromLatin1(line));
         EXPECT_TRUE(parsed.wrong) << line;
         EXPECT_FALSE(parsed.arguments) << line;

@@ -1,61 +1,17 @@
 // The program itself, as it lies in the program folder, on the simulated interface.
-#include <gtest/gtest.h>
+#include "cli/program_bench.h"
 
-#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
-#include <QTemporaryDir>
 
 namespace karvo
 {
 namespace
 {
 
-struct Outcome {
-    int exitCode;
-    QString out;
-    QString err;
-};
-
-class KarvoCliTest : public testing::Test
+class KarvoCliTest : public test::ProgramBench
 {
-protected:
-    Outcome run(const QString& line)
-    {
-        QProcess process;
-        auto environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), home_.path());
-        environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
-        process.setProcessEnvironment(environment);
-        process.start(QStringLiteral(KARVO_PROGRAM_FOLDER "/karvo-cli"), line.split(QLatin1Char(' ')));
-        EXPECT_TRUE(process.waitForFinished(30000)) << line.toStdString();
-        EXPECT_EQ(process.exitStatus(), QProcess::NormalExit) << line.toStdString();
-        return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
-                QString::fromUtf8(process.readAllStandardError())};
-    }
-
-    QString pathOf(const char* name) const { return home_.filePath(QString::fromLatin1(name)); }
-
-    QByteArray contentOf(const char* name) const
-    {
-        QFile file(pathOf(name));
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name;
-        return file.readAll();
-    }
-
-    // Reads a simulated decoder into a file of the home folder.
-    void readInto(const char* name, const char* decoder)
-    {
-        const auto outcome = run(QStringLiteral("read --no-pace --language de --simulate %1 --output %2")
-                                     .arg(QLatin1String(decoder), pathOf(name)));
-        ASSERT_EQ(outcome.exitCode, 0) << outcome.err.toStdString();
-        EXPECT_TRUE(outcome.out.isEmpty());
-    }
-
-private:
-    QTemporaryDir home_;
 };
 
 TEST_F(KarvoCliTest, ReadsADecoderInEachLanguage)

@@ -1,0 +1,129 @@
+// Writing from the command line, to simulated decoders.
+#include "cli/program_bench.h"
+
+#include <QDir>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace karvo
+{
+namespace
+{
+
+class WriteCommandTest : public test::ProgramBench
+{
+protected:
+    // A program folder of the test's own: the backups are made in it.
+    WriteCommandTest()
+    {
+        const QDir folder(QStringLiteral(KARVO_PROGRAM_FOLDER));
+        const auto needed = {QStringLiteral("English_*.txt"), QStringLiteral("CV_Standart*.txt")};
+        QDir().mkpath(programFolder());
+        for (const QString& name : folder.entryList(needed, QDir::Files))
+            EXPECT_TRUE(QFile::copy(folder.filePath(name), programFolder() + QLatin1Char('/') + name));
+    }
+
+    QString programFolder() const { return pathOf("program"); }
+    QStringList backups() const
+    {
+        const QDir folder(programFolder() + QStringLiteral("/CV_listen"));
+        return folder.entryList({QStringLiteral("*.kvr")}, QDir::Files);
+    }
+    test::Outcome write(const QString& line, const char* decoder = "kv07", const char* fault = "none")
+    {
+        return run(
+            QStringLiteral("write --no-pace --language en --simulate %1 --fault %2 --program-folder %3 %4")
+                .arg(QLatin1String(decoder), QLatin1String(fault), programFolder(), line));
+    }
+};
+
+TEST_F(WriteCommandTest, PrintsALineForEachCvAndKeepsWhatWasThere)
+{
+    const auto outcome = write(QStringLiteral("CV48=5 1=17"));
+    EXPECT_EQ(outcome.exitCode, 0) << outcome.err.toStdString();
+    EXPECT_EQ(outcome.out, QStringLiteral("CV48 = 5  written\nCV1  = 17  written\n"));
+    ASSERT_EQ(backups().size(), 1);
+    EXPECT_TRUE(backups().first().startsWith(QStringLiteral("KARVO KV07 ")))
+        << backups().first().toStdString();
+    QFile backup(programFolder() + QStringLiteral("/CV_listen/") + backups().first());
+    ASSERT_TRUE(backup.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(backup.readAll().contains("\r\n1;3;")); // CV1 before the write
+}
+
+TEST_F(WriteCommandTest, ExitCodesTellWhatWentWrong)
+{
+    struct Case {
+        const char* line;
+        const char* decoder;
+        const char* fault;
+        int exitCode;
+        const char* out;
+    };
+    const Case cases[] = {
+        {"CV1=0", "kv07", "none", 2, ""},          // beyond its limits
+        {"CV48=5 CV1=127", "kv07", "none", 2, ""}, // nothing is written when one of them is
+        {"CV200=1", "kv07", "none", 2, ""},        // not in the list
+        {"CV48=5 CV49=6", "kv07", "refused-frame", 7,
+         "CV48 = 5  not accepted by the decoder\nCV49 = 6  not accepted by the decoder\n"},
+        {"CV48=5 CV49=6", "kv07", "refused-command", 7,
+         "CV48 = 5  not written, decoder not ready\nCV49 = 6  not written, ended before\n"},
+        {"CV161=1", "kv07", "refused-frame", 0, "CV161 = 1  sent, not acknowledged; please read again\n"},
+        {"CV48=5", "receiver-readonly", "none", 5, "CV48 = 5  not written, another decoder\n"},
+        {"CV48=5", "kv07", "silence", 4, ""},
+        {"CV48=5", "kv07", "wrong-check-byte", 6, ""},
+        {"CV59=1", "kv07", "none", 7, "CV59 = 1  not written, as you wished\n"},
+        {"CV59=1 --yes", "kv07", "none", 0, "CV59 = 1  written\n"},
+    };
+    for (const auto& [line, decoder, fault, exitCode, out] : cases) {
+        const auto outcome = write(QLatin1String(line), decoder, fault);
+        EXPECT_EQ(outcome.exitCode, exitCode) << line << ' ' << fault << '\n' << outcome.err.toStdString();
+        EXPECT_EQ(outcome.out.toStdString(), out) << line << ' ' << fault;
+        EXPECT_FALSE(outcome.err.isEmpty()) << line << ' ' << fault;
+    }
+}
+
+TEST_F(WriteCommandTest, AListIsWrittenWhereItDiffers)
+{
+    readInto("bus.kvr", "kv07");
+    const auto same = write(QStringLiteral("--from %1").arg(pathOf("bus.kvr")));
+    EXPECT_EQ(same.exitCode, 0) << same.err.toStdString();
+    EXPECT_TRUE(same.out.isEmpty());
+    EXPECT_TRUE(backups().isEmpty());
+
+    ASSERT_EQ(run(QStringLiteral("set %1 CV48=5 CV7=99 --language en").arg(pathOf("bus.kvr"))).exitCode, 0);
+    const auto changed = write(QStringLiteral("--from %1").arg(pathOf("bus.kvr")));
+    EXPECT_EQ(changed.exitCode, 0) << changed.err.toStdString();
+    EXPECT_EQ(changed.out, QStringLiteral("CV7  = 99  left out, read only\nCV48 = 5  written\n"));
+    EXPECT_EQ(backups().size(), 1);
+
+    const auto other = write(QStringLiteral("--from %1").arg(pathOf("bus.kvr")), "kv04");
+    EXPECT_EQ(other.exitCode, 7);
+    EXPECT_TRUE(other.err.contains(QStringLiteral("belongs to a KV07, but the vehicle has a KV04")));
+    EXPECT_EQ(write(QStringLiteral("--from %1").arg(pathOf("none.kvr"))).exitCode, 1);
+}
+
+TEST_F(WriteCommandTest, WithoutABackupNothingIsWritten)
+{
+    QFile inTheWay(programFolder() + QStringLiteral("/CV_listen"));
+    ASSERT_TRUE(inTheWay.open(QIODevice::WriteOnly));
+    const auto outcome = write(QStringLiteral("CV48=5"));
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_EQ(outcome.out, QStringLiteral("CV48 = 5  not written, ended before\n"));
+    EXPECT_TRUE(outcome.err.contains(QStringLiteral("could not be kept")));
+}
+
+TEST_F(WriteCommandTest, JsonTellsEachOutcome)
+{
+    const auto outcome = write(QStringLiteral("CV48=5 CV49=6 --json"));
+    const auto outcomes = QJsonDocument::fromJson(outcome.out.toUtf8()).array();
+    ASSERT_EQ(outcomes.size(), 2);
+    const auto first = outcomes.at(0).toObject();
+    EXPECT_EQ(first.value(QStringLiteral("cv")).toInt(), 48);
+    EXPECT_EQ(first.value(QStringLiteral("value")).toInt(), 5);
+    EXPECT_TRUE(first.value(QStringLiteral("written")).toBool());
+    EXPECT_EQ(first.value(QStringLiteral("outcome")).toString(), QStringLiteral("written"));
+}
+
+} // namespace
+} // namespace karvo
