@@ -185,7 +185,7 @@ WriteReport runPlan(Workbench& bench, const WritePlan& plan, const KeepBackup& k
         fillList(bench);
         return nothingDone(plan, WriteManyEnd::backupFailed);
     }
-    const auto report = Run(bench, plan).carryOut();
+    auto report = Run(bench, plan).carryOut();
     fillList(bench);
     if (report.end != WriteManyEnd::ended)
         showSummary(bench, report);
