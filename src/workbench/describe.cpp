@@ -2,6 +2,7 @@
 
 #include "cvdata/description_choice.h"
 #include "program/path_text.h"
+#include "workbench/recovery.h"
 
 namespace karvo
 {
@@ -165,6 +166,7 @@ void fillList(Workbench& bench)
          state.language != LanguageCode::english, &set.expert, state.texts.caption(Caption::expertLabel),
          set.baseline ? &*set.baseline : nullptr, state.texts.caption(Caption::changedMark)});
     set.loadedData = loadedDataText(state);
+    keepRecovery(bench);
     bench.view.listChanged();
 }
 
@@ -182,6 +184,7 @@ void reportFaults(Workbench& bench, const std::string& fileName, const std::vect
 void clearDisplay(Workbench& bench)
 {
     bench.state.set = CvSet();
+    keepRecovery(bench);
     bench.view.showStatus(Text());
     bench.view.listChanged();
 }

@@ -35,7 +35,7 @@ void takeValues(CvTable& table, const CvImage& image);
 // read is shown; the set is then without expert knowledge.
 void takeExpertFile(Workbench& bench, const std::string& fileName);
 
-// Makes the list anew from the table and tells the view.
+// Makes the list anew from the table, keeps what is unsaved in it safe and tells the view.
 void fillList(Workbench& bench);
 
 // Says that a file can not be opened.

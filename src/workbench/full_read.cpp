@@ -44,7 +44,6 @@ bool showReadDecoder(Workbench& bench, const DecoderProfile& profile)
     state.set.offlineItem.clear();
     state.set.listPath.clear(); // it belongs to the set that was there before
     state.set.fileProcessor.reset();
-    state.set.unsavedChanges = false;
     state.set.currentNumber = 0;
     takeExpertFile(bench, expertFileName(profile, state.language));
     fillList(bench);

@@ -1,12 +1,12 @@
 #include "workbench/list_files.h"
 
+#include "cvdata/changes.h"
 #include "cvdata/description_choice.h"
 #include "cvdata/expert_choice.h"
 #include "cvdata/list_header.h"
 #include "program/path_text.h"
 #include "workbench/describe.h"
 #include "workbench/list_notes.h"
-#include "workbench/recovery.h"
 
 #include <algorithm>
 
@@ -65,6 +65,7 @@ void takeList(Workbench& bench, ListFile list, const DecoderProfile& profile,
     set.listPath = path;
     const auto language = bench.state.language;
     set.descriptionPath = bench.state.programFolder / descriptionFileName(profile, language);
+    startUnchanged(set);
     bench.state.set = std::move(set);
     takeExpertFile(bench, listExpertFileName(bench.state.set, language));
     fillList(bench);
@@ -158,7 +159,6 @@ bool saveListAs(Workbench& bench, const std::filesystem::path& path)
     }
     set.listPath = named;
     set.unsavedChanges = false;
-    keepRecovery(bench);
     fillList(bench);
     return true;
 }

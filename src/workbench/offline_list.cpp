@@ -42,7 +42,6 @@ bool showDescription(Workbench& bench, const DecoderProfile& profile, std::strin
     set.offlineItem = menuItem;
     set.listPath.clear(); // it belongs to the set that was there before
     set.fileProcessor.reset();
-    set.unsavedChanges = false;
     set.currentNumber = 0;
     openExpertFile(bench, files.expert);
     fillList(bench);

@@ -1,9 +1,13 @@
 #include "workbench/recovery.h"
 
+#include "cvdata/changes.h"
+#include "cvdata/description_fields.h"
 #include "program/path_text.h"
+#include "workbench/describe.h"
 #include "workbench/list_files.h"
 
 #include <algorithm>
+#include <map>
 #include <string_view>
 #include <utility>
 
@@ -13,18 +17,41 @@ namespace karvo
 namespace
 {
 
-// The first line names the list file that was open, as UTF-8; the list follows.
+// The first line names the list file that was open, as UTF-8. The second holds, for each CV that is marked as
+// changed, the value that it is a change of: "3=4;29=;". The list follows.
 constexpr std::string_view mark = "Karvo recovery;";
 
 struct Kept {
     std::filesystem::path listPath;
+    std::map<int, Text> before; // by CV; empty for a CV that had no value
     std::span<const std::uint8_t> list;
 };
 
+std::string beforeText(const CvSet& set)
+{
+    std::string text;
+    for (const int cv : changedCvs(set))
+        text += std::to_string(cv) + "=" + utf8FromText((*set.baseline)[static_cast<std::size_t>(cv)]) + ";";
+    return text;
+}
+
+std::map<int, Text> beforeFrom(TextView line)
+{
+    std::map<int, Text> before;
+    for (const TextView field : fieldsOf(line)) {
+        const auto equals = std::min(field.find(u'='), field.size());
+        const auto cv = numberFromText(field.substr(0, equals));
+        if (cv && *cv >= 1 && *cv <= CvTable::lastRow && equals < field.size())
+            before[*cv] = field.substr(equals + 1);
+    }
+    return before;
+}
+
 Bytes keptContent(const CvSet& set)
 {
-    const std::string line = std::string(mark) + utf8FromText(pathText(set.listPath)) + "\r\n";
-    Bytes content(line.begin(), line.end());
+    const std::string lines =
+        std::string(mark) + utf8FromText(pathText(set.listPath)) + "\r\n" + beforeText(set) + "\r\n";
+    Bytes content(lines.begin(), lines.end());
     const Bytes list = listFileContent(set);
     content.insert(content.end(), list.begin(), list.end());
     return content;
@@ -38,16 +65,43 @@ std::filesystem::path pathFromText(const Text& text)
         return std::filesystem::path(utf8FromText(text));
 }
 
-std::optional<Kept> keptIn(std::span<const std::uint8_t> content)
+// The next line without its end; nothing when no end comes. `content` goes on behind it.
+std::optional<std::string> takeLine(std::span<const std::uint8_t>& content)
 {
     const auto end = std::find(content.begin(), content.end(), static_cast<std::uint8_t>('\n'));
-    const std::string line(content.begin(), end);
-    if (end == content.end() || !line.starts_with(mark))
+    if (end == content.end())
         return std::nullopt;
-    std::string path = line.substr(mark.size());
-    path.erase(std::find(path.begin(), path.end(), '\r'), path.end());
-    return Kept{pathFromText(textFromUtf8(path)),
-                content.subspan(static_cast<std::size_t>(end - content.begin()) + 1)};
+    std::string line(content.begin(), end);
+    content = content.subspan(line.size() + 1);
+    if (line.ends_with('\r'))
+        line.pop_back();
+    return line;
+}
+
+std::optional<Kept> keptIn(std::span<const std::uint8_t> content)
+{
+    const auto first = takeLine(content);
+    const auto second = first ? takeLine(content) : std::nullopt;
+    if (!second || !first->starts_with(mark))
+        return std::nullopt;
+    return Kept{pathFromText(textFromUtf8(std::string_view(*first).substr(mark.size()))),
+                beforeFrom(textFromUtf8(*second)), content};
+}
+
+// What is kept stays on disk meanwhile, though the list is at first without changes.
+bool takeKept(Workbench& bench, const Kept& kept)
+{
+    const auto file = std::exchange(bench.state.recovery.file, {});
+    const bool taken = takeListContent(bench, kept.list, kept.listPath);
+    bench.state.recovery.file = file;
+    if (!taken)
+        return false;
+    CvSet& set = bench.state.set;
+    for (const auto& [cv, value] : kept.before)
+        (*set.baseline)[static_cast<std::size_t>(cv)] = value;
+    set.unsavedChanges = true;
+    fillList(bench);
+    return true;
 }
 
 std::filesystem::path asidePath(const std::filesystem::path& file)
@@ -84,10 +138,8 @@ bool offerRecovery(Workbench& bench)
     const Text name[] = {kept && !kept->listPath.empty() ? pathText(kept->listPath) : Text(u"---")};
     const bool wanted =
         kept && bench.prompts.question(filledIn(bench.state.texts.message(Message::recoveryQuestion), name));
-    if (wanted && takeListContent(bench, kept->list, kept->listPath)) {
-        bench.state.set.unsavedChanges = true;
+    if (wanted && takeKept(bench, *kept))
         return true;
-    }
     // A wrong click or a damaged file costs nothing: it can still be opened by hand.
     if (!bench.files.saveAtomically(asidePath(file),
                                     kept ? Bytes(kept->list.begin(), kept->list.end()) : *content))

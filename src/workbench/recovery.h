@@ -7,14 +7,14 @@
 namespace karvo
 {
 
-// To be called after every change of the set on the bench: keeps it while it has unsaved changes, else takes
-// the kept one away. Without a recovery file in the state nothing is done. A file that can not be written is
+// Keeps the set on the bench while it has unsaved changes, else takes the kept one away: done whenever its
+// list is made anew. Without a recovery file in the state nothing is done. A file that can not be written is
 // told once in a run.
 void keepRecovery(Workbench& bench);
 
-// At the start: when the last run left changes behind, asks whether to take them. On Yes they are the set on
-// the bench, unsaved still. On No they are put aside under the recovery file's name with ".old" behind it.
-// True when they were taken.
+// At the start, before any list is shown: when the last run left changes behind, asks whether to take them.
+// On Yes they are the set on the bench, unsaved still. On No they are put aside under the recovery file's
+// name with ".old" behind it. True when they were taken.
 bool offerRecovery(Workbench& bench);
 
 // At a clean end of the program, when the user has decided about the changes.

@@ -23,6 +23,7 @@ class ListFilesTest : public testing::Test, protected test::TestBench
 protected:
     ListFilesTest()
     {
+        test::setCaption(state.texts, 161, u"changed");
         for (int number = 710; number <= 724; ++number)
             test::setText(state.texts, number, textFromNumber(number) + u" {1} {2}");
         addFile("CV_Standart_kv07.txt", smallDescription("Standard KV07", "Wort "));
@@ -60,6 +61,8 @@ TEST_F(ListFilesTest, AnOpenedListIsTheSetOnTheBench)
     EXPECT_EQ(set.expertPath, "program/CV_exp_kv07_F5.txt");
     EXPECT_EQ(set.loadedData, u"KV07  Firmware = 5 | bus.kvr");
     EXPECT_FALSE(set.unsavedChanges);
+    ASSERT_TRUE(set.baseline); // values can be marked and taken back
+    EXPECT_EQ((*set.baseline)[1], u"42");
     EXPECT_EQ(journal, (test::Journal{"list changed"}));
 }
 
@@ -171,7 +174,7 @@ TEST_F(ListFilesTest, SavesUnderTheCurrentNameOrAsksForOne)
     ASSERT_TRUE(saveList(bench, folders, unexpected));
     EXPECT_NE(saved("lists/bus.kvr").find("\r\n1;43;Adresse;0;255;3;\r\n2;5;$;"), std::string::npos);
     EXPECT_FALSE(state.set.unsavedChanges);
-    EXPECT_EQ(state.set.list[0].text, u"CV1  = 43");
+    EXPECT_EQ(state.set.list[0].text, u"CV1  = 43  changed"); // until it is written
 
     ASSERT_TRUE(showOfflineList(bench, "mnu_kv07"));
     EXPECT_TRUE(state.set.listPath.empty()); // the file of another vehicle

@@ -1,4 +1,7 @@
+#include "cvdata/changes.h"
 #include "support/test_bench.h"
+#include "workbench/change_value.h"
+#include "workbench/describe.h"
 #include "workbench/list_files.h"
 #include "workbench/offline_list.h"
 #include "workbench/recovery.h"
@@ -19,6 +22,7 @@ class RecoveryTest : public testing::Test, protected test::TestBench
 protected:
     RecoveryTest()
     {
+        test::setCaption(state.texts, 161, u"changed");
         test::setText(state.texts, 710, u"no list");
         test::setText(state.texts, 723, u"restore {1}?");
         test::setText(state.texts, 724, u"{1}: {2}");
@@ -27,12 +31,7 @@ protected:
         state.recovery.file = "config/recovery";
     }
 
-    void change(int value)
-    {
-        state.set.table.setValue(1, value);
-        state.set.unsavedChanges = true;
-        keepRecovery(bench);
-    }
+    void change(int value) { ASSERT_EQ(changeValue(bench, 1, value), ChangeEnd::changed); }
 
     bool isKept() const { return files.content.count("config/recovery") != 0; }
     void startAnew() { state.set = CvSet(); }
@@ -51,6 +50,10 @@ TEST_F(RecoveryTest, ChangesAreOfferedAtTheNextStart)
     EXPECT_EQ(state.set.table.value(1), 44);
     EXPECT_EQ(state.set.listPath, "lists/bus.kvr");
     EXPECT_TRUE(state.set.unsavedChanges);
+    EXPECT_EQ(changedCvs(state.set), (std::vector<int>{1}));
+    EXPECT_EQ(state.set.list[0].text, u"CV1  = 44  changed");
+    EXPECT_TRUE(takeBackValue(bench, 1));
+    EXPECT_EQ(state.set.table.value(1), 42);
     EXPECT_EQ(files.content["lists/bus.kvr"], bytesOf(list));
     EXPECT_TRUE(isKept()); // until they are saved
     ASSERT_TRUE(saveListAs(bench, "lists/bus.kvr"));
@@ -77,8 +80,12 @@ TEST_F(RecoveryTest, NothingIsOfferedAfterACleanEnd)
     dropRecovery(bench);
     EXPECT_FALSE(isKept());
     change(44);
-    state.set.unsavedChanges = false; // taken back, read anew or saved
-    keepRecovery(bench);
+    EXPECT_TRUE(isKept());
+    ASSERT_TRUE(showOfflineList(bench, "mnu_kv07")); // in place of the changed list
+    EXPECT_FALSE(isKept());
+    change(45);
+    EXPECT_TRUE(isKept());
+    clearDisplay(bench);
     EXPECT_FALSE(isKept());
     EXPECT_FALSE(offerRecovery(bench));
 }
@@ -98,16 +105,26 @@ TEST_F(RecoveryTest, WhatIsDeclinedIsPutAside)
 
 TEST_F(RecoveryTest, ADamagedFileIsPutAsideAndNotAskedAboutAgain)
 {
-    for (const std::string content : {"", "nonsense", "Karvo recovery;lists/bus.kvr"}) {
+    for (const std::string content :
+         {"", "nonsense", "Karvo recovery;lists/bus.kvr", "Karvo recovery;lists/bus.kvr\r\n1=3;"}) {
         files.content["config/recovery"] = bytesOf(content);
         EXPECT_FALSE(offerRecovery(bench)) << content;
         EXPECT_FALSE(isKept());
     }
-    files.content["config/recovery"] = bytesOf("Karvo recovery;lists/bus.kvr\r\nbinary");
+    files.content["config/recovery"] = bytesOf("Karvo recovery;lists/bus.kvr\r\n\r\nbinary");
     prompts.answer(true);
     EXPECT_FALSE(offerRecovery(bench));
     EXPECT_EQ(journal.back(), "message no list");
     EXPECT_EQ(files.content["config/recovery.old"], bytesOf("binary"));
+}
+
+TEST_F(RecoveryTest, ValuesBeforeTheChangesAreReadWithCare)
+{
+    files.content["config/recovery"] = bytesOf("Karvo recovery;\r\n0=1;1=;257=2;x;=;3;1\r\n" + list);
+    prompts.answer(true);
+    ASSERT_TRUE(offerRecovery(bench));
+    EXPECT_EQ((*state.set.baseline)[1], u"");
+    EXPECT_EQ(changedCvs(state.set), (std::vector<int>{1}));
 }
 
 TEST_F(RecoveryTest, AFileThatCanNotBeWrittenIsToldOnce)
@@ -117,9 +134,9 @@ TEST_F(RecoveryTest, AFileThatCanNotBeWrittenIsToldOnce)
     files.saveFailure = u"disk full";
     change(43);
     change(44);
-    EXPECT_EQ(journal, (test::Journal{"message config/recovery: disk full"}));
+    EXPECT_EQ(std::count(journal.begin(), journal.end(), "message config/recovery: disk full"), 1);
     // What can not be put aside stays to be offered again.
-    files.content["config/recovery"] = bytesOf("Karvo recovery;\r\n" + list);
+    files.content["config/recovery"] = bytesOf("Karvo recovery;\r\n\r\n" + list);
     prompts.answer(false);
     EXPECT_FALSE(offerRecovery(bench));
     EXPECT_TRUE(isKept());
