@@ -80,7 +80,7 @@ std::filesystem::path backupPath(Files& files, const Clock& clock, const std::fi
         u"KARVO " + Text(modelName(set.profile.model)) + u" " + dateText(now) + u" " + timeText(now);
     for (int number = 1;; ++number) {
         const Text suffix = number == 1 ? Text() : u" (" + textFromNumber(number) + u")";
-        const auto path = folder / utf8FromText(stem + suffix).append(listFileExtension);
+        auto path = folder / utf8FromText(stem + suffix).append(listFileExtension);
         if (!files.exists(path))
             return path;
     }
@@ -174,7 +174,7 @@ bool saveList(Workbench& bench, const UserFolders& folders, const ChooseFile& ch
 std::optional<Text> keepBackup(Files& files, const Clock& clock, const UserFolders& folders, const CvSet& set)
 {
     const auto& folder = folders.cvLists.own;
-    if (const auto reason = files.makeFolder(folder))
+    if (auto reason = files.makeFolder(folder))
         return reason;
     return files.saveAtomically(backupPath(files, clock, folder, set), listFileContent(set));
 }
