@@ -165,6 +165,17 @@ QString whatIsWrongWith(CliArguments& arguments)
     }
 }
 
+// An option that says nothing must not lead to the real line: "--simulate $MODEL" with no MODEL.
+QString whatIsWrongWithTheLine(const QCommandLineParser& parser)
+{
+    const bool simulated = parser.isSet(QStringLiteral("simulate"));
+    if (simulated && parser.value(QStringLiteral("simulate")).isEmpty())
+        return QStringLiteral("--simulate takes the name of a decoder.");
+    if (!simulated && (parser.isSet(QStringLiteral("fault")) || parser.isSet(QStringLiteral("no-pace"))))
+        return QStringLiteral("--fault and --no-pace are for --simulate.");
+    return {};
+}
+
 CliParseResult taken(const QCommandLineParser& parser, CliCommand command)
 {
     CliArguments arguments;
@@ -189,8 +200,10 @@ CliParseResult taken(const QCommandLineParser& parser, CliCommand command)
     }
     if (!arguments.output.isEmpty() && !endsIn(arguments.output, {"kvr", "csv", "txt"}))
         return wrong(QStringLiteral("--output takes a name that ends in .kvr, .csv or .txt."));
-    if (const QString fault = whatIsWrongWith(arguments); !fault.isEmpty())
-        return wrong(fault);
+    for (const QString& fault : {whatIsWrongWithTheLine(parser), whatIsWrongWith(arguments)}) {
+        if (!fault.isEmpty())
+            return wrong(fault);
+    }
     return {arguments, {}, false};
 }
 

@@ -68,6 +68,7 @@ ExitCode runIdentify(Workbench& bench, const CliArguments& arguments)
         printDecoder(bench.state, arguments.json);
         return ExitCode::done;
     case IdentificationEnd::timedOut:
+        bench.state.link.timeOut = false;
         bench.prompts.message(bench.state.texts.message(Message::noReply), PromptIcon::none);
         return ExitCode::noReply;
     case IdentificationEnd::unknown:

@@ -15,8 +15,9 @@ CliParseResult parse(const QString& line)
 
 TEST(CliArgumentsTest, TakesCommandsAndOptionsInAnyOrder)
 {
-    const auto parsed =
-        parse(QStringLiteral("--port COM5 read --map-port COM5=/dev/a --map-port com6=b --json --no-pace"));
+    const auto parsed = parse(
+        QStringLiteral("--port COM5 read --map-port COM5=/dev/a --map-port com6=b --json --simulate kv07 "
+                       "--no-pace"));
     ASSERT_TRUE(parsed.arguments);
     EXPECT_EQ(parsed.arguments->command, CliCommand::read);
     EXPECT_EQ(parsed.arguments->port, 5);
@@ -73,7 +74,10 @@ TEST(CliArgumentsTest, RefusesWhatItDoesNotKnow)
                                    "write CV3=1 --from a.kvr",
                                    "write CV3=256",
                                    "write CV0=1",
-                                   "write CV3=1 CV3=2"}) {
+                                   "write CV3=1 CV3=2",
+                                   "write CV3=1 --simulate=",
+                                   "read --fault silence",
+                                   "read --no-pace"}) {
         const auto parsed = parse(QString::fromLatin1(line));
         EXPECT_TRUE(parsed.wrong) << line;
         EXPECT_FALSE(parsed.arguments) << line;

@@ -72,6 +72,17 @@ TEST_F(ReadTest, SilenceClosesThePortAndTheNextReadOpensItAgain)
     EXPECT_EQ(read(), ReadEnd::read);
 }
 
+TEST_F(ReadTest, AShortBlockThatStopsIsGivenUpAfterFiveSeconds)
+{
+    image[1] = 99;
+    bench.line.replyWith({'1', '5'});
+    bench.line.replyWith(Bytes(413, 1));
+    EXPECT_EQ(read(), ReadEnd::noReply);
+    EXPECT_EQ(bench.line.now(), 5000ms);
+    EXPECT_EQ(image[1], 99);
+    EXPECT_TRUE(bench.line.isOpen());
+}
+
 TEST_F(ReadTest, AnUnknownDecoderEndsTheReadWithItsStatus)
 {
     bench.line.replyWith({'9', '9'});
@@ -101,9 +112,14 @@ TEST_F(ReadTest, AHangUpInTheBlockIsATimeOutAndTheNextReadWorks)
     bench.line.replyInPieces({{500ms, Bytes(100, 1)}, {600ms, {}}});
     EXPECT_EQ(read(), ReadEnd::noReply);
     EXPECT_EQ(bench.line.now(), 600ms);
+    EXPECT_FALSE(bench.state.timeOut);
+    const Journal end(bench.journal.end() - 3, bench.journal.end());
+    EXPECT_EQ(end, (Journal{"message no reply", "status no reply status", "no hourglass"}));
+    bench.journal.clear();
     bench.line.replyWith({'2', '7'});
     bench.line.replyWith(blockOf(1024));
     EXPECT_EQ(read(), ReadEnd::read);
+    EXPECT_EQ(bench.journal.at(1), "open 1") << "the port is opened anew";
 }
 
 TEST_F(ReadTest, ClosingTheProgramShowsNothing)
