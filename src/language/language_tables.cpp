@@ -20,11 +20,4 @@ Text LanguageTables::caption(Caption number) const
     return text.substr(0, text.find(u'\t'));
 }
 
-Text LanguageTables::captionTip(Caption number) const
-{
-    const Text text = shownText(captions[static_cast<std::size_t>(number)]);
-    const auto tab = text.find(u'\t');
-    return tab == Text::npos ? Text() : text.substr(tab + 1);
-}
-
 } // namespace karvo

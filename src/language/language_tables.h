@@ -29,9 +29,6 @@ struct LanguageTables {
 
     // The caption up to its first tab.
     Text caption(Caption number) const;
-
-    // What follows the caption's first tab: an explanation for tool tips; empty where there is none.
-    Text captionTip(Caption number) const;
 };
 
 } // namespace karvo

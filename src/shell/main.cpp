@@ -4,8 +4,13 @@
 
 #include <QApplication>
 
+#include <cstdio>
 #include <cstdlib>
 #include <iostream>
+
+#ifdef _WIN32
+#include <windows.h>
+#endif
 
 namespace
 {
@@ -15,6 +20,17 @@ constexpr int misuse = 2;
 std::vector<std::string> argumentsOf(int count, char** values)
 {
     return {values + 1, values + count};
+}
+
+// A window program has no console of its own on Windows: what it prints goes to the one it was called from.
+void useConsoleOfTheCaller()
+{
+#ifdef _WIN32
+    if (AttachConsole(ATTACH_PARENT_PROCESS) == 0)
+        return;
+    std::freopen("CONOUT$", "w", stdout);
+    std::freopen("CONOUT$", "w", stderr);
+#endif
 }
 
 int refuse(const std::string& error)
@@ -44,6 +60,7 @@ std::string setUp(karvo::ProgramSetup& setup, const karvo::Options& options)
 
 int main(int count, char** values)
 {
+    useConsoleOfTheCaller();
     // What needs no window is done without one.
     const auto early = karvo::parseOptions(argumentsOf(count, values));
     if (!early.error.empty())

@@ -45,7 +45,6 @@ TEST_F(LanguageLoaderTest, EntriesAreLinesFromTheirFifthCharacterOn)
     EXPECT_EQ(tables.message(static_cast<Message>(4)), u"");
     EXPECT_EQ(tables.message(static_cast<Message>(5)), u"ä\tTipp");
     EXPECT_EQ(tables.caption(static_cast<Caption>(1)), u"ä");
-    EXPECT_EQ(tables.captionTip(static_cast<Caption>(1)), u"T");
     EXPECT_EQ(tables.messages[0], u"");
     EXPECT_EQ(tables.menuCaption(501), u"");
 }
