@@ -1,5 +1,6 @@
 #include "shell/hauptform.h"
 
+#include "cvdata/changes.h"
 #include "cvdata/forms/cv_panel.h"
 #include "shell/main_menu.h"
 #include "shell/port_bar.h"
@@ -22,19 +23,23 @@ Hauptform::Hauptform(const MainWindowSetup& setup)
       list_(new FixedWidthList(this)),
       panel_(new CvPanel),
       statusLine_(new StatusLine(setup.simulatedInterface, this)),
-      splitter_(nullptr)
+      splitter_(nullptr),
+      keepBackup_(setup.keepBackup),
+      backupFolder_(setup.backupFolder)
 {
     buildWindow();
     buildTimers();
     connectView(setup.view);
     connectControls();
     connectMenu();
+    connectWriting();
     menu_->markLanguage(state_.language);
     portBar_->showPort(state_.link.portNumber);
     applyCaptions();
     showList();
     setup.view.showStatus(texts_.caption(Caption::ready));
     restorePlacement();
+    portBar_->focusStart();
 }
 
 void Hauptform::closeEvent(QCloseEvent* event)
@@ -44,8 +49,13 @@ void Hauptform::closeEvent(QCloseEvent* event)
         event->accept();
         return;
     }
+    // A write is not torn: what has been announced to the decoder comes to its end first. Who asks again
+    // means it.
+    if (writing_ && !closing_)
+        state_.stopRequested = true;
+    else
+        bench_.prompts.endProgram();
     closing_ = true;
-    bench_.prompts.endProgram();
     event->ignore();
 }
 
@@ -103,7 +113,17 @@ void Hauptform::showLineBusy(bool busy)
 
 void Hauptform::showAvailability()
 {
-    menu_->setAvailable(state_.lineBusy, !state_.set.isEmpty());
+    const CvSet& set = state_.set;
+    const int cv = set.currentNumber;
+    const bool idle = !state_.lineBusy;
+    const bool hasList = !set.isEmpty();
+    const bool hasCurrentCv = hasList && cv >= 1 && cv <= CvTable::lastRow && set.table.value(cv).has_value();
+    menu_->setAvailable(state_.lineBusy, hasList, hasCurrentCv);
+    panel_->setAvailable({.changing = idle && hasCurrentCv,
+                          .takingBack = idle && isChanged(set, cv),
+                          .takingAllBack = idle && !changedCvs(set).empty(),
+                          .writingOne = idle && hasCurrentCv,
+                          .writingChanged = idle && hasList});
 }
 
 QString Hauptform::title() const

@@ -5,10 +5,13 @@
 #include "shell/main_window_view.h"
 #include "workbench/full_read.h"
 #include "workbench/workbench.h"
+#include "workbench/write_backup.h"
+#include "workbench/write_report.h"
 
 #include <QMainWindow>
 #include <QTimer>
 
+#include <functional>
 #include <optional>
 #include <string_view>
 
@@ -28,6 +31,8 @@ struct MainWindowSetup {
     Workbench& bench;
     MainWindowView& view; // the same as the workbench's
     ListPortDevices listPortDevices;
+    KeepBackup keepBackup;              // keeps what a vehicle held before the first write to it
+    std::filesystem::path backupFolder; // where
     bool simulatedInterface = false;
 };
 
@@ -87,6 +92,23 @@ private:
     void showModuleHelp();
     void showHelp();
 
+    // hauptform_writing.cpp
+    void connectWriting();
+    void enterValue(const QString& typed);
+    void enterBits(int value);
+    void stepValue(int by);
+    void takeBackCurrent();
+    void takeBackAll();
+    bool takePendingValue();
+    void writeCurrent();
+    void writeSeriesOfCurrent();
+    void writeChangedCvs();
+    void writeAllCvs();
+    void reset();
+    void operate(const std::function<void()>& write);
+    void showReport(const WriteReport& report);
+    void chooseNotice(bool wanted);
+
     Workbench bench_;
     ProgramState& state_;
     const LanguageTables& texts_;
@@ -99,8 +121,11 @@ private:
     QSplitter* splitter_;
     QTimer blinkTimer_;    // "Timer2"
     QTimer readTimer_;     // "Timer3": the deferred read
-    QTimer sequenceTimer_; // "Timer4": the write of a series of CVs
+    QTimer sequenceTimer_; // "Timer4": the deferred write of the series CV167 to CV171
     Text word_;            // last searched
+    KeepBackup keepBackup_;
+    std::filesystem::path backupFolder_;
+    bool writing_ = false; // a write is under way
     bool closing_ = false; // to be closed as soon as the operation under way has ended
 };
 

@@ -26,6 +26,8 @@ void Hauptform::read(ReadStarter starter)
     }
     if (end == ReadEnd::read)
         list_->setFocus();
+    else if (starter == ReadStarter::button)
+        portBar_->focusStart(); // it lost the focus when it was disabled
 }
 
 void Hauptform::clear()
@@ -91,6 +93,7 @@ void Hauptform::chooseRow(int row)
         return;
     state_.set.currentNumber = state_.set.list[static_cast<std::size_t>(row)].cv;
     showDetails();
+    showAvailability();
 }
 
 void Hauptform::enterNumber(int number)
@@ -109,6 +112,7 @@ bool Hauptform::goToCv(int number)
         return false;
     state_.set.currentNumber = number;
     list_->setCurrentRow(static_cast<int>(*row));
+    showAvailability();
     return true;
 }
 

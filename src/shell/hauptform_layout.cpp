@@ -62,6 +62,15 @@ public:
         const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this);
         return {widget()->minimumSizeHint().width() + bar, 6 * fontMetrics().height()};
     }
+
+protected:
+    // Other words need another width: without this the splitter keeps the one of the words before.
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (watched == widget() && event->type() == QEvent::LayoutRequest)
+            updateGeometry();
+        return QScrollArea::eventFilter(watched, event);
+    }
 };
 
 } // namespace
@@ -100,6 +109,7 @@ void Hauptform::buildTimers()
     set(readTimer_, "Timer3", 100ms);
     set(sequenceTimer_, "Timer4", 200ms);
     readTimer_.setSingleShot(true);
+    sequenceTimer_.setSingleShot(true);
     connect(&blinkTimer_, &QTimer::timeout, statusLine_, &StatusLine::blink);
     connect(&readTimer_, &QTimer::timeout, this, [this] { read(ReadStarter::other); });
 }
@@ -124,6 +134,8 @@ void Hauptform::connectView(MainWindowView& view)
             [this](const Text& text) { statusLine_->showStatus(qtText(text)); });
     connect(&view, &MainWindowView::progressShown, this,
             [this](std::size_t done, std::size_t total) { statusLine_->showProgress(texts_, done, total); });
+    connect(&view, &MainWindowView::writeProgressShown, this,
+            [this](int cv, std::size_t remaining) { statusLine_->showWriteProgress(texts_, cv, remaining); });
     connect(&view, &MainWindowView::hourglassShown, this, [this](bool shown) {
         if (shown)
             setCursor(Qt::WaitCursor);

@@ -1,9 +1,14 @@
 #include "shell/karvo_program.h"
 
+#include "platform/qt_clock.h"
 #include "platform/qt_locale_info.h"
 #include "platform/qt_serial_port.h"
 #include "platform/simulated_port.h"
+#include "platform/text_conversion.h"
 #include "shell/start_up.h"
+#include "workbench/list_files.h"
+
+#include <QStandardPaths>
 
 namespace karvo
 {
@@ -40,8 +45,16 @@ bool KarvoProgram::start()
 {
     if (!startUp(bench_, QtLocaleInfo()))
         return false;
-    window_ = std::make_unique<Hauptform>(
-        MainWindowSetup{bench_, view_, [this] { return portDevices(); }, simulated_});
+    const auto documents = toPath(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    const auto folders = findUserFolders(files_, state_.programFolder, documents);
+    window_ = std::make_unique<Hauptform>(MainWindowSetup{
+        .bench = bench_,
+        .view = view_,
+        .listPortDevices = [this] { return portDevices(); },
+        .keepBackup = [this,
+                       folders](const CvSet& set) { return keepBackup(files_, QtClock(), folders, set); },
+        .backupFolder = folders.cvLists.own,
+        .simulatedInterface = simulated_});
     // Found by their names among the window's own.
     line_->setParent(window_.get());
     wait_->setParent(window_.get());

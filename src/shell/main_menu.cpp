@@ -7,6 +7,8 @@
 #include <QActionGroup>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMouseEvent>
+#include <QStatusTipEvent>
 
 #include <algorithm>
 
@@ -40,6 +42,7 @@ MainMenu::MainMenu(QMenuBar* bar) : QObject(bar), languages_(new QActionGroup(th
     }
     addShortcuts();
     addLanguages();
+    bar->installEventFilter(this);
 }
 
 QAction* MainMenu::action(std::string_view name) const
@@ -66,7 +69,7 @@ void MainMenu::markLanguage(LanguageCode code)
     action(languageFiles(code).menuItem)->setChecked(true);
 }
 
-void MainMenu::setAvailable(bool lineBusy, bool hasList)
+void MainMenu::setAvailable(bool lineBusy, bool hasList, bool hasCurrentCv)
 {
     for (const Item& item : items_) {
         if (item.opensMenu)
@@ -84,8 +87,24 @@ void MainMenu::setAvailable(bool lineBusy, bool hasList)
         case Availability::withList:
             item.action->setEnabled(!lineBusy && hasList);
             break;
+        case Availability::withCurrentCv:
+            item.action->setEnabled(!lineBusy && hasCurrentCv);
+            break;
         }
     }
+}
+
+bool MainMenu::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::MouseMove) {
+        auto* const bar = qobject_cast<QMenuBar*>(watched);
+        const QAction* const item = bar->actionAt(static_cast<QMouseEvent*>(event)->position().toPoint());
+        if (item != nullptr && !item->isEnabled()) {
+            QStatusTipEvent tip(item->statusTip());
+            QCoreApplication::sendEvent(bar, &tip);
+        }
+    }
+    return QObject::eventFilter(watched, event);
 }
 
 void MainMenu::addSeparator(QMenu* menu)

@@ -33,7 +33,12 @@ public:
     // Ticks the item of the language and clears the other four.
     void markLanguage(LanguageCode code);
 
-    void setAvailable(bool lineBusy, bool hasList);
+    // A current CV is one of a list.
+    void setAvailable(bool lineBusy, bool hasList, bool hasCurrentCv);
+
+protected:
+    // A disabled item of the bar is never highlighted, so its reason is told when the mouse comes over it.
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     struct Item {

@@ -181,10 +181,14 @@ struct AvailableItem {
 constexpr AvailableItem availableItems[] = {
     {"mnu_exit", Availability::always},
     {"mnu_read_all", Availability::idle},
+    {"mnu_write_all", Availability::withList},
+    {"mnu_write_single", Availability::withCurrentCv},
+    {"mnu_reset", Availability::idle},
     {"mnu_standart", Availability::withList},
     {"mnu_cv_datei", Availability::withList},
     {"mnu_hilfe_XT", Availability::idle},
     {"mnu_clear", Availability::idle},
+    // Not only with a list, as its neighbours: without a port there would never be one.
     {"mnu_com", Availability::idle},
     {"mnu_index", Availability::withList},
     {"mnu_suchen_generell", Availability::withList},

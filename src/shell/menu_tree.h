@@ -23,8 +23,9 @@ std::size_t menuCaptionNumber(std::string_view name);
 enum class Availability {
     notBuilt, // in no version yet
     always,
-    idle,    // while no operation has the line
-    withList // the same, once a list stands
+    idle,         // while no operation has the line
+    withList,     // the same, once a list stands
+    withCurrentCv // the same, once a CV with a value is chosen
 };
 
 // Of items; menus can always be opened.

@@ -148,4 +148,9 @@ void PortBar::setLineBusy(bool busy)
     start_->setEnabled(!busy);
 }
 
+void PortBar::focusStart()
+{
+    start_->setFocus();
+}
+
 } // namespace karvo

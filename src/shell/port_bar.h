@@ -25,6 +25,7 @@ public:
     void showPort(int number);
     void showDecoder(const ProgramState& state);
     void setLineBusy(bool busy);
+    void focusStart();
 
 signals:
     void portChosen(int number);

@@ -4,6 +4,8 @@
 
 #include <QLabel>
 #include <QProgressBar>
+#include <QPushButton>
+#include <QShortcut>
 
 namespace karvo
 {
@@ -30,17 +32,27 @@ StatusLine::StatusLine(bool simulated, QWidget* parent)
     : QStatusBar(parent),
       status_(newLabel("Status", this)),
       progress_(new QProgressBar(this)),
+      stop_(new QPushButton(this)),
       sign_(newLabel("LineSign", this)),
       version_(newLabel("Version", this))
 {
     progress_->setObjectName(QStringLiteral("Progress"));
     progress_->setMaximumHeight(status_->fontMetrics().height() + 4);
     progress_->hide();
+    stop_->setObjectName(QStringLiteral("Anhalten"));
+    stop_->hide();
+    connect(stop_, &QPushButton::clicked, this, [this] {
+        showStopping(true);
+        emit stopWanted();
+    });
+    auto* const escape = new QShortcut(QKeySequence(Qt::Key_Escape), stop_);
+    connect(escape, &QShortcut::activated, stop_, &QPushButton::click);
     sign_->setFixedWidth(sign_->fontMetrics().horizontalAdvance(filledSign) + 4);
     sign_->setAlignment(Qt::AlignCenter);
     status_->setIndent(status_->fontMetrics().averageCharWidth());
     addWidget(status_, 2);
     addWidget(progress_, 1);
+    addPermanentWidget(stop_); // a tip that is shown meanwhile does not take it away
     addPermanentWidget(sign_);
     if (simulated) {
         simulation_ = newLabel("Simulation", this);
@@ -54,6 +66,9 @@ void StatusLine::applyCaptions(const LanguageTables& texts)
     sign_->setToolTip(qtText(texts.caption(Caption::lineInUse)));
     sign_->setAccessibleName(sign_->toolTip());
     progress_->setAccessibleName(qtText(texts.caption(Caption::readAll)));
+    stopCaption_ = buttonText(texts.caption(Caption::stopWriting));
+    stoppingCaption_ = buttonText(texts.caption(Caption::stoppingWrite));
+    showStopping(false);
     if (simulation_ != nullptr)
         simulation_->setText(qtText(texts.caption(Caption::simulatedInterface)));
 }
@@ -78,6 +93,33 @@ void StatusLine::showProgress(const LanguageTables& texts, std::size_t done, std
         texts, Caption::bytesReceived,
         {textFromNumber(static_cast<long long>(done)), textFromNumber(static_cast<long long>(total))}));
     progress_->show();
+}
+
+void StatusLine::showWriteProgress(const LanguageTables& texts, int cv, std::size_t remaining)
+{
+    if (cv == 0) {
+        progress_->hide();
+        stop_->hide();
+        showStopping(false);
+        return;
+    }
+    if (!stop_->isVisible()) {
+        toWrite_ = remaining + 1;
+        stop_->show();
+        stop_->setFocus();
+    }
+    progress_->setRange(0, static_cast<int>(toWrite_));
+    progress_->setValue(static_cast<int>(toWrite_ - std::min(remaining + 1, toWrite_)));
+    progress_->setFormat(
+        filledCaption(texts, Caption::writeProgress,
+                      {textFromNumber(cv), textFromNumber(static_cast<long long>(remaining))}));
+    progress_->show();
+}
+
+void StatusLine::showStopping(bool stopping)
+{
+    stop_->setEnabled(!stopping);
+    stop_->setText(stopping ? stoppingCaption_ : stopCaption_);
 }
 
 void StatusLine::showVersion(const QString& version)

@@ -9,6 +9,7 @@
 
 class QLabel;
 class QProgressBar;
+class QPushButton;
 
 namespace karvo
 {
@@ -27,18 +28,30 @@ public:
     // A total of 0 takes the progress bar away.
     void showProgress(const LanguageTables& texts, std::size_t done, std::size_t total);
 
+    // Which CV of many is being written, and a button that ends it; CV 0 takes both away.
+    void showWriteProgress(const LanguageTables& texts, int cv, std::size_t remaining);
+
     void showVersion(const QString& version);
 
     // A sign that changes its shape with every call while the line is in use.
     void blink();
     void stopBlinking();
 
+signals:
+    void stopWanted();
+
 private:
+    void showStopping(bool stopping);
+
     QLabel* status_;
     QProgressBar* progress_;
+    QPushButton* stop_;
     QLabel* sign_;
     QLabel* simulation_ = nullptr; // in demo mode only
     QLabel* version_;
+    QString stopCaption_;
+    QString stoppingCaption_;
+    std::size_t toWrite_ = 0; // of the write of many under way
 };
 
 } // namespace karvo

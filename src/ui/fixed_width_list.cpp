@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QEvent>
 #include <QFontDatabase>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QStyledItemDelegate>
 
@@ -107,6 +108,23 @@ void FixedWidthList::paintEvent(QPaintEvent* event)
     painter.setPen(palette().color(QPalette::Text));
     painter.drawText(viewport()->rect().adjusted(hintMargin, hintMargin, -hintMargin, -hintMargin),
                      Qt::AlignCenter | Qt::TextWordWrap, emptyHint_);
+}
+
+// Digits are values here, and no search for a row that begins with them.
+void FixedWidthList::keyPressEvent(QKeyEvent* event)
+{
+    const auto modifiers = event->modifiers() & ~(Qt::KeypadModifier | Qt::ShiftModifier);
+    const QString typed = event->text();
+    if (currentRow() < 0 || modifiers != Qt::NoModifier)
+        QListWidget::keyPressEvent(event);
+    else if (typed.size() == 1 && typed.front() >= u'0' && typed.front() <= u'9')
+        emit digitTyped(typed);
+    else if (event->key() == Qt::Key_F2 || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        emit entryWanted();
+    else if (typed == QStringLiteral("+") || typed == QStringLiteral("-"))
+        emit stepWanted(typed == QStringLiteral("+") ? 1 : -1);
+    else
+        QListWidget::keyPressEvent(event);
 }
 
 void FixedWidthList::changeEvent(QEvent* event)

@@ -33,8 +33,16 @@ public:
     // All rows are of one size: as wide as the widest needs.
     QSize rowSize() const { return rowSize_; }
 
+signals:
+    // Over the chosen row: a digit that begins a value; a key that asks for the value's entry; a step of the
+    // value up (1) or down (-1).
+    void digitTyped(const QString& digit);
+    void entryWanted();
+    void stepWanted(int by);
+
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void changeEvent(QEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
 

@@ -129,8 +129,8 @@ TEST(HauptformList, AddsUpTheTickedBoxes)
     for (const auto& [box, sum] : clicks) {
         bench.find<QCheckBox>(box).click();
         EXPECT_EQ(bench.text("Errechneter_Wert"), sum) << box;
+        EXPECT_EQ(bench.field("CV_Wert"), sum) << box;
     }
-    EXPECT_EQ(bench.field("CV_Wert"), "6") << "the value itself waits for being taken over";
 }
 
 TEST(HauptformList, GoesToATypedNumber)

@@ -108,12 +108,15 @@ TEST(HauptformRead, RefusesASecondReadMeanwhile)
     WindowBench bench(with(sim::Fault::tornBlock));
     int fillings = 0;
     QObject::connect(&bench.view, &MainWindowView::listReplaced, [&] { ++fillings; });
+    bool asked = false;
     whileWaiting([&] {
+        asked = true;
         bench.find<QPushButton>("Start").click();
         bench.press(Qt::Key_F5);
         EXPECT_EQ(readIntoList(bench.bench, ReadStarter::other), std::nullopt);
     });
     bench.find<QPushButton>("Start").click();
+    EXPECT_TRUE(asked);
     EXPECT_EQ(fillings, 1);
     EXPECT_EQ(bench.list().count(), linesAfterRead);
 }
@@ -168,6 +171,7 @@ TEST(HauptformRead, ReportsFaultsAndKeepsTheList)
         EXPECT_EQ(bench.list().count(), 176);
         EXPECT_EQ(bench.text("Programm_Kennung"), "KV07  Liste ohne Fahrzeug");
         EXPECT_TRUE(bench.find<QPushButton>("Start").isEnabled());
+        EXPECT_EQ(bench.window->focusWidget(), &bench.find<QPushButton>("Start"));
         EXPECT_EQ(bench.window->cursor().shape(), Qt::ArrowCursor);
 
         bench.port.simulator().setFault(sim::Fault::none);

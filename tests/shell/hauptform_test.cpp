@@ -6,6 +6,7 @@
 #include <QHelpEvent>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QTimer>
 
 namespace karvo::test
@@ -124,8 +125,8 @@ TEST(Hauptform, SpeaksEveryLanguageOnEveryControl)
         BenchSetup setup;
         setup.language = code;
         WindowBench bench(setup);
-        for (const char* name :
-             {"Start", "Enter_Taste", "Einzelne_speichern", "Alle_speichern", "Servo_Addr"}) {
+        for (const char* name : {"Start", "Enter_Taste", "Einzelne_speichern", "Alle_speichern", "Servo_Addr",
+                                 "Zuruecknehmen", "Alle_zuruecknehmen", "Anhalten"}) {
             const auto text = bench.find<QPushButton>(name).text().toStdString();
             EXPECT_FALSE(text.empty()) << name;
             if (code == LanguageCode::german)
@@ -147,12 +148,9 @@ TEST(Hauptform, SpeaksEveryLanguageOnEveryControl)
 TEST(Hauptform, DisablesWhatIsNotBuilt)
 {
     WindowBench bench;
-    for (const char* name : {"Enter_Taste", "Einzelne_speichern", "Alle_speichern", "Servo_Addr"}) {
-        auto& button = bench.find<QPushButton>(name);
-        EXPECT_FALSE(button.isEnabled()) << name;
-        EXPECT_EQ(button.toolTip().toStdString(), "Diese Funktion gibt es in dieser Version noch nicht.")
-            << name;
-    }
+    auto& button = bench.find<QPushButton>("Servo_Addr");
+    EXPECT_FALSE(button.isEnabled());
+    EXPECT_EQ(button.toolTip().toStdString(), "Diese Funktion gibt es in dieser Version noch nicht.");
 }
 
 TEST(Hauptform, ChangesTheLanguageAtOnceAndKeepsTheValues)
@@ -219,11 +217,19 @@ TEST(Hauptform, RemembersItsPlace)
     bench.window->resize(901, 603);
     bench.item("mnu_exit").trigger();
     EXPECT_FALSE(bench.window->isVisible());
-    Hauptform again({bench.bench, bench.view, [] { return std::vector<PortDevice>(); }, false});
+    Hauptform again(MainWindowSetup{.bench = bench.bench,
+                                    .view = bench.view,
+                                    .listPortDevices = {},
+                                    .keepBackup = {},
+                                    .backupFolder = {}});
     EXPECT_EQ(again.size(), QSize(901, 603));
     bench.settings.values["Window/Geometry"] = u"nonsense";
     bench.settings.values["Window/Splitter"] = u"%%%";
-    const Hauptform usual({bench.bench, bench.view, [] { return std::vector<PortDevice>(); }, false});
+    const Hauptform usual(MainWindowSetup{.bench = bench.bench,
+                                          .view = bench.view,
+                                          .listPortDevices = {},
+                                          .keepBackup = {},
+                                          .backupFolder = {}});
     EXPECT_NE(usual.size(), QSize(901, 603));
     EXPECT_GT(usual.width(), 300);
 }
@@ -240,10 +246,50 @@ TEST(Hauptform, LetsTheKeyboardReachEverythingInReadingOrder)
         order.push_back(stop ? widget->objectName().toStdString() : std::string());
     }
     std::erase(order, std::string());
-    EXPECT_EQ(order,
-              (std::vector<std::string>{"Start", "List1", "CV_Nummer", "CV_Wert", "CV_Fabrik", "Bezeichnung",
-                                        "Check128", "Check64", "Check32", "Check16", "Check8", "Check4",
-                                        "Check2", "Check1", "Zusatz_Text", "var_Text", "Text1", "COM"}));
+    EXPECT_EQ(order, (std::vector<std::string>{"Start",
+                                               "List1",
+                                               "CV_Nummer",
+                                               "CV_Wert",
+                                               "Enter_Taste",
+                                               "CV_Fabrik",
+                                               "Bezeichnung",
+                                               "Check128",
+                                               "Check64",
+                                               "Check32",
+                                               "Check16",
+                                               "Check8",
+                                               "Check4",
+                                               "Check2",
+                                               "Check1",
+                                               "Zusatz_Text",
+                                               "var_Text",
+                                               "Text1",
+                                               "Einzelne_speichern",
+                                               "Alle_speichern",
+                                               "Hinweis_nach_Schreiben",
+                                               "COM"}));
+}
+
+TEST(Hauptform, GivesTheTextsOfAnotherLanguageTheWidthTheyNeed)
+{
+    WindowBench bench;
+    bench.window->resize(1180, 760);
+    bench.showOfflineList();
+    const auto& area = bench.find<QScrollArea>("CurrentCvArea");
+    for (const char* item : {"mnu_franz", "mnu_dutch", "mnu_spanisch"}) {
+        bench.item(item).trigger();
+        EXPECT_TRUE(QTest::qWaitFor([&] {
+            return area.viewport()->width() >= area.widget()->minimumSizeHint().width();
+        })) << item;
+    }
+}
+
+TEST(Hauptform, BeginsWithTheKeyboardOnStart)
+{
+    WindowBench bench;
+    bench.window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(bench.window.get()));
+    EXPECT_EQ(bench.window->focusWidget(), &bench.find<QPushButton>("Start"));
 }
 
 TEST(Hauptform, FitsASmallScreenInTheLongestLanguage)

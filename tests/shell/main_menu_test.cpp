@@ -2,6 +2,7 @@
 
 #include <QMenu>
 #include <QMenuBar>
+#include <QStatusBar>
 
 #include <fstream>
 
@@ -235,9 +236,8 @@ TEST(MainMenu, SaysOfItemsThatAreNotBuilt)
     WindowBench bench;
     const std::string tip = "Diese Funktion gibt es in dieser Version noch nicht.";
     for (const char* name :
-         {"mnu_open", "mnu_save", "mnu_save_as", "mnu_change_more_cv", "mnu_write_all", "mnu_write_single",
-          "mnu_fahrstufen", "mnu_reset", "mnu_FzCVdrucken", "mnu_servo1", "mnu_vergleichen", "mnu_firmware",
-          "mnu_RAM", "mnu_download", "mnu_Lorry"}) {
+         {"mnu_open", "mnu_save", "mnu_save_as", "mnu_change_more_cv", "mnu_fahrstufen", "mnu_FzCVdrucken",
+          "mnu_servo1", "mnu_vergleichen", "mnu_firmware", "mnu_RAM", "mnu_download", "mnu_Lorry"}) {
         EXPECT_FALSE(bench.item(name).isEnabled()) << name;
         EXPECT_EQ(bench.item(name).statusTip().toStdString(), tip) << name;
         EXPECT_EQ(bench.item(name).toolTip().toStdString(), tip) << name;
@@ -250,20 +250,37 @@ TEST(MainMenu, SaysOfItemsThatAreNotBuilt)
     }
 }
 
+TEST(MainMenu, TellsTheReasonWhenTheMouseComesOverADisabledItemOfTheBar)
+{
+    WindowBench bench;
+    QMenuBar& bar = *bench.window->menuBar();
+    QString shown;
+    QObject::connect(bench.window->statusBar(), &QStatusBar::messageChanged,
+                     [&](const QString& text) { shown = text; });
+    QTest::mouseMove(&bar, bar.actionGeometry(&bench.item("mnu_firmware")).center());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !shown.isEmpty(); }));
+    EXPECT_EQ(shown, bench.item("mnu_firmware").statusTip());
+}
+
 TEST(MainMenu, EnablesWhatNeedsAListOnceOneStands)
 {
     WindowBench bench;
     const auto states = [&] {
         std::vector<bool> enabled;
-        for (const char* name : {"mnu_index", "mnu_suchen_generell", "mnu_standart", "mnu_cv_datei"})
+        for (const char* name :
+             {"mnu_index", "mnu_suchen_generell", "mnu_standart", "mnu_cv_datei", "mnu_write_all"})
             enabled.push_back(bench.item(name).isEnabled());
         return enabled;
     };
-    EXPECT_EQ(states(), std::vector<bool>(4, false));
+    EXPECT_EQ(states(), std::vector<bool>(5, false));
     bench.showOfflineList();
-    EXPECT_EQ(states(), std::vector<bool>(4, true));
+    EXPECT_EQ(states(), std::vector<bool>(5, true));
+    EXPECT_FALSE(bench.item("mnu_write_single").isEnabled()) << "no CV is chosen";
+    bench.chooseCv(2);
+    EXPECT_TRUE(bench.item("mnu_write_single").isEnabled());
     bench.item("mnu_clear").trigger();
-    EXPECT_EQ(states(), std::vector<bool>(4, false));
+    EXPECT_EQ(states(), std::vector<bool>(5, false));
+    EXPECT_FALSE(bench.item("mnu_write_single").isEnabled());
 }
 
 TEST(MainMenu, MarksTheLanguageInUse)

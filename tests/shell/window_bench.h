@@ -62,6 +62,7 @@ struct WindowBench {
     ModalDriver driver;
     std::vector<PortDevice> devices{{QStringLiteral("/dev/ttyS0"), QString()},
                                     {QStringLiteral("/dev/ttyUSB0"), QStringLiteral("USB Serial")}};
+    std::vector<CvSet> kept; // what vehicles held before the first write to them
     std::unique_ptr<Hauptform> window;
 
     explicit WindowBench(const BenchSetup& setup = {})
@@ -87,8 +88,16 @@ struct WindowBench {
                 bytesOf(kv07Description(word));
         port.setNotice([this] { wait.wake(); });
         EXPECT_TRUE(useLanguage(bench, setup.language));
-        window = std::make_unique<Hauptform>(
-            MainWindowSetup{bench, view, [this] { return devices; }, setup.simulatedInterface});
+        window = std::make_unique<Hauptform>(MainWindowSetup{.bench = bench,
+                                                             .view = view,
+                                                             .listPortDevices = [this] { return devices; },
+                                                             .keepBackup =
+                                                                 [this](const CvSet& set) {
+                                                                     kept.push_back(set);
+                                                                     return std::optional<Text>();
+                                                                 },
+                                                             .backupFolder = "lists",
+                                                             .simulatedInterface = setup.simulatedInterface});
         prompts.setParentWindow(window.get());
         window->show();
     }

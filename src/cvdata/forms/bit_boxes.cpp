@@ -40,6 +40,7 @@ BitBoxes::BitBoxes(QWidget* parent) : QGroupBox(parent), sumLabel_(new QLabel(th
         boxes_[i] = new WrappingCheckBox(this);
         boxes_[i]->setObjectName(QStringLiteral("Check%1").arg(bitWeight(i)));
         connect(boxes_[i], &QCheckBox::toggled, this, &BitBoxes::showSum);
+        connect(boxes_[i], &QCheckBox::clicked, this, [this] { emit valueChosen(value()); });
         layout->addWidget(boxes_[i]);
     }
     sumLabel_->setObjectName(QStringLiteral("Errechneter_Wert_Label"));
@@ -74,12 +75,17 @@ void BitBoxes::showCv(const CvDetails& details, const LanguageTables& texts)
     showSum();
 }
 
-void BitBoxes::showSum()
+int BitBoxes::value() const
 {
     std::array<bool, 8> ticked{};
     for (std::size_t i = 0; i < boxes_.size(); ++i)
         ticked[i] = boxes_[i]->isChecked();
-    sum_->setText(QString::number(valueOfBits(ticked)));
+    return valueOfBits(ticked);
+}
+
+void BitBoxes::showSum()
+{
+    sum_->setText(QString::number(value()));
     sum_->setAccessibleName(sumLabel_->text() + u' ' + sum_->text());
 }
 

@@ -28,7 +28,12 @@ public:
     // Ticks the boxes as the value has its bits (none for a CV without a value), and names what they switch.
     void showCv(const CvDetails& details, const LanguageTables& texts);
 
+signals:
+    // Somebody has ticked or cleared a box: the value that all of them make.
+    void valueChosen(int value);
+
 private:
+    int value() const;
     void showSum();
 
     std::array<WrappingCheckBox*, 8> boxes_; // weight 1 first

@@ -3,12 +3,15 @@
 #include "cvdata/forms/bit_boxes.h"
 #include "ui/captions.h"
 
+#include <QCheckBox>
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRegularExpressionValidator>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 namespace karvo
@@ -23,13 +26,6 @@ void showText(QLabel& label, const Text& text)
 {
     label.setText(qtText(text));
     label.setFocusPolicy(text.empty() ? Qt::NoFocus : Qt::StrongFocus); // an empty text is no stop on the way
-}
-
-void showNotAvailable(QPushButton& button, const LanguageTables& texts)
-{
-    button.setEnabled(false);
-    button.setToolTip(qtText(texts.caption(Caption::notAvailable)));
-    button.setStatusTip(button.toolTip());
 }
 
 } // namespace
@@ -47,18 +43,22 @@ CvPanel::CvPanel(QWidget* parent)
       limitsLabel_(addLabel("Grenzwert_Label")),
       limits_(addLabel("Grenzwert")),
       name_(addText("Bezeichnung")),
+      takeBack_(addButton("Zuruecknehmen")),
+      takeAllBack_(addButton("Alle_zuruecknehmen")),
       bits_(new BitBoxes(this)),
       explanation_(addText("Zusatz_Text")),
       values_(addText("var_Text")),
       advice_(addText("Text1")),
       expert_(addText("Experte")),
       writeSingle_(addButton("Einzelne_speichern")),
-      writeChanged_(addButton("Alle_speichern"))
+      writeChanged_(addButton("Alle_speichern")),
+      notice_(new QCheckBox(this))
 {
     group_->setObjectName(QStringLiteral("CurrentCv"));
-    number_->setValidator(
-        new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[0-9]{0,3}")), number_));
-    value_->setReadOnly(true);
+    notice_->setObjectName(QStringLiteral("Hinweis_nach_Schreiben"));
+    for (QLineEdit* field : {number_, value_})
+        field->setValidator(
+            new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[0-9]{0,3}")), field));
     factory_->setReadOnly(true);
     QFont bold = name_->font();
     bold.setBold(true);
@@ -66,6 +66,7 @@ CvPanel::CvPanel(QWidget* parent)
 
     auto* const inGroup = new QVBoxLayout(group_);
     inGroup->addLayout(fieldsLayout());
+    inGroup->addLayout(takeBackLayout());
     inGroup->addWidget(name_);
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(group_);
@@ -74,10 +75,29 @@ CvPanel::CvPanel(QWidget* parent)
     layout->addWidget(values_);
     layout->addWidget(advice_);
     layout->addWidget(expert_);
+    layout->addStretch(1); // what writes keeps its place, however long the texts are
     layout->addWidget(writeSingle_);
     layout->addWidget(writeChanged_);
-    layout->addStretch(1);
+    layout->addWidget(notice_);
+    connectControls();
+    setAvailable({});
+}
+
+void CvPanel::connectControls()
+{
+    const auto enterValue = [this] { emit valueEntered(value_->text()); };
     connect(number_, &QLineEdit::returnPressed, this, &CvPanel::enterNumber);
+    connect(value_, &QLineEdit::returnPressed, this, enterValue);
+    connect(takeValue_, &QPushButton::clicked, this, enterValue);
+    connect(bits_, &BitBoxes::valueChosen, this, &CvPanel::bitsChosen);
+    connect(takeBack_, &QPushButton::clicked, this, &CvPanel::takeBackWanted);
+    connect(takeAllBack_, &QPushButton::clicked, this, &CvPanel::takeBackAllWanted);
+    connect(writeSingle_, &QPushButton::clicked, this, &CvPanel::writeSingleWanted);
+    connect(writeChanged_, &QPushButton::clicked, this, &CvPanel::writeChangedWanted);
+    connect(notice_, &QCheckBox::clicked, this, &CvPanel::noticeChosen);
+    auto* const escape = new QShortcut(QKeySequence(Qt::Key_Escape), value_);
+    escape->setContext(Qt::WidgetShortcut);
+    connect(escape, &QShortcut::activated, this, &CvPanel::cancelEntry);
 }
 
 QGridLayout* CvPanel::fieldsLayout()
@@ -100,6 +120,15 @@ QGridLayout* CvPanel::fieldsLayout()
     return grid;
 }
 
+QHBoxLayout* CvPanel::takeBackLayout()
+{
+    auto* const row = new QHBoxLayout;
+    row->addWidget(takeBack_);
+    row->addWidget(takeAllBack_);
+    row->addStretch(1);
+    return row;
+}
+
 void CvPanel::applyCaptions(const LanguageTables& texts)
 {
     const auto name = [&](QLabel* label, QWidget* field, Caption caption) {
@@ -114,15 +143,17 @@ void CvPanel::applyCaptions(const LanguageTables& texts)
     takeValue_->setText(buttonText(texts.caption(Caption::takeValue)));
     writeSingle_->setText(buttonText(texts.caption(Caption::writeSingle)));
     writeChanged_->setText(buttonText(texts.caption(Caption::writeChanged)));
-    for (QPushButton* button : {takeValue_, writeSingle_, writeChanged_})
-        showNotAvailable(*button, texts);
+    takeBack_->setText(buttonText(texts.caption(Caption::takeBack)));
+    takeAllBack_->setText(buttonText(texts.caption(Caption::takeAllBack)));
+    notice_->setText(buttonText(texts.caption(Caption::noticeOption)));
     bits_->applyCaptions(texts);
 }
 
 void CvPanel::showCv(const CvDetails& details, const Text& expert, const LanguageTables& texts)
 {
     number_->setText(details.number == 0 ? QString() : QString::number(details.number));
-    value_->setText(qtText(details.value));
+    shownValue_ = qtText(details.value);
+    value_->setText(shownValue_);
     factory_->setText(qtText(details.factoryValue));
     const bool limited = !details.lowerLimit.empty() && !details.upperLimit.empty();
     limits_->setText(limited ? qtText(details.lowerLimit + u' ' + texts.caption(Caption::limitsTo) + u' ' +
@@ -135,6 +166,44 @@ void CvPanel::showCv(const CvDetails& details, const Text& expert, const Languag
     showText(*advice_, details.advice);
     showText(*expert_, expert.empty() ? Text() : texts.caption(Caption::expertLabel) + u": " + expert);
     bits_->showCv(details, texts);
+}
+
+void CvPanel::setAvailable(const PanelAvailability& available)
+{
+    value_->setReadOnly(!available.changing);
+    takeValue_->setEnabled(available.changing);
+    bits_->setEnabled(available.changing);
+    takeBack_->setEnabled(available.takingBack);
+    takeAllBack_->setEnabled(available.takingAllBack);
+    writeSingle_->setEnabled(available.writingOne);
+    writeChanged_->setEnabled(available.writingChanged);
+}
+
+void CvPanel::setNotice(bool wanted)
+{
+    notice_->setChecked(wanted);
+}
+
+void CvPanel::beginEntry(const QString& digit)
+{
+    if (value_->isReadOnly())
+        return;
+    value_->setFocus();
+    if (digit.isEmpty())
+        value_->selectAll();
+    else
+        value_->setText(digit);
+}
+
+std::optional<QString> CvPanel::pendingValue() const
+{
+    return value_->text() == shownValue_ ? std::nullopt : std::optional(value_->text());
+}
+
+void CvPanel::cancelEntry()
+{
+    value_->setText(shownValue_);
+    emit entryCancelled();
 }
 
 void CvPanel::enterNumber()

@@ -1,4 +1,4 @@
-// All that is shown of the current CV beside the list.
+// The side of the main window that shows the current CV, and where its value is changed.
 #pragma once
 
 #include "cvdata/cv_details.h"
@@ -6,8 +6,12 @@
 
 #include <QWidget>
 
-class QGroupBox;
+#include <optional>
+
+class QCheckBox;
 class QGridLayout;
+class QGroupBox;
+class QHBoxLayout;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -17,6 +21,15 @@ namespace karvo
 
 class BitBoxes;
 
+// What can be done with the current CV, and with the list.
+struct PanelAvailability {
+    bool changing = false;   // the current CV has a value, and nothing is going on
+    bool takingBack = false; // the current CV differs from what was read
+    bool takingAllBack = false;
+    bool writingOne = false;
+    bool writingChanged = false;
+};
+
 class CvPanel : public QWidget
 {
     Q_OBJECT
@@ -25,20 +38,41 @@ public:
     explicit CvPanel(QWidget* parent = nullptr);
 
     void applyCaptions(const LanguageTables& texts);
-    // `expert` is what experts know of the CV; empty without expert mode.
+
+    // `expert` is empty without expert knowledge of the CV. What was typed and not taken is dropped.
     void showCv(const CvDetails& details, const Text& expert, const LanguageTables& texts);
 
+    void setAvailable(const PanelAvailability& available);
+    void setNotice(bool wanted);
+
+    // Puts the keyboard into the value, over what stands there, or with a first digit in its place.
+    void beginEntry(const QString& digit = QString());
+
+    // What stands in the value's field, when it is another value than the one shown.
+    std::optional<QString> pendingValue() const;
+
 signals:
-    // Enter was pressed in the number's field; 0 for an empty field.
+    // A number of at most three digits was entered; 0 when the field was empty.
     void numberEntered(int number);
+    void valueEntered(const QString& typed);
+    void bitsChosen(int value);
+    void entryCancelled();
+    void takeBackWanted();
+    void takeBackAllWanted();
+    void writeSingleWanted();
+    void writeChangedWanted();
+    void noticeChosen(bool wanted);
 
 private:
+    QGridLayout* fieldsLayout();
+    QHBoxLayout* takeBackLayout();
+    void connectControls();
+    void enterNumber();
+    void cancelEntry();
     QLabel* addLabel(const char* name);
     QLineEdit* addField(const char* name);
     QLabel* addText(const char* name);
     QPushButton* addButton(const char* name);
-    QGridLayout* fieldsLayout();
-    void enterNumber();
 
     QGroupBox* group_;
     QLabel* numberLabel_;
@@ -51,6 +85,8 @@ private:
     QLabel* limitsLabel_;
     QLabel* limits_;
     QLabel* name_;
+    QPushButton* takeBack_;
+    QPushButton* takeAllBack_;
     BitBoxes* bits_;
     QLabel* explanation_;
     QLabel* values_;
@@ -58,6 +94,8 @@ private:
     QLabel* expert_;
     QPushButton* writeSingle_;
     QPushButton* writeChanged_;
+    QCheckBox* notice_;
+    QString shownValue_;
 };
 
 } // namespace karvo
