@@ -92,8 +92,8 @@ void describe(QCommandLineParser& parser)
     parser.addOption(valued("language", "de, nl, en, es or fr; else the stored one.", "CODE"));
     parser.addOption(valued("program-folder", "Where the program's text files lie.", "DIR"));
     parser.addOption({QStringLiteral("expert"), QStringLiteral("Show expert knowledge below its CVs.")});
-    parser.addOption(
-        valued("output", "Save what is read: as a CV list, CSV or a text report.", "FILE.kvr|csv|txt"));
+    parser.addOption(valued("output", "Where read saves what is read: as a CV list, CSV or a text report.",
+                            "FILE.kvr|csv|txt"));
     parser.addOption(valued("from", "The CV list that write writes.", "FILE.kvr"));
     parser.addOption(
         {QStringLiteral("dry-run"), QStringLiteral("Show what set would change; change nothing.")});
@@ -176,6 +176,19 @@ QString whatIsWrongWithTheLine(const QCommandLineParser& parser)
     return {};
 }
 
+// An option that the command does not heed must not look as if it did: `write --dry-run` would write.
+QString whatIsWrongWithOptions(const QCommandLineParser& parser, CliCommand command)
+{
+    constexpr std::pair<const char*, CliCommand> ofOneCommand[] = {
+        {"dry-run", CliCommand::set}, {"from", CliCommand::write}, {"output", CliCommand::read}};
+    for (const auto& [option, taker] : ofOneCommand) {
+        if (parser.isSet(QLatin1String(option)) && command != taker)
+            return QStringLiteral("--%1 does not go with this command; --help tells.")
+                .arg(QLatin1String(option));
+    }
+    return {};
+}
+
 CliParseResult taken(const QCommandLineParser& parser, CliCommand command)
 {
     CliArguments arguments;
@@ -200,7 +213,8 @@ CliParseResult taken(const QCommandLineParser& parser, CliCommand command)
     }
     if (!arguments.output.isEmpty() && !endsIn(arguments.output, {"kvr", "csv", "txt"}))
         return wrong(QStringLiteral("--output takes a name that ends in .kvr, .csv or .txt."));
-    for (const QString& fault : {whatIsWrongWithTheLine(parser), whatIsWrongWith(arguments)}) {
+    for (const QString& fault : {whatIsWrongWithTheLine(parser), whatIsWrongWithOptions(parser, command),
+                                 whatIsWrongWith(arguments)}) {
         if (!fault.isEmpty())
             return wrong(fault);
     }

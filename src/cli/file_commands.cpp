@@ -30,10 +30,7 @@ bool mayReplace(Workbench& bench, const std::filesystem::path& path, const CliAr
     const Text name[] = {pathText(path)};
     if (bench.prompts.question(filledIn(bench.state.texts.message(Message::replaceFileQuestion), name)))
         return true;
-    printLine(
-        stderr,
-        toText(
-            QStringLiteral("%1 exists and was left as it is; --yes replaces it.").arg(pathToQString(path))));
+    printLine(stderr, toText(QStringLiteral("%1 was left as it is.").arg(pathToQString(path))));
     return false;
 }
 

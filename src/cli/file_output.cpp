@@ -76,6 +76,9 @@ void printFile(const BatchFile& file, const LanguageTables& texts)
         return;
     }
     for (const BatchRow& row : file.rows) {
+        // Of a file that is refused none of the changes is made.
+        if (file.isRefused() && row.refusal == BatchRefusal::none)
+            continue;
         const Text change = u"CV" + textFromNumber(row.cv) + u" " +
                             (row.oldValue.empty() ? Text(u"---") : row.oldValue) + u" -> " +
                             textFromNumber(row.newValue);

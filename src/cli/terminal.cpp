@@ -62,6 +62,11 @@ bool TerminalPrompts::question(const Text& text)
 {
     if (answersYes_)
         return true;
+    if (!isTerminal(stdin)) {
+        printLine(stderr, withPlainLineEnds(text));
+        printLine(stderr, u"Not answered, which counts as No; --yes answers with Yes.");
+        return false;
+    }
     const auto answer = answerTo(withPlainLineEnds(text) + u" [y/n] ");
     return answer && (*answer == u"y" || *answer == u"Y");
 }

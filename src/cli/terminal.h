@@ -20,7 +20,7 @@ public:
     }
 
     void message(const Text& text, PromptIcon icon) override;
-    // Answered at a terminal with y, else No.
+    // Answered at a terminal with y. Off a terminal the question is printed, and the answer is No.
     bool question(const Text& text) override;
     std::optional<Text> input(const Text& title, const Text& prompt, const Text& initial) override;
     void endProgram() override;

@@ -77,7 +77,12 @@ TEST(CliArgumentsTest, RefusesWhatItDoesNotKnow)
                                    "write CV3=1 CV3=2",
                                    "write CV3=1 --simulate=",
                                    "read --fault silence",
-                                   "read --no-pace"}) {
+                                   "read --no-pace",
+                                   "write CV3=1 --dry-run",
+                                   "read --dry-run",
+                                   "set a.kvr CV3=1 --from b.kvr",
+                                   "write CV3=1 --output a.kvr",
+                                   "list kv07 --output a.kvr"}) {
         const auto parsed = parse(QString::fromLatin1(line));
         EXPECT_TRUE(parsed.wrong) << line;
         EXPECT_FALSE(parsed.arguments) << line;
