@@ -29,19 +29,20 @@ BatchRow previewedRow(const CvTable& table, const CvChange& change)
 }
 
 struct ReadList {
+    Bytes content;
     std::optional<ListFile> list;
     BatchRefusal refusal = BatchRefusal::none;
 };
 
 ReadList readList(Files& files, const std::filesystem::path& path)
 {
-    const auto content = files.readWhole(path, textFileLimit);
+    auto content = files.readWhole(path, textFileLimit);
     if (!content)
-        return {std::nullopt, BatchRefusal::cannotRead};
+        return {{}, std::nullopt, BatchRefusal::cannotRead};
     auto parsed = parseListFile(*content);
     if (auto* const list = std::get_if<ListFile>(&parsed))
-        return {std::move(*list), BatchRefusal::none};
-    return {std::nullopt, BatchRefusal::notAList};
+        return {std::move(*content), std::move(*list), BatchRefusal::none};
+    return {{}, std::nullopt, BatchRefusal::notAList};
 }
 
 BatchFile previewedFile(Files& files, const std::filesystem::path& path, std::span<const CvChange> changes)
@@ -63,27 +64,56 @@ bool isAsPreviewed(const ListFile& list, const BatchFile& file)
     });
 }
 
-// The first line among the rows that has the CV's number.
-Text* lineOfRow(ListFile& list, int cv)
+// Each with its line end, so that they are the content again when they are joined.
+std::vector<Bytes> rawLinesOf(const Bytes& content)
 {
-    for (int i = 0; i < list.rowCount; ++i) {
-        Text& line = list.lines[static_cast<std::size_t>(i) + 2];
-        const auto fields = fieldsOf(line);
-        if (!fields.empty() && numberFromText(fields.front()) == cv)
-            return &line;
+    std::vector<Bytes> lines;
+    for (auto at = content.begin(); at != content.end();) {
+        auto end = std::find(at, content.end(), std::uint8_t{'\n'});
+        end += end == content.end() ? 0 : 1;
+        lines.emplace_back(at, end);
+        at = end;
     }
-    return nullptr;
+    return lines;
 }
 
-Bytes changedContent(ListFile& list, const BatchFile& file)
+// The place of the first line among the rows that has the CV's number, in a file's raw lines.
+std::optional<std::size_t> rawLineOfRow(const ListFile& list, int cv)
 {
-    for (const BatchRow& row : file.rows) {
-        Text* const line = lineOfRow(list, row.cv);
-        list.table.setValue(row.cv, row.newValue);
-        if (line != nullptr)
-            *line = rowLine(*line, list.table, row.cv);
+    for (std::size_t i = 2; i < static_cast<std::size_t>(list.rowCount) + 2; ++i) {
+        const auto fields = fieldsOf(list.lines[i]);
+        if (!fields.empty() && numberFromText(fields.front()) == cv)
+            return i - 1;
     }
-    return contentOfLines(std::span(list.lines).subspan(1));
+    return std::nullopt;
+}
+
+// Whatever the encoding, a separator is one byte.
+void replaceSecondField(Bytes& line, int value)
+{
+    const auto first = std::find(line.begin(), line.end(), std::uint8_t{';'});
+    const auto start = first == line.end() ? first : first + 1;
+    const auto second = std::find(start, line.end(), std::uint8_t{';'});
+    std::string digits = std::to_string(value);
+    if (second == line.end())
+        digits += ';';
+    const auto at = line.erase(start, second == line.end() ? start : second);
+    line.insert(at, digits.begin(), digits.end());
+}
+
+// Nothing changes but the values: encoding, line ends and the end of the file stay.
+Bytes changedContent(const ReadList& read, const BatchFile& file)
+{
+    auto lines = rawLinesOf(read.content);
+    for (const BatchRow& row : file.rows) {
+        const auto at = rawLineOfRow(*read.list, row.cv);
+        if (at && read.list->table.value(row.cv) != row.newValue)
+            replaceSecondField(lines.at(*at), row.newValue);
+    }
+    Bytes content;
+    for (const Bytes& line : lines)
+        content.insert(content.end(), line.begin(), line.end());
+    return content;
 }
 
 void applyTo(Files& files, BatchFile& file)
@@ -94,7 +124,7 @@ void applyTo(Files& files, BatchFile& file)
     file.refusal = read.refusal;
     if (file.refusal != BatchRefusal::none)
         return;
-    if (const auto reason = files.saveAtomically(file.path, changedContent(*read.list, file))) {
+    if (const auto reason = files.saveAtomically(file.path, changedContent(read, file))) {
         file.refusal = BatchRefusal::cannotSave;
         file.reason = *reason;
         return;

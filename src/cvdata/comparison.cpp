@@ -25,6 +25,9 @@ Likeness likenessOf(const CvTable& first, const CvTable& second, int cv)
     const Text& other = second.at(cv, Column::value);
     if (one.empty() != other.empty())
         return one.empty() ? Likeness::onlySecond : Likeness::onlyFirst;
+    // A CV without a value is something else than a CV that the side does not know.
+    if (first.describes(cv) != second.describes(cv))
+        return first.describes(cv) ? Likeness::onlyFirst : Likeness::onlySecond;
     return one == other ? Likeness::equal : Likeness::different;
 }
 

@@ -69,6 +69,27 @@ TEST_F(BatchChangeTest, ChangesTheValuesAndNothingElse)
     EXPECT_EQ(files.saves, 2);
 }
 
+TEST_F(BatchChangeTest, EncodingLineEndsAndTheEndOfTheFileStay)
+{
+    put("a.kvr",
+        "\xEF\xBB\xBFKV07*5\n3;4;\xC3\xA4;1;126;4;\n4\r\n 5 ; 08;x\n6; 7 ;y;rest\r\nEnde CV\nATmega328");
+    const std::filesystem::path paths[] = {"a.kvr"};
+    const CvChange changes[] = {{3, 5}, {5, 8}, {6, 255}};
+    auto batch = previewBatch(files, paths, changes);
+    applyBatch(files, batch);
+    EXPECT_TRUE(batch[0].done);
+    EXPECT_EQ(
+        files.content["a.kvr"],
+        bytesOf(
+            "\xEF\xBB\xBFKV07*5\n3;5;\xC3\xA4;1;126;4;\n4\r\n 5 ; 08;x\n6;255;y;rest\r\nEnde CV\nATmega328"));
+    put("b.kvr", "KV07*5\n3;\n4;8;x;\nEnde CV\n");
+    const std::filesystem::path shorter[] = {"b.kvr"};
+    const CvChange first[] = {{3, 5}};
+    auto second = previewBatch(files, shorter, first);
+    applyBatch(files, second);
+    EXPECT_EQ(files.content["b.kvr"], bytesOf("KV07*5\n3;5;\n4;8;x;\nEnde CV\n"));
+}
+
 TEST_F(BatchChangeTest, AFileThatFailsIsLeftAndTheOthersAreDone)
 {
     files.content["locked/a.kvr"] = files.content["a.kvr"];

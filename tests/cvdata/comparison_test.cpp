@@ -72,6 +72,19 @@ TEST_F(ComparisonTest, LabelsAreExact)
         EXPECT_EQ(comparedStepLabel(step), steps[step - 1]);
 }
 
+TEST_F(ComparisonTest, ACvWithoutAValueIsNotOneThatTheSideLacks)
+{
+    one.at(150, Column::number) = u"150";
+    one.at(151, Column::number) = u"151";
+    other.at(151, Column::number) = u"151";
+    other.at(152, Column::number) = u"152";
+    const auto comparison = compared();
+    EXPECT_EQ(comparison.onlyFirst, 1);
+    EXPECT_EQ(comparison.onlySecond, 1);
+    EXPECT_EQ(comparison.equal, 101);
+    EXPECT_FALSE(comparison.isEqual());
+}
+
 TEST_F(ComparisonTest, LinesStandInOrderWithTabsBetweenValues)
 {
     give(other, 5, 200);

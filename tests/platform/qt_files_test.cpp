@@ -9,10 +9,16 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <chrono>
+#include <thread>
+
 #ifdef Q_OS_UNIX
 #include <csignal>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 #endif
 
 namespace karvo
@@ -113,6 +119,66 @@ TEST_F(QtFilesTest, AFailedSaveSaysWhyAndKeepsTheOldFile)
     EXPECT_EQ(files_.list(pathOf(".")).size(), 2U);
 #endif
 }
+
+#ifdef Q_OS_UNIX
+TEST_F(QtFilesTest, AReadOnlyFolderIsToldAndStaysAsItWas)
+{
+    const auto path = write("bus.kvr", "old");
+    const auto folder = pathOf(".");
+    ASSERT_EQ(::chmod(folder.c_str(), 0555), 0);
+    constexpr uid_t nobody = 65534;
+    const bool isRoot = ::geteuid() == 0; // whom no folder is read-only
+    if (isRoot) {
+        ASSERT_EQ(::seteuid(nobody), 0);
+    }
+    const auto reason = files_.saveAtomically(path, {1});
+    const auto reasonForNew = files_.saveAtomically(pathOf("new.kvr"), {1});
+    const bool canWrite = files_.canWriteInto(folder);
+    if (isRoot) {
+        ASSERT_EQ(::seteuid(0), 0);
+    }
+    ASSERT_EQ(::chmod(folder.c_str(), 0755), 0);
+    EXPECT_TRUE(reason && !reason->empty());
+    EXPECT_TRUE(reasonForNew && !reasonForNew->empty());
+    EXPECT_FALSE(canWrite);
+    EXPECT_EQ(files_.readWhole(path, 100), (Bytes{'o', 'l', 'd'}));
+    EXPECT_EQ(files_.list(folder).size(), 1U);
+}
+
+// In a process of its own: one content after the other into the same file, until it is killed.
+pid_t startSaving(QtFiles& files, const std::filesystem::path& path, std::size_t size)
+{
+    const pid_t child = ::fork();
+    if (child != 0)
+        return child;
+    for (std::uint8_t content = 1;; content = static_cast<std::uint8_t>(content % 250 + 1)) {
+        if (files.saveAtomically(path, Bytes(size, content)))
+            ::_exit(1);
+    }
+}
+
+TEST_F(QtFilesTest, AProgramThatIsKilledWhileItSavesLeavesAWholeFile)
+{
+    constexpr std::size_t size = 200'000;
+    const auto path = write("bus.kvr", QByteArray(size, '\0'));
+    bool anySaved = false;
+    for (int round = 0; round < 12; ++round) {
+        const pid_t child = startSaving(files_, path, size);
+        ASSERT_GT(child, 0);
+        std::this_thread::sleep_for(std::chrono::milliseconds(5 + 7 * round));
+        ASSERT_EQ(::kill(child, SIGKILL), 0);
+        int status = 0;
+        ASSERT_EQ(::waitpid(child, &status, 0), child);
+        EXPECT_TRUE(WIFSIGNALED(status)) << "it saved until it was killed";
+        const auto content = files_.readWhole(path, size);
+        ASSERT_TRUE(content);
+        ASSERT_EQ(content->size(), size);
+        EXPECT_EQ(std::count(content->begin(), content->end(), content->front()), size);
+        anySaved = anySaved || content->front() != 0;
+    }
+    EXPECT_TRUE(anySaved);
+}
+#endif
 
 TEST_F(QtFilesTest, MakesListsAndRemoves)
 {

@@ -38,7 +38,8 @@ TEST(FixedWidthList, LinesUpTheEqualsSigns)
     FixedWidthList list;
     list.setRows(rows);
     const QFontMetrics metrics(list.font());
-    EXPECT_TRUE(QFontInfo(list.font()).fixedPitch());
+    EXPECT_EQ(metrics.horizontalAdvance(QStringLiteral("ii..11")),
+              metrics.horizontalAdvance(QStringLiteral("WWMM==")));
     EXPECT_EQ(metrics.horizontalAdvance(QStringLiteral("CV1  = ")),
               metrics.horizontalAdvance(QStringLiteral("CV11 = ")));
 }
