@@ -79,6 +79,7 @@ enum class Message {
     batchNotAList = 730,
     batchChangedMeanwhile = 731,
     batchCannotSave = 732, // {1}: the system's words
+    fileEndMissing = 734,  // {1}: the line
 };
 
 // Entries of the control-caption table.
@@ -170,6 +171,7 @@ enum class Caption {
     outcomeFirmware = 193,
     outcomeOtherDecoder = 194,
     outcomeOutsideLimits = 195,
+    outcomeUnknownDecoder = 196,
     comparedEqual = 170,
     comparedDifferent = 171,
     comparedOnlyFirst = 172,

@@ -8,6 +8,7 @@ LineUse::LineUse(Workbench& bench) : bench_(bench), granted_(!bench.state.lineBu
     if (!granted_)
         return;
     bench_.state.lineBusy = true;
+    bench_.state.stopRequested = false;
     bench_.view.showLineBusy(true);
 }
 

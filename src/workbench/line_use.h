@@ -7,7 +7,7 @@ namespace karvo
 {
 
 // Takes the line for its own lifetime, unless an operation has it already: then isGranted() is false, and the
-// operation that asked is not carried out.
+// operation that asked is not carried out. A stop that was asked for before does not concern who takes it.
 class LineUse
 {
 public:

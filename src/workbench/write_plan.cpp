@@ -34,9 +34,19 @@ void putInOrder(WritePlan& plan)
     });
 }
 
+// A list file of other hands may hold numbers and values alone: then nothing is known of what is used.
+bool tellsWhatIsUsed(const CvTable& table)
+{
+    for (int cv = 1; cv <= CvTable::lastRow; ++cv) {
+        if (!table.at(cv, Column::factoryValue).empty())
+            return true;
+    }
+    return false;
+}
+
 WriteSkip skipOf(const CvTable& table, int cv)
 {
-    if (table.at(cv, Column::factoryValue).empty())
+    if (table.at(cv, Column::factoryValue).empty() && tellsWhatIsUsed(table))
         return WriteSkip::notUsed;
     if (cv == firmwareCv || cv == makerCv)
         return WriteSkip::decodersOwn;
@@ -113,7 +123,7 @@ WritePlan planOfChosen(const CvTable& table, const std::vector<int>& cvs)
 bool lacksPlannedServoCv(const WritePlan& plan)
 {
     return std::any_of(plan.begin(), plan.end(), [](const PlannedWrite& write) {
-        return write.cv >= firstServoCv && write.cv <= lastServoCv && write.skip == WriteSkip::notUsed;
+        return isServoCv(write.cv) && write.skip == WriteSkip::notUsed;
     });
 }
 

@@ -12,7 +12,7 @@ namespace karvo
 // Why a CV that was to be written is left out.
 enum class WriteSkip {
     none,
-    notUsed,      // the description says nothing of it: no factory value
+    notUsed,      // the description, which gives others a factory value, gives it none
     decodersOwn,  // CV7 and CV8: the decoder alone decides them
     reset,        // CV59: whatever is written sets the decoder back
     outsideLimits // a list from elsewhere holds a value that the description does not allow
@@ -25,8 +25,10 @@ struct PlannedWrite {
 };
 
 // CVs that the write of the changed ones refuses with a message of its own where the model lacks them.
-inline constexpr int firstServoCv = 11;
-inline constexpr int lastServoCv = 14;
+constexpr bool isServoCv(int cv)
+{
+    return cv >= 11 && cv <= 14;
+}
 
 // In the order of writing, which is ascending but for these: CV59 comes first, since it undoes what was
 // written before; the addresses, then CV29, which chooses between them, come behind the others, so that a

@@ -43,6 +43,7 @@ Caption captionOfEnd(WriteEnd end)
     case WriteEnd::unacknowledged:
         return Caption::outcomeUnacknowledged;
     case WriteEnd::unknownDecoder:
+        return Caption::outcomeUnknownDecoder;
     case WriteEnd::otherDecoder:
         return Caption::outcomeOtherDecoder;
     case WriteEnd::commandRefused:
@@ -55,10 +56,25 @@ Caption captionOfEnd(WriteEnd end)
     return Caption::outcomeNotReached;
 }
 
+// What is never written this way is missed by nobody; a value that was left out for what it is may be.
+bool isWanted(const WriteOutcome& outcome)
+{
+    switch (outcome.skip) {
+    case WriteSkip::decodersOwn:
+    case WriteSkip::reset:
+        return false;
+    case WriteSkip::notUsed:
+        return isServoCv(outcome.cv);
+    case WriteSkip::none:
+    case WriteSkip::outsideLimits:
+        break;
+    }
+    return true;
+}
+
 bool isClean(const WriteOutcome& outcome)
 {
-    return outcome.skip != WriteSkip::none || outcome.end == WriteEnd::written ||
-           outcome.end == WriteEnd::unconfirmed;
+    return !isWanted(outcome) || outcome.end == WriteEnd::written || outcome.end == WriteEnd::unconfirmed;
 }
 
 } // namespace
@@ -68,6 +84,11 @@ std::size_t WriteReport::countOf(WriteEnd wanted) const
     return static_cast<std::size_t>(
         std::count_if(outcomes.begin(), outcomes.end(),
                       [&](const WriteOutcome& outcome) { return outcome.end == wanted; }));
+}
+
+std::size_t WriteReport::countOfWanted() const
+{
+    return static_cast<std::size_t>(std::count_if(outcomes.begin(), outcomes.end(), isWanted));
 }
 
 bool WriteReport::isClean() const

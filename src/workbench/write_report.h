@@ -38,8 +38,12 @@ struct WriteReport {
 
     std::size_t countOf(WriteEnd wanted) const;
 
-    // Whether nothing was left to be desired: finished, and no CV was refused. What was left out on purpose,
-    // and CV161 without its acknowledge, do not count.
+    // All but the CVs that are never written this way: CV7, CV8, CV59 and what the model does not use.
+    std::size_t countOfWanted() const;
+
+    // Whether nothing was left to be desired: finished, and no CV was refused, neither by the decoder nor for
+    // its limits nor because the model lacks CV11 to CV14. CVs that are never written this way, and CV161
+    // without its acknowledge, do not count.
     bool isClean() const;
 };
 

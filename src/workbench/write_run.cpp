@@ -43,7 +43,6 @@ public:
     {
         for (const PlannedWrite& write : plan)
             report_.outcomes.push_back({write.cv, write.value, write.skip});
-        bench_.state.stopRequested = false;
         bench_.state.link.manyUnderWay = true;
     }
     ~Run()
@@ -154,12 +153,15 @@ private:
 
 void showSummary(Workbench& bench, const WriteReport& report)
 {
-    const auto toWrite =
-        std::count_if(report.outcomes.begin(), report.outcomes.end(),
-                      [](const WriteOutcome& outcome) { return outcome.skip == WriteSkip::none; });
     const Text counts[] = {textFromNumber(static_cast<long long>(report.countOf(WriteEnd::written))),
-                           textFromNumber(toWrite)};
+                           textFromNumber(static_cast<long long>(report.countOfWanted()))};
     bench.view.showStatus(filledIn(bench.state.texts.caption(Caption::writeSummary), counts));
+}
+
+bool anyToWrite(const WritePlan& plan)
+{
+    return std::any_of(plan.begin(), plan.end(),
+                       [](const PlannedWrite& write) { return write.skip == WriteSkip::none; });
 }
 
 WriteReport nothingDone(const WritePlan& plan, WriteManyEnd end)
@@ -174,14 +176,12 @@ WriteReport nothingDone(const WritePlan& plan, WriteManyEnd end)
 
 WriteReport runPlan(Workbench& bench, const WritePlan& plan, const KeepBackup& keepBackup)
 {
-    const bool anyToWrite = std::any_of(
-        plan.begin(), plan.end(), [](const PlannedWrite& write) { return write.skip == WriteSkip::none; });
-    if (!anyToWrite) {
+    if (plan.empty()) {
         bench.view.showStatus(bench.state.texts.caption(Caption::nothingToWrite));
         fillList(bench);
         return nothingDone(plan, WriteManyEnd::nothingToWrite);
     }
-    if (!keepBlockBeforeWrite(bench, keepBackup)) {
+    if (anyToWrite(plan) && !keepBlockBeforeWrite(bench, keepBackup)) {
         fillList(bench);
         return nothingDone(plan, WriteManyEnd::backupFailed);
     }

@@ -4,6 +4,7 @@
 #include "workbench/describe.h"
 #include "workbench/full_read.h"
 #include "workbench/line_use.h"
+#include "workbench/list_files.h"
 
 namespace karvo
 {
@@ -51,7 +52,8 @@ std::optional<WriteEnd> resetDecoder(Workbench& bench, const KeepBackup& keepBac
 {
     const auto end = writeOne(bench, keepBackup, resetCv, resetValue);
     if (end && mayHaveReset(*end) &&
-        bench.prompts.question(bench.state.texts.message(Message::readAfterReset)))
+        bench.prompts.question(bench.state.texts.message(Message::readAfterReset)) &&
+        confirmLosingChanges(bench))
         readIntoList(bench, ReadStarter::other);
     return end;
 }

@@ -273,6 +273,26 @@ TEST_F(WriteManyTest, ItCanBeStoppedBetweenTwoCvs)
     EXPECT_TRUE(isMarked(50));
 }
 
+TEST_F(WriteManyTest, AStopWhileTheBlockIsReadWritesNothing)
+{
+    class StopAtOnce : public test::RecordingView
+    {
+    public:
+        StopAtOnce(Journal& log, ProgramState& watched) : RecordingView(log), watched_(watched) {}
+        void showHourglass(bool) override { watched_.stopRequested = true; }
+
+    private:
+        ProgramState& watched_;
+    } stopping(journal, state);
+    readKv05();
+    change({48, 49});
+    Workbench stopped{state, line, line, prompts, stopping, files, settings};
+    answerSaveRead();
+    const auto report = writeChanged(stopped, keep);
+    EXPECT_EQ(report.end, WriteManyEnd::stoppedByUser);
+    EXPECT_EQ(endsOf(report), (Ends{std::nullopt, std::nullopt}));
+}
+
 TEST_F(WriteManyTest, TheSeriesIsWrittenWholeWithItsPauses)
 {
     using namespace std::chrono_literals;
@@ -355,6 +375,24 @@ TEST_F(WriteManyTest, ServoCvsThatTheModelLacksAreRefusedOnceAndTheOthersWritten
     EXPECT_EQ(report.outcomes[0].skip, WriteSkip::notUsed);
     EXPECT_EQ(report.outcomes[2].end, WriteEnd::written);
     EXPECT_TRUE(isMarked(11));
+    EXPECT_FALSE(report.isClean());
+    EXPECT_EQ(journal[journal.size() - 2], "status 1 of 3 written");
+}
+
+TEST_F(WriteManyTest, WhatMayNotBeWrittenIsNoSuccess)
+{
+    readKv05();
+    state.set.table.at(48, Column::upperLimit) = u"100";
+    state.set.table.setValue(48, 200);
+    journal.clear();
+    answerSaveRead();
+    const auto report = writeTheChanged();
+    EXPECT_EQ(report.end, WriteManyEnd::finished);
+    ASSERT_EQ(report.outcomes.size(), 1u);
+    EXPECT_EQ(report.outcomes[0].skip, WriteSkip::outsideLimits);
+    EXPECT_FALSE(report.isClean());
+    EXPECT_EQ(journal[journal.size() - 2], "status 0 of 1 written");
+    EXPECT_TRUE(kept.empty());
 }
 
 TEST_F(WriteManyTest, ChosenCvsAreWrittenWithoutAFurtherBlock)
@@ -384,7 +422,7 @@ TEST_F(WriteManyTest, WithoutAListOrWithABusyLineNothingHappens)
 TEST(WriteReportTest, EachOutcomeHasItsWords)
 {
     LanguageTables texts;
-    for (int number = 182; number <= 195; ++number)
+    for (int number = 182; number <= 196; ++number)
         test::setCaption(texts, number, u"c" + textFromNumber(number));
     struct Case {
         WriteOutcome outcome;
@@ -404,7 +442,7 @@ TEST(WriteReportTest, EachOutcomeHasItsWords)
         {{59, 0, WriteSkip::reset, std::nullopt}, "CV59 = 0  c191"},
         {{59, 1, WriteSkip::none, WriteEnd::refusedByUser}, "CV59 = 1  c192"},
         {{99, 1, WriteSkip::none, WriteEnd::guarded}, "CV99 = 1  c193"},
-        {{48, 0, WriteSkip::none, WriteEnd::unknownDecoder}, "CV48 = 0  c194"},
+        {{48, 0, WriteSkip::none, WriteEnd::unknownDecoder}, "CV48 = 0  c196"},
         {{48, 0, WriteSkip::none, WriteEnd::otherDecoder}, "CV48 = 0  c194"},
         {{48, 0, WriteSkip::outsideLimits, std::nullopt}, "CV48 = 0  c195"},
     };

@@ -46,6 +46,16 @@ protected:
     CvImage block{};
 };
 
+TEST_F(WritePlanTest, WithoutAnyFactoryValueNothingCountsAsUnused)
+{
+    for (int cv = 1; cv <= 200; ++cv)
+        describe(cv, u"7", u"");
+    block[48] = 8;
+    const auto plan = planOfDifferences(table, block);
+    ASSERT_EQ(cvsOf(plan), (std::vector<int>{48}));
+    EXPECT_EQ(plan[0].skip, WriteSkip::none);
+}
+
 TEST_F(WritePlanTest, OnlyWhatDiffersFromTheBlock)
 {
     EXPECT_TRUE(planOfDifferences(table, block).empty());

@@ -144,6 +144,20 @@ TEST_F(WriteSingleTest, TheResetAsksWritesCv59AndOffersARead)
     EXPECT_EQ(kept.size(), 2u); // after a reset nobody knows what is kept
 }
 
+TEST_F(WriteSingleTest, TheReadAfterAResetAsksBeforeChangesAreLost)
+{
+    test::setText(state.texts, 722, u"lose changes?");
+    readKv05();
+    changeValue(bench, 48, 200);
+    prompts.answer(true);
+    answerWrite();
+    prompts.answer(true);
+    prompts.answer(false);
+    EXPECT_EQ(resetDecoder(bench, keep), WriteEnd::written);
+    EXPECT_EQ(journal.back(), "question lose changes?");
+    EXPECT_EQ(state.set.table.value(48), 200);
+}
+
 TEST_F(WriteSingleTest, ADeclinedOrUnsentResetOffersNoRead)
 {
     prompts.answer(false);
