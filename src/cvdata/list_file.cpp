@@ -20,6 +20,8 @@ using Kind = ListFault::Kind;
 constexpr TextView fileEnd = u"Ende FS";
 constexpr TextView firmwareLabel = u"Firmware_Version: ";
 constexpr TextView receiverLine = u"80";
+constexpr int speedStepCount = 28;
+constexpr std::size_t ownTrailerLines = 5; // at most
 
 bool isProcessorLine(TextView line)
 {
@@ -100,11 +102,25 @@ private:
             fault(Kind::noEnd, std::min(line, end_ - 1));
         for (bool first = true; line < end_; ++line) {
             const TextView text = trimmed(file_.lines[line]);
-            if (text == speedStepSectionStart || text == fileEnd)
+            if (text == fileEnd)
                 return;
+            if (text == speedStepSectionStart)
+                break;
             if (!text.empty())
                 takeTrailerLine(text, line, std::exchange(first, false));
         }
+        lookForFileEnd(line);
+    }
+
+    // Only of a file that has got so far: one note that it was cut is enough.
+    void lookForFileEnd(std::size_t line)
+    {
+        const auto isNoEnd = [](const ListFault& fault) { return fault.kind == Kind::noEnd; };
+        const auto rest = std::span(file_.lines).subspan(line);
+        const bool isThere =
+            std::any_of(rest.begin(), rest.end(), [](const Text& text) { return trimmed(text) == fileEnd; });
+        if (!isThere && std::none_of(file_.faults.begin(), file_.faults.end(), isNoEnd))
+            fault(Kind::noFileEnd, end_ - 1);
     }
 
     void takeTrailerLine(TextView text, std::size_t line, bool first)
@@ -148,6 +164,22 @@ TextView behindFields(TextView line, std::size_t fields)
     for (; fields > 0; --fields)
         line.remove_prefix(line.find(u';') + 1);
     return line;
+}
+
+// The line of a row with the value and the text of the table in it; everything else in it stays.
+Text rowLine(TextView line, const CvTable& table, int row)
+{
+    const auto fields = fieldsOf(line);
+    const Text& value = table.at(row, Column::value);
+    Text saved = table.at(row, Column::number) + u";";
+    // What means the same stays as it was written.
+    if (fields.size() >= 2 && isSameValue(fields[1], value))
+        saved += Text(fields[1]) + u";";
+    else if (fields.size() >= 2 || !value.empty())
+        saved += value + u";";
+    if (fields.size() >= 3)
+        saved += withMarks(table.at(row, Column::text)) + u";";
+    return saved.append(behindFields(line, std::min<std::size_t>(fields.size(), 3)));
 }
 
 // A read-only receiver (type code 81) takes no write. Its last row only acts when it is written: it is not
@@ -194,9 +226,8 @@ void addOwnTrailer(std::vector<Text>& file, const DecoderProfile& profile)
 // What the speed table of the set comes to, in place of the description's own.
 void addComputedSpeedSteps(std::vector<Text>& file, const CvTable& table)
 {
-    constexpr int speedSteps = 28;
     file.emplace_back(speedStepSectionStart);
-    for (int step = 1; step <= speedSteps; ++step)
+    for (int step = 1; step <= speedStepCount; ++step)
         file.push_back(u"FS" + textFromNumber(step) + u" = " + table.at(cvOfSpeedStep(step), Column::value));
 }
 
@@ -219,10 +250,12 @@ struct Tail {
     Lines behindEnd; // lines of other hands behind the end of a list file
 };
 
-Tail tailOf(const CvSet& set)
+enum class WithoutEnd { toFirstEmptyLine, all };
+
+// `withoutEnd`: what belongs to the section where no line ends the file.
+Tail tailOf(Lines lines, int rowCount, WithoutEnd withoutEnd)
 {
-    const Lines lines = set.descriptionLines;
-    Lines rest = lines.subspan(std::min(lines.size(), static_cast<std::size_t>(set.rowCount) + 2));
+    Lines rest = lines.subspan(std::min(lines.size(), static_cast<std::size_t>(rowCount) + 2));
     if (!rest.empty() && trimmed(rest.front()) == cvSectionEnd)
         rest = rest.subspan(1);
     Tail tail;
@@ -231,10 +264,21 @@ Tail tailOf(const CvSet& set)
     tail.speedSteps = linesBefore(rest, {fileEnd});
     if (tail.speedSteps.size() < rest.size())
         tail.behindEnd = rest.subspan(tail.speedSteps.size() + 1);
-    else
+    else if (withoutEnd == WithoutEnd::toFirstEmptyLine)
         tail.speedSteps =
             rest.first(static_cast<std::size_t>(std::find(rest.begin(), rest.end(), Text()) - rest.begin()));
     return tail;
+}
+
+Tail tailOf(const CvSet& set)
+{
+    return tailOf(set.descriptionLines, set.rowCount,
+                  set.isFromFile() ? WithoutEnd::all : WithoutEnd::toFirstEmptyLine);
+}
+
+bool hasComputedSpeedSteps(TextView header)
+{
+    return header.find(u"Berechnete") != TextView::npos;
 }
 
 void add(std::vector<Text>& file, Lines lines)
@@ -244,7 +288,6 @@ void add(std::vector<Text>& file, Lines lines)
 
 std::vector<Text> listFileLines(const CvSet& set)
 {
-    constexpr TextView computedMark = u"Berechnete";
     const Text& header = set.descriptionLines[1];
     const Tail tail = tailOf(set);
     std::vector<Text> file = {headerWithVersion(header, set.profile.firmwareVersion)};
@@ -254,7 +297,7 @@ std::vector<Text> listFileLines(const CvSet& set)
         addOwnTrailer(file, set.profile);
     else
         add(file, tail.trailer);
-    if (header.find(computedMark) != Text::npos)
+    if (hasComputedSpeedSteps(header))
         addComputedSpeedSteps(file, set.table);
     else
         add(file, tail.speedSteps);
@@ -263,34 +306,30 @@ std::vector<Text> listFileLines(const CvSet& set)
     return file;
 }
 
+// What is saved has to open again.
+std::size_t mostLinesWhenSaved(const ListFile& file)
+{
+    const Tail tail = tailOf(file.lines, file.rowCount, WithoutEnd::all);
+    const bool computed = hasComputedSpeedSteps(file.header());
+    return 1 + static_cast<std::size_t>(file.rowCount) + 1 +
+           (tail.trailer.empty() ? ownTrailerLines : tail.trailer.size()) +
+           (computed ? 1 + std::size_t{speedStepCount} : tail.speedSteps.size()) + 1 + tail.behindEnd.size();
+}
+
 } // namespace
 
 std::variant<ListFile, ListRefusal> parseListFile(std::span<const std::uint8_t> content)
 {
     auto lines = linesOf(content);
     lines.insert(lines.begin(), Text());
-    if (lines.size() > descriptionLineLimit)
-        return ListRefusal{ListRefusal::Kind::tooManyLines, static_cast<int>(descriptionLineLimit)};
-    if (lines.size() > 2) {
-        if (auto file = Parser(std::move(lines)).parse())
-            return std::move(*file);
-    }
-    return ListRefusal{ListRefusal::Kind::noRow, 2};
-}
-
-Text rowLine(TextView line, const CvTable& table, int row)
-{
-    const auto fields = fieldsOf(line);
-    const Text& value = table.at(row, Column::value);
-    Text saved = table.at(row, Column::number) + u";";
-    // What means the same stays as it was written.
-    if (fields.size() >= 2 && isSameValue(fields[1], value))
-        saved += Text(fields[1]) + u";";
-    else if (fields.size() >= 2 || !value.empty())
-        saved += value + u";";
-    if (fields.size() >= 3)
-        saved += withMarks(table.at(row, Column::text)) + u";";
-    return saved.append(behindFields(line, std::min<std::size_t>(fields.size(), 3)));
+    if (lines.size() > listLineLimit + 1)
+        return ListRefusal{ListRefusal::Kind::tooManyLines, static_cast<int>(listLineLimit) + 1};
+    auto file = lines.size() > 2 ? Parser(std::move(lines)).parse() : std::nullopt;
+    if (!file)
+        return ListRefusal{ListRefusal::Kind::noRow, 2};
+    if (mostLinesWhenSaved(*file) > listLineLimit)
+        return ListRefusal{ListRefusal::Kind::tooManyLines, static_cast<int>(file->lines.size()) - 1};
+    return std::move(*file);
 }
 
 Bytes listFileContent(const CvSet& set)

@@ -21,6 +21,7 @@ struct ListFault {
         repeatedRow,      // a CV number that a line before has
         wrongValue,       // no number from 0 to 255: the CV is without a value
         noEnd,            // "Ende CV" is missing: the file may have been cut off
+        noFileEnd,        // "Ende FS" is missing, though "Ende CV" is there: likewise
         unknownProcessor
     };
     Kind kind;
@@ -39,6 +40,9 @@ struct ListFile {
     const Text& header() const { return lines[1]; }
 };
 
+// Lines of a list file, the header included: as many as a description has at most, and what a list adds.
+inline constexpr std::size_t listLineLimit = 600;
+
 // Why a file is no list, with the line that shows it.
 struct ListRefusal {
     enum class Kind { noRow, tooManyLines };
@@ -46,11 +50,9 @@ struct ListRefusal {
     int line;
 };
 
+// Refused as too long is also what would exceed the limit once it is saved, with the lines that it lacks.
 // The row of a line is its first field. What is not understood is a fault; the rest is taken.
 std::variant<ListFile, ListRefusal> parseListFile(std::span<const std::uint8_t> content);
-
-// The line of a row with the value and the text of the table in it; everything else in it stays.
-Text rowLine(TextView line, const CvTable& table, int row);
 
 // The list file of a set. Lines and fields of an opened list that were not understood stand where they stood,
 // except rows beyond 256, which no decoder has.

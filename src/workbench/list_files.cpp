@@ -51,6 +51,37 @@ DecoderProfile profileOf(const ListModel& model, const ListFile& list)
     return profile;
 }
 
+bool lacksFields(const CvTable& table, int row)
+{
+    return table.describes(row) && table.at(row, Column::lowerLimit).empty() &&
+           table.at(row, Column::upperLimit).empty() && table.at(row, Column::factoryValue).empty();
+}
+
+// A list of other hands may hold numbers, values and names alone; limits and what is used are then the
+// model's. In the file nothing is added by this.
+void addModelsFields(CvTable& table, const CvTable& model)
+{
+    for (int row = 1; row <= CvTable::lastRow; ++row) {
+        if (!lacksFields(table, row) || !model.describes(row))
+            continue;
+        for (int column = static_cast<int>(Column::lowerLimit); column <= CvTable::lastColumn; ++column) {
+            if (column != static_cast<int>(Column::sharedValue) && table.at(row, column).empty())
+                table.at(row, column) = model.at(row, column);
+        }
+    }
+}
+
+void completeFromModel(Workbench& bench, CvSet& set)
+{
+    bool isComplete = true;
+    for (int row = 1; row <= CvTable::lastRow; ++row)
+        isComplete = isComplete && !lacksFields(set.table, row);
+    if (isComplete || !bench.files.exists(set.descriptionPath))
+        return;
+    if (const auto description = loadDescription(bench, set.descriptionPath.filename().string()))
+        addModelsFields(set.table, description->table);
+}
+
 void takeList(Workbench& bench, ListFile list, const DecoderProfile& profile,
               const std::filesystem::path& path)
 {
@@ -65,10 +96,19 @@ void takeList(Workbench& bench, ListFile list, const DecoderProfile& profile,
     set.listPath = path;
     const auto language = bench.state.language;
     set.descriptionPath = bench.state.programFolder / descriptionFileName(profile, language);
+    completeFromModel(bench, set);
     startUnchanged(set);
     bench.state.set = std::move(set);
     takeExpertFile(bench, listExpertFileName(bench.state.set, language));
     fillList(bench);
+}
+
+// "Bus 1.5" has no extension, only a dot.
+std::filesystem::path withListExtension(std::filesystem::path path)
+{
+    if (lowerCase(pathText(path.extension())) != u".kvr")
+        path += std::string(listFileExtension);
+    return path;
 }
 
 // A name of its own, so that no backup takes the place of another.
@@ -149,9 +189,12 @@ bool saveListAs(Workbench& bench, const std::filesystem::path& path)
         bench.prompts.message(bench.state.texts.message(Message::nothingToSave), PromptIcon::information);
         return false;
     }
-    auto named = path;
-    if (!named.has_extension())
-        named += std::string(listFileExtension);
+    const auto named = withListExtension(path);
+    if (named != path && bench.files.exists(named)) {
+        const Text name[] = {pathText(named)};
+        if (!bench.prompts.question(filledIn(bench.state.texts.message(Message::replaceFileQuestion), name)))
+            return false;
+    }
     if (const auto reason = bench.files.saveAtomically(named, save_data(set))) {
         const Text arguments[] = {pathText(named), *reason};
         warn(bench, Message::cannotSaveFile, arguments);

@@ -44,8 +44,9 @@ bool openList(Workbench& bench, const std::filesystem::path& path);
 bool takeListContent(Workbench& bench, std::span<const std::uint8_t> content,
                      const std::filesystem::path& path);
 
-// Saves the set on the bench under a name, with the extension added where it has none. The name becomes the
-// current one. False, after a message, when that fails; what the file held before is whole then.
+// Saves the set on the bench under a name, with the extension added where it has another or none; if a file
+// of that name is there already, a question comes first. The name becomes the current one. False when nothing
+// was saved, after a message where that failed; what the file held before is whole then.
 bool saveListAs(Workbench& bench, const std::filesystem::path& path);
 
 // Saves under the current name; asks for one where there is none. False when nothing was saved.

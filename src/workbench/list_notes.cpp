@@ -11,9 +11,13 @@ namespace
 using Kind = ListFault::Kind;
 
 constexpr std::pair<Kind, Message> notes[] = {
-    {Kind::noRow, Message::linesWithoutCv},      {Kind::numberOutOfRange, Message::linesBeyondTable},
-    {Kind::repeatedRow, Message::linesRepeated}, {Kind::wrongValue, Message::linesWithWrongValue},
-    {Kind::noEnd, Message::listEndMissing},      {Kind::unknownProcessor, Message::unknownProcessor},
+    {Kind::noRow, Message::linesWithoutCv},
+    {Kind::numberOutOfRange, Message::linesBeyondTable},
+    {Kind::repeatedRow, Message::linesRepeated},
+    {Kind::wrongValue, Message::linesWithWrongValue},
+    {Kind::noEnd, Message::listEndMissing},
+    {Kind::noFileEnd, Message::fileEndMissing},
+    {Kind::unknownProcessor, Message::unknownProcessor},
 };
 
 // "12, 13, 20, ..."; a box has room for so many.

@@ -110,7 +110,7 @@ TEST_F(ListFilesTest, ARefusalNamesFileAndLineAndLeavesTheSet)
         {"", "710 lists/other.kvr 2"},
         {"Standard KV07*5\r\nEnde CV\r\n", "710 lists/other.kvr 2"},
         {"CV-Nummer;CV-Wert;CV-Text\r\n1;3;x;\r\n", "712 lists/other.kvr {2}"},
-        {"Standard KV07\r\n1;3;x;\r\n" + std::string(600, '\n'), "711 lists/other.kvr 551"},
+        {"Standard KV07\r\n1;3;x;\r\n" + std::string(600, '\n'), "711 lists/other.kvr 601"},
     };
     for (const auto& [content, message] : cases) {
         journal.clear();
@@ -193,6 +193,41 @@ TEST_F(ListFilesTest, SavesUnderTheCurrentNameOrAsksForOne)
     EXPECT_EQ(listFileRequest(bench, folders).name, u"my bus.kvr");
     ASSERT_TRUE(showOfflineList(bench, "mnu_kv07"));
     EXPECT_FALSE(saveList(bench, folders, [](const FileRequest&) { return std::nullopt; }));
+}
+
+TEST_F(ListFilesTest, ADotInANameIsNoExtensionAndWhatWasNotChosenIsNotReplaced)
+{
+    test::setText(state.texts, 726, u"replace {1}?");
+    ASSERT_TRUE(openList(bench, "lists/bus.kvr"));
+    ASSERT_TRUE(saveListAs(bench, "lists/Bus 1.5"));
+    EXPECT_EQ(state.set.listPath, "lists/Bus 1.5.kvr");
+    ASSERT_TRUE(saveListAs(bench, "lists/BUS.KVR"));
+    EXPECT_EQ(state.set.listPath, "lists/BUS.KVR");
+    files.content["lists/Bus 1.5.kvr"] = bytesOf("other");
+    journal.clear();
+    prompts.answer(false);
+    EXPECT_FALSE(saveListAs(bench, "lists/Bus 1.5"));
+    EXPECT_EQ(journal, (test::Journal{"question replace lists/Bus 1.5.kvr?"}));
+    EXPECT_EQ(saved("lists/Bus 1.5.kvr"), "other");
+}
+
+TEST_F(ListFilesTest, AListWithNumbersAndValuesAloneHasTheModelsLimits)
+{
+    const std::string content =
+        "Standard KV07*3\r\n1;42;Mein Bus;\r\n2;5;x;1;9;5;\r\nEnde CV\r\nATmega328\r\nEnde FS\r\n";
+    put(content);
+    addFile("CV_Standart_kv07_F3.txt", smallDescription("Standard KV07 F3", "Wort "));
+    ASSERT_TRUE(openList(bench, "lists/bus.kvr"));
+    EXPECT_EQ(state.set.table.at(1, Column::upperLimit), u"255");
+    EXPECT_EQ(state.set.table.at(1, Column::factoryValue), u"1");
+    EXPECT_EQ(state.set.table.at(1, Column::text), u"Mein Bus");
+    EXPECT_EQ(state.set.table.at(2, Column::upperLimit), u"9");
+    ASSERT_TRUE(saveListAs(bench, "lists/bus.kvr"));
+    EXPECT_EQ(saved("lists/bus.kvr"), content);
+    files.content.erase("program/" + state.set.descriptionPath.filename().string());
+    journal.clear();
+    ASSERT_TRUE(openList(bench, "lists/bus.kvr"));
+    EXPECT_EQ(journal, (test::Journal{"list changed"}));
 }
 
 TEST_F(ListFilesTest, AReadVehicleIsNotSavedOverAnothersFile)
