@@ -1,5 +1,7 @@
 #include "cli/cli_arguments.h"
 
+#include "cvdata/description_choice.h"
+
 #include <QCommandLineParser>
 #include <QFileInfo>
 #include <QRegularExpression>
@@ -91,6 +93,8 @@ void describe(QCommandLineParser& parser)
     parser.addOption({QStringLiteral("no-pace"), QStringLiteral("The simulated line takes no time.")});
     parser.addOption(valued("language", "de, nl, en, es or fr; else the stored one.", "CODE"));
     parser.addOption(valued("program-folder", "Where the program's text files lie.", "DIR"));
+    parser.addOption(
+        valued("variant", "Which of the four bus or fire-engine lists of a model: 1 to 4.", "N"));
     parser.addOption({QStringLiteral("expert"), QStringLiteral("Show expert knowledge below its CVs.")});
     parser.addOption(valued("output", "Where read saves what is read: as a CV list, CSV or a text report.",
                             "FILE.kvr|csv|txt"));
@@ -179,8 +183,10 @@ QString whatIsWrongWithTheLine(const QCommandLineParser& parser)
 // An option that the command does not heed must not look as if it did: `write --dry-run` would write.
 QString whatIsWrongWithOptions(const QCommandLineParser& parser, CliCommand command)
 {
-    constexpr std::pair<const char*, CliCommand> ofOneCommand[] = {
-        {"dry-run", CliCommand::set}, {"from", CliCommand::write}, {"output", CliCommand::read}};
+    constexpr std::pair<const char*, CliCommand> ofOneCommand[] = {{"dry-run", CliCommand::set},
+                                                                   {"from", CliCommand::write},
+                                                                   {"output", CliCommand::read},
+                                                                   {"variant", CliCommand::list}};
     for (const auto& [option, taker] : ofOneCommand) {
         if (parser.isSet(QLatin1String(option)) && command != taker)
             return QStringLiteral("--%1 does not go with this command; --help tells.")
@@ -210,6 +216,11 @@ CliParseResult taken(const QCommandLineParser& parser, CliCommand command)
         arguments.port = portOf(parser.value(QStringLiteral("port")));
         if (!arguments.port)
             return wrong(QStringLiteral("--port takes COM1 to COM31."));
+    }
+    if (parser.isSet(QStringLiteral("variant"))) {
+        arguments.variant = parser.value(QStringLiteral("variant")).toInt() - 1;
+        if (arguments.variant < 0 || arguments.variant >= automaticVariants)
+            return wrong(QStringLiteral("--variant takes 1 to 4."));
     }
     if (!arguments.output.isEmpty() && !endsIn(arguments.output, {"kvr", "csv", "txt"}))
         return wrong(QStringLiteral("--output takes a name that ends in .kvr, .csv or .txt."));

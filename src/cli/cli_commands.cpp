@@ -104,6 +104,7 @@ ExitCode runList(Workbench& bench, const CliArguments& arguments)
                              .arg(arguments.operands.value(0))));
         return ExitCode::wrongArguments;
     }
+    bench.state.automaticVariant = arguments.variant;
     if (!showOfflineList(bench, menuItem))
         return ExitCode::fileTrouble;
     printList(bench.state, arguments.json);

@@ -76,6 +76,12 @@ std::optional<Text> TerminalPrompts::input(const Text& title, const Text& prompt
     return answerTo(title + u"\n" + prompt + u" ");
 }
 
+std::optional<std::size_t> TerminalPrompts::choice(const Text&, const Text&, const std::vector<Text>&,
+                                                   std::size_t current)
+{
+    return current;
+}
+
 void TerminalPrompts::endProgram()
 {
     ended_ = true;

@@ -23,6 +23,9 @@ public:
     // Answered at a terminal with y. Off a terminal the question is printed, and the answer is No.
     bool question(const Text& text) override;
     std::optional<Text> input(const Text& title, const Text& prompt, const Text& initial) override;
+    // The current one: on the command line an option says which.
+    std::optional<std::size_t> choice(const Text& title, const Text& prompt, const std::vector<Text>& options,
+                                      std::size_t current) override;
     void endProgram() override;
 
     bool programEnded() const { return ended_; }

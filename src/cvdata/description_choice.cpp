@@ -96,8 +96,6 @@ constexpr OfflineList offlineTable[] = {
     {"mnu_KV04_FW_08", Model::kv04, Generation::until2008First, "CV_KV04_FW_V"},
 };
 
-constexpr int variants = 4;
-
 int offlineTypeCode(Model model)
 {
     switch (model) {
@@ -178,7 +176,7 @@ std::string offlineDescriptionFileName(const OfflineList& list, int variant, Lan
 {
     if (list.variantStem.empty())
         return descriptionFileName(offlineProfile(list), language);
-    if (variant < 0 || variant >= variants)
+    if (variant < 0 || variant >= automaticVariants)
         return {};
     const bool dated = list.model == Model::kv04;
     const std::string date = list.generation == Generation::from2009 ? "_09" : "_08";

@@ -35,6 +35,9 @@ const OfflineList* offlineListOf(std::string_view menuItem);
 // All of them, in the menu's order.
 std::span<const OfflineList> offlineLists();
 
+// How many variants a list with a stem has.
+inline constexpr int automaticVariants = 4;
+
 // Empty for a variant outside 0 to 3.
 std::string offlineDescriptionFileName(const OfflineList& list, int variant, LanguageCode language);
 

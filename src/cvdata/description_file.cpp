@@ -22,17 +22,28 @@ int rowsBeforeSection(const std::vector<Text>& lines)
     return static_cast<int>(end - lines.begin()) - 2;
 }
 
-// Returns whether the line describes its row.
-bool takeRow(Description& description, int row)
+// Which row the fields are for. Row k stands in line k + 1; where the lines of a file that was edited have
+// moved, the CV number tells. Nothing, with the fault noted, when it does not.
+std::optional<int> rowOf(const std::vector<TextView>& fields, int line, Description& description)
 {
-    const int line = row + 1;
-    const auto fields = fieldsOf(description.lines[static_cast<std::size_t>(line)]);
-    if (fields.empty())
-        return false;
-    if (numberFromText(fields.front()) != row) {
+    const auto row = numberFromText(fields.front());
+    if (row && *row > CvTable::lastRow)
+        description.faults.push_back({Kind::rowBeyondTable, line});
+    else if (!row || *row < 1 || description.table.describes(*row))
         description.faults.push_back({Kind::wrongRow, line});
+    else
+        return row;
+    return std::nullopt;
+}
+
+// Returns whether the line describes a CV.
+bool takeLine(Description& description, int line)
+{
+    const auto fields = fieldsOf(description.lines[static_cast<std::size_t>(line)]);
+    const auto place = fields.empty() ? std::nullopt : rowOf(fields, line, description);
+    if (!place)
         return false;
-    }
+    const int row = *place;
     if (fields.size() > CvTable::lastColumn)
         description.faults.push_back({Kind::tooManyFields, line});
     const auto kept = std::min<std::size_t>(fields.size(), CvTable::lastColumn);
@@ -56,10 +67,8 @@ std::optional<Description> parseDescription(std::span<const std::uint8_t> conten
     }
     description.rowCount = rowsBeforeSection(description.lines);
     bool anyRow = false;
-    for (int row = 1; row <= std::min(description.rowCount, CvTable::lastRow); ++row)
-        anyRow = takeRow(description, row) || anyRow;
-    if (description.rowCount > CvTable::lastRow)
-        description.faults.push_back({Kind::rowBeyondTable, CvTable::lastRow + 2});
+    for (int line = 2; line < description.rowCount + 2; ++line)
+        anyRow = takeLine(description, line) || anyRow;
     if (!anyRow)
         return std::nullopt;
     return description;

@@ -12,7 +12,12 @@ namespace karvo
 
 // Something in a description file that was left out, with the line it stands in (1 is the header line).
 struct DescriptionFault {
-    enum class Kind { tooManyLines, rowBeyondTable, wrongRow, tooManyFields };
+    enum class Kind {
+        tooManyLines,
+        rowBeyondTable,
+        wrongRow, // no CV number, or that of a line before
+        tooManyFields
+    };
     Kind kind;
     int line;
 };
@@ -36,9 +41,9 @@ inline constexpr TextView speedStepSectionStart = u"Anfang FS";
 // The line that ends the rows of a CV list file.
 inline constexpr TextView cvSectionEnd = u"Ende CV";
 
-// Nothing when not a single line describes the CV of its row: then it is no description file. A line whose
-// first field is not its row's number, or that has more fields than the table, is a fault of the file; the
-// rest is kept.
+// Nothing when not a single line describes a CV: then it is no description file. Lines that have moved are
+// found by their CV number. A line without one from 1 to 256, one that describes a CV for the second time,
+// and fields beyond the table's are faults of the file; the rest is kept.
 std::optional<Description> parseDescription(std::span<const std::uint8_t> content);
 
 } // namespace karvo

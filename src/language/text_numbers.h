@@ -80,6 +80,8 @@ enum class Message {
     batchChangedMeanwhile = 731,
     batchCannotSave = 732, // {1}: the system's words
     fileEndMissing = 734,  // {1}: the line
+    notAnExpertFile = 735, // {1}: the path
+    wordsMissing = 736,    // {1}: the path of the file that would have them
 };
 
 // Entries of the control-caption table.
@@ -132,6 +134,9 @@ enum class Caption {
     shortAddress = 46, // behind an address: the form that CV29 selects
     longAddress = 47,
     lineInUse = 48, // what the blinking sign means
+    variantTitle = 50,
+    variantPrompt = 51,
+    variantChoice = 52, // {1}: 1 to 4
     takeBack = 60,
     takeAllBack = 61,
     noticeOption = 62,

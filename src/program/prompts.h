@@ -6,6 +6,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <vector>
 
 namespace karvo
 {
@@ -25,6 +26,10 @@ public:
 
     // Nothing when cancelled.
     virtual std::optional<Text> input(const Text& title, const Text& prompt, const Text& initial) = 0;
+
+    // One of the options by its place, the current one proposed. Nothing when cancelled.
+    virtual std::optional<std::size_t> choice(const Text& title, const Text& prompt,
+                                              const std::vector<Text>& options, std::size_t current) = 0;
 
     // End the program now, without asking: returns at once, a wait under way reports `ended`, nothing further
     // is shown.

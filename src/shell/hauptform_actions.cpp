@@ -58,7 +58,7 @@ void Hauptform::showOffline(std::string_view menuItem)
     if (!confirmOfflineList(bench_))
         return;
     readTimer_.stop();
-    if (showOfflineList(bench_, menuItem))
+    if (showChosenOfflineList(bench_, menuItem))
         showWithoutDecoder();
 }
 

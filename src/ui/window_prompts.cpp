@@ -3,6 +3,7 @@
 #include "ui/captions.h"
 #include "ui/typed_text.h"
 
+#include <QAbstractItemView>
 #include <QCoreApplication>
 #include <QInputDialog>
 #include <QLineEdit>
@@ -71,10 +72,7 @@ std::optional<Text> WindowPrompts::input(const Text& title, const Text& prompt, 
     dialog.setWindowTitle(qtText(title));
     dialog.setLabelText(buttonText(prompt));
     dialog.setTextValue(qtText(initial));
-    if (const auto ok = texts_.caption(Caption::okButton); !ok.empty())
-        dialog.setOkButtonText(buttonText(ok));
-    if (const auto cancel = texts_.caption(Caption::cancelButton); !cancel.empty())
-        dialog.setCancelButtonText(buttonText(cancel));
+    nameButtons(dialog);
     if (auto* const field = dialog.findChild<QLineEdit*>()) {
         field->setValidator(new Windows1252Validator(field));
         field->setAccessibleName(qtText(prompt));
@@ -82,6 +80,28 @@ std::optional<Text> WindowPrompts::input(const Text& title, const Text& prompt, 
     if (dialog.exec() != QDialog::Accepted || ended_)
         return std::nullopt;
     return typedText(dialog.textValue());
+}
+
+std::optional<std::size_t> WindowPrompts::choice(const Text& title, const Text& prompt,
+                                                 const std::vector<Text>& options, std::size_t current)
+{
+    if (ended_ || current >= options.size())
+        return std::nullopt;
+    QStringList items;
+    for (const Text& option : options)
+        items.append(qtText(option));
+    QInputDialog dialog(parent_);
+    dialog.setWindowTitle(qtText(title));
+    dialog.setLabelText(buttonText(prompt));
+    dialog.setOption(QInputDialog::UseListViewForComboBoxItems); // all of them in view
+    dialog.setComboBoxItems(items);
+    dialog.setTextValue(items[static_cast<qsizetype>(current)]);
+    nameButtons(dialog);
+    if (auto* const list = dialog.findChild<QAbstractItemView*>())
+        list->setAccessibleName(qtText(prompt));
+    if (dialog.exec() != QDialog::Accepted || ended_)
+        return std::nullopt;
+    return static_cast<std::size_t>(items.indexOf(dialog.textValue()));
 }
 
 void WindowPrompts::endProgram()
@@ -96,6 +116,14 @@ void WindowPrompts::nameButton(QMessageBox& box, int button, Caption caption) co
     const Text text = texts_.caption(caption);
     if (!text.empty())
         box.button(static_cast<QMessageBox::StandardButton>(button))->setText(buttonText(text));
+}
+
+void WindowPrompts::nameButtons(QInputDialog& dialog) const
+{
+    if (const auto ok = texts_.caption(Caption::okButton); !ok.empty())
+        dialog.setOkButtonText(buttonText(ok));
+    if (const auto cancel = texts_.caption(Caption::cancelButton); !cancel.empty())
+        dialog.setCancelButtonText(buttonText(cancel));
 }
 
 QString WindowPrompts::titled(Caption caption) const

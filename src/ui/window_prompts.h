@@ -9,6 +9,7 @@
 
 #include <functional>
 
+class QInputDialog;
 class QMessageBox;
 
 namespace karvo
@@ -26,6 +27,8 @@ public:
     void message(const Text& text, PromptIcon icon = PromptIcon::none) override;
     bool question(const Text& text) override;
     std::optional<Text> input(const Text& title, const Text& prompt, const Text& initial) override;
+    std::optional<std::size_t> choice(const Text& title, const Text& prompt, const std::vector<Text>& options,
+                                      std::size_t current) override;
     void endProgram() override;
 
     bool hasEnded() const { return ended_; }
@@ -34,6 +37,7 @@ private:
     // Texts stay as they are where the tables have none: before a language is loaded, and with a short
     // language file.
     void nameButton(QMessageBox& box, int button, Caption caption) const;
+    void nameButtons(QInputDialog& dialog) const;
     QString titled(Caption caption) const;
 
     const LanguageTables& texts_;

@@ -4,6 +4,8 @@
 #include "program/path_text.h"
 #include "workbench/recovery.h"
 
+#include <algorithm>
+
 namespace karvo
 {
 
@@ -13,10 +15,52 @@ namespace
 // A description without a value here says that the model has no such CV.
 constexpr int optionalCv = 153;
 
-std::optional<ExpertFile> readExpertFile(Workbench& bench, const std::string& fileName)
+// Each read and each list would tell of it again.
+void tellOnce(Workbench& bench, const std::string& fileName, Message message,
+              std::initializer_list<Text> more = {})
 {
-    const auto content = bench.files.readWhole(bench.state.programFolder / fileName, textFileLimit);
-    return content ? parseExpertFile(*content) : std::nullopt;
+    const auto path = bench.state.programFolder / fileName;
+    if (!bench.state.faultyFiles.insert(path).second)
+        return;
+    std::vector<Text> arguments = {pathText(path)};
+    arguments.insert(arguments.end(), more);
+    bench.prompts.message(filledIn(bench.state.texts.message(message), arguments), PromptIcon::warning);
+}
+
+void tellOfLines(Workbench& bench, const std::string& fileName, std::size_t count, int first)
+{
+    tellOnce(bench, fileName, Message::descriptionFaults,
+             {textFromNumber(static_cast<long long>(count)), textFromNumber(first)});
+}
+
+// Nothing, after a message, when it can not be read or is none.
+std::optional<ExpertFile> loadExpertFile(Workbench& bench, const std::string& fileName)
+{
+    const auto path = bench.state.programFolder / fileName;
+    const auto content = bench.files.readWhole(path, textFileLimit);
+    if (!content) {
+        showCannotOpen(bench, path);
+        return std::nullopt;
+    }
+    auto file = parseExpertFile(*content);
+    if (!file)
+        tellOnce(bench, fileName, Message::notAnExpertFile);
+    else if (!file->faultyLines.empty())
+        tellOfLines(bench, fileName, file->faultyLines.size(), file->faultyLines.front());
+    return file;
+}
+
+// The words in the language in use of a file that has one name for all; without it its own words stay.
+void takeExpertWords(Workbench& bench, ExpertFile& file, const std::string& companionName)
+{
+    const auto content = bench.files.readWhole(bench.state.programFolder / companionName, textFileLimit);
+    const auto companion = content ? parseExpertFile(*content) : std::nullopt;
+    if (!companion)
+        return tellOnce(bench, companionName, Message::wordsMissing);
+    if (!companion->faultyLines.empty())
+        tellOfLines(bench, companionName, companion->faultyLines.size(), companion->faultyLines.front());
+    for (const auto& [cv, entry] : companion->entries)
+        file.entries[cv] = entry;
 }
 
 std::optional<Description> readDescription(Workbench& bench, const std::string& fileName)
@@ -33,11 +77,15 @@ void takeTexts(CvTable& table, const CvTable& other, int row)
 }
 
 // The texts of the companion; rows that it does not describe keep the words they have.
-void takeCompanionTexts(CvTable& table, const CvTable& companion)
+void takeCompanionTexts(Workbench& bench, CvTable& table, const std::string& companionName)
 {
+    const auto companion = readDescription(bench, companionName);
+    if (!companion)
+        return tellOnce(bench, companionName, Message::wordsMissing);
+    reportFaults(bench, companionName, companion->faults);
     for (int row = 1; row <= CvTable::lastRow; ++row) {
-        if (companion.describes(row))
-            takeTexts(table, companion, row);
+        if (companion->table.describes(row))
+            takeTexts(table, companion->table, row);
     }
 }
 
@@ -99,8 +147,8 @@ std::optional<Description> loadDescription(Workbench& bench, const std::string& 
         return std::nullopt;
     }
     const auto companionName = textCompanionName(fileName, bench.state.language);
-    if (const auto companion = companionName.empty() ? std::nullopt : readDescription(bench, companionName))
-        takeCompanionTexts(description->table, companion->table);
+    if (!companionName.empty())
+        takeCompanionTexts(bench, description->table, companionName);
     return description;
 }
 
@@ -144,16 +192,12 @@ void takeExpertFile(Workbench& bench, const std::string& fileName)
     set.expert.clear();
     if (!bench.state.expert)
         return;
-    auto file = readExpertFile(bench, fileName);
-    if (!file) {
-        showCannotOpen(bench, set.expertPath);
+    auto file = loadExpertFile(bench, fileName);
+    if (!file)
         return;
-    }
     const auto companionName = textCompanionName(fileName, bench.state.language);
-    if (const auto companion = companionName.empty() ? std::nullopt : readExpertFile(bench, companionName)) {
-        for (const auto& [cv, entry] : companion->entries)
-            file->entries[cv] = entry;
-    }
+    if (!companionName.empty())
+        takeExpertWords(bench, *file, companionName);
     set.expert = std::move(file->entries);
 }
 
@@ -174,11 +218,10 @@ void reportFaults(Workbench& bench, const std::string& fileName, const std::vect
 {
     if (faults.empty())
         return;
-    const Text arguments[] = {pathText(bench.state.programFolder / fileName),
-                              textFromNumber(static_cast<long long>(faults.size())),
-                              textFromNumber(faults.front().line)};
-    bench.prompts.message(filledIn(bench.state.texts.message(Message::descriptionFaults), arguments),
-                          PromptIcon::warning);
+    const auto first = std::min_element(
+        faults.begin(), faults.end(),
+        [](const DescriptionFault& one, const DescriptionFault& other) { return one.line < other.line; });
+    tellOfLines(bench, fileName, faults.size(), first->line);
 }
 
 void clearDisplay(Workbench& bench)

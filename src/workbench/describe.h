@@ -10,8 +10,8 @@
 namespace karvo
 {
 
-// A description file with the texts in the language in use. Nothing, after a message, when it can not be read
-// or is none.
+// A description file with the texts in the language in use; where the file that would have them is missing,
+// its own, after a message. Nothing, after a message, when it can not be read or is none.
 std::optional<Description> loadDescription(Workbench& bench, const std::string& fileName);
 
 // Replaces the words of the set on the bench by those of a description; the values, and the lines they came
@@ -41,7 +41,7 @@ void fillList(Workbench& bench);
 // Says that a file can not be opened.
 void showCannotOpen(Workbench& bench, const std::filesystem::path& path);
 
-// Once, naming the file and the first line, when something in the file was left out.
+// Once in a run, naming the file and the first line, when something in the file was left out.
 void reportFaults(Workbench& bench, const std::string& fileName, const std::vector<DescriptionFault>& faults);
 
 // Empties the list, the table and the fields; the decoder that was identified stays known.

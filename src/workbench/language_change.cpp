@@ -63,6 +63,7 @@ void describeAnew(Workbench& bench)
     auto description = loadDescription(bench, fileName);
     if (!description)
         return;
+    const auto faults = std::move(description->faults);
     if (set.isFromFile()) {
         takeWords(bench, *description, fileName);
     } else {
@@ -71,6 +72,7 @@ void describeAnew(Workbench& bench)
     }
     takeExpertFile(bench, expertFileNameInUse(bench.state));
     fillList(bench);
+    reportFaults(bench, fileName, faults);
 }
 
 } // namespace karvo

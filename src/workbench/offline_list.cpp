@@ -5,6 +5,10 @@
 #include "cvdata/expert_choice.h"
 #include "workbench/describe.h"
 
+#include <algorithm>
+#include <utility>
+#include <vector>
+
 namespace karvo
 {
 
@@ -49,6 +53,21 @@ bool showDescription(Workbench& bench, const DecoderProfile& profile, std::strin
     return true;
 }
 
+std::optional<int> askVariant(Workbench& bench)
+{
+    const LanguageTables& texts = bench.state.texts;
+    std::vector<Text> options;
+    for (int variant = 1; variant <= automaticVariants; ++variant) {
+        const Text number[] = {textFromNumber(variant)};
+        options.push_back(filledIn(texts.caption(Caption::variantChoice), number));
+    }
+    const auto current =
+        static_cast<std::size_t>(std::clamp(bench.state.automaticVariant, 0, automaticVariants - 1));
+    const auto chosen = bench.prompts.choice(texts.caption(Caption::variantTitle),
+                                             texts.caption(Caption::variantPrompt), options, current);
+    return chosen ? std::optional<int>(static_cast<int>(*chosen)) : std::nullopt;
+}
+
 } // namespace
 
 bool confirmOfflineList(Workbench& bench)
@@ -59,6 +78,22 @@ bool confirmOfflineList(Workbench& bench)
     return bench.prompts.question(texts.message(Message::offlineListQuestion1) + Text(lineBreak) +
                                   texts.message(Message::offlineListQuestion2) + Text(lineBreak) +
                                   texts.message(Message::offlineListQuestion3));
+}
+
+bool showChosenOfflineList(Workbench& bench, std::string_view menuItem)
+{
+    const OfflineList* const list = offlineListOf(menuItem);
+    if (list == nullptr || list->variantStem.empty() || bench.state.lineBusy)
+        return showOfflineList(bench, menuItem);
+    const auto chosen = askVariant(bench);
+    if (!chosen)
+        return false;
+    // The list that is shown stays that of its own variant when the other can not be read.
+    const int before = std::exchange(bench.state.automaticVariant, *chosen);
+    if (showOfflineList(bench, menuItem))
+        return true;
+    bench.state.automaticVariant = before;
+    return false;
 }
 
 bool showOfflineList(Workbench& bench, std::string_view menuItem)

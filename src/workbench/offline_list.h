@@ -12,6 +12,10 @@ namespace karvo
 // go on.
 bool confirmOfflineList(Workbench& bench);
 
+// For the lists of which there are four, one for each bus or fire-engine automatic, asks which one to show;
+// the one that was shown last is proposed. Then as showOfflineList(). False when cancelled too.
+bool showChosenOfflineList(Workbench& bench, std::string_view menuItem);
+
 // Shows the list of a menu item such as "mnu_kv07". False, after a message, when its description can not be
 // read; false without one for an unknown item and for a stored variant beyond the four.
 bool showOfflineList(Workbench& bench, std::string_view menuItem);

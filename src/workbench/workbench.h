@@ -10,6 +10,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <set>
 
 namespace karvo
 {
@@ -36,7 +37,8 @@ struct ProgramState {
     bool stopRequested = false;                // a write of many CVs is to end before its next one
     std::optional<DecoderProfile> unkeptImage; // whose block the image is, until that has been kept as a file
     std::optional<CvImage> keptBlock; // the block that was kept last, with what has been written since
-    int automaticVariant = 0;         // bus or fire-engine variant 0 to 3 of the offline lists
+    std::set<std::filesystem::path> faultyFiles; // of the program folder, of which has been told in this run
+    int automaticVariant = 0;                    // bus or fire-engine variant 0 to 3 of the offline lists
 };
 
 struct Workbench {

@@ -25,6 +25,7 @@ TEST(CliArgumentsTest, TakesCommandsAndOptionsInAnyOrder)
     EXPECT_TRUE(parsed.arguments->json);
     EXPECT_TRUE(parsed.arguments->unpaced);
     EXPECT_EQ(parse(QStringLiteral("list kv07")).arguments->operands, QStringList(QStringLiteral("kv07")));
+    EXPECT_EQ(parse(QStringLiteral("list kv07-bus --variant 4")).arguments->variant, 3);
     EXPECT_EQ(parse(QStringLiteral("ports --port 31")).arguments->port, 31);
 }
 
@@ -82,7 +83,11 @@ TEST(CliArgumentsTest, RefusesWhatItDoesNotKnow)
                                    "read --dry-run",
                                    "set a.kvr CV3=1 --from b.kvr",
                                    "write CV3=1 --output a.kvr",
-                                   "list kv07 --output a.kvr"}) {
+                                   "list kv07 --output a.kvr",
+                                   "list kv07-bus --variant 5",
+                                   "list kv07-bus --variant 0",
+                                   "list kv07-bus --variant x",
+                                   "read --variant 2"}) {
         const auto parsed = parse(QString::fromLatin1(line));
         EXPECT_TRUE(parsed.wrong) << line;
         EXPECT_FALSE(parsed.arguments) << line;

@@ -51,7 +51,7 @@ TEST(DescriptionFileTest, NothingBehindTheRowsIsARow)
 TEST(DescriptionFileTest, WhatIsNoDescriptionIsRefused)
 {
     for (const std::string_view content :
-         {"", "\r\n", "Standard KV07\r\n", "K\r\nno fields\r\n", "K\r\n7;1;row of another CV;\r\n"})
+         {"", "\r\n", "Standard KV07\r\n", "K\r\nno fields\r\n", "K\r\nx;1;no CV;\r\n0;1;y;\r\n257;1;z;\r\n"})
         EXPECT_FALSE(parseDescription(bytesOf(content))) << content;
     Bytes binary(5000);
     for (std::size_t i = 0; i < binary.size(); ++i)
@@ -59,15 +59,28 @@ TEST(DescriptionFileTest, WhatIsNoDescriptionIsRefused)
     EXPECT_FALSE(parseDescription(binary));
 }
 
-TEST(DescriptionFileTest, ARowInTheWrongPlaceIsLeftOutAndNamed)
+TEST(DescriptionFileTest, LinesThatHaveMovedAreFoundByTheirNumber)
 {
-    const auto description = parseDescription(bytesOf("K\n1;1;a;\n3;7;b;\n3;8;c;\n"));
+    const auto description = parseDescription(bytesOf("K\n4;1;a;\n2;7;b;\n\n256;8;c;\n"));
     ASSERT_TRUE(description);
-    ASSERT_EQ(description->faults.size(), 1u);
+    EXPECT_TRUE(description->faults.empty());
+    EXPECT_EQ(description->table.value(4), 1);
+    EXPECT_EQ(description->table.value(2), 7);
+    EXPECT_EQ(description->table.value(256), 8);
+    EXPECT_FALSE(description->table.describes(1));
+    EXPECT_FALSE(description->table.describes(3));
+}
+
+TEST(DescriptionFileTest, ALineWithoutAPlaceIsLeftOutAndNamed)
+{
+    const auto description = parseDescription(bytesOf("K\n1;1;a;\n3;7;b;\n3;8;c;\nvier;1;d;\n"));
+    ASSERT_TRUE(description);
+    ASSERT_EQ(description->faults.size(), 2u);
     EXPECT_EQ(description->faults[0].kind, Kind::wrongRow);
-    EXPECT_EQ(description->faults[0].line, 3);
+    EXPECT_EQ(description->faults[0].line, 4);
+    EXPECT_EQ(description->faults[1].line, 5);
     EXPECT_FALSE(description->table.describes(2));
-    EXPECT_EQ(description->table.value(3), 8);
+    EXPECT_EQ(description->table.value(3), 7);
 }
 
 TEST(DescriptionFileTest, FieldsAndRowsBeyondTheTableAreLeftOutAndNamed)
@@ -83,8 +96,11 @@ TEST(DescriptionFileTest, FieldsAndRowsBeyondTheTableAreLeftOutAndNamed)
     std::vector<std::pair<Kind, int>> faults;
     for (const auto& fault : description->faults)
         faults.emplace_back(fault.kind, fault.line);
-    EXPECT_EQ(faults, (std::vector<std::pair<Kind, int>>{
-                          {Kind::tooManyLines, 551}, {Kind::tooManyFields, 2}, {Kind::rowBeyondTable, 258}}));
+    ASSERT_EQ(faults.size(), 2u + 550 - 257);
+    EXPECT_EQ(faults[0], std::pair(Kind::tooManyLines, 551));
+    EXPECT_EQ(faults[1], std::pair(Kind::tooManyFields, 2));
+    EXPECT_EQ(faults[2], std::pair(Kind::rowBeyondTable, 258));
+    EXPECT_EQ(faults.back(), std::pair(Kind::rowBeyondTable, 550));
 }
 
 } // namespace

@@ -103,4 +103,23 @@ TEST(WindowPrompts, KeepQtsWordsUntilALanguageIsLoaded)
     bench.prompts.message(u"File [Deutsch_var.txt] not available !");
 }
 
+TEST(WindowPrompts, OffersAChoiceWithTheCurrentOneChosen)
+{
+    PromptsBench bench;
+    const std::vector<Text> options = {u"Variante 1", u"Variante 2", u"Variante 3"};
+    const auto answer = [&](bool accept) {
+        bench.driver.expect(QStringLiteral("choice"), [accept](QWidget& window) {
+            auto& dialog = dynamic_cast<QInputDialog&>(window);
+            EXPECT_EQ(dialog.textValue().toStdString(), "Variante 2");
+            EXPECT_EQ(dialog.labelText().toStdString(), "Welche?");
+            EXPECT_EQ(dialog.cancelButtonText().toStdString(), "Abbrechen");
+            dialog.setTextValue(QStringLiteral("Variante 3"));
+            accept ? dialog.accept() : dialog.reject();
+        });
+        return bench.prompts.choice(u"Variante", u"Welche?", options, 1);
+    };
+    EXPECT_EQ(answer(true), 2U);
+    EXPECT_EQ(answer(false), std::nullopt);
+}
+
 } // namespace karvo

@@ -64,6 +64,32 @@ TEST_F(ExpertModeTest, AMissingExpertFileIsNamedAndTheListShownAllTheSame)
     EXPECT_EQ(state.set.list.size(), 176u);
 }
 
+TEST_F(ExpertModeTest, WhatIsNoExpertFileOrHasFaultsIsSaidOnce)
+{
+    test::setText(state.texts, 681, u"{1}: {2} lines, first {3}");
+    test::setText(state.texts, 735, u"no expert file {1}");
+    test::setText(state.texts, 736, u"no words {1}");
+    addFile("CV_exp_kv07.txt", "Head\r\nnonsense;\r\n");
+    for (int time = 0; time < 2; ++time)
+        ASSERT_TRUE(showOfflineList(bench, "mnu_kv07"));
+    EXPECT_EQ(std::count(journal.begin(), journal.end(), "message no expert file program/CV_exp_kv07.txt"),
+              1);
+    EXPECT_EQ(state.set.list.size(), 176u);
+
+    addFile("CV_exp_v1.txt", "Head\r\n300;;x;;;;y;\r\n2;;zwei;;;;Tiefes Wissen;\r\n2;;noch;;;;mal;\r\n");
+    state.language = LanguageCode::french;
+    journal.clear();
+    for (int time = 0; time < 2; ++time)
+        ASSERT_TRUE(showOfflineList(bench, "mnu_KV04_neu"));
+    EXPECT_EQ(state.set.expert.at(2).name, u"zwei");
+    const auto times = [&](const std::string& text) {
+        return std::count(journal.begin(), journal.end(), "message " + text);
+    };
+    EXPECT_EQ(times("program/CV_exp_v1.txt: 2 lines, first 2"), 1);
+    EXPECT_EQ(times("no words program/CV_exp_v1_FR.txt"), 1);
+    EXPECT_EQ(times("no words program/CV_Standart172_FR.txt"), 1);
+}
+
 TEST_F(ExpertModeTest, AFileOfAllLanguagesHasItsWordsFromTheCompanion)
 {
     line.replyWith({'1', '4'});

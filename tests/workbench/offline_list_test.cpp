@@ -42,6 +42,33 @@ TEST_F(OfflineListTest, ShowsTheDescriptionsOwnValues)
     EXPECT_EQ(journal.back(), "list changed");
 }
 
+TEST_F(OfflineListTest, TheFourVariantsAreOfferedAndTheLastOneProposed)
+{
+    test::setCaption(state.texts, 50, u"variant");
+    test::setCaption(state.texts, 51, u"which?");
+    test::setCaption(state.texts, 52, u"V{1}");
+    addFile("CV_KV04_Bus_V3_08.txt", smallDescription("Standard KV04 172 Bus V3", "Wort "));
+    addFile("CV_KV07_FW_V4.txt", smallDescription("Standard KV07 FW V4", "Wort "));
+    prompts.choose(2);
+    ASSERT_TRUE(showChosenOfflineList(bench, "mnu_KV04_Bus_08"));
+    EXPECT_EQ(journal[0], "choice variant: which? *V1 V2 V3 V4");
+    EXPECT_EQ(state.set.descriptionPath.filename(), "CV_KV04_Bus_V3_08.txt");
+    EXPECT_EQ(state.set.modelCode, u"04");
+    journal.clear();
+    prompts.choose(3);
+    ASSERT_TRUE(showChosenOfflineList(bench, "mnu_KV07_FW"));
+    EXPECT_EQ(journal[0], "choice variant: which? V1 V2 *V3 V4");
+    EXPECT_EQ(state.set.descriptionPath.filename(), "CV_KV07_FW_V4.txt");
+
+    prompts.choose(std::nullopt);
+    EXPECT_FALSE(showChosenOfflineList(bench, "mnu_KV07_FW"));
+    prompts.choose(0); // not in the folder
+    EXPECT_FALSE(showChosenOfflineList(bench, "mnu_KV07_FW"));
+    EXPECT_EQ(state.automaticVariant, 3);
+    addFile("CV_Standart_kv07.txt", smallDescription("Standard KV07", "Wort "));
+    EXPECT_TRUE(showChosenOfflineList(bench, "mnu_kv07")); // without a question
+}
+
 TEST_F(OfflineListTest, NeitherUnknownItemsNorBusyLinesChangeAnything)
 {
     addFile("CV_Standart_kv07.txt", smallDescription("Standard KV07", "Wort "));

@@ -1,9 +1,13 @@
-// Every file that the program may ask for lies in the program folder under exactly this name.
+// Every file that the program may ask for lies in the program folder under exactly its name.
 #include "cvdata/description_file.h"
 #include "cvdata/expert_file.h"
 #include "support/folder_files.h"
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
 
 namespace karvo
 {
@@ -12,75 +16,22 @@ namespace
 
 using Names = std::vector<std::string>;
 
-void add(Names& names, const std::string& stem, std::initializer_list<const char*> endings)
+// data/program_folder.txt: a name a line.
+Names listedNames()
 {
-    for (const char* const ending : endings)
-        names.push_back(stem + ending);
-}
-
-Names descriptionNames()
-{
-    Names names = {
-        "CV_Standart180.txt",           "CV_Standart180_EN.txt",        "CV_Standart180_ES.txt",
-        "CV_Standart180_FR.txt",        "CV_Standart180_NL.txt",        "CV_Standart180_v1.txt",
-        "CV_Standart172.txt",           "CV_Standart172_v1_5.txt",      "CV_Standart172_v1_6.txt",
-        "CV_Standart172_Mai10_4.txt",   "CV_Standart172_Mai10_5.txt",   "CV_Standart172_Mai10_6.txt",
-        "CV_Standart_Mai10_4.txt",      "CV_Standart_Mai10_5.txt",      "CV_Standart_Mai10_6.txt",
-        "CV_Standart_November12_5.txt", "CV_Standart_November12_6.txt", "CV_Standart_kv07Tacho.txt",
-        "CV_Standart_kv08Tacho.txt"};
-    for (const std::string model : {"kv07", "kv08"}) {
-        for (const std::string generation : {"", "_F3", "_F4", "_F5", "_V1", "LC"})
-            add(names, "CV_Standart_" + model + generation, {".txt", "nl.txt", "en.txt", "es.txt", "fr.txt"});
-    }
-    for (const std::string generation : {"", "_V1"})
-        add(names, "CV_Standart_an07" + generation, {".txt", "nl.txt", "en.txt", "es.txt", "fr.txt"});
-    add(names, "CV_Standart_receiver", {".txt", "_nl.txt", "_en.txt", "_es.txt", "_fr.txt"});
-    return names;
-}
-
-Names automaticNames()
-{
+    std::ifstream file(std::filesystem::path(KARVO_SOURCE_FOLDER) / "data" / "program_folder.txt");
     Names names;
-    for (const std::string variant : {"V1", "V2", "V3", "V4"}) {
-        for (const std::string kind : {"_Bus_", "_FW_"}) {
-            add(names, "CV_KV04" + kind + variant, {"_08.txt", "_09.txt"});
-            for (const std::string model : {"KV05", "KV06", "KV07", "KV08"})
-                names.push_back("CV_" + model + kind + variant + ".txt");
-        }
+    for (std::string line; std::getline(file, line);) {
+        if (!line.empty() && !line.starts_with('#'))
+            names.push_back(line);
     }
+    std::sort(names.begin(), names.end());
     return names;
 }
 
-Names expertNames()
+bool isExpertFile(const std::string& name)
 {
-    Names names = {"CV_exp_v1.txt",
-                   "CV_exp_v1_5.txt",
-                   "CV_exp_v1_6.txt",
-                   "CV_exp_Mai10_4.txt",
-                   "CV_exp_Mai10_5.txt",
-                   "CV_exp_Mai10_6.txt",
-                   "CV_exp_November12_5.txt",
-                   "CV_exp_November12_6.txt",
-                   "CV_exp_kv07Tacho.txt",
-                   "CV_exp_kv08Tacho.txt",
-                   "CV_exp_Receiver.txt_nl.txt",
-                   "CV_exp_Receiver_270222_nl"};
-    const auto capitals = {".txt", "_NL.txt", "_EN.txt", "_ES.txt", "_FR.txt"};
-    const auto smalls = {".txt", "_nl.txt", "_en.txt", "_es.txt", "_fr.txt"};
-    add(names, "CV_exp", capitals);
-    for (const std::string model : {"kv07", "kv08"}) {
-        for (const std::string generation : {"", "_F3", "_F4", "_F5", "_V1"})
-            add(names, "CV_exp_" + model + generation, capitals);
-        add(names, "CV_exp_" + model + "LC", {".txt", "nl.txt", "en.txt", "es.txt", "fr.txt"});
-    }
-    add(names, "CV_exp_an07", capitals);
-    add(names, "CV_exp_an07_V1", capitals);
-    for (const std::string receiver :
-         {"receiver", "Receiver", "Receiver_010915", "Receiver_240216", "Receiver_270222"})
-        add(names, "CV_exp_" + receiver, smalls);
-    add(names, "CV_exp_Receiver_240216",
-        {"_neu.txt", "_nl_neu.txt", "_en_neu.txt", "_es_neu.txt", "_fr_neu.txt"});
-    return names;
+    return name.starts_with("CV_exp");
 }
 
 class ProgramFolderTest : public testing::Test
@@ -95,29 +46,42 @@ private:
     test::FolderFiles files_;
 };
 
-TEST_F(ProgramFolderTest, EveryDescriptionIsThereAndWithoutFault)
+TEST_F(ProgramFolderTest, HoldsTheListedFilesAndNoOthers)
 {
-    for (const Names& names : {descriptionNames(), automaticNames()}) {
-        for (const std::string& name : names) {
-            const auto bytes = content(name);
-            ASSERT_TRUE(bytes) << name;
-            const auto description = parseDescription(*bytes);
-            ASSERT_TRUE(description) << name;
-            EXPECT_TRUE(description->faults.empty()) << name;
-            EXPECT_GE(description->rowCount, 176) << name;
-            for (int row = 1; row <= description->rowCount; ++row)
-                EXPECT_FALSE(description->table.at(row, Column::text).empty()) << name << " row " << row;
-            for (const int cv : {100, 101}) {
-                EXPECT_EQ(description->table.at(cv, Column::lowerLimit), u"0") << name;
-                EXPECT_EQ(description->table.at(cv, Column::upperLimit), u"255") << name;
-            }
+    Names held;
+    for (const auto& entry : std::filesystem::directory_iterator(KARVO_PROGRAM_FOLDER)) {
+        if (entry.is_regular_file() && entry.path().filename().string().starts_with("CV_"))
+            held.push_back(entry.path().filename().string());
+    }
+    std::sort(held.begin(), held.end());
+    EXPECT_EQ(held, listedNames());
+}
+
+TEST_F(ProgramFolderTest, EveryDescriptionIsWithoutFault)
+{
+    for (const std::string& name : listedNames()) {
+        if (isExpertFile(name))
+            continue;
+        const auto bytes = content(name);
+        ASSERT_TRUE(bytes) << name;
+        const auto description = parseDescription(*bytes);
+        ASSERT_TRUE(description) << name;
+        EXPECT_TRUE(description->faults.empty()) << name;
+        EXPECT_GE(description->rowCount, 176) << name;
+        for (int row = 1; row <= description->rowCount; ++row)
+            EXPECT_FALSE(description->table.at(row, Column::text).empty()) << name << " row " << row;
+        for (const int cv : {100, 101}) {
+            EXPECT_EQ(description->table.at(cv, Column::lowerLimit), u"0") << name;
+            EXPECT_EQ(description->table.at(cv, Column::upperLimit), u"255") << name;
         }
     }
 }
 
-TEST_F(ProgramFolderTest, EveryExpertFileIsThereAndWithoutFault)
+TEST_F(ProgramFolderTest, EveryExpertFileIsWithoutFault)
 {
-    for (const std::string& name : expertNames()) {
+    for (const std::string& name : listedNames()) {
+        if (!isExpertFile(name))
+            continue;
         const auto bytes = content(name);
         ASSERT_TRUE(bytes) << name;
         const auto file = parseExpertFile(*bytes);
