@@ -2,14 +2,10 @@
 
 #include "cli/file_output.h"
 #include "cli/terminal.h"
-#include "cvdata/csv_export.h"
-#include "cvdata/description_choice.h"
-#include "cvdata/list_header.h"
-#include "cvdata/text_report.h"
 #include "platform/text_conversion.h"
 #include "program/path_text.h"
-#include "program/text_lines.h"
-#include "workbench/describe.h"
+#include "workbench/compared_sets.h"
+#include "workbench/export_files.h"
 #include "workbench/list_files.h"
 #include "workbench/list_notes.h"
 
@@ -34,34 +30,6 @@ bool mayReplace(Workbench& bench, const std::filesystem::path& path, const CliAr
     return false;
 }
 
-ExitCode saveContent(Workbench& bench, const std::filesystem::path& path, const Bytes& content)
-{
-    const auto reason = bench.files.saveAtomically(path, content);
-    if (!reason)
-        return ExitCode::done;
-    const Text words[] = {pathText(path), *reason};
-    bench.prompts.message(filledIn(bench.state.texts.message(Message::cannotSaveFile), words),
-                          PromptIcon::warning);
-    return ExitCode::fileTrouble;
-}
-
-// What gives the lines of a comparison their names: the model's description in the language in use, else the
-// list's own words.
-CvTable wordsOf(Workbench& bench, const ListFile& list)
-{
-    const auto model = modelOfHeader(list.header());
-    auto description = model
-                           ? loadDescription(bench, descriptionFileName(model->profile, bench.state.language))
-                           : std::nullopt;
-    return description ? std::move(description->table) : list.table;
-}
-
-SpeedSteps speedStepsOf(const ListFile& list)
-{
-    const auto model = modelOfHeader(list.header());
-    return model ? speedStepsOf(model->profile.model) : SpeedSteps::asRows;
-}
-
 void showNotes(Workbench& bench, const ListFile& list, const std::filesystem::path& path)
 {
     const Text notes = listNotes(list, path, bench.state.texts);
@@ -76,13 +44,15 @@ ExitCode saveToFile(Workbench& bench, const QString& file, const CliArguments& a
     const auto path = toPath(file);
     if (!mayReplace(bench, path, arguments))
         return ExitCode::fileTrouble;
-    const CvSet& set = bench.state.set;
     const QString extension = QFileInfo(file).suffix().toLower();
+    bool saved = false;
     if (extension == QLatin1String("csv"))
-        return saveContent(bench, path, csvExport(set.table));
-    if (extension == QLatin1String("txt"))
-        return saveContent(bench, path, contentOfLines(textReport(set, bench.state.texts)));
-    return saveListAs(bench, path) ? ExitCode::done : ExitCode::fileTrouble;
+        saved = saveContent(bench, path, exportedContent(bench.state, ExportForm::csv));
+    else if (extension == QLatin1String("txt"))
+        saved = saveContent(bench, path, exportedContent(bench.state, ExportForm::text));
+    else
+        saved = saveListAs(bench, path);
+    return saved ? ExitCode::done : ExitCode::fileTrouble;
 }
 
 ExitCode runExport(Workbench& bench, const CliArguments& arguments)

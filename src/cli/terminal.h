@@ -26,6 +26,15 @@ public:
     // The current one: on the command line an option says which.
     std::optional<std::size_t> choice(const Text& title, const Text& prompt, const std::vector<Text>& options,
                                       std::size_t current) override;
+    // On the command line the arguments name the files: nothing is asked.
+    std::optional<std::filesystem::path> openFile(const FileRequest&) override { return std::nullopt; }
+    std::vector<std::filesystem::path> openFiles(const FileRequest&) override { return {}; }
+    std::optional<std::filesystem::path> saveFile(const FileRequest&) override { return std::nullopt; }
+    // What is asked for with --yes may cost changes that were not saved.
+    SaveChoice saveChanges(const Text& text) override
+    {
+        return question(text) ? SaveChoice::discard : SaveChoice::cancel;
+    }
     void endProgram() override;
 
     bool programEnded() const { return ended_; }

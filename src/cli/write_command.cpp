@@ -26,8 +26,10 @@ namespace
 KeepBackup backupIn(Workbench& bench)
 {
     const auto documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    const auto folders = findUserFolders(bench.files, bench.state.programFolder, toPath(documents));
-    return [&bench, folders](const CvSet& set) { return keepBackup(bench.files, QtClock(), folders, set); };
+    bench.state.userFolders = findUserFolders(bench.files, bench.state.programFolder, toPath(documents));
+    return [&bench](const CvSet& set) {
+        return keepBackup(bench.files, QtClock(), bench.state.userFolders, set);
+    };
 }
 
 void printOutcomes(const WriteReport& report, const LanguageTables& texts, bool json)

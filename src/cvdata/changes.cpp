@@ -69,6 +69,9 @@ void markWritten(CvSet& set, int cv)
 {
     if (set.baseline && isInTable(cv))
         (*set.baseline)[static_cast<std::size_t>(cv)] = set.table.at(cv, Column::value);
+    const bool isTheVehicles = !set.isOffline() && set.listPath.empty();
+    if (isTheVehicles && changedCvs(set).empty())
+        set.unsavedChanges = false;
 }
 
 bool takeBack(CvSet& set, int cv)

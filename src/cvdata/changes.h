@@ -26,7 +26,8 @@ void startUnchanged(CvSet& set);
 // one.
 void measureAgainst(CvSet& set, const CvImage& image);
 
-// The decoder holds the table's value now.
+// The decoder holds the table's value now. When it holds all of them, and the set was read and never saved as
+// a file, nothing is unsaved: the vehicle has it.
 void markWritten(CvSet& set, int cv);
 
 // The baseline's value again. True when it was another. A set whose values have been taken back counts as

@@ -11,6 +11,17 @@
 namespace karvo
 {
 
+// What a file dialog starts with.
+struct FileRequest {
+    Text title;
+    std::filesystem::path folder;
+    Text filter;    // "*.kvr"
+    Text extension; // added to a name that has another or none: "kvr"
+    Text name;      // proposed; empty for none
+};
+
+enum class SaveChoice { save, discard, cancel };
+
 enum class PromptIcon { none, information, warning, stop };
 
 class Prompts
@@ -30,6 +41,18 @@ public:
     // One of the options by its place, the current one proposed. Nothing when cancelled.
     virtual std::optional<std::size_t> choice(const Text& title, const Text& prompt,
                                               const std::vector<Text>& options, std::size_t current) = 0;
+
+    // The file that was chosen; nothing when cancelled.
+    virtual std::optional<std::filesystem::path> openFile(const FileRequest& request) = 0;
+
+    // Any number of them; none when cancelled.
+    virtual std::vector<std::filesystem::path> openFiles(const FileRequest& request) = 0;
+
+    // A name with the extension; a file of that name has been agreed to be replaced.
+    virtual std::optional<std::filesystem::path> saveFile(const FileRequest& request) = 0;
+
+    // A Save/Discard/Cancel box. Closing the box is Cancel.
+    virtual SaveChoice saveChanges(const Text& text) = 0;
 
     // End the program now, without asking: returns at once, a wait under way reports `ended`, nothing further
     // is shown.

@@ -2,11 +2,14 @@
 
 #include "cvdata/changes.h"
 #include "cvdata/forms/cv_panel.h"
+#include "program/path_text.h"
 #include "shell/main_menu.h"
 #include "shell/port_bar.h"
 #include "shell/status_line.h"
 #include "ui/captions.h"
 #include "ui/fixed_width_list.h"
+#include "workbench/list_files.h"
+#include "workbench/recovery.h"
 
 #include <QCloseEvent>
 
@@ -24,14 +27,15 @@ Hauptform::Hauptform(const MainWindowSetup& setup)
       panel_(new CvPanel),
       statusLine_(new StatusLine(setup.simulatedInterface, this)),
       splitter_(nullptr),
-      keepBackup_(setup.keepBackup),
-      backupFolder_(setup.backupFolder)
+      clock_(setup.clock),
+      keepBackup_(setup.keepBackup)
 {
     buildWindow();
     buildTimers();
     connectView(setup.view);
     connectControls();
     connectMenu();
+    connectFiles();
     connectWriting();
     menu_->markLanguage(state_.language);
     portBar_->showPort(state_.link.portNumber);
@@ -46,15 +50,21 @@ void Hauptform::closeEvent(QCloseEvent* event)
 {
     savePlacement();
     if (!state_.lineBusy) {
-        event->accept();
+        const bool mayClose = ending_ || mayReplaceSet(bench_);
+        if (mayClose && !ending_)
+            dropRecovery(bench_);
+        closing_ = closing_ && mayClose;
+        event->setAccepted(mayClose);
         return;
     }
     // A write is not torn: what has been announced to the decoder comes to its end first. Who asks again
     // means it.
-    if (writing_ && !closing_)
+    if (writing_ && !closing_) {
         state_.stopRequested = true;
-    else
+    } else {
+        ending_ = true;
         bench_.prompts.endProgram();
+    }
     closing_ = true;
     event->ignore();
 }
@@ -80,6 +90,7 @@ void Hauptform::showList()
     list_->setRows(rows);
     list_->setEmptyHint(qtText(texts_.caption(Caption::emptyListHint)));
     setWindowTitle(title());
+    setWindowModified(state_.set.unsavedChanges);
     portBar_->showDecoder(state_);
     statusLine_->showVersion(qtText(state_.set.isOffline() ? offlineListVersion : programVersion));
     if (const auto row = positionOf(state_.set.list, state_.set.currentNumber)) {
@@ -128,8 +139,14 @@ void Hauptform::showAvailability()
 
 QString Hauptform::title() const
 {
+    const CvSet& set = state_.set;
     const QString name = qtText(texts_.caption(Caption::windowTitle));
-    return state_.set.isEmpty() ? name : name + QStringLiteral(" - ") + qtText(state_.set.loadedData);
+    if (set.isEmpty())
+        return name;
+    Text loaded = set.loadedData;
+    if (!set.isFromFile() && !set.listPath.empty())
+        loaded += u" - " + pathText(set.listPath.filename());
+    return name + QStringLiteral(" - ") + qtText(loaded) + QStringLiteral("[*]");
 }
 
 } // namespace karvo

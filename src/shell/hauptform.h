@@ -2,6 +2,7 @@
 #pragma once
 
 #include "link/forms/port_devices.h"
+#include "program/clock.h"
 #include "shell/main_window_view.h"
 #include "workbench/full_read.h"
 #include "workbench/workbench.h"
@@ -31,8 +32,8 @@ struct MainWindowSetup {
     Workbench& bench;
     MainWindowView& view; // the same as the workbench's
     ListPortDevices listPortDevices;
-    KeepBackup keepBackup;              // keeps what a vehicle held before the first write to it
-    std::filesystem::path backupFolder; // where
+    const Clock& clock;
+    KeepBackup keepBackup; // keeps what a vehicle held before the first write to it
     bool simulatedInterface = false;
 };
 
@@ -48,7 +49,8 @@ public:
     void readSoon() { readTimer_.start(); }
 
 protected:
-    // During an operation the wait ends first, and the window closes once the operation has unwound.
+    // Asks first when changes are unsaved. During an operation the wait ends first, and the window closes
+    // once the operation has unwound.
     void closeEvent(QCloseEvent* event) override;
 
 private:
@@ -92,6 +94,11 @@ private:
     void showModuleHelp();
     void showHelp();
 
+    // hauptform_files.cpp
+    void connectFiles();
+    void openSavedList();
+    void save(bool (*saving)(Workbench&, const Text&), std::string_view item);
+
     // hauptform_writing.cpp
     void connectWriting();
     void enterValue(const QString& typed);
@@ -123,10 +130,11 @@ private:
     QTimer readTimer_;     // "Timer3": the deferred read
     QTimer sequenceTimer_; // "Timer4": the deferred write of the series CV167 to CV171
     Text word_;            // last searched
+    const Clock& clock_;
     KeepBackup keepBackup_;
-    std::filesystem::path backupFolder_;
     bool writing_ = false; // a write is under way
     bool closing_ = false; // to be closed as soon as the operation under way has ended
+    bool ending_ = false;  // without a question: what is unsaved is offered at the next start
 };
 
 // What the program calls itself, and what it calls itself over an offline list.

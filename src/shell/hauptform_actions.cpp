@@ -11,6 +11,7 @@
 #include "workbench/decoder_info.h"
 #include "workbench/describe.h"
 #include "workbench/language_change.h"
+#include "workbench/list_files.h"
 #include "workbench/offline_list.h"
 
 namespace karvo
@@ -19,6 +20,8 @@ namespace karvo
 void Hauptform::read(ReadStarter starter)
 {
     readTimer_.stop();
+    if (!state_.lineBusy && !mayReplaceSet(bench_))
+        return;
     const auto end = readIntoList(bench_, starter);
     if (closing_) {
         close();
@@ -32,7 +35,7 @@ void Hauptform::read(ReadStarter starter)
 
 void Hauptform::clear()
 {
-    if (state_.lineBusy)
+    if (state_.lineBusy || !mayReplaceSet(bench_))
         return;
     clearDisplay(bench_);
     bench_.view.showStatus(texts_.caption(Caption::ready));
@@ -55,7 +58,7 @@ void Hauptform::findPorts()
 
 void Hauptform::showOffline(std::string_view menuItem)
 {
-    if (!confirmOfflineList(bench_))
+    if (!confirmOfflineList(bench_) || !mayReplaceSet(bench_))
         return;
     readTimer_.stop();
     if (showChosenOfflineList(bench_, menuItem))
@@ -64,7 +67,7 @@ void Hauptform::showOffline(std::string_view menuItem)
 
 void Hauptform::showStandard()
 {
-    if (showStandardList(bench_))
+    if (mayReplaceSet(bench_) && showStandardList(bench_))
         showWithoutDecoder();
 }
 

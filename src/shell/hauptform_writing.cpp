@@ -161,7 +161,9 @@ void Hauptform::showReport(const WriteReport& report)
                                      [](const WriteOutcome& outcome) { return outcome.end.has_value(); });
     if (closing_ || !anyTurn)
         return;
-    Schreibbericht(report, state_.keptBlock ? backupFolder_ : std::filesystem::path(), texts_, this).exec();
+    Schreibbericht(report, state_.keptBlock ? state_.userFolders.cvLists.own : std::filesystem::path(),
+                   texts_, this)
+        .exec();
 }
 
 void Hauptform::chooseNotice(bool wanted)

@@ -1,12 +1,12 @@
 #include "shell/karvo_program.h"
 
-#include "platform/qt_clock.h"
 #include "platform/qt_locale_info.h"
 #include "platform/qt_serial_port.h"
 #include "platform/simulated_port.h"
 #include "platform/text_conversion.h"
 #include "shell/start_up.h"
 #include "workbench/list_files.h"
+#include "workbench/recovery.h"
 
 #include <QStandardPaths>
 
@@ -22,6 +22,7 @@ KarvoProgram::KarvoProgram(const ProgramSetup& setup)
       simulated_(setup.simulated.has_value())
 {
     state_.programFolder = setup.programFolder;
+    findFolders(setup.recoveryFolder);
     port_.setNotice([this] { wait_->wake(); });
 }
 
@@ -45,22 +46,32 @@ bool KarvoProgram::start()
 {
     if (!startUp(bench_, QtLocaleInfo()))
         return false;
-    const auto documents = toPath(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
-    const auto folders = findUserFolders(files_, state_.programFolder, documents);
     window_ = std::make_unique<Hauptform>(MainWindowSetup{
         .bench = bench_,
         .view = view_,
         .listPortDevices = [this] { return portDevices(); },
-        .keepBackup = [this,
-                       folders](const CvSet& set) { return keepBackup(files_, QtClock(), folders, set); },
-        .backupFolder = folders.cvLists.own,
+        .clock = clock_,
+        .keepBackup =
+            [this](const CvSet& set) { return keepBackup(files_, clock_, state_.userFolders, set); },
         .simulatedInterface = simulated_});
     // Found by their names among the window's own.
     line_->setParent(window_.get());
     wait_->setParent(window_.get());
     prompts_.setParentWindow(window_.get());
     window_->show();
+    offerRecovery(bench_);
     return true;
+}
+
+void KarvoProgram::findFolders(const std::filesystem::path& recoveryFolder)
+{
+    const auto documents = toPath(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    state_.userFolders = findUserFolders(files_, state_.programFolder, documents);
+    if (recoveryFolder.empty())
+        return;
+    recovery_ = RecoverySlot::take(recoveryFolder);
+    if (recovery_)
+        state_.recovery.file = recovery_->file();
 }
 
 std::vector<PortDevice> KarvoProgram::portDevices() const

@@ -2,10 +2,12 @@
 #pragma once
 
 #include "platform/port_map.h"
+#include "platform/qt_clock.h"
 #include "platform/qt_files.h"
 #include "platform/qt_settings.h"
 #include "platform/qt_wait.h"
 #include "shell/hauptform.h"
+#include "shell/recovery_slot.h"
 #include "simulator/decoder.h"
 #include "ui/window_prompts.h"
 
@@ -19,6 +21,7 @@ namespace karvo
 struct ProgramSetup {
     std::filesystem::path programFolder;
     std::vector<PortMapping> mappings;
+    std::filesystem::path recoveryFolder;  // where unsaved changes are kept; empty: they are not
     std::optional<sim::Decoder> simulated; // works with a simulated interface instead of a real line
 };
 
@@ -35,12 +38,14 @@ public:
 
 private:
     SerialPort& makePort(const ProgramSetup& setup);
+    void findFolders(const std::filesystem::path& recoveryFolder);
     std::vector<PortDevice> portDevices() const;
 
     QObject platform_; // owns the line and the wait until the window takes them over
     ProgramState state_;
     QtFiles files_;
     QtSettings settings_;
+    QtClock clock_;
     PortMap portMap_;
     QtWait* wait_;
     QObject* line_ = nullptr;
@@ -49,6 +54,7 @@ private:
     MainWindowView view_;
     Workbench bench_;
     bool simulated_;
+    std::unique_ptr<RecoverySlot> recovery_;
     std::unique_ptr<Hauptform> window_;
 };
 

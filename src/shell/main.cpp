@@ -3,6 +3,7 @@
 #include "shell/options.h"
 
 #include <QApplication>
+#include <QStandardPaths>
 
 #include <cstdio>
 #include <cstdlib>
@@ -42,6 +43,8 @@ int refuse(const std::string& error)
 // What is wrong in it, in words; empty when it can be used.
 std::string setUp(karvo::ProgramSetup& setup, const karvo::Options& options)
 {
+    setup.recoveryFolder =
+        karvo::toPath(QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation));
     setup.programFolder = karvo::toPath(options.programFolder ? QString::fromLocal8Bit(*options.programFolder)
                                                               : QCoreApplication::applicationDirPath());
     for (const std::string& argument : options.mapPorts) {

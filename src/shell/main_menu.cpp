@@ -64,6 +64,11 @@ void MainMenu::applyCaptions(const LanguageTables& texts)
     }
 }
 
+Text MainMenu::captionOf(const LanguageTables& texts, std::string_view name) const
+{
+    return texts.menuCaption(menuCaptionNumber(name));
+}
+
 void MainMenu::markLanguage(LanguageCode code)
 {
     action(languageFiles(code).menuItem)->setChecked(true);

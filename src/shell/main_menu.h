@@ -30,6 +30,9 @@ public:
 
     void applyCaptions(const LanguageTables& texts);
 
+    // What an item is called: the title of what it opens.
+    Text captionOf(const LanguageTables& texts, std::string_view name) const;
+
     // Ticks the item of the language and clears the other four.
     void markLanguage(LanguageCode code);
 

@@ -179,6 +179,10 @@ struct AvailableItem {
 
 // What is built; the items of the offline lists come on top.
 constexpr AvailableItem availableItems[] = {
+    {"mnu_open", Availability::idle},
+    {"mnu_save", Availability::withList},
+    {"mnu_save_as", Availability::withList},
+    {"mnu_change_more_cv", Availability::idle},
     {"mnu_exit", Availability::always},
     {"mnu_read_all", Availability::idle},
     {"mnu_write_all", Availability::withList},
@@ -187,11 +191,13 @@ constexpr AvailableItem availableItems[] = {
     {"mnu_standart", Availability::withList},
     {"mnu_cv_datei", Availability::withList},
     {"mnu_hilfe_XT", Availability::idle},
+    {"mnu_FzCVdrucken", Availability::withList},
     {"mnu_clear", Availability::idle},
     // Not only with a list, as its neighbours: without a port there would never be one.
     {"mnu_com", Availability::idle},
     {"mnu_index", Availability::withList},
     {"mnu_suchen_generell", Availability::withList},
+    {"mnu_vergleichen", Availability::withList},
     {"mnu_german", Availability::idle},
     {"mnu_dutch", Availability::idle},
     {"mnu_english", Availability::idle},

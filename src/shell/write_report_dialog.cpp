@@ -12,8 +12,6 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
-#include <algorithm>
-
 namespace karvo
 {
 
@@ -22,20 +20,13 @@ namespace
 
 constexpr QSize usualSize(620, 440);
 
-std::size_t countToWrite(const WriteReport& report)
-{
-    return static_cast<std::size_t>(
-        std::count_if(report.outcomes.begin(), report.outcomes.end(),
-                      [](const WriteOutcome& outcome) { return outcome.skip == WriteSkip::none; }));
-}
-
 QString summaryOf(const WriteReport& report, const std::filesystem::path& backupFolder,
                   const LanguageTables& texts)
 {
     QStringList lines{
         filledCaption(texts, Caption::writeSummary,
                       {textFromNumber(static_cast<long long>(report.countOf(WriteEnd::written))),
-                       textFromNumber(static_cast<long long>(countToWrite(report)))})};
+                       textFromNumber(static_cast<long long>(report.countOfWanted()))})};
     if (report.end == WriteManyEnd::stoppedByUser)
         lines.append(qtText(texts.caption(Caption::writeStoppedByUser)));
     if (report.end == WriteManyEnd::stoppedByFault)

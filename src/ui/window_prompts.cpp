@@ -1,10 +1,13 @@
 #include "ui/window_prompts.h"
 
+#include "program/path_text.h"
 #include "ui/captions.h"
 #include "ui/typed_text.h"
 
 #include <QAbstractItemView>
 #include <QCoreApplication>
+#include <QFileDialog>
+#include <QFileInfo>
 #include <QInputDialog>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -29,6 +32,33 @@ QMessageBox::Icon boxIcon(PromptIcon icon)
         return QMessageBox::Critical;
     }
     return QMessageBox::NoIcon;
+}
+
+std::filesystem::path chosenPath(const QString& file)
+{
+    return QFileInfo(file).filesystemFilePath();
+}
+
+QString qtPath(const std::filesystem::path& path)
+{
+    return qtText(pathText(path));
+}
+
+// The caption of an item that opens a dialog ends in one; the dialog's own title does not.
+QString withoutEllipsis(QString title)
+{
+    constexpr QLatin1StringView ellipsis("...");
+    if (title.endsWith(ellipsis))
+        title.chop(ellipsis.size());
+    return title;
+}
+
+// "Bus 1.5" has no extension, only a dot.
+std::filesystem::path withExtension(const QString& file, const Text& extension)
+{
+    const QString suffix = qtText(extension);
+    const bool hasIt = QFileInfo(file).suffix().compare(suffix, Qt::CaseInsensitive) == 0;
+    return chosenPath(hasIt ? file : file + u'.' + suffix);
 }
 
 } // namespace
@@ -104,6 +134,69 @@ std::optional<std::size_t> WindowPrompts::choice(const Text& title, const Text& 
     return static_cast<std::size_t>(items.indexOf(dialog.textValue()));
 }
 
+std::optional<std::filesystem::path> WindowPrompts::openFile(const FileRequest& request)
+{
+    if (ended_)
+        return std::nullopt;
+    QFileDialog dialog(parent_);
+    prepare(dialog, request, Caption::openButton);
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    if (dialog.exec() != QDialog::Accepted || ended_ || dialog.selectedFiles().isEmpty())
+        return std::nullopt;
+    return chosenPath(dialog.selectedFiles().first());
+}
+
+std::vector<std::filesystem::path> WindowPrompts::openFiles(const FileRequest& request)
+{
+    std::vector<std::filesystem::path> paths;
+    if (ended_)
+        return paths;
+    QFileDialog dialog(parent_);
+    prepare(dialog, request, Caption::openButton);
+    dialog.setFileMode(QFileDialog::ExistingFiles);
+    if (dialog.exec() != QDialog::Accepted || ended_)
+        return paths;
+    for (const QString& file : dialog.selectedFiles())
+        paths.push_back(chosenPath(file));
+    return paths;
+}
+
+std::optional<std::filesystem::path> WindowPrompts::saveFile(const FileRequest& request)
+{
+    if (ended_)
+        return std::nullopt;
+    QFileDialog dialog(parent_);
+    prepare(dialog, request, Caption::saveButton);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite); // asked below, in the language in use
+    dialog.selectFile(qtText(request.name));
+    while (dialog.exec() == QDialog::Accepted && !ended_ && !dialog.selectedFiles().isEmpty()) {
+        const auto path = withExtension(dialog.selectedFiles().first(), request.extension);
+        if (mayReplace(path))
+            return path;
+    }
+    return std::nullopt;
+}
+
+SaveChoice WindowPrompts::saveChanges(const Text& text)
+{
+    if (ended_)
+        return SaveChoice::cancel;
+    QMessageBox box(QMessageBox::Question, titled(Caption::questionTitle), qtText(text),
+                    QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, parent_);
+    box.setTextFormat(Qt::PlainText);
+    box.setDefaultButton(QMessageBox::Save);
+    box.setEscapeButton(QMessageBox::Cancel);
+    nameButton(box, QMessageBox::Save, Caption::saveButton);
+    nameButton(box, QMessageBox::Discard, Caption::discardButton);
+    nameButton(box, QMessageBox::Cancel, Caption::cancelButton);
+    const int answer = box.exec();
+    if (ended_ || answer == QMessageBox::Cancel)
+        return SaveChoice::cancel;
+    return answer == QMessageBox::Save ? SaveChoice::save : SaveChoice::discard;
+}
+
 void WindowPrompts::endProgram()
 {
     ended_ = true;
@@ -124,6 +217,31 @@ void WindowPrompts::nameButtons(QInputDialog& dialog) const
         dialog.setOkButtonText(buttonText(ok));
     if (const auto cancel = texts_.caption(Caption::cancelButton); !cancel.empty())
         dialog.setCancelButtonText(buttonText(cancel));
+}
+
+void WindowPrompts::prepare(QFileDialog& dialog, const FileRequest& request, Caption accept) const
+{
+    dialog.setObjectName(QStringLiteral("CommonDialog1"));
+    dialog.setWindowTitle(withoutEllipsis(qtText(request.title)));
+    dialog.setDirectory(qtPath(request.folder));
+    dialog.setNameFilter(qtText(request.filter));
+    const std::pair<QFileDialog::DialogLabel, Caption> labels[] = {
+        {QFileDialog::LookIn, Caption::dialogFolder},
+        {QFileDialog::FileName, Caption::dialogFileName},
+        {QFileDialog::FileType, Caption::dialogFileType},
+        {QFileDialog::Accept, accept},
+        {QFileDialog::Reject, Caption::cancelButton}};
+    for (const auto& [label, caption] : labels) {
+        if (const Text text = texts_.caption(caption); !text.empty())
+            dialog.setLabelText(label, buttonText(text));
+    }
+}
+
+bool WindowPrompts::mayReplace(const std::filesystem::path& path)
+{
+    const Text name[] = {pathText(path)};
+    return !QFileInfo::exists(qtPath(path)) ||
+           question(filledIn(texts_.message(Message::replaceFileQuestion), name));
 }
 
 QString WindowPrompts::titled(Caption caption) const

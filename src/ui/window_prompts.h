@@ -9,6 +9,7 @@
 
 #include <functional>
 
+class QFileDialog;
 class QInputDialog;
 class QMessageBox;
 
@@ -29,6 +30,10 @@ public:
     std::optional<Text> input(const Text& title, const Text& prompt, const Text& initial) override;
     std::optional<std::size_t> choice(const Text& title, const Text& prompt, const std::vector<Text>& options,
                                       std::size_t current) override;
+    std::optional<std::filesystem::path> openFile(const FileRequest& request) override;
+    std::vector<std::filesystem::path> openFiles(const FileRequest& request) override;
+    std::optional<std::filesystem::path> saveFile(const FileRequest& request) override;
+    SaveChoice saveChanges(const Text& text) override;
     void endProgram() override;
 
     bool hasEnded() const { return ended_; }
@@ -38,6 +43,8 @@ private:
     // language file.
     void nameButton(QMessageBox& box, int button, Caption caption) const;
     void nameButtons(QInputDialog& dialog) const;
+    void prepare(QFileDialog& dialog, const FileRequest& request, Caption accept) const;
+    bool mayReplace(const std::filesystem::path& path);
     QString titled(Caption caption) const;
 
     const LanguageTables& texts_;

@@ -128,18 +128,37 @@ std::filesystem::path backupPath(Files& files, const Clock& clock, const std::fi
 
 } // namespace
 
-FileRequest listFileRequest(Workbench& bench, const UserFolders& folders)
+FileRequest listFileRequest(Workbench& bench, const Text& title)
 {
+    const auto& folder = bench.state.userFolders.cvLists.own;
     // Where it can not be made the dialog starts elsewhere, and saving says what is wrong.
-    bench.files.makeFolder(folders.cvLists.own);
-    const auto& current = bench.state.set.listPath;
-    return {folders.cvLists.own, u"*.kvr", u"kvr", pathText(current.filename())};
+    bench.files.makeFolder(folder);
+    return {title, folder, u"*.kvr", u"kvr", pathText(bench.state.set.listPath.filename())};
 }
 
-bool confirmLosingChanges(Workbench& bench)
+bool mayReplaceSet(Workbench& bench)
 {
-    return !bench.state.set.unsavedChanges ||
-           bench.prompts.question(bench.state.texts.message(Message::unsavedChangesQuestion));
+    if (!bench.state.set.unsavedChanges)
+        return true;
+    switch (bench.prompts.saveChanges(bench.state.texts.message(Message::unsavedChangesQuestion))) {
+    case SaveChoice::save:
+        return saveList(bench, bench.state.texts.caption(Caption::saveButton));
+    case SaveChoice::discard:
+        return true;
+    case SaveChoice::cancel:
+        break;
+    }
+    return false;
+}
+
+bool openChosenList(Workbench& bench, const Text& title)
+{
+    if (bench.state.lineBusy || !mayReplaceSet(bench))
+        return false;
+    auto request = listFileRequest(bench, title);
+    request.name.clear();
+    const auto path = bench.prompts.openFile(request);
+    return path && openList(bench, *path);
 }
 
 std::optional<ListFile> readListFile(Workbench& bench, const std::filesystem::path& path)
@@ -206,11 +225,20 @@ bool saveListAs(Workbench& bench, const std::filesystem::path& path)
     return true;
 }
 
-bool saveList(Workbench& bench, const UserFolders& folders, const ChooseFile& choose)
+bool saveList(Workbench& bench, const Text& title)
 {
     if (!bench.state.set.listPath.empty())
         return saveListAs(bench, std::filesystem::path(bench.state.set.listPath));
-    const auto path = choose(listFileRequest(bench, folders));
+    return saveListUnderNewName(bench, title);
+}
+
+bool saveListUnderNewName(Workbench& bench, const Text& title)
+{
+    if (bench.state.set.isEmpty()) {
+        bench.prompts.message(bench.state.texts.message(Message::nothingToSave), PromptIcon::information);
+        return false;
+    }
+    const auto path = bench.prompts.saveFile(listFileRequest(bench, title));
     return path && saveListAs(bench, *path);
 }
 

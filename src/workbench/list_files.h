@@ -3,34 +3,24 @@
 
 #include "cvdata/list_file.h"
 #include "program/clock.h"
-#include "workbench/user_folders.h"
 #include "workbench/workbench.h"
 
-#include <functional>
 #include <optional>
 #include <span>
 
 namespace karvo
 {
 
-// What a file dialog starts with.
-struct FileRequest {
-    std::filesystem::path folder;
-    Text filter;    // "*.kvr"
-    Text extension; // added to a name without one: "kvr"
-    Text name;      // proposed; empty for none
-};
-
-// Shows the file dialog; nothing when it was cancelled.
-using ChooseFile = std::function<std::optional<std::filesystem::path>(const FileRequest&)>;
-
 inline constexpr std::string_view listFileExtension = ".kvr";
 
 // The dialogs for opening and saving start in the folder of CV lists, which is made when it is missing.
-FileRequest listFileRequest(Workbench& bench, const UserFolders& folders);
+FileRequest listFileRequest(Workbench& bench, const Text& title);
 
-// When changes of the set on the bench would be lost, asks whether to go on. True to go on.
-bool confirmLosingChanges(Workbench& bench);
+// When changes of the set on the bench would be lost, asks whether to save them first. True to go on.
+bool mayReplaceSet(Workbench& bench);
+
+// Asks for a list file and makes it the set on the bench. False when nothing was opened.
+bool openChosenList(Workbench& bench, const Text& title);
 
 // A list file as it is read; nothing after a message that names the file, the line and what was expected.
 std::optional<ListFile> readListFile(Workbench& bench, const std::filesystem::path& path);
@@ -50,7 +40,10 @@ bool takeListContent(Workbench& bench, std::span<const std::uint8_t> content,
 bool saveListAs(Workbench& bench, const std::filesystem::path& path);
 
 // Saves under the current name; asks for one where there is none. False when nothing was saved.
-bool saveList(Workbench& bench, const UserFolders& folders, const ChooseFile& choose);
+bool saveList(Workbench& bench, const Text& title);
+
+// Asks for a name and saves under it. False when nothing was saved.
+bool saveListUnderNewName(Workbench& bench, const Text& title);
 
 // Saves a set under a dated name of its own into the folder of CV lists. Nothing on success, else the
 // system's words.

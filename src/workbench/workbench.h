@@ -7,6 +7,7 @@
 #include "link/link.h"
 #include "program/files.h"
 #include "program/settings.h"
+#include "workbench/user_folders.h"
 
 #include <filesystem>
 #include <optional>
@@ -23,6 +24,7 @@ struct RecoveryState {
 
 struct ProgramState {
     std::filesystem::path programFolder; // where the text files lie
+    UserFolders userFolders;             // where the user's files lie
     LanguageCode language = LanguageCode::german;
     LanguageTables texts;
     LinkState link;

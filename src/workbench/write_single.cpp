@@ -52,8 +52,7 @@ std::optional<WriteEnd> resetDecoder(Workbench& bench, const KeepBackup& keepBac
 {
     const auto end = writeOne(bench, keepBackup, resetCv, resetValue);
     if (end && mayHaveReset(*end) &&
-        bench.prompts.question(bench.state.texts.message(Message::readAfterReset)) &&
-        confirmLosingChanges(bench))
+        bench.prompts.question(bench.state.texts.message(Message::readAfterReset)) && mayReplaceSet(bench))
         readIntoList(bench, ReadStarter::other);
     return end;
 }

@@ -49,7 +49,7 @@ TEST(HauptformList, AsksBeforeAListWithoutADecoder)
     EXPECT_EQ(bench.text("Version"), "V01_22");
     EXPECT_EQ(bench.text("Programm_Kennung"), "KV07  Liste ohne Fahrzeug");
     EXPECT_EQ(bench.window->windowTitle().toStdString(),
-              "Karvo Decoder Daten einlesen - KV07  Liste ohne Fahrzeug | CV_Standart_kv07.txt");
+              "Karvo Decoder Daten einlesen - KV07  Liste ohne Fahrzeug | CV_Standart_kv07.txt[*]");
 }
 
 TEST(HauptformList, KeepsTheOldListWhenADescriptionIsMissing)

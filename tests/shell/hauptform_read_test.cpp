@@ -43,7 +43,7 @@ TEST(HauptformRead, FillsTheList)
     EXPECT_EQ(bench.text("Version"), "V01_23");
     EXPECT_EQ(bench.text("Status"), "176 CVs");
     EXPECT_EQ(bench.window->windowTitle().toStdString(),
-              "Karvo Decoder Daten einlesen - KV07  Firmware = 6  Sublevel = 2 | CV_Standart_kv07.txt");
+              "Karvo Decoder Daten einlesen - KV07  Firmware = 6  Sublevel = 2 | CV_Standart_kv07.txt[*]");
     EXPECT_EQ(bench.window->cursor().shape(), Qt::ArrowCursor);
     EXPECT_TRUE(bench.port.isOpen());
 }

@@ -220,16 +220,16 @@ TEST(Hauptform, RemembersItsPlace)
     Hauptform again(MainWindowSetup{.bench = bench.bench,
                                     .view = bench.view,
                                     .listPortDevices = {},
-                                    .keepBackup = {},
-                                    .backupFolder = {}});
+                                    .clock = bench.clock,
+                                    .keepBackup = {}});
     EXPECT_EQ(again.size(), QSize(901, 603));
     bench.settings.values["Window/Geometry"] = u"nonsense";
     bench.settings.values["Window/Splitter"] = u"%%%";
     const Hauptform usual(MainWindowSetup{.bench = bench.bench,
                                           .view = bench.view,
                                           .listPortDevices = {},
-                                          .keepBackup = {},
-                                          .backupFolder = {}});
+                                          .clock = bench.clock,
+                                          .keepBackup = {}});
     EXPECT_NE(usual.size(), QSize(901, 603));
     EXPECT_GT(usual.width(), 300);
 }

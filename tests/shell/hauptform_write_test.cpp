@@ -182,6 +182,7 @@ TEST(HauptformWrite, ClosesAfterTheCvThatIsBeingWritten)
                                  EXPECT_TRUE(bench.window->isVisible());
                              });
                      });
+    bench.driver.expectBox(bench.message(Message::unsavedChangesQuestion), QStringLiteral("Verwerfen"));
     bench.click("Alle_speichern");
     EXPECT_FALSE(bench.window->isVisible());
     EXPECT_EQ(bench.held(48), 31) << "what had been begun came to its end";

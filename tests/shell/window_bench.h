@@ -58,6 +58,7 @@ struct WindowBench {
     ProgramState state;
     WindowPrompts prompts{state.texts, [this] { wait.endProgram(); }};
     MainWindowView view;
+    FixedClock clock;
     Workbench bench{state, port, wait, prompts, view, files, settings};
     ModalDriver driver;
     std::vector<PortDevice> devices{{QStringLiteral("/dev/ttyS0"), QString()},
@@ -70,6 +71,7 @@ struct WindowBench {
     {
         state.programFolder = "program";
         state.link.portNumber = 5;
+        state.userFolders.cvLists.own = "lists";
         QtFiles installed;
         for (const LanguageCode code : allLanguages) {
             const auto& names = languageFiles(code);
@@ -91,12 +93,12 @@ struct WindowBench {
         window = std::make_unique<Hauptform>(MainWindowSetup{.bench = bench,
                                                              .view = view,
                                                              .listPortDevices = [this] { return devices; },
+                                                             .clock = clock,
                                                              .keepBackup =
                                                                  [this](const CvSet& set) {
                                                                      kept.push_back(set);
                                                                      return std::optional<Text>();
                                                                  },
-                                                             .backupFolder = "lists",
                                                              .simulatedInterface = setup.simulatedInterface});
         prompts.setParentWindow(window.get());
         window->show();

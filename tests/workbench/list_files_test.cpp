@@ -29,6 +29,7 @@ protected:
         addFile("CV_Standart_kv07.txt", smallDescription("Standard KV07", "Wort "));
         addFile("CV_Standart_kv07en.txt", smallDescription("Standard KV07", "word "));
         files.content["lists/bus.kvr"] = bytesOf(kv07List);
+        state.userFolders = folders;
     }
 
     void put(const std::string& content) { files.content["lists/bus.kvr"] = bytesOf(content); }
@@ -167,32 +168,27 @@ TEST_F(ListFilesTest, SavesUnderTheCurrentNameOrAsksForOne)
     ASSERT_TRUE(openList(bench, "lists/bus.kvr"));
     state.set.table.setValue(1, 43);
     state.set.unsavedChanges = true;
-    const auto unexpected = [](const FileRequest&) -> std::optional<std::filesystem::path> {
-        ADD_FAILURE() << "a name was asked for";
-        return std::nullopt;
-    };
-    ASSERT_TRUE(saveList(bench, folders, unexpected));
+    ASSERT_TRUE(saveList(bench, u"save"));
     EXPECT_NE(saved("lists/bus.kvr").find("\r\n1;43;Adresse;0;255;3;\r\n2;5;$;"), std::string::npos);
     EXPECT_FALSE(state.set.unsavedChanges);
     EXPECT_EQ(state.set.list[0].text, u"CV1  = 43  changed"); // until it is written
 
     ASSERT_TRUE(showOfflineList(bench, "mnu_kv07"));
     EXPECT_TRUE(state.set.listPath.empty()); // the file of another vehicle
-    FileRequest asked;
-    const auto choose = [&](const FileRequest& request) -> std::optional<std::filesystem::path> {
-        asked = request;
-        return "lists/my bus";
-    };
-    ASSERT_TRUE(saveList(bench, folders, choose));
-    EXPECT_EQ(asked.folder, "lists");
-    EXPECT_EQ(asked.filter, u"*.kvr");
-    EXPECT_EQ(asked.extension, u"kvr");
+    journal.clear();
+    prompts.chooseFile("lists/my bus");
+    ASSERT_TRUE(saveList(bench, u"save"));
+    EXPECT_EQ(journal[0], "save *.kvr in lists: ");
     EXPECT_TRUE(files.folders.count("lists"));
     EXPECT_EQ(state.set.listPath, "lists/my bus.kvr");
     EXPECT_TRUE(saved("lists/my bus.kvr").starts_with("Standard KV07*0\r\n1;1;Wort 1;0;255;1;"));
-    EXPECT_EQ(listFileRequest(bench, folders).name, u"my bus.kvr");
+    prompts.chooseFile("lists/other.kvr");
+    ASSERT_TRUE(saveListUnderNewName(bench, u"save as"));
+    EXPECT_EQ(journal[journal.size() - 2], "save *.kvr in lists: my bus.kvr");
+    EXPECT_EQ(state.set.listPath, "lists/other.kvr");
     ASSERT_TRUE(showOfflineList(bench, "mnu_kv07"));
-    EXPECT_FALSE(saveList(bench, folders, [](const FileRequest&) { return std::nullopt; }));
+    prompts.chooseFile(std::nullopt);
+    EXPECT_FALSE(saveList(bench, u"save"));
 }
 
 TEST_F(ListFilesTest, ADotInANameIsNoExtensionAndWhatWasNotChosenIsNotReplaced)
@@ -264,13 +260,26 @@ TEST_F(ListFilesTest, AFailedSaveIsToldAndKeepsFileNameAndChanges)
 
 TEST_F(ListFilesTest, AsksBeforeChangesAreLost)
 {
-    EXPECT_TRUE(confirmLosingChanges(bench));
+    EXPECT_TRUE(mayReplaceSet(bench));
+    ASSERT_TRUE(openList(bench, "lists/bus.kvr"));
+    state.set.table.setValue(1, 43);
     state.set.unsavedChanges = true;
-    prompts.answer(false);
-    EXPECT_FALSE(confirmLosingChanges(bench));
-    EXPECT_EQ(journal.back(), "question 722 {1} {2}");
-    prompts.answer(true);
-    EXPECT_TRUE(confirmLosingChanges(bench));
+    prompts.answerSaveChanges(SaveChoice::cancel);
+    EXPECT_FALSE(openChosenList(bench, u"open"));
+    EXPECT_EQ(journal.back(), "save changes 722 {1} {2}");
+    prompts.answerSaveChanges(SaveChoice::discard);
+    prompts.chooseFile(std::nullopt);
+    EXPECT_FALSE(openChosenList(bench, u"open"));
+    EXPECT_TRUE(state.set.unsavedChanges);
+    EXPECT_EQ(saved("lists/bus.kvr"), kv07List);
+    prompts.answerSaveChanges(SaveChoice::save);
+    prompts.chooseFile("lists/bus.kvr");
+    EXPECT_TRUE(openChosenList(bench, u"open"));
+    EXPECT_EQ(state.set.table.value(1), 43);
+    state.set.unsavedChanges = true;
+    files.saveFailure = u"disk full";
+    prompts.answerSaveChanges(SaveChoice::save);
+    EXPECT_FALSE(mayReplaceSet(bench)) << "what can not be saved is not given up";
 }
 
 TEST_F(ListFilesTest, BackupsHaveADatedNameOfTheirOwn)

@@ -28,7 +28,7 @@ TEST_F(WriteSingleTest, WritesTheCurrentCvsValueAndTakesItsMarkAway)
               (Journal{"list changed", "busy", "kept 1", "status writing CV48", "write 37", "write 69 87 83",
                        "write 47 200 247", "status c873", "idle", "list changed"}));
     EXPECT_EQ(state.set.list[47].text, u"CV48 = 200");
-    EXPECT_TRUE(state.set.unsavedChanges);
+    EXPECT_FALSE(state.set.unsavedChanges) << "the vehicle has it";
     EXPECT_FALSE(state.lineBusy);
 }
 
@@ -152,9 +152,9 @@ TEST_F(WriteSingleTest, TheReadAfterAResetAsksBeforeChangesAreLost)
     prompts.answer(true);
     answerWrite();
     prompts.answer(true);
-    prompts.answer(false);
+    prompts.answerSaveChanges(SaveChoice::cancel);
     EXPECT_EQ(resetDecoder(bench, keep), WriteEnd::written);
-    EXPECT_EQ(journal.back(), "question lose changes?");
+    EXPECT_EQ(journal.back(), "save changes lose changes?");
     EXPECT_EQ(state.set.table.value(48), 200);
 }
 
