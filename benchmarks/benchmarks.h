@@ -18,6 +18,10 @@ std::vector<Row> measureWriting(const std::filesystem::path& programFolder);
 // From a description file to the list, and all files of the program folder against reading them with cat.
 std::vector<Row> measureDescriptions(const std::filesystem::path& programFolder);
 
+// Opening, comparing and saving a CV list file, and a change in many of them against copying them, each copy
+// brought to the disk.
+std::vector<Row> measureListFiles(const std::filesystem::path& programFolder);
+
 // Start to the first idle window, and memory, against an empty window of the same toolkit. Runs this very
 // program again with the argument of a child.
 std::vector<Row> measureWindows(const std::filesystem::path& programFolder);

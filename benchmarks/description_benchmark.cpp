@@ -55,7 +55,7 @@ std::vector<std::filesystem::path> textFiles(const std::filesystem::path& folder
     std::vector<std::filesystem::path> paths;
     for (const auto& entry : std::filesystem::directory_iterator(folder)) {
         const auto name = entry.path().filename().string();
-        if (name.starts_with("CV_") || name.ends_with(".txt"))
+        if (entry.is_regular_file() && (name.starts_with("CV_") || name.ends_with(".txt")))
             paths.push_back(entry.path());
     }
     return paths;

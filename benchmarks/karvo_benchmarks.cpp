@@ -40,6 +40,7 @@ int main(int argc, char** argv)
     std::vector<Row> rows = measureReading(programFolder);
     append(rows, measureWriting(programFolder));
     append(rows, measureDescriptions(programFolder));
+    append(rows, measureListFiles(programFolder));
     append(rows, measureWindows(programFolder));
     print(rows);
     return 0;

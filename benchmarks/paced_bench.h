@@ -28,6 +28,15 @@ public:
     void message(const Text&, PromptIcon) override {}
     bool question(const Text&) override { return false; }
     std::optional<Text> input(const Text&, const Text&, const Text&) override { return std::nullopt; }
+    std::optional<std::size_t> choice(const Text&, const Text&, const std::vector<Text>&,
+                                      std::size_t current) override
+    {
+        return current;
+    }
+    std::optional<std::filesystem::path> openFile(const FileRequest&) override { return std::nullopt; }
+    std::vector<std::filesystem::path> openFiles(const FileRequest&) override { return {}; }
+    std::optional<std::filesystem::path> saveFile(const FileRequest&) override { return std::nullopt; }
+    SaveChoice saveChanges(const Text&) override { return SaveChoice::discard; }
     void endProgram() override {}
 };
 

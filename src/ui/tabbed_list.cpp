@@ -22,7 +22,8 @@ constexpr int hintMargin = 24; // pixels around the hint of an empty list
 // The parts of the text, and the remark as the last one.
 QStringList partsOf(const QModelIndex& index)
 {
-    QStringList parts = index.data().toString().split(u'\t');
+    const QString text = index.data().toString();
+    QStringList parts = QString(text).remove(u'\r').split(u'\t');
     const QString remark = index.data(remarkRole).toString();
     if (!remark.isEmpty())
         parts.append(remark.split(u'\t'));

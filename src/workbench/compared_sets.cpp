@@ -33,7 +33,7 @@ bool isModule(Model model)
 
 Text labelOf(Model model)
 {
-    return isModule(model) ? Text(u" KV-XT") : u"  " + Text(modelName(model));
+    return isModule(model) ? Text(u" KV-XT") : Text(u"  ").append(modelName(model));
 }
 
 } // namespace

@@ -63,6 +63,7 @@ void Change_more_CV::build()
     preview_->setTabKeyNavigation(false);
     preview_->verticalHeader()->hide();
     preview_->horizontalHeader()->setStretchLastSection(true);
+    preview_->resizeColumnsToContents();
     state_->setObjectName(QStringLiteral("State"));
     state_->setTextFormat(Qt::PlainText);
     progress_->setObjectName(QStringLiteral("Progress"));

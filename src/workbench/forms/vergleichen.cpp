@@ -93,8 +93,9 @@ QMenuBar* Vergleichen::menus()
     QMenu* const file = bar->addMenu(buttonText(texts_.caption(Caption::compareFileMenu)));
     connect(addItem(*file, "mnu_saved", Caption::compareFirstFile), &QAction::triggered, this,
             &Vergleichen::openFirst);
-    connect(addItem(*file, "mnu_saved_2", Caption::compareSecondFile), &QAction::triggered, this,
-            &Vergleichen::openSecond);
+    QAction* const second = addItem(*file, "mnu_saved_2", Caption::compareSecondFile);
+    second->setShortcut(QKeySequence::Open);
+    connect(second, &QAction::triggered, this, &Vergleichen::openSecond);
     QMenu* const model = bar->addMenu(buttonText(texts_.caption(Caption::compareModelMenu)));
     std::size_t place = 0;
     for (const ComparedModel& one : comparedModels()) {
