@@ -1,5 +1,7 @@
 #include "simulator/decoder.h"
 
+#include "simulator/lacking_cvs.h"
+
 #include <algorithm>
 #include <array>
 #include <cctype>
@@ -257,6 +259,8 @@ Decoder build(const Model& model)
         setReceiver(memory, model);
     else
         setVehicle(memory, model);
+    for (const int cv : lackingCvs(model.name))
+        memory.set(cv, 0);
     setFirmwareRecord(memory, model);
     return {std::string(model.name), std::string(model.identification), memory.values()};
 }

@@ -130,6 +130,12 @@ TEST_P(EveryDecoderTest, HasItsFileItsFirstAndItsLastLineInEachLanguage)
         EXPECT_EQ(utf8FromText(list.front().name), language.firstName);
         EXPECT_EQ(utf8FromText(list.back().text), withDecimalSign(expected.lastLine, language));
         EXPECT_EQ(list.size(), expected.lines) << language.suffix;
+        const CvTable& table = state_.set.table;
+        for (int cv = 1; cv <= CvTable::lastRow; ++cv) {
+            if (table.describes(cv) && table.at(cv, Column::factoryValue).empty()) {
+                EXPECT_EQ(table.value(cv).value_or(0), 0) << "CV" << cv << " is not used by this decoder";
+            }
+        }
     }
     for (const auto& entry : journal_)
         EXPECT_FALSE(entry.starts_with("message")) << entry;
