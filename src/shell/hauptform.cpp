@@ -36,6 +36,7 @@ Hauptform::Hauptform(const MainWindowSetup& setup)
     connectControls();
     connectMenu();
     connectFiles();
+    connectEditors();
     connectWriting();
     menu_->markLanguage(state_.language);
     portBar_->showPort(state_.link.portNumber);

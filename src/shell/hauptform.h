@@ -7,6 +7,7 @@
 #include "workbench/full_read.h"
 #include "workbench/workbench.h"
 #include "workbench/write_backup.h"
+#include "workbench/write_plan.h"
 #include "workbench/write_report.h"
 
 #include <QMainWindow>
@@ -98,6 +99,11 @@ private:
     void connectFiles();
     void openSavedList();
     void save(bool (*saving)(Workbench&, const Text&), std::string_view item);
+
+    // hauptform_editors.cpp
+    void connectEditors();
+    void editAddresses();
+    void writeEdited(const WritePlan& plan, Message done);
 
     // hauptform_writing.cpp
     void connectWriting();

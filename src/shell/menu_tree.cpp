@@ -198,6 +198,7 @@ constexpr AvailableItem availableItems[] = {
     {"mnu_index", Availability::withList},
     {"mnu_suchen_generell", Availability::withList},
     {"mnu_vergleichen", Availability::withList},
+    {"mnu_dcc_adresse", Availability::withList},
     {"mnu_german", Availability::idle},
     {"mnu_dutch", Availability::idle},
     {"mnu_english", Availability::idle},

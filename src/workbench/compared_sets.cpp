@@ -49,7 +49,9 @@ CvTable wordsOf(Workbench& bench, const ListFile& list)
     auto description = model
                            ? loadDescription(bench, descriptionFileName(model->profile, bench.state.language))
                            : std::nullopt;
-    return description ? std::move(description->table) : list.table;
+    if (!description)
+        return list.table;
+    return std::move(description->table);
 }
 
 SpeedSteps speedStepsOf(const ListFile& list)

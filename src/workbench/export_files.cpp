@@ -38,7 +38,7 @@ std::optional<std::filesystem::path> exportSet(Workbench& bench, ExportForm form
     const Text extension = form == ExportForm::text ? u"txt" : u"csv";
     Text name = reportFileName(bench.state.set, now);
     name.replace(name.size() - extension.size(), extension.size(), extension);
-    const auto path = bench.prompts.saveFile(
+    auto path = bench.prompts.saveFile(
         {title, bench.state.userFolders.cvLists.own, u"*." + extension, extension, name});
     if (!path || !saveContent(bench, *path, exportedContent(bench.state, form)))
         return std::nullopt;

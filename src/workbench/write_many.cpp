@@ -87,6 +87,16 @@ void refuseMissingServoCvs(Workbench& bench, const WritePlan& plan)
         bench.prompts.message(bench.state.texts.message(Message::lacksServoCvs), PromptIcon::warning);
 }
 
+void takePlannedValues(CvSet& set, const WritePlan& plan)
+{
+    for (const PlannedWrite& write : plan) {
+        if (!set.table.describes(write.cv) || set.table.value(write.cv) == write.value)
+            continue;
+        set.table.setValue(write.cv, write.value);
+        set.unsavedChanges = true;
+    }
+}
+
 enum class Wanted { differences, all };
 
 WriteReport writeAfterRead(Workbench& bench, Wanted wanted, const KeepBackup& keepBackup)
@@ -119,6 +129,21 @@ WriteReport writeChanged(Workbench& bench, const KeepBackup& keepBackup)
 WriteReport writeAll(Workbench& bench, const KeepBackup& keepBackup)
 {
     return writeAfterRead(bench, Wanted::all, keepBackup);
+}
+
+WriteReport writeValues(Workbench& bench, const WritePlan& plan, const KeepBackup& keepBackup)
+{
+    if (bench.state.set.isEmpty())
+        return without(WriteManyEnd::nothingToWrite);
+    const LineUse line(bench);
+    if (!line.isGranted())
+        return without(WriteManyEnd::busy);
+    if (const auto end = identifyOnce(bench))
+        return without(*end);
+    if (!isOfListsModel(bench))
+        return without(WriteManyEnd::otherModel);
+    takePlannedValues(bench.state.set, plan);
+    return runPlan(bench, plan, keepBackup);
 }
 
 WriteReport writeChosen(Workbench& bench, const std::vector<int>& cvs, const KeepBackup& keepBackup)

@@ -26,6 +26,10 @@ WriteReport writeChanged(Workbench& bench, const KeepBackup& keepBackup);
 // All CVs of the list, but for those that the decoder alone decides.
 WriteReport writeAll(Workbench& bench, const KeepBackup& keepBackup);
 
+// These values, in the plan's order and without a block read: what an editor has made. They stand in the list
+// first; what was not written stays marked there.
+WriteReport writeValues(Workbench& bench, const WritePlan& plan, const KeepBackup& keepBackup);
+
 // Just these, right after a read of the same decoder: without a further block.
 WriteReport writeChosen(Workbench& bench, const std::vector<int>& cvs, const KeepBackup& keepBackup);
 
