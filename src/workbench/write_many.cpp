@@ -81,6 +81,15 @@ std::optional<WriteManyEnd> readHeldValues(Workbench& bench)
     return std::nullopt;
 }
 
+std::optional<WriteManyEnd> whatStandsAgainst(Workbench& bench, const LineUse& line)
+{
+    if (!line.isGranted())
+        return WriteManyEnd::busy;
+    if (const auto end = identifyOnce(bench))
+        return end;
+    return isOfListsModel(bench) ? std::nullopt : std::optional(WriteManyEnd::otherModel);
+}
+
 void refuseMissingServoCvs(Workbench& bench, const WritePlan& plan)
 {
     if (lacksPlannedServoCv(plan))
@@ -104,12 +113,8 @@ WriteReport writeAfterRead(Workbench& bench, Wanted wanted, const KeepBackup& ke
     if (bench.state.set.isEmpty())
         return without(WriteManyEnd::nothingToWrite);
     const LineUse line(bench);
-    if (!line.isGranted())
-        return without(WriteManyEnd::busy);
-    if (const auto end = identifyOnce(bench))
+    if (const auto end = whatStandsAgainst(bench, line))
         return without(*end);
-    if (!isOfListsModel(bench))
-        return without(WriteManyEnd::otherModel);
     if (const auto end = readHeldValues(bench))
         return without(*end);
     const CvTable& table = bench.state.set.table;
@@ -136,12 +141,8 @@ WriteReport writeValues(Workbench& bench, const WritePlan& plan, const KeepBacku
     if (bench.state.set.isEmpty())
         return without(WriteManyEnd::nothingToWrite);
     const LineUse line(bench);
-    if (!line.isGranted())
-        return without(WriteManyEnd::busy);
-    if (const auto end = identifyOnce(bench))
+    if (const auto end = whatStandsAgainst(bench, line))
         return without(*end);
-    if (!isOfListsModel(bench))
-        return without(WriteManyEnd::otherModel);
     takePlannedValues(bench.state.set, plan);
     return runPlan(bench, plan, keepBackup);
 }
