@@ -19,6 +19,12 @@ CvValues valuesOf(const CvTable& table)
     return values;
 }
 
+// Not of a file: what was saved in between may be what has been taken back since.
+bool isAsItCame(const CvSet& set)
+{
+    return set.baseline && set.listPath.empty() && changedCvs(set).empty();
+}
+
 } // namespace
 
 bool isChanged(const CvTable& table, const CvValues& baseline, int cv)
@@ -65,12 +71,16 @@ void measureAgainst(CvSet& set, const CvImage& image)
     set.baseline = std::move(held);
 }
 
+void noteChange(CvSet& set)
+{
+    set.unsavedChanges = !isAsItCame(set);
+}
+
 void markWritten(CvSet& set, int cv)
 {
     if (set.baseline && isInTable(cv))
         (*set.baseline)[static_cast<std::size_t>(cv)] = set.table.at(cv, Column::value);
-    const bool isTheVehicles = !set.isOffline() && set.listPath.empty();
-    if (isTheVehicles && changedCvs(set).empty())
+    if (!set.isOffline() && isAsItCame(set))
         set.unsavedChanges = false;
 }
 
@@ -79,7 +89,7 @@ bool takeBack(CvSet& set, int cv)
     if (!isChanged(set, cv))
         return false;
     set.table.at(cv, Column::value) = (*set.baseline)[static_cast<std::size_t>(cv)];
-    set.unsavedChanges = true;
+    noteChange(set);
     return true;
 }
 

@@ -54,7 +54,7 @@ ChangeEnd changeValue(Workbench& bench, int cv, TextView typed)
     }
     if (set.table.value(cv) != value) {
         set.table.setValue(cv, *value);
-        set.unsavedChanges = true;
+        noteChange(set);
     }
     fillList(bench);
     return ChangeEnd::changed;

@@ -102,7 +102,7 @@ void takePlannedValues(CvSet& set, const WritePlan& plan)
         if (!set.table.describes(write.cv) || set.table.value(write.cv) == write.value)
             continue;
         set.table.setValue(write.cv, write.value);
-        set.unsavedChanges = true;
+        noteChange(set);
     }
 }
 

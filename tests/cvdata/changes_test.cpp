@@ -74,8 +74,38 @@ TEST_F(ChangesTest, WithoutABaselineAndBeyondTheTableNothingIsChanged)
     EXPECT_FALSE(set.baseline);
 }
 
+TEST_F(ChangesTest, WhatWasNeverAFileIsUnsavedOnlyWhileItDiffers)
+{
+    struct Case {
+        const char* path;
+        const char* offlineItem;
+        bool unsavedAfterTakingBack;
+        bool unsavedAfterWriting;
+    };
+    for (const Case& expected : {Case{"", "", false, false},
+                                 {"", "mnu_kv07", false, true},
+                                 {"a.kvr", "", true, true},
+                                 {"a.kvr", "mnu_open", true, true}}) {
+        set.listPath = expected.path;
+        set.offlineItem = expected.offlineItem;
+        set.table.setValue(1, 7);
+        startUnchanged(set);
+        set.table.setValue(1, 201);
+        noteChange(set);
+        EXPECT_TRUE(set.unsavedChanges);
+        takeBack(set, 1);
+        EXPECT_EQ(set.unsavedChanges, expected.unsavedAfterTakingBack)
+            << expected.path << expected.offlineItem;
+        set.table.setValue(1, 202);
+        noteChange(set);
+        markWritten(set, 1);
+        EXPECT_EQ(set.unsavedChanges, expected.unsavedAfterWriting) << expected.path << expected.offlineItem;
+    }
+}
+
 TEST_F(ChangesTest, WhatIsWrittenIsNoLongerChangedAndStaysUnsaved)
 {
+    set.listPath = "bus.kvr";
     set.table.setValue(1, 200);
     set.table.setValue(5, 9);
     set.unsavedChanges = true;
