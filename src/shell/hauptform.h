@@ -103,6 +103,7 @@ private:
     // hauptform_editors.cpp
     void connectEditors();
     void editAddresses();
+    void editBraking(std::string_view preset);
     void writeEdited(const WritePlan& plan, Message done);
 
     // hauptform_writing.cpp

@@ -112,7 +112,7 @@ QWidget* DCC_Adresse::buttons()
 {
     auto* const box = new QDialogButtonBox(this);
     auto* const writing =
-        box->addButton(buttonText(texts_.caption(Caption::writeAddresses)), QDialogButtonBox::ActionRole);
+        box->addButton(buttonText(texts_.caption(Caption::writeToVehicle)), QDialogButtonBox::ActionRole);
     writing->setObjectName(QStringLiteral("Command1"));
     writing->setDefault(true);
     auto* const close =

@@ -1,0 +1,62 @@
+// How a vehicle brakes and keeps its distance: four values, with presets and files of their own.
+#pragma once
+
+#include "editors/distance_table.h"
+#include "workbench/workbench.h"
+
+#include <QDialog>
+
+#include <array>
+#include <filesystem>
+#include <functional>
+#include <string_view>
+
+class QLabel;
+class QLineEdit;
+class QMenu;
+class QMenuBar;
+class QPushButton;
+
+namespace karvo
+{
+
+class Bremsen : public QDialog
+{
+    Q_OBJECT
+
+public:
+    // With the values of the set on the bench; `preset`: the name of a file whose values of CV52 to CV54 take
+    // their place, empty for none.
+    Bremsen(Workbench& bench, std::string_view preset, QWidget* parent = nullptr);
+
+    // What is to be written, once the dialog was accepted.
+    const WritePlan& plan() const { return plan_; }
+
+private:
+    void build();
+    QMenuBar* menus();
+    QWidget* buttons();
+    void addItem(QMenu& menu, const char* name, Caption caption, std::function<void()> act);
+
+    void showTableValues();
+    void loadPreset(std::string_view name);
+    void loadPresetTimes(std::string_view name);
+    void loadChosenFile();
+    void save();
+    std::optional<DistanceFile> read(const std::filesystem::path& path);
+    std::filesystem::path presetPath(std::string_view name);
+    void show(const DistanceValues& values, std::size_t first);
+    DistanceValues typed() const;
+    void checkField(std::size_t place);
+    void explain();
+    void write();
+
+    Workbench& bench_;
+    const LanguageTables& texts_;
+    WritePlan plan_;
+    std::array<QLineEdit*, distanceCvCount> fields_{}; // in the order of distanceCvs()
+    std::array<QString, distanceCvCount> refused_;     // what a field held when it was refused last
+    bool telling_ = false;                             // a refusal is being shown
+};
+
+} // namespace karvo
