@@ -66,7 +66,6 @@ void Bremsen::build()
     }
     auto* const explanation = new QPushButton(buttonText(texts_.caption(Caption::explainDistance)), this);
     explanation->setObjectName(QStringLiteral("Label2"));
-    explanation->setFlat(true);
     explanation->setAutoDefault(false);
     connect(explanation, &QPushButton::clicked, this, &Bremsen::explain);
     grid->addWidget(explanation, 4, 0, Qt::AlignLeft);
