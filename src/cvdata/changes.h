@@ -26,16 +26,16 @@ void startUnchanged(CvSet& set);
 // one.
 void measureAgainst(CvSet& set, const CvImage& image);
 
-// To be called after a value was changed: the set is unsaved then, unless it was never a file and holds what it
-// was read or shown with again.
+// To be called after a value was changed: the set is unsaved then, unless it was never a file and holds what
+// it was read or shown with again.
 void noteChange(CvSet& set);
 
 // The decoder holds the table's value now. When it holds all of them, and the set was read and never saved as
 // a file, nothing is unsaved: the vehicle has it.
 void markWritten(CvSet& set, int cv);
 
-// The baseline's value again. True when it was another. A list file whose values have been taken back counts as
-// unsaved: what was saved in between may be what was taken back.
+// The baseline's value again. True when it was another. A list file whose values have been taken back counts
+// as unsaved: what was saved in between may be what was taken back.
 bool takeBack(CvSet& set, int cv);
 bool takeBackAll(CvSet& set);
 

@@ -9,6 +9,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
 #include <QTableWidget>
 #include <QVBoxLayout>
 
@@ -55,7 +56,7 @@ Schreibbericht::Schreibbericht(const WriteReport& report, const std::filesystem:
     layout->addWidget(summary);
     layout->addWidget(table(report, texts), 1);
     layout->addWidget(buttons(texts));
-    resize(usualSize);
+    resize(usualSize.boundedTo(screen()->availableSize()));
 }
 
 QTableWidget* Schreibbericht::table(const WriteReport& report, const LanguageTables& texts)

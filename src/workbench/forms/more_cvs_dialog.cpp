@@ -12,6 +12,7 @@
 #include <QListWidget>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScreen>
 #include <QSpinBox>
 #include <QTableWidget>
 #include <QVBoxLayout>
@@ -78,7 +79,7 @@ void Change_more_CV::build()
     layout->addWidget(state_);
     layout->addWidget(progress_);
     layout->addWidget(buttons());
-    resize(usualSize);
+    resize(usualSize.boundedTo(screen()->availableSize()));
 }
 
 QWidget* Change_more_CV::filesBox()

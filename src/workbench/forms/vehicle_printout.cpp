@@ -13,6 +13,7 @@
 #include <QPrintPreviewWidget>
 #include <QPrinter>
 #include <QPushButton>
+#include <QScreen>
 #include <QVBoxLayout>
 
 namespace karvo
@@ -91,7 +92,7 @@ void FzCVdrucken::build()
     auto* const layout = new QHBoxLayout(this);
     layout->addWidget(preview_, 1);
     layout->addLayout(column);
-    resize(usualSize);
+    resize(usualSize.boundedTo(screen()->availableSize()));
 }
 
 QPushButton* FzCVdrucken::addButton(QVBoxLayout& column, const char* name, Caption caption)

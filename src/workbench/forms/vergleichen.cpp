@@ -14,6 +14,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QScreen>
 #include <QVBoxLayout>
 
 namespace karvo
@@ -83,7 +84,7 @@ void Vergleichen::build()
     layout->addWidget(list_, 1);
     layout->addWidget(counts_);
     layout->addWidget(buttons());
-    resize(usualSize);
+    resize(usualSize.boundedTo(screen()->availableSize()));
 }
 
 QMenuBar* Vergleichen::menus()
