@@ -197,7 +197,7 @@ constexpr AvailableItem availableItems[] = {
     {"mnu_com", Availability::idle},
     {"mnu_index", Availability::withList},
     {"mnu_suchen_generell", Availability::withList},
-    {"mnu_vergleichen", Availability::withList},
+    {"mnu_vergleichen", Availability::idle}, // two files need no list
     {"mnu_bremsen", Availability::withList},
     {"mnu_Faller", Availability::withList},
     {"mnu_CI46", Availability::withList},

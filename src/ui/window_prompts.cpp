@@ -5,7 +5,7 @@
 #include "ui/typed_text.h"
 
 #include <QAbstractItemView>
-#include <QCoreApplication>
+#include <QApplication>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QInputDialog>
@@ -74,7 +74,7 @@ void WindowPrompts::message(const Text& text, PromptIcon icon)
         return;
     const bool bad = icon == PromptIcon::warning || icon == PromptIcon::stop;
     QMessageBox box(boxIcon(icon), titled(bad ? Caption::errorTitle : Caption::informationTitle),
-                    qtText(text), QMessageBox::Ok, parent_);
+                    qtText(text), QMessageBox::Ok, owner());
     box.setTextFormat(Qt::PlainText); // a path may look like markup
     nameButton(box, QMessageBox::Ok, Caption::okButton);
     box.exec();
@@ -85,7 +85,7 @@ bool WindowPrompts::question(const Text& text)
     if (ended_)
         return false;
     QMessageBox box(QMessageBox::Question, titled(Caption::questionTitle), qtText(text),
-                    QMessageBox::Yes | QMessageBox::No, parent_);
+                    QMessageBox::Yes | QMessageBox::No, owner());
     box.setTextFormat(Qt::PlainText);
     box.setDefaultButton(QMessageBox::No);
     box.setEscapeButton(QMessageBox::No);
@@ -98,7 +98,7 @@ std::optional<Text> WindowPrompts::input(const Text& title, const Text& prompt, 
 {
     if (ended_)
         return std::nullopt;
-    QInputDialog dialog(parent_);
+    QInputDialog dialog(owner());
     dialog.setWindowTitle(qtText(title));
     dialog.setLabelText(buttonText(prompt));
     dialog.setTextValue(qtText(initial));
@@ -120,7 +120,7 @@ std::optional<std::size_t> WindowPrompts::choice(const Text& title, const Text& 
     QStringList items;
     for (const Text& option : options)
         items.append(qtText(option));
-    QInputDialog dialog(parent_);
+    QInputDialog dialog(owner());
     dialog.setWindowTitle(qtText(title));
     dialog.setLabelText(buttonText(prompt));
     dialog.setOption(QInputDialog::UseListViewForComboBoxItems); // all of them in view
@@ -138,7 +138,7 @@ std::optional<std::filesystem::path> WindowPrompts::openFile(const FileRequest& 
 {
     if (ended_)
         return std::nullopt;
-    QFileDialog dialog(parent_);
+    QFileDialog dialog(owner());
     prepare(dialog, request, Caption::openButton);
     dialog.setFileMode(QFileDialog::ExistingFile);
     if (dialog.exec() != QDialog::Accepted || ended_ || dialog.selectedFiles().isEmpty())
@@ -151,7 +151,7 @@ std::vector<std::filesystem::path> WindowPrompts::openFiles(const FileRequest& r
     std::vector<std::filesystem::path> paths;
     if (ended_)
         return paths;
-    QFileDialog dialog(parent_);
+    QFileDialog dialog(owner());
     prepare(dialog, request, Caption::openButton);
     dialog.setFileMode(QFileDialog::ExistingFiles);
     if (dialog.exec() != QDialog::Accepted || ended_)
@@ -165,7 +165,7 @@ std::optional<std::filesystem::path> WindowPrompts::saveFile(const FileRequest& 
 {
     if (ended_)
         return std::nullopt;
-    QFileDialog dialog(parent_);
+    QFileDialog dialog(owner());
     prepare(dialog, request, Caption::saveButton);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
@@ -184,7 +184,7 @@ SaveChoice WindowPrompts::saveChanges(const Text& text)
     if (ended_)
         return SaveChoice::cancel;
     QMessageBox box(QMessageBox::Question, titled(Caption::questionTitle), qtText(text),
-                    QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, parent_);
+                    QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, owner());
     box.setTextFormat(Qt::PlainText);
     box.setDefaultButton(QMessageBox::Save);
     box.setEscapeButton(QMessageBox::Cancel);
@@ -242,6 +242,13 @@ bool WindowPrompts::mayReplace(const std::filesystem::path& path)
     const Text name[] = {pathText(path)};
     return !QFileInfo::exists(qtPath(path)) ||
            question(filledIn(texts_.message(Message::replaceFileQuestion), name));
+}
+
+// A box of the main window could come up behind a dialog that stands open over it.
+QWidget* WindowPrompts::owner() const
+{
+    QWidget* const dialog = QApplication::activeModalWidget();
+    return dialog != nullptr ? dialog : parent_.data();
 }
 
 QString WindowPrompts::titled(Caption caption) const

@@ -46,6 +46,7 @@ private:
     void prepare(QFileDialog& dialog, const FileRequest& request, Caption accept) const;
     bool mayReplace(const std::filesystem::path& path);
     QString titled(Caption caption) const;
+    QWidget* owner() const;
 
     const LanguageTables& texts_;
     std::function<void()> endWaits_;

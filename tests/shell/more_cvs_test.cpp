@@ -1,6 +1,9 @@
 #include "workbench/forms/more_cvs_dialog.h"
 
+#include "cvdata/changes.h"
 #include "form_bench.h"
+#include "workbench/change_value.h"
+#include "workbench/list_files.h"
 
 #include <QSpinBox>
 #include <QTableWidget>
@@ -93,6 +96,66 @@ TEST(Change_more_CV, AFailingFileIsLeftAndTheOthersAreDone)
     ASSERT_EQ(bench.rows().size(), 2U);
     EXPECT_TRUE(bench.rows()[0].starts_with("missing.kvr||||"));
     EXPECT_EQ(bench.rows()[1], "a.kvr|CV4|8|9|geändert");
+}
+
+TEST(Change_more_CV, TheListOnTheBenchFollowsItsFile)
+{
+    MoreCvsBench bench;
+    ASSERT_TRUE(openList(bench.bench, "lists/a.kvr"));
+    ASSERT_EQ(changeValue(bench.bench, 3, 77), ChangeEnd::changed);
+    bench.addFile("a.kvr");
+    bench.addChange(4, 9);
+    find<QPushButton>(bench.window, "Apply").click();
+    bench.waitUntilIdle();
+    const CvSet& set = bench.state.set;
+    EXPECT_EQ(set.table.value(4), 9);
+    EXPECT_FALSE(isChanged(set, 4)) << "it stands in the file";
+    EXPECT_EQ(set.table.value(3), 77) << "what is unsaved stays";
+    EXPECT_TRUE(isChanged(set, 3) && set.unsavedChanges);
+    ASSERT_TRUE(saveListAs(bench.bench, set.listPath));
+    EXPECT_NE(bench.saved("a.kvr").find("\r\n3;77;eins;1;126;\r\n4;9;x;"), std::string::npos);
+}
+
+TEST(Change_more_CV, AVehiclesValuesStayMeasuredAgainstTheVehicle)
+{
+    MoreCvsBench bench;
+    ASSERT_TRUE(openList(bench.bench, "lists/a.kvr"));
+    bench.state.set.offlineItem.clear(); // read from a vehicle and saved as this file
+    bench.addFile("a.kvr");
+    bench.addFile("b.kvr");
+    bench.addChange(4, 9);
+    find<QPushButton>(bench.window, "Apply").click();
+    bench.waitUntilIdle();
+    EXPECT_EQ(bench.state.set.table.value(4), 9);
+    EXPECT_TRUE(isChanged(bench.state.set, 4)) << "the vehicle holds another value";
+    EXPECT_FALSE(bench.state.set.unsavedChanges);
+}
+
+TEST(Change_more_CV, StopsAndGoesOnWithTheRest)
+{
+    MoreCvsBench bench;
+    bench.addFile("a.kvr");
+    bench.addFile("b.kvr");
+    bench.addChange(4, 9);
+    auto& apply = find<QPushButton>(bench.window, "Apply");
+    apply.click();
+    EXPECT_FALSE(bench.canApply());
+    EXPECT_FALSE(find<QPushButton>(bench.window, "AddFiles").isEnabled());
+    find<QPushButton>(bench.window, "Anhalten").click(); // before the first file
+    QTest::qWait(20);
+    EXPECT_EQ(bench.files.saves, 0);
+    EXPECT_EQ(bench.rows(), (Rows{"a.kvr|CV4|8|9|wird geändert", "b.kvr|CV4|8|9|wird geändert"}));
+    EXPECT_EQ(bench.told(), "Erledigt: 0 Dateien. Unverändert gelassen: 2.");
+    ASSERT_TRUE(bench.canApply());
+    apply.click();
+    bench.waitUntilIdle();
+    EXPECT_EQ(bench.files.saves, 2);
+    apply.click(); // disabled: nothing is left
+    bench.addChange(4, 10);
+    find<QPushButton>(bench.window, "Apply").click();
+    find<QPushButton>(bench.window, "Schliessen").click();
+    QTest::qWait(20);
+    EXPECT_EQ(bench.files.saves, 2) << "whoever closes the window stops";
 }
 
 TEST(Change_more_CV, TakesFilesAndChangesAwayAgain)

@@ -86,6 +86,49 @@ TEST(Vergleichen, TheListOfTheMainWindowStandsOnTheLeft)
     EXPECT_FALSE(find<QPushButton>(window, "SaveResult").isEnabled());
 }
 
+TEST(Vergleichen, EachModelHasItsDescriptionInEachLanguage)
+{
+    const struct {
+        const char* item;
+        int language;
+        const char* file;
+        const char* label;
+    } cases[] = {
+        {"mnu_KV04", 1, "CV_Standart180.txt", "=   KV04"},
+        {"mnu_KV04_neu", 1, "CV_Standart172.txt", "=   KV04"},
+        {"mnu_KV05", 1, "CV_Standart172_v1_5.txt", "=   KV05"},
+        {"mnu_KV06", 1, "CV_Standart172_v1_6.txt", "=   KV06"},
+        {"mnu_KV07", 1, "CV_Standart_kv07.txt", "=   KV07"},
+        {"mnu_KV07", 2, "CV_Standart_kv07nl.txt", "=   KV07"},
+        {"mnu_KV07", 3, "CV_Standart_kv07en.txt", "=   KV07"},
+        {"mnu_KV07", 4, "CV_Standart_kv07es.txt", "=   KV07"},
+        {"mnu_KV07", 5, "CV_Standart_kv07fr.txt", "=   KV07"},
+        {"mnu_KV08", 1, "CV_Standart_kv08.txt", "=   KV08"},
+        {"mnu_KV08", 2, "CV_Standart_kv08nl.txt", "=   KV08"},
+        {"mnu_KV08", 3, "CV_Standart_kv08en.txt", "=   KV08"},
+        {"mnu_KV08", 4, "CV_Standart_kv08es.txt", "=   KV08"},
+        {"mnu_KV08", 5, "CV_Standart_kv08fr.txt", "=   KV08"},
+        {"mnu_karvo_xt_list", 1, "CV_Standart_receiver.txt", "=  KV-XT"},
+        {"mnu_karvo_xt_list", 2, "CV_Standart_receiver_nl.txt", "=  KV-XT"},
+        {"mnu_karvo_xt_list", 3, "CV_Standart_receiver_en.txt", "=  KV-XT"},
+        {"mnu_karvo_xt_list", 4, "CV_Standart_receiver_es.txt", "=  KV-XT"},
+        {"mnu_karvo_xt_list", 5, "CV_Standart_receiver_fr.txt", "=  KV-XT"},
+    };
+    for (const auto& [item, language, file, expected] : cases) {
+        FormBench bench;
+        ASSERT_TRUE(useLanguage(bench.bench, static_cast<LanguageCode>(language)));
+        Vergleichen window(bench.bench);
+        find<QAction>(window, item).trigger();
+        ASSERT_FALSE(bench.journal.empty()) << item;
+        EXPECT_NE(bench.journal.back().find(file), std::string::npos) << "missing: " << bench.journal.back();
+        bench.journal.clear();
+        bench.addFile(file, smallDescription("Standard", "Wort "));
+        find<QAction>(window, item).trigger();
+        EXPECT_TRUE(bench.journal.empty()) << file << ": " << bench.journal.back();
+        EXPECT_TRUE(find<QLabel>(window, "Label1").text().endsWith(QString::fromLatin1(expected))) << file;
+    }
+}
+
 TEST(Vergleichen, LooksValuesUp)
 {
     CompareBench bench;

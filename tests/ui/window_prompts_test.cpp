@@ -49,6 +49,27 @@ TEST(WindowPrompts, ShowsAMessageToTheLetter)
     EXPECT_TRUE(bench.driver.isDone());
 }
 
+TEST(WindowPrompts, ABoxBelongsToTheDialogThatStandsOpen)
+{
+    PromptsBench bench;
+    QWidget main;
+    bench.prompts.setParentWindow(&main);
+    const auto expectOwner = [&](const QWidget& owner) {
+        bench.driver.expect(QStringLiteral("box"), [&](QWidget& window) {
+            EXPECT_EQ(window.parentWidget(), &owner);
+            window.close();
+        });
+        bench.prompts.message(u"text");
+    };
+    expectOwner(main);
+    QDialog dialog(&main);
+    dialog.setModal(true);
+    dialog.show();
+    expectOwner(dialog);
+    dialog.hide();
+    expectOwner(main);
+}
+
 TEST(WindowPrompts, AsksInTheLanguageInUse)
 {
     PromptsBench bench;

@@ -2,6 +2,7 @@
 
 #include "program/path_text.h"
 #include "ui/captions.h"
+#include "workbench/batch_on_bench.h"
 #include "workbench/list_files.h"
 
 #include <QElapsedTimer>
@@ -18,6 +19,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <set>
 
 namespace karvo
 {
@@ -166,8 +168,9 @@ void Change_more_CV::addFiles()
 {
     auto request = listFileRequest(bench_, texts_.caption(Caption::moreCvsAddFiles));
     request.name.clear();
+    std::set<std::filesystem::path> known(paths_.begin(), paths_.end());
     for (const auto& path : bench_.prompts.openFiles(request)) {
-        if (std::find(paths_.begin(), paths_.end(), path) != paths_.end())
+        if (!known.insert(path).second)
             continue;
         paths_.push_back(path);
         files_->addItem(qtText(pathText(path)));
@@ -272,6 +275,8 @@ void Change_more_CV::finish()
     const bool changed = work_ == Work::change;
     timer_.stop();
     work_ = Work::none;
+    if (changed)
+        takeBatchChanges(bench_, batch_);
     const auto done =
         std::count_if(batch_.begin(), batch_.end(), [](const BatchFile& file) { return file.done; });
     if (changed)
