@@ -36,6 +36,7 @@ struct ProgramState {
     bool stopRequested = false;                // a write of many CVs is to end before its next one
     std::optional<DecoderProfile> unkeptImage; // whose block the image is, until that has been kept as a file
     std::optional<CvImage> keptBlock; // the block that was kept last, with what has been written since
+    bool tellsWrongFirstLine = true;  // a HEX file of another kind is refused with a message, not silently
     int automaticVariant = 0;         // bus or fire-engine variant 0 to 3 of the offline lists
 };
 
