@@ -29,7 +29,9 @@ const char* const commandHelp =
     "compare    what differs between two CV list files: compare A.kvr B.kvr\n"
     "set        change CVs in CV list files: set A.kvr B.kvr CV3=12 CV4=8\n"
     "write      write CVs to the decoder: write CV3=12 CV4=8; with --from what differs from a CV list\n"
-    "           file. What the decoder held is kept in the folder CV_listen first.";
+    "           file. What the decoder held is kept in the folder CV_listen first.\n"
+    "flash      send a firmware to the decoder's boot loader: flash FIRMWARE.hex\n"
+    "update     renew the firmware through the programming interface: update FIRMWARE.uhx";
 
 struct CommandForm {
     CliCommand command;
@@ -44,6 +46,7 @@ constexpr CommandForm forms[] = {
     {CliCommand::read, "read", 0, 0},         {CliCommand::list, "list", 0, 1},
     {CliCommand::exportList, "export", 2, 2}, {CliCommand::compare, "compare", 2, 2},
     {CliCommand::set, "set", 1, many},        {CliCommand::write, "write", 0, many},
+    {CliCommand::flash, "flash", 1, 1},       {CliCommand::update, "update", 1, 1},
 };
 
 const CommandForm* formOf(const QString& word)
@@ -80,9 +83,10 @@ void describe(QCommandLineParser& parser)
 {
     parser.setApplicationDescription(QStringLiteral("Reads and writes the decoders of Karvo vehicles.\n") +
                                      QLatin1String(exitCodes));
-    parser.addPositionalArgument(QStringLiteral("command"), QLatin1String(commandHelp),
-                                 QStringLiteral("ports|identify|read|list [MODEL]|export LIST FILE|compare A "
-                                                "B|set LISTS... CV=VALUE...|write CV=VALUE..."));
+    parser.addPositionalArgument(
+        QStringLiteral("command"), QLatin1String(commandHelp),
+        QStringLiteral("ports|identify|read|list [MODEL]|export LIST FILE|compare A "
+                       "B|set LISTS... CV=VALUE...|write CV=VALUE...|flash HEX|update UHX"));
     parser.addOption(valued("port", "Port of the programming interface; else the stored one.", "COM5"));
     parser.addOption(
         valued("map-port", "Device of a port for this run; may be repeated.", "COM5=/dev/ttyUSB0"));
@@ -96,7 +100,9 @@ void describe(QCommandLineParser& parser)
         valued("output", "Save what is read: as a CV list, CSV or a text report.", "FILE.kvr|csv|txt"));
     parser.addOption(valued("from", "The CV list that write writes.", "FILE.kvr"));
     parser.addOption(
-        {QStringLiteral("dry-run"), QStringLiteral("Show what set would change; change nothing.")});
+        {QStringLiteral("dry-run"),
+         QStringLiteral(
+             "Show what set would change, or check what flash and update would send; do nothing.")});
     parser.addOption({QStringLiteral("yes"), QStringLiteral("Answer questions with yes.")});
     parser.addOption({QStringLiteral("json"), QStringLiteral("Print JSON.")});
     parser.addOption({QStringLiteral("help"), QStringLiteral("Print this help.")});
@@ -222,8 +228,8 @@ CliParseResult parseCliArguments(const QStringList& words)
     const QStringList positional = parser.positionalArguments();
     const CommandForm* const form = positional.isEmpty() ? nullptr : formOf(positional.first());
     if (form == nullptr)
-        return wrong(QStringLiteral(
-            "A command is needed: ports, identify, read, list, export, compare, set or write."));
+        return wrong(QStringLiteral("A command is needed: ports, identify, read, list, export, compare, set, "
+                                    "write, flash or update."));
     const qsizetype operands = positional.size() - 1;
     if (operands > form->mostOperands)
         return wrong(QStringLiteral("Too many arguments: %1").arg(positional.last()));
