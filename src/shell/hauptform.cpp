@@ -33,6 +33,7 @@ Hauptform::Hauptform(const MainWindowSetup& setup)
     connectControls();
     connectMenu();
     connectWriting();
+    connectFirmware();
     menu_->markLanguage(state_.language);
     portBar_->showPort(state_.link.portNumber);
     applyCaptions();

@@ -192,6 +192,8 @@ constexpr AvailableItem availableItems[] = {
     {"mnu_com", Availability::idle},
     {"mnu_index", Availability::withList},
     {"mnu_suchen_generell", Availability::withList},
+    {"mnu_firmware", Availability::idle},
+    {"mnu_kv07_Firmware", Availability::idle},
     {"mnu_german", Availability::idle},
     {"mnu_dutch", Availability::idle},
     {"mnu_english", Availability::idle},

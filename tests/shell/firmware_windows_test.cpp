@@ -1,0 +1,59 @@
+// The windows of the firmware renewal, on a simulated KV07.
+#include "firmware/forms/firmware_ablauf.h"
+#include "firmware/forms/upgrade.h"
+#include "shell/window_bench.h"
+#include "support/hex_file.h"
+
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QPushButton>
+
+namespace karvo::test
+{
+namespace
+{
+
+TEST(UpgradeWindow, UploadsOnItsOwnAndStaysOpenWithSummaryAndLog)
+{
+    WindowBench bench;
+    bench.state.link.timeOutInterval = std::chrono::milliseconds(50); // the erase is answered short
+    const auto image = std::get<HexImage>(parseHexImage(bytesOf(hexFile(9))));
+    Upgrade upgrade(bench.bench, image, bench.window.get());
+    upgrade.show();
+    auto* const copy = upgrade.findChild<QPushButton*>(QStringLiteral("CopyLog"));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return copy->isEnabled(); }, 5000));
+    EXPECT_EQ(bench.port.simulator().bootLoader().flash().size(), 256U);
+    EXPECT_EQ(upgrade.findChild<QLabel*>(QStringLiteral("Phase"))->text().toStdString(),
+              "Gesendet: 23 Meldungen mit 2 Seiten. Fehlende Antworten: 1");
+    EXPECT_TRUE(upgrade.findChild<QPlainTextEdit*>(QStringLiteral("Log"))
+                    ->toPlainText()
+                    .startsWith(QStringLiteral("> 1B 01 00 01 0E 01 14\n< 1B")));
+    EXPECT_EQ(upgrade.findChild<QProgressBar*>(QStringLiteral("Progress"))->value(), 100);
+    EXPECT_TRUE(upgrade.isVisible());
+    upgrade.findChild<QPushButton*>(QStringLiteral("Close"))->click();
+    EXPECT_FALSE(upgrade.isVisible());
+    EXPECT_FALSE(bench.state.lineBusy);
+}
+
+TEST(FirmwareAblaufWindow, ShowsTheFourLinesAndThePercentAndCloses)
+{
+    WindowBench bench;
+    bench.state.link.interfaceAnswered = true;
+    bench.files.content["a.uhx"] = bytesOf("1F80\r\nUpdate Ende\r\n:10000102\r\n");
+    Firmware_Ablauf window(bench.state.texts, bench.prompts, bench.window.get());
+    const FixedClock clock;
+    const auto end = updateThroughInterface(
+        bench.bench,
+        {[] { return std::filesystem::path("a.uhx"); },
+         [&](const std::filesystem::path&) { EXPECT_FALSE(window.isVisible()); }, clock, window});
+    EXPECT_EQ(end, UpdateEnd::sent);
+    EXPECT_EQ(bench.port.simulator().update().image().size(), 16U);
+    EXPECT_TRUE(window.findChild<QPlainTextEdit*>(QStringLiteral("Text"))
+                    ->toPlainText()
+                    .startsWith(QStringLiteral("Die neue Firmware wird in das Fahrzeug übertragen.\n")));
+    EXPECT_EQ(window.findChild<QProgressBar*>(QStringLiteral("Progress"))->text(), QStringLiteral("100%"));
+    EXPECT_FALSE(window.isVisible());
+}
+
+} // namespace
+} // namespace karvo::test
