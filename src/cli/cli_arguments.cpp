@@ -31,7 +31,9 @@ const char* const commandHelp =
     "compare    what differs between two CV list files: compare A.kvr B.kvr\n"
     "set        change CVs in CV list files: set A.kvr B.kvr CV3=12 CV4=8\n"
     "write      write CVs to the decoder: write CV3=12 CV4=8; with --from what differs from a CV list\n"
-    "           file. What the decoder held is kept in the folder CV_listen first.";
+    "           file. What the decoder held is kept in the folder CV_listen first.\n"
+    "flash      send a firmware to the decoder's boot loader: flash FIRMWARE.hex\n"
+    "update     renew the firmware through the programming interface: update FIRMWARE.uhx";
 
 struct CommandForm {
     CliCommand command;
@@ -46,6 +48,7 @@ constexpr CommandForm forms[] = {
     {CliCommand::read, "read", 0, 0},         {CliCommand::list, "list", 0, 1},
     {CliCommand::exportList, "export", 2, 2}, {CliCommand::compare, "compare", 2, 2},
     {CliCommand::set, "set", 1, many},        {CliCommand::write, "write", 0, many},
+    {CliCommand::flash, "flash", 1, 1},       {CliCommand::update, "update", 1, 1},
 };
 
 const CommandForm* formOf(const QString& word)
@@ -82,9 +85,10 @@ void describe(QCommandLineParser& parser)
 {
     parser.setApplicationDescription(QStringLiteral("Reads and writes the decoders of Karvo vehicles.\n") +
                                      QLatin1String(exitCodes));
-    parser.addPositionalArgument(QStringLiteral("command"), QLatin1String(commandHelp),
-                                 QStringLiteral("ports|identify|read|list [MODEL]|export LIST FILE|compare A "
-                                                "B|set LISTS... CV=VALUE...|write CV=VALUE..."));
+    parser.addPositionalArgument(
+        QStringLiteral("command"), QLatin1String(commandHelp),
+        QStringLiteral("ports|identify|read|list [MODEL]|export LIST FILE|compare A "
+                       "B|set LISTS... CV=VALUE...|write CV=VALUE...|flash HEX|update UHX"));
     parser.addOption(valued("port", "Port of the programming interface; else the stored one.", "COM5"));
     parser.addOption(
         valued("map-port", "Device of a port for this run; may be repeated.", "COM5=/dev/ttyUSB0"));
@@ -100,7 +104,9 @@ void describe(QCommandLineParser& parser)
                             "FILE.kvr|csv|txt"));
     parser.addOption(valued("from", "The CV list that write writes.", "FILE.kvr"));
     parser.addOption(
-        {QStringLiteral("dry-run"), QStringLiteral("Show what set would change; change nothing.")});
+        {QStringLiteral("dry-run"),
+         QStringLiteral(
+             "Show what set would change, or check what flash and update would send; do nothing.")});
     parser.addOption({QStringLiteral("yes"), QStringLiteral("Answer questions with yes.")});
     parser.addOption({QStringLiteral("json"), QStringLiteral("Print JSON.")});
     parser.addOption({QStringLiteral("help"), QStringLiteral("Print this help.")});
@@ -183,12 +189,16 @@ QString whatIsWrongWithTheLine(const QCommandLineParser& parser)
 // An option that the command does not heed must not look as if it did: `write --dry-run` would write.
 QString whatIsWrongWithOptions(const QCommandLineParser& parser, CliCommand command)
 {
-    constexpr std::pair<const char*, CliCommand> ofOneCommand[] = {{"dry-run", CliCommand::set},
-                                                                   {"from", CliCommand::write},
-                                                                   {"output", CliCommand::read},
-                                                                   {"variant", CliCommand::list}};
-    for (const auto& [option, taker] : ofOneCommand) {
-        if (parser.isSet(QLatin1String(option)) && command != taker)
+    struct Heeded {
+        const char* option;
+        std::initializer_list<CliCommand> by;
+    };
+    const Heeded options[] = {{"dry-run", {CliCommand::set, CliCommand::flash, CliCommand::update}},
+                              {"from", {CliCommand::write}},
+                              {"output", {CliCommand::read}},
+                              {"variant", {CliCommand::list}}};
+    for (const auto& [option, by] : options) {
+        if (parser.isSet(QLatin1String(option)) && std::find(by.begin(), by.end(), command) == by.end())
             return QStringLiteral("--%1 does not go with this command; --help tells.")
                 .arg(QLatin1String(option));
     }
@@ -247,8 +257,8 @@ CliParseResult parseCliArguments(const QStringList& words)
     const QStringList positional = parser.positionalArguments();
     const CommandForm* const form = positional.isEmpty() ? nullptr : formOf(positional.first());
     if (form == nullptr)
-        return wrong(QStringLiteral(
-            "A command is needed: ports, identify, read, list, export, compare, set or write."));
+        return wrong(QStringLiteral("A command is needed: ports, identify, read, list, export, compare, set, "
+                                    "write, flash or update."));
     const qsizetype operands = positional.size() - 1;
     if (operands > form->mostOperands)
         return wrong(QStringLiteral("Too many arguments: %1").arg(positional.last()));

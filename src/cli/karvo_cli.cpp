@@ -2,6 +2,7 @@
 #include "cli/cli_arguments.h"
 #include "cli/cli_commands.h"
 #include "cli/file_commands.h"
+#include "cli/firmware_commands.h"
 #include "cli/terminal.h"
 #include "cli/write_command.h"
 #include "language/first_start.h"
@@ -69,6 +70,10 @@ ExitCode run(Workbench& bench, const PortMap& map, const CliArguments& arguments
         return runSet(bench, arguments);
     case CliCommand::write:
         return runWrite(bench, arguments);
+    case CliCommand::flash:
+        return runFlash(bench, arguments);
+    case CliCommand::update:
+        return runUpdate(bench, arguments);
     }
     return ExitCode::wrongArguments;
 }

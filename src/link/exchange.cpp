@@ -40,19 +40,43 @@ WaitResult waitForRestOfIdentification(Link& link, std::size_t count)
     return result == WaitResult::timedOut ? WaitResult::met : result;
 }
 
+bool reportRefusedPort(Link& link, const PortError& error)
+{
+    link.prompts.message(portRefusedText(link.texts, error), PromptIcon::stop);
+    link.prompts.endProgram();
+    return false;
+}
+
 } // namespace
+
+std::optional<PortError> tryToOpen(LinkState& state, SerialPort& port)
+{
+    if (state.otherSettings) {
+        port.close();
+        port.setSettings(LineSettings{});
+        state.otherSettings = false;
+    }
+    if (port.isOpen())
+        return std::nullopt;
+    port.setPortNumber(state.portNumber);
+    return port.open();
+}
 
 bool EnsurePortOpen(Link& link)
 {
+    const auto error = tryToOpen(link.state, link.port);
+    return !error || reportRefusedPort(link, *error);
+}
+
+bool openWith(Link& link, const LineSettings& settings)
+{
     if (link.port.isOpen())
-        return true;
+        link.port.close();
+    link.state.otherSettings = true;
+    link.port.setSettings(settings);
     link.port.setPortNumber(link.state.portNumber);
     const auto error = link.port.open();
-    if (!error)
-        return true;
-    link.prompts.message(portRefusedText(link.texts, *error), PromptIcon::stop);
-    link.prompts.endProgram();
-    return false;
+    return !error || reportRefusedPort(link, *error);
 }
 
 ExchangeEnd Exchange(Link& link, const Bytes& command, ReplyLength replyLength, Pointer pointer)

@@ -27,9 +27,16 @@ enum class ExchangeEnd {
 // Whether the main window shows the hourglass from here on; whoever asked for it takes it away.
 enum class Pointer { unchanged, hourglass };
 
+// Opens the port with the interface's settings, unless it is open with them. Nothing on success.
+std::optional<PortError> tryToOpen(LinkState& state, SerialPort& port);
+
 // Opens the port when it is closed. When that fails it shows the system's words, ends the program and returns
 // false.
 bool EnsurePortOpen(Link& link);
+
+// The same for a device that wants other settings, on a freshly opened port: settings take effect at an
+// opening only. The next EnsurePortOpen() opens anew with the interface's.
+bool openWith(Link& link, const LineSettings& settings);
 
 // Sends the command once and waits for its reply, for at most LinkState::timeOutInterval. Reports nothing to
 // the person. While an exact count is awaited it tells the view how many bytes are there.

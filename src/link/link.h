@@ -27,6 +27,7 @@ struct LinkState {
     Text identification;            // the two characters of the last identification that was recognised
     bool identified = false;        // a decoder has been identified since the program started
     bool interfaceAnswered = false; // the programming interface has answered an exchange
+    bool otherSettings = false;     // the port has been opened with other settings than the interface's
     bool noticeAfterWrite = false;  // the person wants a box after each write that succeeded
     bool seriesUnderWay = false;    // a series of CVs is being written: no such boxes
     bool manyUnderWay = false;      // a dialog or an operation writes many and tells the outcome itself: none

@@ -48,6 +48,7 @@ std::optional<PortError> SimulatedPort::open()
         return std::nullopt;
     if (number_ != answeringNumber_())
         return PortError{missingDeviceText(), {}};
+    simulator_.setBaud(settings_.baud);
     simulator_.reconnect();
     received_.clear();
     open_ = true;

@@ -26,7 +26,7 @@ public:
 
     void setPortNumber(int number) override { number_ = number; }
     int portNumber() const override { return number_; }
-    void setSettings(const LineSettings&) override {} // the simulated line has one pace
+    void setSettings(const LineSettings& settings) override { settings_ = settings; }
 
     // After a hang-up the adapter counts as plugged in again.
     std::optional<PortError> open() override;
@@ -50,6 +50,7 @@ private:
     sim::Simulator simulator_;
     const std::function<int()> answeringNumber_;
     int number_;
+    LineSettings settings_;
     bool open_ = false;
     Bytes received_;
     QElapsedTimer clock_;

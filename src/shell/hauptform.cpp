@@ -38,6 +38,7 @@ Hauptform::Hauptform(const MainWindowSetup& setup)
     connectFiles();
     connectEditors();
     connectWriting();
+    connectFirmware();
     menu_->markLanguage(state_.language);
     portBar_->showPort(state_.link.portNumber);
     applyCaptions();

@@ -123,6 +123,13 @@ private:
     void showReport(const WriteReport& report);
     void chooseNotice(bool wanted);
 
+    // hauptform_firmware.cpp
+    void connectFirmware();
+    std::optional<std::filesystem::path> chooseFirmware(const QString& start, Caption kind,
+                                                        const QString& pattern);
+    void upgrade();
+    void updateFirmware();
+
     Workbench bench_;
     ProgramState& state_;
     const LanguageTables& texts_;

@@ -203,6 +203,8 @@ constexpr AvailableItem availableItems[] = {
     {"mnu_CI46", Availability::withList},
     {"mnu_CI26", Availability::withList},
     {"mnu_dcc_adresse", Availability::withList},
+    {"mnu_firmware", Availability::idle},
+    {"mnu_kv07_Firmware", Availability::idle},
     {"mnu_german", Availability::idle},
     {"mnu_dutch", Availability::idle},
     {"mnu_english", Availability::idle},

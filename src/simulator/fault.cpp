@@ -9,7 +9,7 @@ namespace karvo::sim
 namespace
 {
 
-constexpr std::array<std::pair<std::string_view, Fault>, 10> faults{{
+constexpr std::array<std::pair<std::string_view, Fault>, 12> faults{{
     {"none", Fault::none},
     {"silence", Fault::silence},
     {"unknown-identification", Fault::unknownIdentification},
@@ -19,6 +19,8 @@ constexpr std::array<std::pair<std::string_view, Fault>, 10> faults{{
     {"torn-block", Fault::tornBlock},
     {"refused-command", Fault::refusedCommand},
     {"refused-frame", Fault::refusedFrame},
+    {"silent-loader", Fault::silentLoader},
+    {"silent-update", Fault::silentUpdate},
     {"hang-up", Fault::hangUp},
 }};
 

@@ -13,7 +13,7 @@ namespace
 
 using namespace std::chrono_literals;
 
-constexpr long long bitsPerSecond = 4800;
+constexpr int bootLoaderBaud = 115200;
 constexpr long long bitsPerByte = 10;
 
 constexpr std::uint8_t acknowledge = 6;
@@ -25,6 +25,7 @@ constexpr std::uint8_t identifyCommand = '%';
 constexpr std::string_view readCommand = "ER";
 constexpr std::string_view writeCommand = "EWS";
 constexpr std::string_view liveCommand = "EWM";
+constexpr std::string_view updateCommand = "BO";
 
 constexpr Time lateBlockDelay = 12s;
 constexpr Time tornBlockPause = 300ms;
@@ -43,7 +44,7 @@ bool isEqual(std::span<const std::uint8_t> bytes, std::string_view command)
 
 bool beginsACommand(std::span<const std::uint8_t> bytes)
 {
-    const auto commands = {readCommand, writeCommand, liveCommand};
+    const auto commands = {readCommand, writeCommand, liveCommand, updateCommand};
     return std::any_of(commands.begin(), commands.end(), [bytes](std::string_view command) {
         return isEqual(bytes, command.substr(0, bytes.size()));
     });
@@ -96,9 +97,15 @@ void Simulator::reconnect()
     hangUpAt_.reset();
     outgoing_.clear();
     received_.clear();
+    bootLoader_.reset();
     awaited_ = Awaited::command;
     inwardFree_ = {};
     outwardFree_ = {};
+}
+
+void Simulator::setBaud(int baud)
+{
+    baud_ = baud;
 }
 
 void Simulator::setFault(Fault fault)
@@ -118,8 +125,12 @@ void Simulator::receiveByte(std::uint8_t byte, Time arrival)
 {
     if (fault_ == Fault::silence)
         return;
-    if (awaited_ == Awaited::command) {
+    if (baud_ == bootLoaderBaud) {
+        receiveBootLoaderByte(byte, arrival);
+    } else if (awaited_ == Awaited::command) {
         receiveCommandByte(byte, arrival);
+    } else if (awaited_ == Awaited::update) {
+        receiveUpdateByte(byte, arrival);
     } else {
         receiveFrameByte(byte, arrival);
     }
@@ -141,8 +152,33 @@ void Simulator::receiveCommandByte(std::uint8_t byte, Time arrival)
         sendBlock(arrival);
     } else if (isEqual(received_, writeCommand)) {
         acknowledgeCommand(Awaited::writeFrame, arrival);
-    } else if (isEqual(received_, liveCommand))
+    } else if (isEqual(received_, liveCommand)) {
         acknowledgeCommand(Awaited::liveFrame, arrival);
+    } else if (isEqual(received_, updateCommand))
+        startUpdate(arrival);
+}
+
+void Simulator::startUpdate(Time arrival)
+{
+    update_ = UpdateMode();
+    acknowledgeCommand(Awaited::update, arrival);
+}
+
+void Simulator::receiveUpdateByte(std::uint8_t byte, Time arrival)
+{
+    const auto reply = update_.receive(byte);
+    if (update_.isComplete())
+        awaited_ = Awaited::command;
+    const bool silent = fault_ == Fault::silentUpdate && !update_.image().empty();
+    if (reply != 0 && !silent)
+        send(std::array{reply}, arrival);
+}
+
+void Simulator::receiveBootLoaderByte(std::uint8_t byte, Time arrival)
+{
+    const auto reply = bootLoader_.receive(byte);
+    if (!(fault_ == Fault::silentLoader && !bootLoader_.flash().empty()))
+        send(reply, arrival);
 }
 
 void Simulator::acknowledgeCommand(Awaited next, Time arrival)
@@ -223,7 +259,7 @@ Time Simulator::lineTime(std::size_t bytes) const
 {
     if (pace_ == Pace::none)
         return Time::zero();
-    return Time(static_cast<long long>(bytes) * bitsPerByte * 1'000'000 / bitsPerSecond);
+    return Time(static_cast<long long>(bytes) * bitsPerByte * 1'000'000 / baud_);
 }
 
 } // namespace karvo::sim

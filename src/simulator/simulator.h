@@ -3,7 +3,9 @@
 // it the time. The wire it speaks is described in docs/protocol.md; its constants are its own.
 #pragma once
 
+#include "simulator/boot_loader.h"
 #include "simulator/decoder.h"
+#include "simulator/update_mode.h"
 
 #include <chrono>
 #include <cstdint>
@@ -20,7 +22,7 @@ namespace karvo::sim
 using Time = std::chrono::microseconds;
 
 enum class Pace {
-    line, // 4800 baud in both directions, 10 bits a byte
+    line, // the line's baud in both directions, 10 bits a byte
     none  // everything at once
 };
 
@@ -34,6 +36,8 @@ enum class Fault {
     tornBlock,             // the block comes in pieces of 128 bytes with pauses of 300 ms
     refusedCommand,        // answers 21 (NAK) where 6 is due
     refusedFrame,          // acknowledges a command and answers 21 (NAK) to the frame that follows it
+    silentLoader,          // the boot loader answers nothing from the first page on
+    silentUpdate,          // the interface answers nothing from the first record on
     hangUp                 // the line goes away in the middle of the block, once: reconnect() ends the fault
 };
 
@@ -63,13 +67,22 @@ public:
     // The adapter is plugged in again, or the port was closed and opened: what was on its way is lost.
     void reconnect();
 
+    // How the port was opened: at 115200 the decoder's boot loader is what listens, at any other rate the
+    // interface.
+    void setBaud(int baud);
+
+    const BootLoader& bootLoader() const { return bootLoader_; }
+
+    // Of the update under way or the last one.
+    const UpdateMode& update() const { return update_; }
+
     // A script may change the fault between two exchanges.
     void setFault(Fault fault);
 
     const Decoder& decoder() const { return decoder_; }
 
 private:
-    enum class Awaited { command, writeFrame, liveFrame };
+    enum class Awaited { command, writeFrame, liveFrame, update };
 
     struct Outgoing {
         Time due;
@@ -79,6 +92,9 @@ private:
     void forgetStaleFrame(Time now);
     void receiveByte(std::uint8_t byte, Time arrival);
     void receiveCommandByte(std::uint8_t byte, Time arrival);
+    void receiveBootLoaderByte(std::uint8_t byte, Time arrival);
+    void receiveUpdateByte(std::uint8_t byte, Time arrival);
+    void startUpdate(Time arrival);
     void receiveFrameByte(std::uint8_t byte, Time arrival);
     void acknowledgeCommand(Awaited next, Time arrival);
     void answerFrame(Time arrival);
@@ -91,6 +107,9 @@ private:
     Decoder decoder_;
     Pace pace_;
     Fault fault_;
+    BootLoader bootLoader_;
+    UpdateMode update_;
+    int baud_ = 4800;
     Awaited awaited_ = Awaited::command;
     std::vector<std::uint8_t> received_; // of the command or frame under way
     std::deque<Outgoing> outgoing_;

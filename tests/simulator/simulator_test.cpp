@@ -334,6 +334,8 @@ TEST(Fault, EveryNameGivesItsFault)
         {"torn-block", Fault::tornBlock},
         {"refused-command", Fault::refusedCommand},
         {"refused-frame", Fault::refusedFrame},
+        {"silent-loader", Fault::silentLoader},
+        {"silent-update", Fault::silentUpdate},
         {"hang-up", Fault::hangUp},
     };
     std::vector<std::string_view> names;

@@ -14,6 +14,7 @@
 
 #include <deque>
 #include <functional>
+#include <utility>
 
 namespace karvo::test
 {
@@ -95,18 +96,20 @@ private:
             window->close();
             return;
         }
-        answering_ = window;
+        QWidget* const outer = std::exchange(answering_, window);
         const Step step = std::move(steps_.front());
         steps_.pop_front();
         // Outside the timer's own slot, so that it goes on ticking over a box that the answer brings up.
-        QTimer::singleShot(0, &timer_,
-                           [this, step, window = QPointer<QWidget>(window)] { answer(step, window); });
+        QTimer::singleShot(0, &timer_, [this, step, outer, window = QPointer<QWidget>(window)] {
+            answer(step, window, outer);
+        });
     }
 
-    void answer(const Step& step, const QPointer<QWidget>& window)
+    // `outer`: the window whose own answer has brought this one up, and is not yet done.
+    void answer(const Step& step, const QPointer<QWidget>& window, QWidget* outer)
     {
         step.act(*window);
-        answering_ = nullptr;
+        answering_ = outer;
         if (window && window->isVisible()) {
             ADD_FAILURE() << "not closed: " << step.what.toStdString();
             window->close();

@@ -39,7 +39,11 @@ public:
 
     void setPortNumber(int number) override { number_ = number; }
     int portNumber() const override { return number_; }
-    void setSettings(const LineSettings&) override {}
+    void setSettings(const LineSettings& settings) override
+    {
+        journal_.push_back("settings " + std::to_string(settings.baud) + " n " +
+                           std::to_string(settings.stopBits));
+    }
     std::optional<PortError> open() override
     {
         if (!present_.empty() && std::find(present_.begin(), present_.end(), number_) == present_.end())

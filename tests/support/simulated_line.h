@@ -13,15 +13,20 @@ class SimulatedLine : public SerialPort, public Wait
 public:
     explicit SimulatedLine(sim::Simulator simulator) : simulator_(std::move(simulator)) {}
 
+    const sim::Simulator& simulator() const { return simulator_; }
+    sim::Time now() const { return now_; }
+
     void setFault(sim::Fault fault) { simulator_.setFault(fault); }
 
     void setPortNumber(int number) override { number_ = number; }
     int portNumber() const override { return number_; }
-    void setSettings(const LineSettings&) override {}
+    void setSettings(const LineSettings& settings) override { settings_ = settings; }
     std::optional<PortError> open() override
     {
-        if (!open_)
+        if (!open_) {
+            simulator_.setBaud(settings_.baud);
             simulator_.reconnect();
+        }
         open_ = true;
         return std::nullopt;
     }
@@ -61,6 +66,7 @@ private:
     sim::Simulator simulator_;
     sim::Time now_{};
     Bytes received_;
+    LineSettings settings_;
     int number_ = 1;
     bool open_ = false;
 };

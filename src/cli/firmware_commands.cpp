@@ -1,0 +1,157 @@
+#include "cli/firmware_commands.h"
+
+#include "cli/terminal.h"
+#include "firmware/interface_update.h"
+#include "firmware/upload.h"
+#include "link/identification.h"
+#include "platform/qt_clock.h"
+#include "platform/text_conversion.h"
+#include "workbench/line_use.h"
+
+namespace karvo
+{
+
+namespace
+{
+
+class TerminalUpload : public UploadObserver
+{
+public:
+    explicit TerminalUpload(View& view) : view_(view) {}
+    ~TerminalUpload() override { view_.showProgress(0, 0); }
+    TerminalUpload(const TerminalUpload&) = delete;
+    TerminalUpload& operator=(const TerminalUpload&) = delete;
+
+    void showUpload(const UploadProgress& progress) override
+    {
+        view_.showProgress(progress.page == 0 ? 0 : progress.page - 1, progress.pages);
+    }
+    bool stopRequested() override { return false; }
+
+private:
+    View& view_;
+};
+
+class TerminalUpdate : public UpdateObserver
+{
+public:
+    explicit TerminalUpdate(View& view) : view_(view) {}
+
+    void showStart(const Text& text) override { view_.showStatus(text); }
+    void showRecords(std::size_t sent, std::size_t total) override { view_.showProgress(sent, total); }
+    void showEnd() override { view_.showProgress(0, 0); }
+    bool stopRequested() override { return false; }
+
+private:
+    View& view_;
+};
+
+Text numberText(std::size_t number)
+{
+    return textFromNumber(static_cast<long long>(number));
+}
+
+Text uploadPlanText(const LanguageTables& texts, const HexImage& image)
+{
+    const auto plan = uploadPlan(image);
+    std::size_t bytes = 0;
+    for (const PlannedMessage& message : plan)
+        bytes += message.bytes.size();
+    const Text numbers[] = {numberText(image.pages().size()), numberText(plan.size()), numberText(bytes)};
+    return filledIn(texts.caption(Caption::uploadPlan), numbers);
+}
+
+Text updatePlanText(const LanguageTables& texts, const UpdateFile& file)
+{
+    constexpr std::size_t bytesOfARecord = updateRecordSize + 2; // with its sum
+    const std::size_t records = file.records.size();
+    const Text numbers[] = {numberText(records),
+                            numberText((records + recordsOfABlock - 1) / recordsOfABlock),
+                            numberText(records * bytesOfARecord)};
+    return filledIn(texts.caption(Caption::updatePlan), numbers);
+}
+
+ExitCode exitCodeOf(UploadEnd end)
+{
+    switch (end) {
+    case UploadEnd::sent:
+        return ExitCode::done;
+    case UploadEnd::portRefused:
+        return ExitCode::portRefused;
+    default:
+        return ExitCode::notAllWritten;
+    }
+}
+
+ExitCode exitCodeOf(UpdateEnd end)
+{
+    switch (end) {
+    case UpdateEnd::sent:
+        return ExitCode::done;
+    case UpdateEnd::noFile:
+        return ExitCode::fileTrouble;
+    case UpdateEnd::portRefused:
+        return ExitCode::portRefused;
+    case UpdateEnd::notAnswered:
+    case UpdateEnd::noReply:
+        return ExitCode::noReply;
+    case UpdateEnd::wrongModel:
+        return ExitCode::unknownDecoder;
+    default:
+        return ExitCode::notAllWritten;
+    }
+}
+
+// An update is refused until the interface has answered once in this run. False when there is no port.
+bool askInterface(Workbench& bench)
+{
+    const LineUse line(bench);
+    Link link = bench.link();
+    if (!EnsurePortOpen(link))
+        return false;
+    askForPresence(link); // the update itself reports a silent interface
+    return true;
+}
+
+} // namespace
+
+ExitCode runFlash(Workbench& bench, const CliArguments& arguments)
+{
+    const auto image = readHexFile(bench, toPath(arguments.operands.front()));
+    if (!image)
+        return ExitCode::fileTrouble;
+    if (arguments.dryRun) {
+        printLine(stdout, uploadPlanText(bench.state.texts, *image));
+        return ExitCode::done;
+    }
+    TerminalUpload observer(bench.view);
+    const auto report = uploadImage(bench, *image, observer);
+    if (report.end == UploadEnd::portRefused)
+        return ExitCode::portRefused;
+    const Text numbers[] = {numberText(report.steps.size()), numberText(report.pagesSent()),
+                            numberText(report.missingReplies())};
+    printLine(stdout, filledIn(bench.state.texts.caption(Caption::uploadSummary), numbers));
+    // Not one word from the loader: there is none, or it is not listening.
+    return report.missingReplies() == report.steps.size() ? ExitCode::noReply : exitCodeOf(report.end);
+}
+
+ExitCode runUpdate(Workbench& bench, const CliArguments& arguments)
+{
+    const auto path = toPath(arguments.operands.front());
+    if (arguments.dryRun) {
+        const auto file = readUpdateFile(bench, path);
+        if (!file)
+            return ExitCode::fileTrouble;
+        printLine(stdout, updatePlanText(bench.state.texts, *file));
+        return ExitCode::done;
+    }
+    if (!askInterface(bench))
+        return ExitCode::portRefused;
+    const QtClock clock;
+    TerminalUpdate observer(bench.view);
+    return exitCodeOf(
+        updateThroughInterface(bench, {[&]() -> std::optional<std::filesystem::path> { return path; },
+                                       [](const std::filesystem::path&) {}, clock, observer}));
+}
+
+} // namespace karvo

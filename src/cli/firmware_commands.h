@@ -1,0 +1,16 @@
+// The commands of karvo-cli that renew a decoder's firmware.
+#pragma once
+
+#include "cli/cli_commands.h"
+
+namespace karvo
+{
+
+// Uploads a HEX file to the boot loader. With --dry-run the file is checked, and what would be sent is
+// printed.
+ExitCode runFlash(Workbench& bench, const CliArguments& arguments);
+
+// Updates through the programming interface, after an exchange that shows that there is one.
+ExitCode runUpdate(Workbench& bench, const CliArguments& arguments);
+
+} // namespace karvo

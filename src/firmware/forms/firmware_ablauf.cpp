@@ -1,0 +1,58 @@
+#include "firmware/forms/firmware_ablauf.h"
+
+#include "ui/captions.h"
+
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QVBoxLayout>
+
+namespace karvo
+{
+
+Firmware_Ablauf::Firmware_Ablauf(const LanguageTables& texts, Prompts& prompts, QWidget* parent)
+    : QDialog(parent),
+      texts_(texts),
+      prompts_(prompts),
+      text_(new QPlainTextEdit(this)),
+      progress_(new QProgressBar(this))
+{
+    setObjectName(QStringLiteral("Firmware_Ablauf"));
+    setWindowTitle(qtText(texts.caption(Caption::updateTitle)));
+    setModal(true);
+    resize(fontMetrics().averageCharWidth() * 70, fontMetrics().height() * 12);
+    text_->setObjectName(QStringLiteral("Text"));
+    text_->setAccessibleName(windowTitle());
+    text_->setReadOnly(true);
+    text_->setTabChangesFocus(true);
+    progress_->setObjectName(QStringLiteral("Progress"));
+    progress_->setAccessibleName(qtText(texts.caption(Caption::transferProgress)));
+    progress_->setFormat(QStringLiteral("%p%"));
+    auto* const layout = new QVBoxLayout(this);
+    layout->addWidget(text_);
+    layout->addWidget(progress_);
+}
+
+void Firmware_Ablauf::showStart(const Text& text)
+{
+    text_->setPlainText(qtText(text));
+    show();
+}
+
+void Firmware_Ablauf::showRecords(std::size_t sent, std::size_t total)
+{
+    progress_->setRange(0, static_cast<int>(total));
+    progress_->setValue(static_cast<int>(sent));
+}
+
+void Firmware_Ablauf::showEnd()
+{
+    hide();
+}
+
+void Firmware_Ablauf::reject()
+{
+    if (!stopRequested_ && prompts_.question(texts_.message(Message::stopTransferQuestion)))
+        stopRequested_ = true;
+}
+
+} // namespace karvo

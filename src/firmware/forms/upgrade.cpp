@@ -1,0 +1,166 @@
+#include "firmware/forms/upgrade.h"
+
+#include "ui/captions.h"
+
+#include <QClipboard>
+#include <QDialogButtonBox>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTimer>
+#include <QVBoxLayout>
+
+namespace karvo
+{
+
+namespace
+{
+
+Text numberText(std::size_t number)
+{
+    return textFromNumber(static_cast<long long>(number));
+}
+
+Caption captionOf(UploadPhase phase)
+{
+    switch (phase) {
+    case UploadPhase::signOn:
+        return Caption::phaseSignOn;
+    case UploadPhase::parameters:
+        return Caption::phaseParameters;
+    case UploadPhase::settings:
+        return Caption::phaseSettings;
+    case UploadPhase::fuses:
+        return Caption::phaseFuses;
+    case UploadPhase::erase:
+        return Caption::phaseErase;
+    case UploadPhase::pages:
+        break;
+    }
+    return Caption::phasePages;
+}
+
+} // namespace
+
+Upgrade::Upgrade(Workbench& bench, HexImage image, QWidget* parent)
+    : QDialog(parent),
+      bench_(bench),
+      texts_(bench.state.texts),
+      image_(std::move(image)),
+      phase_(new QLabel(this)),
+      timeLeft_(new QLabel(this)),
+      progress_(new QProgressBar(this)),
+      log_(new QPlainTextEdit(this)),
+      copy_(new QPushButton(buttonText(texts_.caption(Caption::copyLog)), this)),
+      close_(new QPushButton(buttonText(texts_.caption(Caption::closeButton)), this))
+{
+    build();
+}
+
+void Upgrade::build()
+{
+    setObjectName(QStringLiteral("Upgrade"));
+    setWindowTitle(qtText(texts_.caption(Caption::uploadTitle)));
+    resize(fontMetrics().averageCharWidth() * 80, fontMetrics().height() * 22);
+    phase_->setObjectName(QStringLiteral("Phase"));
+    phase_->setWordWrap(true);
+    timeLeft_->setObjectName(QStringLiteral("TimeLeft"));
+    progress_->setObjectName(QStringLiteral("Progress"));
+    progress_->setAccessibleName(qtText(texts_.caption(Caption::transferProgress)));
+    progress_->setRange(0, 100);
+    log_->setObjectName(QStringLiteral("Log"));
+    log_->setAccessibleName(qtText(texts_.caption(Caption::uploadLog)));
+    log_->setReadOnly(true);
+    log_->setTabChangesFocus(true);
+    copy_->setObjectName(QStringLiteral("CopyLog"));
+    copy_->setEnabled(false);
+    close_->setObjectName(QStringLiteral("Close"));
+
+    auto* const buttons = new QDialogButtonBox(this);
+    buttons->addButton(copy_, QDialogButtonBox::ActionRole);
+    buttons->addButton(close_, QDialogButtonBox::RejectRole);
+    auto* const layout = new QVBoxLayout(this);
+    layout->addWidget(phase_);
+    layout->addWidget(progress_);
+    layout->addWidget(timeLeft_);
+    layout->addWidget(log_);
+    layout->addWidget(buttons);
+    connect(buttons, &QDialogButtonBox::rejected, this, &Upgrade::reject);
+    connect(copy_, &QPushButton::clicked, this, &Upgrade::copyLog);
+}
+
+void Upgrade::showEvent(QShowEvent* event)
+{
+    QDialog::showEvent(event);
+    if (started_)
+        return;
+    started_ = true;
+    running_ = true;
+    QTimer::singleShot(0, this, &Upgrade::upload);
+}
+
+void Upgrade::upload()
+{
+    const auto report = uploadImage(bench_, image_, *this);
+    running_ = false;
+    showReport(report);
+    if (report.end == UploadEnd::ended || report.end == UploadEnd::portRefused || stopRequested_)
+        QDialog::reject();
+}
+
+void Upgrade::showUpload(const UploadProgress& progress)
+{
+    phase_->setText(filledCaption(texts_, captionOf(progress.phase),
+                                  {numberText(progress.page), numberText(progress.pages)}));
+    if (progress.page == 0)
+        return;
+    if (progress.page == 1)
+        sincePages_.start();
+    progress_->setValue(static_cast<int>((progress.page - 1) * 100 / progress.pages));
+    timeLeft_->setText(timeLeft(progress));
+}
+
+// As the pages so far have taken; nothing before the first has.
+QString Upgrade::timeLeft(const UploadProgress& progress) const
+{
+    const auto done = static_cast<qint64>(progress.page) - 1;
+    if (done == 0)
+        return {};
+    const qint64 remaining = static_cast<qint64>(progress.pages) - done;
+    const qint64 seconds = (sincePages_.elapsed() * remaining / done + 999) / 1000;
+    const QString text = QStringLiteral("%1:%2").arg(seconds / 60).arg(seconds % 60, 2, 10, QLatin1Char('0'));
+    return filledCaption(texts_, Caption::timeLeft, {Text(text.toStdU16String())});
+}
+
+void Upgrade::showReport(const UploadReport& report)
+{
+    QString summary = filledCaption(texts_, Caption::uploadSummary,
+                                    {numberText(report.steps.size()), numberText(report.pagesSent()),
+                                     numberText(report.missingReplies())});
+    if (report.end == UploadEnd::sent)
+        progress_->setValue(100);
+    else
+        summary.prepend(qtText(texts_.caption(Caption::uploadStopped)) + QLatin1Char('\n'));
+    phase_->setText(summary);
+    timeLeft_->clear();
+    log_->setPlainText(qtText(uploadLog(texts_, report.steps)));
+    copy_->setEnabled(true);
+    close_->setFocus();
+}
+
+void Upgrade::copyLog()
+{
+    QGuiApplication::clipboard()->setText(phase_->text() + QLatin1Char('\n') + log_->toPlainText());
+}
+
+void Upgrade::reject()
+{
+    if (!running_)
+        QDialog::reject();
+    else if (!stopRequested_ && bench_.prompts.question(texts_.message(Message::stopTransferQuestion)))
+        stopRequested_ = true;
+}
+
+} // namespace karvo

@@ -1,0 +1,62 @@
+// The update of a decoder's firmware through the programming interface (docs/protocol.md, "Update through
+// the interface").
+#pragma once
+
+#include "firmware/update_file.h"
+#include "program/clock.h"
+#include "workbench/workbench.h"
+
+#include <functional>
+
+namespace karvo
+{
+
+// Whoever watches an update.
+class UpdateObserver
+{
+public:
+    virtual ~UpdateObserver() = default;
+
+    // From here to showEnd() records are being sent.
+    virtual void showStart(const Text& text) = 0;
+    virtual void showRecords(std::size_t sent, std::size_t total) = 0;
+    virtual void showEnd() = 0;
+
+    // Asked between two blocks; true ends the update.
+    virtual bool stopRequested() = 0;
+};
+
+enum class UpdateEnd {
+    sent,
+    notAnswered, // the interface has not answered in this run; reported, as all that follows
+    noFile,      // none chosen, or it is damaged
+    portRefused, // the person goes on with the program
+    noReply,     // to "%" or to the letters
+    wrongModel,  // no KV07, KV08 or receiver
+    brokenOff,   // the interface fell silent; the program ends
+    stopped,     // by the person
+    lineBusy,    // another operation has the line
+    ended        // the program is being closed
+};
+
+struct UpdateSetup {
+    std::function<std::optional<std::filesystem::path>()> chooseFile; // nothing: none was chosen
+    std::function<void(const std::filesystem::path&)> showFile;       // in the window's caption
+    const Clock& clock;                                               // for the date of the closing block
+    UpdateObserver& observer;
+};
+
+UpdateEnd updateThroughInterface(Workbench& bench, const UpdateSetup& setup);
+
+// Reads and checks an update file; what is wrong with it has been shown then.
+std::optional<UpdateFile> readUpdateFile(Workbench& bench, const std::filesystem::path& path);
+
+// "XF01", year - 2000, month, day, "CI".
+Bytes closingBlock(const DateTime& date);
+
+// A record's bytes added up, high byte first.
+Bytes recordSum(const UpdateRecord& record);
+
+inline constexpr std::size_t recordsOfABlock = 8;
+
+} // namespace karvo

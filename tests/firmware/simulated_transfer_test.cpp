@@ -1,0 +1,107 @@
+// Whole transfers to the simulated boot loader and the simulated interface.
+#include "firmware/interface_update.h"
+#include "firmware/upload.h"
+#include "support/hex_file.h"
+#include "support/simulated_line.h"
+#include "support/test_bench.h"
+
+#include <gtest/gtest.h>
+
+namespace karvo
+{
+namespace
+{
+
+using namespace std::chrono_literals;
+
+class NoWatcher : public UploadObserver, public UpdateObserver
+{
+public:
+    void showUpload(const UploadProgress&) override {}
+    void showStart(const Text&) override {}
+    void showRecords(std::size_t, std::size_t) override {}
+    void showEnd() override {}
+    bool stopRequested() override { return false; }
+};
+
+class SimulatedTransferTest : public testing::Test, public test::TestBench
+{
+protected:
+    SimulatedTransferTest() { test::setText(state.texts, 426, u"UPDATE"); }
+
+    UploadReport upload(std::size_t lines)
+    {
+        const auto image = std::get<HexImage>(parseHexImage(test::bytesOf(test::hexFile(lines))));
+        return uploadImage(onSimulator, image, watcher);
+    }
+
+    UpdateEnd update(int records)
+    {
+        state.link.interfaceAnswered = true;
+        std::string content = "1F80\r\nUpdate Ende\r\n";
+        for (int i = 0; i < records; ++i)
+            content += ":1000" + std::string(i % 2 == 0 ? "0102" : "FF00FF") + "\r\n";
+        addFile("a.uhx", content);
+        return updateThroughInterface(onSimulator, {[] { return std::filesystem::path("program/a.uhx"); },
+                                                    [](const std::filesystem::path&) {}, clock, watcher});
+    }
+
+    test::SimulatedLine device{
+        sim::Simulator(*sim::decoderByName("kv07"), sim::Pace::line, sim::Fault::none)};
+    test::FixedClock clock;
+    NoWatcher watcher;
+    Workbench onSimulator{state, device, device, prompts, view, files, settings};
+};
+
+TEST_F(SimulatedTransferTest, TheLoaderHoldsTheFileAndOnlyTheEraseIsAnsweredShort)
+{
+    const auto report = upload(20);
+    EXPECT_EQ(report.end, UploadEnd::sent);
+    EXPECT_EQ(report.missingReplies(), 1U);
+    EXPECT_EQ(report.steps[19].reply.size(), 8U);
+    const auto& flash = device.simulator().bootLoader().flash();
+    ASSERT_EQ(flash.size(), 384U);
+    for (std::size_t i = 0; i < flash.size(); ++i)
+        EXPECT_EQ(flash[i], i < 320 ? test::flashByte(i) : 0xFF) << i;
+}
+
+TEST_F(SimulatedTransferTest, AWholeFlashTakesTheWireItsTimeAndTheErasesWait)
+{
+    const auto report = upload(2048);
+    EXPECT_EQ(report.missingReplies(), 1U);
+    // 256 pages of 144 bytes out and 8 back are 3.38 s at 115200 baud; the erase waits 5 s.
+    EXPECT_GT(device.now(), sim::Time(8380ms));
+    EXPECT_LT(device.now(), sim::Time(8480ms));
+}
+
+TEST_F(SimulatedTransferTest, ALoaderThatFallsSilentStillGetsAllPages)
+{
+    device.setFault(sim::Fault::silentLoader);
+    const auto report = upload(24);
+    EXPECT_EQ(report.end, UploadEnd::sent);
+    EXPECT_EQ(report.missingReplies(), 4U);
+    EXPECT_EQ(device.simulator().bootLoader().flash().size(), 384U);
+}
+
+TEST_F(SimulatedTransferTest, TheInterfaceTakesEveryRecordAndTheDate)
+{
+    EXPECT_EQ(update(9), UpdateEnd::sent);
+    device.until([] { return false; }, 1000ms);
+    const auto& taken = device.simulator().update();
+    ASSERT_EQ(taken.image().size(), 9U * 16);
+    EXPECT_EQ(taken.image()[0], 0x01);
+    EXPECT_EQ(taken.image()[2], 0xFF);
+    EXPECT_EQ(taken.image()[17], 0x00);
+    EXPECT_TRUE(taken.isComplete());
+    EXPECT_EQ(taken.date(), (std::array{2026, 11, 22}));
+}
+
+TEST_F(SimulatedTransferTest, AnInterfaceThatFallsSilentEndsTheProgram)
+{
+    device.setFault(sim::Fault::silentUpdate);
+    EXPECT_EQ(update(3), UpdateEnd::brokenOff);
+    EXPECT_EQ(std::count(journal.begin(), journal.end(), "end program"), 1);
+}
+
+} // namespace
+} // namespace karvo

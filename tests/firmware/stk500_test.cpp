@@ -1,0 +1,75 @@
+#include "firmware/stk500.h"
+
+#include <gtest/gtest.h>
+
+namespace karvo
+{
+namespace
+{
+
+struct MessageCase {
+    const char* name;
+    Bytes message;
+    Bytes expected; // without the check byte
+};
+
+class Stk500Test : public testing::TestWithParam<MessageCase>
+{
+};
+
+TEST_P(Stk500Test, IsLaidOutByteForByteAndEndsInTheXorOfAllBefore)
+{
+    Bytes expected = GetParam().expected;
+    std::uint8_t check = 0;
+    for (const auto byte : expected)
+        check = static_cast<std::uint8_t>(check ^ byte);
+    expected.push_back(check);
+    EXPECT_EQ(GetParam().message, expected);
+}
+
+const MessageCase cases[] = {
+    {"SignOn", stk500::signOn(1), {0x1B, 0x01, 0x00, 0x01, 0x0E, 0x01}},
+    {"GetParameter", stk500::getParameter(2, 0x9A), {0x1B, 0x02, 0x00, 0x02, 0x0E, 0x03, 0x9A}},
+    {"ResetPolarity", stk500::setResetPolarity(12), {0x1B, 0x0C, 0x00, 0x03, 0x0E, 0x02, 0x9E, 0x01}},
+    {"ControllerInit", stk500::setControllerInit(13), {0x1B, 0x0D, 0x00, 0x03, 0x0E, 0x02, 0x9F, 0x01}},
+    {"EnterProgrammingMode",
+     stk500::enterProgrammingMode(14),
+     {0x1B, 0x0E, 0x00, 0x0C, 0x0E, 0x10, 0xC8, 0x64, 0x19, 0x20, 0x00, 0x53, 0x03, 0xAC, 0x53, 0x00, 0x00}},
+    {"LockBits",
+     stk500::readLockBits(15),
+     {0x1B, 0x0F, 0x00, 0x06, 0x0E, 0x1A, 0x04, 0x58, 0x00, 0x00, 0x00}},
+    {"LowFuse", stk500::readLowFuse(22), {0x1B, 0x16, 0x00, 0x06, 0x0E, 0x18, 0x04, 0x50, 0x00, 0x00, 0x00}},
+    {"HighFuse",
+     stk500::readHighFuse(23),
+     {0x1B, 0x17, 0x00, 0x06, 0x0E, 0x18, 0x04, 0x58, 0x08, 0x00, 0x00}},
+    {"ExtendedFuse",
+     stk500::readExtendedFuse(24),
+     {0x1B, 0x18, 0x00, 0x06, 0x0E, 0x18, 0x04, 0x50, 0x08, 0x00, 0x00}},
+    {"ChipErase",
+     stk500::chipErase(39),
+     {0x1B, 0x27, 0x00, 0x07, 0x0E, 0x12, 0x2D, 0x01, 0xAC, 0x80, 0x00, 0x00}},
+    {"LeaveWithTheUncountedByte",
+     stk500::leaveProgrammingMode(16, 0x9F),
+     {0x1B, 0x10, 0x00, 0x03, 0x0E, 0x11, 0x01, 0x01, 0x9F}},
+    {"SequenceBeyond255SendsItsLowByte", stk500::signOn(258), {0x1B, 0x02, 0x00, 0x01, 0x0E, 0x01}},
+};
+
+INSTANTIATE_TEST_SUITE_P(Messages, Stk500Test, testing::ValuesIn(cases),
+                         [](const auto& tested) { return tested.param.name; });
+
+TEST(Stk500PageTest, CarriesThePageBehindFifteenBytes)
+{
+    FlashPage page;
+    for (std::size_t i = 0; i < page.size(); ++i)
+        page[i] = static_cast<std::uint8_t>(i);
+    const Bytes message = stk500::programFlashPage(41, page);
+    ASSERT_EQ(message.size(), 144U);
+    EXPECT_EQ(
+        Bytes(message.begin(), message.begin() + 15),
+        (Bytes{0x1B, 0x29, 0x00, 0x8A, 0x0E, 0x13, 0x00, 0x80, 0xC1, 0x0A, 0x40, 0x4C, 0x20, 0x00, 0x00}));
+    EXPECT_TRUE(std::equal(page.begin(), page.end(), message.begin() + 15));
+    EXPECT_EQ(message.back(), 0x29 ^ 0x1B ^ 0x8A ^ 0x0E ^ 0x13 ^ 0x80 ^ 0xC1 ^ 0x0A ^ 0x40 ^ 0x4C ^ 0x20);
+}
+
+} // namespace
+} // namespace karvo

@@ -1,0 +1,71 @@
+// The windows of the firmware renewal, on a simulated KV07.
+#include "firmware/forms/firmware_ablauf.h"
+#include "firmware/forms/upgrade.h"
+#include "shell/window_bench.h"
+#include "support/hex_file.h"
+#include "support/link_bench.h"
+
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QPushButton>
+
+namespace karvo::test
+{
+namespace
+{
+
+TEST(UpgradeWindow, UploadsOnItsOwnAndStaysOpenWithSummaryAndLog)
+{
+    WindowBench bench;
+    bench.state.link.timeOutInterval = std::chrono::milliseconds(50); // the erase is answered short
+    const auto image = std::get<HexImage>(parseHexImage(bytesOf(hexFile(9))));
+    Upgrade upgrade(bench.bench, image, bench.window.get());
+    upgrade.show();
+    auto* const copy = upgrade.findChild<QPushButton*>(QStringLiteral("CopyLog"));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return copy->isEnabled(); }, 5000));
+    EXPECT_EQ(bench.port.simulator().bootLoader().flash().size(), 256U);
+    EXPECT_EQ(upgrade.findChild<QLabel*>(QStringLiteral("Phase"))->text().toStdString(),
+              "Gesendet: 23 Meldungen mit 2 Seiten. Fehlende Antworten: 1");
+    EXPECT_TRUE(upgrade.findChild<QPlainTextEdit*>(QStringLiteral("Log"))
+                    ->toPlainText()
+                    .startsWith(QStringLiteral("> 1B 01 00 01 0E 01 14\n< 1B")));
+    EXPECT_EQ(upgrade.findChild<QProgressBar*>(QStringLiteral("Progress"))->value(), 100);
+    EXPECT_TRUE(upgrade.isVisible());
+    upgrade.findChild<QPushButton*>(QStringLiteral("Close"))->click();
+    EXPECT_FALSE(upgrade.isVisible());
+    EXPECT_FALSE(bench.state.lineBusy);
+}
+
+// Without the driver of the modal windows: this one opens and closes by itself.
+TEST(FirmwareAblaufWindow, ShowsTheFourLinesAndThePercentAndCloses)
+{
+    MemoryFiles files;
+    MemorySettings settings;
+    Journal journal;
+    QtWait wait;
+    SimulatedPort port(sim::Simulator(*sim::decoderByName("kv07"), sim::Pace::none, sim::Fault::none), 1);
+    port.setNotice([&wait] { wait.wake(); });
+    ScriptedPrompts prompts(journal);
+    RecordingView view(journal);
+    ProgramState state;
+    Workbench bench{state, port, wait, prompts, view, files, settings};
+    for (const int number : {308, 309, 310, 311})
+        setText(state.texts, number, u"line " + textFromNumber(number));
+    setText(state.texts, 426, u"UPDATE");
+    state.link.interfaceAnswered = true;
+    files.content["a.uhx"] = bytesOf("1F80\r\nUpdate Ende\r\n:10000102\r\n");
+    Firmware_Ablauf window(state.texts, prompts);
+    const FixedClock clock;
+    const auto end = updateThroughInterface(
+        bench, {[] { return std::filesystem::path("a.uhx"); },
+                [&](const std::filesystem::path&) { EXPECT_FALSE(window.isVisible()); }, clock, window});
+    EXPECT_EQ(end, UpdateEnd::sent);
+    EXPECT_EQ(port.simulator().update().image().size(), 16U);
+    EXPECT_EQ(window.findChild<QPlainTextEdit*>(QStringLiteral("Text"))->toPlainText().toStdString(),
+              "line 308\nline 309\nline 310\nline 311");
+    EXPECT_EQ(window.findChild<QProgressBar*>(QStringLiteral("Progress"))->text(), QStringLiteral("100%"));
+    EXPECT_FALSE(window.isVisible());
+}
+
+} // namespace
+} // namespace karvo::test
