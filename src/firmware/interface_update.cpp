@@ -27,7 +27,7 @@ constexpr int receiverCode = 80;
 
 bool isUpdatable(std::optional<int> model)
 {
-    return model == 7 || model == 8 || model == receiverCode;
+    return model && (*model == 7 || *model == 8 || *model == receiverCode);
 }
 
 // Ends the transfer from wherever it stands.
