@@ -52,6 +52,12 @@ private:
     std::vector<Text> cells_ = std::vector<Text>((lastRow + 1) * columns);
 };
 
+// Whether a CV can hold it: a number from 0 to 255.
+constexpr bool isCvValue(std::optional<int> value)
+{
+    return value && *value >= 0 && *value <= 255;
+}
+
 // A value for each CV, as texts; index n holds CV n.
 using CvValues = std::array<Text, CvTable::lastRow + 1>;
 

@@ -16,7 +16,7 @@ using Kind = DescriptionFault::Kind;
 int rowsBeforeSection(const std::vector<Text>& lines)
 {
     const auto endsRows = [](const Text& line) {
-        return line == speedStepSectionStart || line == cvSectionEnd;
+        return trimmed(line) == speedStepSectionStart || trimmed(line) == cvSectionEnd;
     };
     const auto end = std::find_if(lines.begin() + 2, lines.end(), endsRows);
     return static_cast<int>(end - lines.begin()) - 2;
@@ -26,7 +26,7 @@ int rowsBeforeSection(const std::vector<Text>& lines)
 // moved, the CV number tells. Nothing, with the fault noted, when it does not.
 std::optional<int> rowOf(const std::vector<TextView>& fields, int line, Description& description)
 {
-    const auto row = numberFromText(fields.front());
+    const auto row = fields.empty() ? std::nullopt : numberFromText(fields.front());
     if (row && *row > CvTable::lastRow)
         description.faults.push_back({Kind::rowBeyondTable, line});
     else if (!row || *row < 1 || description.table.describes(*row))
@@ -36,11 +36,24 @@ std::optional<int> rowOf(const std::vector<TextView>& fields, int line, Descript
     return std::nullopt;
 }
 
+// A value that no CV can have would be shown and kept as if it were one.
+void dropWrongValue(Description& description, int row, int line)
+{
+    Text& value = description.table.at(row, Column::value);
+    if (trimmed(value).empty() || isCvValue(numberFromText(value)))
+        return;
+    value.clear();
+    description.faults.push_back({Kind::wrongValue, line});
+}
+
 // Returns whether the line describes a CV.
 bool takeLine(Description& description, int line)
 {
-    const auto fields = fieldsOf(description.lines[static_cast<std::size_t>(line)]);
-    const auto place = fields.empty() ? std::nullopt : rowOf(fields, line, description);
+    const Text& source = description.lines[static_cast<std::size_t>(line)];
+    if (trimmed(source).empty())
+        return false;
+    const auto fields = fieldsOf(source);
+    const auto place = rowOf(fields, line, description);
     if (!place)
         return false;
     const int row = *place;
@@ -49,6 +62,7 @@ bool takeLine(Description& description, int line)
     const auto kept = std::min<std::size_t>(fields.size(), CvTable::lastColumn);
     for (std::size_t i = 0; i < kept; ++i)
         description.table.at(row, static_cast<int>(i) + 1) = withLineBreaks(fields[i]);
+    dropWrongValue(description, row, line);
     return true;
 }
 

@@ -16,7 +16,8 @@ struct DescriptionFault {
         tooManyLines,
         rowBeyondTable,
         wrongRow, // no CV number, or that of a line before
-        tooManyFields
+        tooManyFields,
+        wrongValue // no number from 0 to 255; the CV is left without one
     };
     Kind kind;
     int line;
@@ -43,7 +44,7 @@ inline constexpr TextView cvSectionEnd = u"Ende CV";
 
 // Nothing when not a single line describes a CV: then it is no description file. Lines that have moved are
 // found by their CV number. A line without one from 1 to 256, one that describes a CV for the second time,
-// and fields beyond the table's are faults of the file; the rest is kept.
+// fields beyond the table's and a value that no CV can have are faults of the file; the rest is kept.
 std::optional<Description> parseDescription(std::span<const std::uint8_t> content);
 
 } // namespace karvo

@@ -24,10 +24,10 @@ std::optional<ExpertFile> parseExpertFile(std::span<const std::uint8_t> content)
     ExpertFile file;
     const auto lines = linesOf(content);
     for (std::size_t i = 1; i < lines.size(); ++i) {
-        const auto fields = fieldsOf(lines[i]);
-        if (fields.empty())
+        if (trimmed(lines[i]).empty())
             continue;
-        const auto cv = numberFromText(fields.front());
+        const auto fields = fieldsOf(lines[i]);
+        const auto cv = fields.empty() ? std::nullopt : numberFromText(fields.front());
         const bool inTable = cv && *cv >= 1 && *cv <= CvTable::lastRow;
         const ExpertEntry entry{fieldAt(fields, nameField), fieldAt(fields, knowledgeField)};
         if (!inTable || !file.entries.emplace(*cv, entry).second)

@@ -87,7 +87,7 @@ private:
     {
         Text& field = file_.table.at(row, Column::value);
         const auto value = numberFromText(field);
-        const bool sound = value && *value >= 0 && *value <= 255;
+        const bool sound = isCvValue(value);
         if (!sound && (!hasField || !trimmed(field).empty()))
             fault(Kind::wrongValue, line);
         field = sound ? textFromNumber(*value) : Text();

@@ -29,15 +29,26 @@ bool isUtf8BeyondAscii(std::span<const std::uint8_t> content)
     return !ascii && isUtf8(asNarrow(content));
 }
 
+Text decodedLine(std::span<const std::uint8_t> line)
+{
+    return isUtf8BeyondAscii(line) ? textFromUtf8(asNarrow(line)) : textFromWindows1252(line);
+}
+
 } // namespace
 
 Text decodedTextFile(std::span<const std::uint8_t> content)
 {
     if (startsWithUtf8Mark(content))
-        return textFromUtf8(asNarrow(content.subspan(utf8Mark.size())));
-    if (isUtf8BeyondAscii(content))
-        return textFromUtf8(asNarrow(content));
-    return textFromWindows1252(content);
+        content = content.subspan(utf8Mark.size());
+    Text text;
+    while (!content.empty()) {
+        const auto lineFeed = std::find(content.begin(), content.end(), std::uint8_t{'\n'});
+        const auto length =
+            std::min(content.size(), static_cast<std::size_t>(lineFeed - content.begin()) + 1);
+        text += decodedLine(content.first(length));
+        content = content.subspan(length);
+    }
+    return text;
 }
 
 std::vector<Text> linesOf(std::span<const std::uint8_t> content)
@@ -56,7 +67,7 @@ std::vector<Text> linesOf(std::span<const std::uint8_t> content)
 Bytes encodedTextFile(TextView text)
 {
     auto plain = windows1252FromText(text);
-    if (plain && !startsWithUtf8Mark(*plain) && !isUtf8BeyondAscii(*plain))
+    if (plain && decodedTextFile(*plain) == text)
         return std::move(*plain);
     const std::string utf8 = utf8FromText(text);
     Bytes marked(utf8Mark.begin(), utf8Mark.end());

@@ -9,8 +9,9 @@
 namespace karvo
 {
 
-// Installed files are Windows-1252. A file that a modern editor has saved as UTF-8, with or without its mark,
-// is recognised by its bytes and read as UTF-8; characters beyond Windows-1252 stay as they are.
+// Installed files are Windows-1252. What a modern editor has written as UTF-8, with or without its mark, is
+// recognised by its bytes, line by line, for lines are copied from one file into another; characters beyond
+// Windows-1252 stay as they are.
 Text decodedTextFile(std::span<const std::uint8_t> content);
 
 // Without their line ends: CR LF, or LF alone. A last line without an end counts; a final line end does not

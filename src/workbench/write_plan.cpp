@@ -14,7 +14,6 @@ namespace
 
 constexpr int firmwareCv = 7;
 constexpr int makerCv = 8;
-constexpr int highestCvValue = 255;
 
 // Behind all others, in this order.
 constexpr int lastToWrite[] = {1, 3, 15, 16, 17, 18, 29, 161};
@@ -59,8 +58,7 @@ WriteSkip skipOf(const CvTable& table, int cv)
 
 bool hasValue(const CvTable& table, int cv)
 {
-    const auto value = table.value(cv);
-    return table.describes(cv) && value && *value >= 0 && *value <= highestCvValue;
+    return table.describes(cv) && isCvValue(table.value(cv));
 }
 
 bool isSeriesCv(int cv)

@@ -83,6 +83,35 @@ TEST(DescriptionFileTest, ALineWithoutAPlaceIsLeftOutAndNamed)
     EXPECT_EQ(description->table.value(3), 7);
 }
 
+TEST(DescriptionFileTest, LinesThatSayNothingOfACvAreNamed)
+{
+    const auto description =
+        parseDescription(bytesOf("K\n1;1;a;\na note\n   \n\n2;2;b;\nAnfang FS \nFS1 = 3\n"));
+    ASSERT_TRUE(description);
+    EXPECT_EQ(description->rowCount, 5);
+    ASSERT_EQ(description->faults.size(), 1u);
+    EXPECT_EQ(description->faults[0].kind, Kind::wrongRow);
+    EXPECT_EQ(description->faults[0].line, 3);
+}
+
+TEST(DescriptionFileTest, AValueThatNoCvCanHaveIsNotShown)
+{
+    const auto description =
+        parseDescription(bytesOf("K\n1;256;a;\n2;-1;b;\n3;x;c;\n4; 7 ;d;\n5;;e;\n6;255;f;\n7;0;g;\n"));
+    ASSERT_TRUE(description);
+    std::vector<int> lines;
+    for (const auto& fault : description->faults) {
+        EXPECT_EQ(fault.kind, Kind::wrongValue);
+        lines.push_back(fault.line);
+    }
+    EXPECT_EQ(lines, (std::vector<int>{2, 3, 4}));
+    for (const int cv : {1, 2, 3, 5})
+        EXPECT_EQ(description->table.at(cv, Column::value), u"") << cv;
+    EXPECT_EQ(description->table.value(4), 7);
+    EXPECT_EQ(description->table.value(6), 255);
+    EXPECT_EQ(description->table.value(7), 0);
+}
+
 TEST(DescriptionFileTest, FieldsAndRowsBeyondTheTableAreLeftOutAndNamed)
 {
     std::string content = "K\n1;1;3;4;5;6;7;8;9;10;11;12;13;14;15;16;17;18;\n";

@@ -91,15 +91,16 @@ TEST(ExpertChoiceTest, OfflineListsHaveTheirOwnRule)
 
 TEST(ExpertFileTest, EntriesAreFoundByTheirNumberAndFaultsByTheirLine)
 {
-    const auto file = parseExpertFile(test::bytesOf("Head\r\n57;;Bit 7;;;;What happens$inside;;\r\n"
-                                                    "3;;Three;\r\n257;;x;\r\n3;;again;\r\nno field\r\n"));
+    const auto file =
+        parseExpertFile(test::bytesOf("Head\r\n57;;Bit 7;;;;What happens$inside;;\r\n"
+                                      "3;;Three;\r\n257;;x;\r\n3;;again;\r\nno field\r\n  \r\n"));
     ASSERT_TRUE(file);
     ASSERT_EQ(file->entries.size(), 2u);
     EXPECT_EQ(file->entries.at(57).name, u"Bit 7");
     EXPECT_EQ(file->entries.at(57).knowledge, u"What happens\r\ninside");
     EXPECT_EQ(file->entries.at(3).name, u"Three");
     EXPECT_EQ(file->entries.at(3).knowledge, u"");
-    EXPECT_EQ(file->faultyLines, (std::vector<int>{4, 5}));
+    EXPECT_EQ(file->faultyLines, (std::vector<int>{4, 5, 6}));
     EXPECT_FALSE(parseExpertFile(test::bytesOf("")));
     EXPECT_FALSE(parseExpertFile(test::bytesOf("only a header\r\n")));
 }

@@ -91,6 +91,19 @@ TEST(TextLinesTest, RecognisesUtf8ByItsBytes)
     EXPECT_EQ(linesOf(windows), std::vector<Text>{u"Länge"});
 }
 
+TEST(TextLinesTest, EachLineIsWhatItsBytesAre)
+{
+    const Bytes mixed = {'a', 0xC3, 0xA4, 10, 'b', 0xE4, 13, 10, 'c', 0xE2, 0x82, 0xAC};
+    EXPECT_EQ(linesOf(mixed), (std::vector<Text>{u"a\u00E4", u"b\u00E4", u"c\u20AC"}));
+    const Bytes marked = {0xEF, 0xBB, 0xBF, 0xC3, 0xA4, 10, 0xE4, 10};
+    EXPECT_EQ(linesOf(marked), (std::vector<Text>{u"\u00E4", u"\u00E4"}));
+    // A character cut in two by the end of its line.
+    EXPECT_EQ(linesOf(Bytes{0xC3, 10, 0xA4}), (std::vector<Text>{u"\u00C3", u"\u00A4"}));
+    // Bytes of Windows-1252 that are UTF-8 by chance are not written, whatever the other lines hold.
+    const Text text = u"\u00C3\u00A4\n\u00E4\n";
+    EXPECT_EQ(decodedTextFile(encodedTextFile(text)), text);
+}
+
 TEST(CheckByteTest, IsTheSumModulo256)
 {
     EXPECT_EQ(checkByte(Bytes{}), 0);
