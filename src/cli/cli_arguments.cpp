@@ -170,6 +170,10 @@ QString whatIsWrongWith(CliArguments& arguments)
         return !arguments.operands.isEmpty() || arguments.changes.empty() == arguments.from.isEmpty()
                    ? QStringLiteral("write takes changes like CV3=12, or --from and a CV list file.")
                    : QString();
+    case CliCommand::list:
+        return arguments.variant && arguments.operands.isEmpty()
+                   ? QStringLiteral("--variant takes the name of a bus or fire-engine list before it.")
+                   : QString();
     default:
         return {};
     }
@@ -229,7 +233,7 @@ CliParseResult taken(const QCommandLineParser& parser, CliCommand command)
     }
     if (parser.isSet(QStringLiteral("variant"))) {
         arguments.variant = parser.value(QStringLiteral("variant")).toInt() - 1;
-        if (arguments.variant < 0 || arguments.variant >= automaticVariants)
+        if (*arguments.variant < 0 || *arguments.variant >= automaticVariants)
             return wrong(QStringLiteral("--variant takes 1 to 4."));
     }
     if (!arguments.output.isEmpty() && !endsIn(arguments.output, {"kvr", "csv", "txt"}))

@@ -30,7 +30,7 @@ struct CliArguments {
     QString language;              // as typed; empty: the stored one
     QString programFolder;         // empty: the executable's folder
     bool expert = false;           // show expert knowledge too
-    int variant = 0;               // of a bus or fire-engine list, 0 to 3
+    std::optional<int> variant;    // of a bus or fire-engine list, 0 to 3; nothing: the first
     bool json = false;
 };
 

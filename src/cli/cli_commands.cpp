@@ -104,7 +104,12 @@ ExitCode runList(Workbench& bench, const CliArguments& arguments)
                              .arg(arguments.operands.value(0))));
         return ExitCode::wrongArguments;
     }
-    bench.state.automaticVariant = arguments.variant;
+    if (arguments.variant && offlineListOf(menuItem)->variantStem.empty()) {
+        printLine(stderr,
+                  toText(QStringLiteral("The list %1 has no variants.").arg(arguments.operands.value(0))));
+        return ExitCode::wrongArguments;
+    }
+    bench.state.automaticVariant = arguments.variant.value_or(0);
     if (!showOfflineList(bench, menuItem))
         return ExitCode::fileTrouble;
     printList(bench.state, arguments.json);

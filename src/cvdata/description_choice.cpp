@@ -193,4 +193,14 @@ DecoderProfile offlineProfile(const OfflineList& list)
     return profile;
 }
 
+DecoderProfile offlineProfile(const OfflineList& list, const DecoderProfile& onBench)
+{
+    DecoderProfile profile = offlineProfile(list);
+    const bool hasFirmwareV1 = list.model == Model::kv07 || list.model == Model::kv08;
+    if (hasFirmwareV1 && list.variantStem.empty() && onBench.model == list.model &&
+        onBench.generation == Generation::v1)
+        profile.generation = Generation::v1;
+    return profile;
+}
+
 } // namespace karvo

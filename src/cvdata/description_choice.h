@@ -44,4 +44,8 @@ std::string offlineDescriptionFileName(const OfflineList& list, int variant, Lan
 // The profile that an offline list stands for: model and generation, without firmware.
 DecoderProfile offlineProfile(const OfflineList& list);
 
+// The same while a decoder is on the bench: one of the list's model with firmware V1 has the list of its
+// model, but an expert file of its own.
+DecoderProfile offlineProfile(const OfflineList& list, const DecoderProfile& onBench);
+
 } // namespace karvo

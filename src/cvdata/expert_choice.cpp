@@ -98,12 +98,13 @@ std::string expertFileName(const DecoderProfile& profile, LanguageCode language)
     }
 }
 
-std::string offlineExpertFileName(const OfflineList& list, LanguageCode language)
+std::string offlineExpertFileName(const OfflineList& list, const DecoderProfile& profile,
+                                  LanguageCode language)
 {
     // The bus and fire-engine lists of both KV04 generations share the older one's expert file.
     if (list.model == Model::kv04 && !list.variantStem.empty())
         return "CV_exp.txt";
-    return expertFileName(offlineProfile(list), language);
+    return expertFileName(profile, language);
 }
 
 } // namespace karvo

@@ -24,7 +24,7 @@ std::string expertFileNameInUse(const ProgramState& state)
     if (state.set.isFromFile())
         return listExpertFileName(state.set, state.language);
     const OfflineList* const offline = offlineListOf(state.set.offlineItem);
-    return offline != nullptr ? offlineExpertFileName(*offline, state.language)
+    return offline != nullptr ? offlineExpertFileName(*offline, state.set.profile, state.language)
                               : expertFileName(state.set.profile, state.language);
 }
 

@@ -258,7 +258,7 @@ std::string listExpertFileName(const CvSet& set, LanguageCode language)
         return model && model->isPreset && !list.variantStem.empty() && list.model == set.profile.model;
     });
     return preset == lists.end() ? expertFileName(set.profile, language)
-                                 : offlineExpertFileName(*preset, language);
+                                 : offlineExpertFileName(*preset, offlineProfile(*preset), language);
 }
 
 } // namespace karvo

@@ -105,8 +105,9 @@ bool showOfflineList(Workbench& bench, std::string_view menuItem)
     const auto fileName = offlineDescriptionFileName(*list, bench.state.automaticVariant, language);
     if (fileName.empty())
         return false;
-    return showDescription(bench, offlineProfile(*list), menuItem,
-                           {fileName, offlineExpertFileName(*list, language)});
+    const DecoderProfile profile = offlineProfile(*list, bench.state.set.profile);
+    return showDescription(bench, profile, menuItem,
+                           {fileName, offlineExpertFileName(*list, profile, language)});
 }
 
 bool showStandardList(Workbench& bench)

@@ -86,6 +86,7 @@ TEST(CliArgumentsTest, RefusesWhatItDoesNotKnow)
                                    "list kv07 --output a.kvr",
                                    "list kv07-bus --variant 5",
                                    "list kv07-bus --variant 0",
+                                   "list --variant 2",
                                    "list kv07-bus --variant x",
                                    "read --variant 2"}) {
         const auto parsed = parse(QString::fromLatin1(line));

@@ -46,6 +46,7 @@ TEST_F(KarvoCliTest, ExitCodesTellWhatWentWrong)
         {"read --map-port nonsense", 2},
         {"read --language xx", 2},
         {"list kv99 --language en", 2},
+        {"list kv07 --variant 2 --language en", 2},
         {"list kv07 --program-folder /nowhere/at/all --language en", 1},
     };
     for (const auto& [line, exitCode] : cases) {
@@ -86,6 +87,8 @@ TEST_F(KarvoCliTest, IdentifiesAndListsWithoutReading)
     const auto list = run(QStringLiteral("list KV04 --language en"));
     EXPECT_EQ(list.exitCode, 0);
     EXPECT_TRUE(list.out.contains(QStringLiteral("| CV_Standart180.txt\n")));
+    const auto preset = run(QStringLiteral("list kv04-fw-09 --variant 3 --language en"));
+    EXPECT_TRUE(preset.out.contains(QStringLiteral("| CV_KV04_FW_V3_09.txt\n")));
 }
 
 TEST_F(KarvoCliTest, SavesWhatItReadsInThreeForms)

@@ -79,7 +79,8 @@ TEST(ExpertChoiceTest, AReceiversFirmwareDateDecides)
 TEST(ExpertChoiceTest, OfflineListsHaveTheirOwnRule)
 {
     const auto file = [](std::string_view item, LanguageCode language) {
-        return offlineExpertFileName(*offlineListOf(item), language);
+        const OfflineList& list = *offlineListOf(item);
+        return offlineExpertFileName(list, offlineProfile(list), language);
     };
     EXPECT_EQ(file("mnu_KV04", de), "CV_exp.txt");
     EXPECT_EQ(file("mnu_KV04_neu", de), "CV_exp_v1.txt");
@@ -87,6 +88,30 @@ TEST(ExpertChoiceTest, OfflineListsHaveTheirOwnRule)
     EXPECT_EQ(file("mnu_KV04_FW_08", en), "CV_exp.txt");
     EXPECT_EQ(file("mnu_KV06_Bus", fr), "CV_exp_v1_6.txt");
     EXPECT_EQ(file("mnu_KV08_FW", fr), "CV_exp_kv08_FR.txt");
+}
+
+TEST(ExpertChoiceTest, AnOfflineListFollowsFirmwareV1OfTheDecoderOnTheBench)
+{
+    struct Case {
+        std::string_view item;
+        int typeCode;
+        Generation generation;
+        const char* file;
+    };
+    const Case cases[] = {
+        {"mnu_kv07", 7, Generation::v1, "CV_exp_kv07_V1_EN.txt"},
+        {"mnu_KV08", 8, Generation::v1, "CV_exp_kv08_V1_EN.txt"},
+        {"mnu_KV08", 7, Generation::v1, "CV_exp_kv08_EN.txt"},
+        {"mnu_kv07", 7, Generation::f3, "CV_exp_kv07_EN.txt"},
+        {"mnu_KV07_Bus", 7, Generation::v1, "CV_exp_kv07_EN.txt"},
+        {"mnu_KV05", 57, Generation::v1, "CV_exp_v1_5.txt"},
+    };
+    for (const Case& c : cases) {
+        const OfflineList& list = *offlineListOf(c.item);
+        const auto profile = offlineProfile(list, profileFor(c.typeCode, c.generation));
+        EXPECT_EQ(offlineExpertFileName(list, profile, en), c.file) << c.item;
+        EXPECT_EQ(profile.model, list.model);
+    }
 }
 
 TEST(ExpertFileTest, EntriesAreFoundByTheirNumberAndFaultsByTheirLine)

@@ -4,6 +4,7 @@
 #include "support/link_bench.h"
 #include "support/memory_files.h"
 #include "support/simulated_line.h"
+#include "workbench/decoder_info.h"
 #include "workbench/full_read.h"
 #include "workbench/offline_list.h"
 
@@ -154,6 +155,30 @@ TEST_P(EveryDecoderTest, HasExpertKnowledgeInEachLanguage)
     for (const auto& entry : journal_)
         EXPECT_FALSE(entry.starts_with("message")) << entry;
 }
+
+class DecoderInfoTest : public EveryDecoderTest
+{
+};
+
+TEST_P(DecoderInfoTest, NamesTheFilesOfLaneControlInEachLanguage)
+{
+    const std::string folder = std::filesystem::path(KARVO_PROGRAM_FOLDER).string() + "/";
+    for (const LanguageCase& language : languageCases) {
+        use(language);
+        ASSERT_EQ(read(GetParam().decoder), ReadEnd::read);
+        const std::string model = std::string(GetParam().decoder).substr(0, 4);
+        const std::string ending = " = " + folder + "CV_exp_" + model + "LC" + language.suffix + ".txt";
+        const std::string info = utf8FromText(decoderInfoText(state_));
+        EXPECT_TRUE(info.starts_with(model == "kv07" ? "Decoder = KV07\r\n" : "Decoder = KV08\r\n")) << info;
+        EXPECT_NE(info.find(" = ATmega328\r\n"), std::string::npos) << info;
+        EXPECT_NE(info.find(" = " + folder + "CV_Standart_" + model + "LC" + language.suffix + ".txt\r\n"),
+                  std::string::npos)
+            << info;
+        EXPECT_TRUE(info.ends_with(ending)) << info;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(LaneControl, DecoderInfoTest, testing::Values(decoderCases[6], decoderCases[13]));
 
 INSTANTIATE_TEST_SUITE_P(Decoders, EveryDecoderTest, testing::ValuesIn(decoderCases),
                          [](const auto& decoderCase) {

@@ -102,6 +102,26 @@ TEST_F(ExpertModeTest, AFileOfAllLanguagesHasItsWordsFromTheCompanion)
     EXPECT_EQ(state.set.expert.at(3).name, u"drei");
 }
 
+TEST_F(ExpertModeTest, TheListOfADecoderWithFirmwareV1KeepsItsExpertFile)
+{
+    for (const std::string language : {"", "en"})
+        addFile("CV_Standart_kv07" + language + ".txt", smallDescription("Standard KV07", "Wort "));
+    for (const std::string language : {"", "_EN"}) {
+        addFile("CV_exp_kv07_V1" + language + ".txt", "H\n5;;old" + language + ";\n");
+        addFile("CV_exp_kv07" + language + ".txt", "H\n5;;new" + language + ";\n");
+    }
+    state.set.profile.generation = Generation::v1;
+    for (int time = 0; time < 2; ++time) {
+        ASSERT_TRUE(showOfflineList(bench, "mnu_kv07"));
+        EXPECT_EQ(state.set.descriptionPath, state.programFolder / "CV_Standart_kv07.txt");
+        EXPECT_EQ(state.set.expert.at(5).name, u"old");
+    }
+    state.language = LanguageCode::english;
+    describeAnew(bench);
+    EXPECT_EQ(state.set.expert.at(5).name, u"old_EN");
+    EXPECT_EQ(state.set.descriptionPath, state.programFolder / "CV_Standart_kv07en.txt");
+}
+
 TEST_F(ExpertModeTest, StandardListReplacesWhatWasRead)
 {
     EXPECT_FALSE(showStandardList(bench));
