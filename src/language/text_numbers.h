@@ -178,7 +178,8 @@ enum class Caption {
     lineInUse = 48, // what the blinking sign means
     variantTitle = 50,
     variantPrompt = 51,
-    variantChoice = 52, // {1}: 1 to 4
+    busVariantFirst = 52,        // to 55: one for each of the four
+    fireEngineVariantFirst = 56, // to 59
     takeBack = 60,
     takeAllBack = 61,
     noticeOption = 62,

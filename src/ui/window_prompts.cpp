@@ -9,6 +9,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QInputDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -61,6 +62,13 @@ std::filesystem::path withExtension(const QString& file, const Text& extension)
     return chosenPath(hasIt ? file : file + u'.' + suffix);
 }
 
+// A long prompt would make the window wider than the screen at twice the size.
+void wrapLabel(QInputDialog& dialog)
+{
+    if (auto* const label = dialog.findChild<QLabel*>())
+        label->setWordWrap(true);
+}
+
 } // namespace
 
 WindowPrompts::WindowPrompts(const LanguageTables& texts, std::function<void()> endWaits)
@@ -101,6 +109,7 @@ std::optional<Text> WindowPrompts::input(const Text& title, const Text& prompt, 
     QInputDialog dialog(owner());
     dialog.setWindowTitle(qtText(title));
     dialog.setLabelText(buttonText(prompt));
+    wrapLabel(dialog);
     dialog.setTextValue(qtText(initial));
     nameButtons(dialog);
     if (auto* const field = dialog.findChild<QLineEdit*>()) {
@@ -123,6 +132,7 @@ std::optional<std::size_t> WindowPrompts::choice(const Text& title, const Text& 
     QInputDialog dialog(owner());
     dialog.setWindowTitle(qtText(title));
     dialog.setLabelText(buttonText(prompt));
+    wrapLabel(dialog);
     dialog.setOption(QInputDialog::UseListViewForComboBoxItems); // all of them in view
     dialog.setComboBoxItems(items);
     dialog.setTextValue(items[static_cast<qsizetype>(current)]);

@@ -53,14 +53,14 @@ bool showDescription(Workbench& bench, const DecoderProfile& profile, std::strin
     return true;
 }
 
-std::optional<int> askVariant(Workbench& bench)
+std::optional<int> askVariant(Workbench& bench, const OfflineList& list)
 {
     const LanguageTables& texts = bench.state.texts;
+    const bool isBus = list.variantStem.find("_Bus_") != std::string_view::npos;
+    const int first = static_cast<int>(isBus ? Caption::busVariantFirst : Caption::fireEngineVariantFirst);
     std::vector<Text> options;
-    for (int variant = 1; variant <= automaticVariants; ++variant) {
-        const Text number[] = {textFromNumber(variant)};
-        options.push_back(filledIn(texts.caption(Caption::variantChoice), number));
-    }
+    for (int variant = 0; variant < automaticVariants; ++variant)
+        options.push_back(texts.caption(static_cast<Caption>(first + variant)));
     const auto current =
         static_cast<std::size_t>(std::clamp(bench.state.automaticVariant, 0, automaticVariants - 1));
     const auto chosen = bench.prompts.choice(texts.caption(Caption::variantTitle),
@@ -85,7 +85,7 @@ bool showChosenOfflineList(Workbench& bench, std::string_view menuItem)
     const OfflineList* const list = offlineListOf(menuItem);
     if (list == nullptr || list->variantStem.empty() || bench.state.lineBusy)
         return showOfflineList(bench, menuItem);
-    const auto chosen = askVariant(bench);
+    const auto chosen = askVariant(bench, *list);
     if (!chosen)
         return false;
     // The list that is shown stays that of its own variant when the other can not be read.

@@ -46,18 +46,21 @@ TEST_F(OfflineListTest, TheFourVariantsAreOfferedAndTheLastOneProposed)
 {
     test::setCaption(state.texts, 50, u"variant");
     test::setCaption(state.texts, 51, u"which?");
-    test::setCaption(state.texts, 52, u"V{1}");
+    for (int number = 1; number <= 4; ++number) {
+        test::setCaption(state.texts, 51 + number, u"bus" + textFromNumber(number));
+        test::setCaption(state.texts, 55 + number, u"fire" + textFromNumber(number));
+    }
     addFile("CV_KV04_Bus_V3_08.txt", smallDescription("Standard KV04 172 Bus V3", "Wort "));
     addFile("CV_KV07_FW_V4.txt", smallDescription("Standard KV07 FW V4", "Wort "));
     prompts.choose(2);
     ASSERT_TRUE(showChosenOfflineList(bench, "mnu_KV04_Bus_08"));
-    EXPECT_EQ(journal[0], "choice variant: which? *V1 V2 V3 V4");
+    EXPECT_EQ(journal[0], "choice variant: which? *bus1 bus2 bus3 bus4");
     EXPECT_EQ(state.set.descriptionPath.filename(), "CV_KV04_Bus_V3_08.txt");
     EXPECT_EQ(state.set.modelCode, u"04");
     journal.clear();
     prompts.choose(3);
     ASSERT_TRUE(showChosenOfflineList(bench, "mnu_KV07_FW"));
-    EXPECT_EQ(journal[0], "choice variant: which? V1 V2 *V3 V4");
+    EXPECT_EQ(journal[0], "choice variant: which? fire1 fire2 *fire3 fire4");
     EXPECT_EQ(state.set.descriptionPath.filename(), "CV_KV07_FW_V4.txt");
 
     prompts.choose(std::nullopt);
