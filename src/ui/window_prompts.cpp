@@ -137,8 +137,10 @@ std::optional<std::size_t> WindowPrompts::choice(const Text& title, const Text& 
     dialog.setComboBoxItems(items);
     dialog.setTextValue(items[static_cast<qsizetype>(current)]);
     nameButtons(dialog);
-    if (auto* const list = dialog.findChild<QAbstractItemView*>())
+    if (auto* const list = dialog.findChild<QAbstractItemView*>()) {
         list->setAccessibleName(qtText(prompt));
+        list->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);
+    }
     if (dialog.exec() != QDialog::Accepted || ended_)
         return std::nullopt;
     return static_cast<std::size_t>(items.indexOf(dialog.textValue()));
