@@ -6,6 +6,7 @@
 #include "support/simulated_line.h"
 #include "workbench/decoder_info.h"
 #include "workbench/full_read.h"
+#include "workbench/language_change.h"
 #include "workbench/offline_list.h"
 
 #include <gtest/gtest.h>
@@ -111,6 +112,13 @@ protected:
         return readIntoList(bench, ReadStarter::other);
     }
 
+    void changeWords()
+    {
+        test::SimulatedLine line(sim::Simulator({}, sim::Pace::none, sim::Fault::none));
+        Workbench bench{state_, line, line, prompts_, view_, files_, settings_};
+        describeAnew(bench);
+    }
+
     test::Journal journal_;
     test::ScriptedPrompts prompts_{journal_};
     test::RecordingView view_{journal_};
@@ -140,6 +148,29 @@ TEST_P(EveryDecoderTest, HasItsFileItsFirstAndItsLastLineInEachLanguage)
     }
     for (const auto& entry : journal_)
         EXPECT_FALSE(entry.starts_with("message")) << entry;
+}
+
+TEST_P(EveryDecoderTest, AnotherLanguageKeepsValuesAndMarks)
+{
+    use(languageCases[0]);
+    ASSERT_EQ(read(GetParam().decoder), ReadEnd::read);
+    CvSet& set = state_.set;
+    set.table.setValue(3, 99);
+    const CvTable before = set.table;
+    for (const LanguageCase& language : languageCases) {
+        use(language);
+        changeWords();
+        EXPECT_EQ(set.descriptionPath.filename(), withSuffix(GetParam().file, language));
+        EXPECT_EQ(set.list.size(), GetParam().lines);
+        EXPECT_EQ(utf8FromText(set.list.front().name), language.firstName);
+        EXPECT_EQ(utf8FromText(set.list[2].text),
+                  "CV3  = 99  " + utf8FromText(state_.texts.caption(Caption::changedMark)));
+        EXPECT_EQ(std::count_if(set.list.begin(), set.list.end(),
+                                [](const ListLine& line) { return line.changed; }),
+                  1);
+        for (int cv = 1; cv <= CvTable::lastRow; ++cv)
+            EXPECT_EQ(set.table.at(cv, Column::value), before.at(cv, Column::value)) << "CV" << cv;
+    }
 }
 
 TEST_P(EveryDecoderTest, HasExpertKnowledgeInEachLanguage)

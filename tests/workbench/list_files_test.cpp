@@ -150,15 +150,20 @@ TEST_F(ListFilesTest, AnotherLanguageChangesTheWordsAndKeepsTheFilesLines)
 {
     put("Standard KV07*5\r\n1;42;Adresse;0;255;3;\r\nNotiz\r\nEnde CV\r\nfremd\r\nEnde FS\r\n");
     ASSERT_TRUE(openList(bench, "lists/bus.kvr"));
+    state.set.table.setValue(1, 43);
+    state.set.unsavedChanges = true;
     state.language = LanguageCode::english;
     describeAnew(bench);
     EXPECT_EQ(state.set.table.at(1, Column::text), u"word 1");
     EXPECT_EQ(state.set.list.size(), 1u);
-    EXPECT_EQ(state.set.list[0].text, u"CV1  = 42");
+    EXPECT_EQ(state.set.list[0].text, u"CV1  = 43  changed");
+    EXPECT_TRUE(state.set.unsavedChanges);
+    EXPECT_TRUE(state.set.isFromFile());
+    EXPECT_EQ(state.set.listPath, "lists/bus.kvr");
     EXPECT_EQ(state.set.descriptionPath, "program/CV_Standart_kv07en.txt");
     ASSERT_TRUE(saveListAs(bench, "lists/bus.kvr"));
     EXPECT_EQ(saved("lists/bus.kvr"),
-              "Standard KV07*5\r\n1;42;word 1;0;255;3;\r\nNotiz\r\nEnde CV\r\nfremd\r\nEnde FS\r\n");
+              "Standard KV07*5\r\n1;43;word 1;0;255;3;\r\nNotiz\r\nEnde CV\r\nfremd\r\nEnde FS\r\n");
 }
 
 TEST_F(ListFilesTest, SavesUnderTheCurrentNameOrAsksForOne)
