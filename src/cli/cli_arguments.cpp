@@ -159,13 +159,13 @@ QString whatIsWrongWith(CliArguments& arguments)
                    ? QString()
                    : QStringLiteral("export takes a second name that ends in .csv or .txt.");
     case CliCommand::set:
-        if (const QString fault = separateChanges(arguments); !fault.isEmpty())
+        if (QString fault = separateChanges(arguments); !fault.isEmpty())
             return fault;
         return arguments.operands.isEmpty() || arguments.changes.empty()
                    ? QStringLiteral("set takes CV list files and changes like CV3=12.")
                    : QString();
     case CliCommand::write:
-        if (const QString fault = separateChanges(arguments); !fault.isEmpty())
+        if (QString fault = separateChanges(arguments); !fault.isEmpty())
             return fault;
         return !arguments.operands.isEmpty() || arguments.changes.empty() == arguments.from.isEmpty()
                    ? QStringLiteral("write takes changes like CV3=12, or --from and a CV list file.")

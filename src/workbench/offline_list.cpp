@@ -59,6 +59,7 @@ std::optional<int> askVariant(Workbench& bench, const OfflineList& list)
     const bool isBus = list.variantStem.find("_Bus_") != std::string_view::npos;
     const int first = static_cast<int>(isBus ? Caption::busVariantFirst : Caption::fireEngineVariantFirst);
     std::vector<Text> options;
+    options.reserve(automaticVariants);
     for (int variant = 0; variant < automaticVariants; ++variant)
         options.push_back(texts.caption(static_cast<Caption>(first + variant)));
     const auto current =
