@@ -45,6 +45,12 @@ std::optional<Text> valueIn(TextView line)
     return value && *value >= 0 && *value <= 255 ? std::optional(textFromNumber(*value)) : std::nullopt;
 }
 
+void addRecords(std::vector<Text>& file, const DistanceValues& values)
+{
+    for (std::size_t i = 0; i < cvs.size(); ++i)
+        file.push_back(textFromNumber(cvs[i].cv) + u";" + values[i] + u";" + Text(cvs[i].fileText));
+}
+
 void addTrailer(std::vector<Text>& file, std::span<const Text> listLines)
 {
     const auto start = std::find(listLines.begin(), listLines.end(), cvSectionEnd);
@@ -88,6 +94,15 @@ std::variant<WritePlan, std::size_t> planOfDistances(const DistanceValues& value
     return plan;
 }
 
+std::optional<int> DistanceFile::firstFault() const
+{
+    if (!faultyLines.empty())
+        return faultyLines.front();
+    const bool holdsNone =
+        std::all_of(values.begin(), values.end(), [](const Text& value) { return value.empty(); });
+    return holdsNone ? std::optional(1) : std::nullopt;
+}
+
 DistanceFile parseDistanceFile(std::span<const std::uint8_t> content)
 {
     DistanceFile file;
@@ -110,9 +125,15 @@ DistanceFile parseDistanceFile(std::span<const std::uint8_t> content)
 Bytes distanceFileContent(const DistanceValues& values, std::span<const Text> listLines)
 {
     std::vector<Text> file = {u"CV-Nummer;CV-Wert;CV-Text;"};
-    for (std::size_t i = 0; i < cvs.size(); ++i)
-        file.push_back(textFromNumber(cvs[i].cv) + u";" + values[i] + u";" + Text(cvs[i].fileText));
+    addRecords(file, values);
     addTrailer(file, listLines);
+    return contentOfLines(file);
+}
+
+Bytes distancePresetContent(const DistanceValues& values)
+{
+    std::vector<Text> file = {u"CV-Nummer;CV-Wert;CV-Text"};
+    addRecords(file, values);
     return contentOfLines(file);
 }
 

@@ -42,6 +42,9 @@ std::variant<WritePlan, std::size_t> planOfDistances(const DistanceValues& value
 struct DistanceFile {
     DistanceValues values;        // empty where the file has none
     std::vector<int> faultyLines; // of one of the four CVs, without a value from 0 to 255 between separators
+
+    // The line to be told: the first faulty one, or the first of a file without any value.
+    std::optional<int> firstFault() const;
 };
 
 // Line 1 and lines of other CVs are ignored; of two lines for a CV the second counts.
@@ -50,5 +53,8 @@ DistanceFile parseDistanceFile(std::span<const std::uint8_t> content);
 // `listLines`: of the set on the bench. From its line "Ende CV" to the first empty one they end the file;
 // without one the line "Ende CV" alone does.
 Bytes distanceFileContent(const DistanceValues& values, std::span<const Text> listLines);
+
+// As the presets of the main window are saved: another header, and nothing behind the four records.
+Bytes distancePresetContent(const DistanceValues& values);
 
 } // namespace karvo

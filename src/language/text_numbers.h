@@ -91,7 +91,7 @@ enum class Message {
     sweepTimeCleared = 760,
     stepFileValueWrong = 762, // {1}: the path, {2}: the line
     stepFileTooLong = 763,    // {1}: the path, {2}: the line
-    stepFileEmpty = 764,      // {1}: the path
+    stepFileUnusable = 764,      // {1}: the path
     middleStepRange = 765,    // {1} and {2}: its limits
     lastStepTooLow = 766,     // {1}: its lowest value
     stepOutsideRange = 767,   // {1}: the step, {2} and {3}: its limits

@@ -7,6 +7,8 @@ sys.path.insert(0, str(Path(__file__).resolve().parent.parent))
 import build_presets
 
 PRESET = '[[preset]]\nfiles = ["A.bcr", "B.bcr"]\ncv48 = 20\ncv52 = 110\ncv53 = 20\ncv54 = 40\n'
+STEPS = ", ".join(str(3 + 4 * step) for step in range(28))
+SPEED = f'[[preset]]\nfiles = ["S.fcr"]\nbased = ["B.fcr"]\nsteps = [{STEPS}]\n'
 
 
 class Presets(unittest.TestCase):
@@ -15,8 +17,9 @@ class Presets(unittest.TestCase):
         self.addCleanup(self.folder.cleanup)
         self.path = Path(self.folder.name)
 
-    def build(self, source):
+    def build(self, source, speed=SPEED):
         (self.path / "distances.toml").write_text(source, encoding="utf-8")
+        (self.path / "speed_steps.toml").write_text(speed, encoding="utf-8")
         build_presets.build(self.path, self.path / "out")
         return self.path / "out" / "ABS_listen"
 
@@ -40,6 +43,23 @@ class Presets(unittest.TestCase):
         for wrong in (PRESET.replace("110", "95"), PRESET.replace("cv54 = 40\n", ""), PRESET + PRESET):
             with self.assertRaises(build_presets.PresetError):
                 self.build(wrong)
+            self.assertFalse((self.path / "out").exists())
+
+    def test_writes_the_steps_with_and_without_their_ends(self):
+        self.build(PRESET)
+        steps = (self.path / "out" / "FS_listen" / "S.fcr").read_bytes().split(b"\r\n")
+        self.assertEqual(steps[:2], [b"CV-Nummer;CV-Wert;CV-Text", b"97;3;Fahrstufe 1"])
+        self.assertEqual(steps[28:], [b"70;111;Fahrstufe 28", b""])
+        based = (self.path / "out" / "FS_listen" / "B.fcr").read_bytes().split(b"\r\n")
+        self.assertEqual(based[1:3], [b"2;3;Grundgeschwindigkeit", b"5;111;H\xf6chstgeschwindigkeit"])
+        self.assertEqual(based[3:], steps[1:])
+
+    def test_refuses_what_is_no_table_of_steps(self):
+        for wrong in (SPEED.replace("[3, ", "[2, "), SPEED.replace("[3, ", "["), SPEED.replace("[3, ", "[9, "),
+                      SPEED.replace("111]", "121]"), SPEED + SPEED):
+            with self.assertRaises(build_presets.PresetError) as caught:
+                self.build(PRESET, wrong)
+            self.assertIn("speed_steps.toml", str(caught.exception))
             self.assertFalse((self.path / "out").exists())
 
 

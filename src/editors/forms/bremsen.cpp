@@ -15,8 +15,6 @@
 #include <QMenuBar>
 #include <QPushButton>
 
-#include <algorithm>
-
 namespace karvo
 {
 
@@ -169,11 +167,8 @@ std::optional<DistanceFile> Bremsen::read(const std::filesystem::path& path)
         return std::nullopt;
     }
     auto file = parseDistanceFile(*content);
-    const bool holdsNone =
-        std::all_of(file.values.begin(), file.values.end(), [](const Text& value) { return value.empty(); });
-    if (holdsNone || !file.faultyLines.empty()) {
-        const Text arguments[] = {pathText(path),
-                                  textFromNumber(file.faultyLines.empty() ? 1 : file.faultyLines.front())};
+    if (const auto line = file.firstFault()) {
+        const Text arguments[] = {pathText(path), textFromNumber(*line)};
         bench_.prompts.message(filledIn(texts_.message(Message::distanceFileFaults), arguments),
                                PromptIcon::warning);
     }

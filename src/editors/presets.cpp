@@ -1,0 +1,317 @@
+#include "editors/presets.h"
+
+#include "cvdata/changes.h"
+#include "editors/distance_table.h"
+#include "editors/list_rows.h"
+#include "program/path_text.h"
+#include "workbench/describe.h"
+#include "workbench/export_files.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace karvo
+{
+
+namespace
+{
+
+constexpr Preset allPresets[] = {{"Faller", "FS_Faller.fcr", "Faller.bcr"},
+                                 {"CI26_1", "FS_CI26_12.fcr", "CI_26_12.bcr"},
+                                 {"CI26_2", "FS_CI26_24.fcr", "CI_26_24.bcr"},
+                                 {"CI46_1", "FS_CI46_12.fcr", "CI_46_12.bcr"},
+                                 {"CI46_2", "FS_CI46_24.fcr", "CI_46_24.bcr"}};
+
+constexpr BasedPreset allBasedPresets[] = {{Caption::presetFaller, "FS_Faller_CV2_CV5.fcr"},
+                                           {Caption::preTableCi26Small, "FS_CI26_12_CV2_CV5.fcr"},
+                                           {Caption::preTableCi26Large, "FS_CI26_24_CV2_CV5.fcr"},
+                                           {Caption::preTableCi46Small, "FS_CI46_12_CV2_CV5.fcr"}};
+
+constexpr int baseSpeedCv = 2;
+constexpr int topSpeedCv = 5;
+
+void warn(Workbench& bench, Message message, std::span<const Text> arguments)
+{
+    bench.prompts.message(filledIn(bench.state.texts.message(message), arguments), PromptIcon::warning);
+}
+
+// The CV set that a preset is loaded into, or saved from, stands and has a speed table.
+bool isSetReady(Workbench& bench, Message missing, Message advice)
+{
+    const LanguageTables& texts = bench.state.texts;
+    if (bench.state.set.isEmpty()) {
+        bench.prompts.message(texts.message(missing) + Text(lineBreak) + Text(lineBreak) +
+                                  texts.message(advice),
+                              PromptIcon::information);
+        return false;
+    }
+    if (!hasSpeedTable(bench.state.set.profile)) {
+        bench.prompts.message(texts.message(Message::noSpeedTable), PromptIcon::information);
+        return false;
+    }
+    return !bench.state.lineBusy;
+}
+
+std::optional<Bytes> readPresetFile(Workbench& bench, const std::filesystem::path& path)
+{
+    auto content = bench.files.readWhole(path, textFileLimit);
+    if (!content)
+        showCannotOpen(bench, path);
+    return content;
+}
+
+void tellFault(Workbench& bench, const std::filesystem::path& path, const SpeedStepFault& fault)
+{
+    const Text arguments[] = {pathText(path), textFromNumber(fault.line)};
+    warn(bench,
+         fault.kind == SpeedStepFault::Kind::tooLong ? Message::stepFileTooLong : Message::stepFileValueWrong,
+         arguments);
+}
+
+void warnOfUnusable(Workbench& bench, const std::filesystem::path& path)
+{
+    const Text arguments[] = {pathText(path)};
+    warn(bench, Message::stepFileUnusable, arguments);
+}
+
+// Nothing, after a message, when not a single record could be read.
+std::optional<SpeedStepFile> readStepFile(Workbench& bench, const std::filesystem::path& path)
+{
+    const auto content = readPresetFile(bench, path);
+    if (!content)
+        return std::nullopt;
+    auto file = parseSpeedStepFile(*content);
+    if (!file.records.empty() || file.fault)
+        return file;
+    warnOfUnusable(bench, path);
+    return std::nullopt;
+}
+
+std::optional<int> valueOfStep(const SpeedStepFile& file, int step)
+{
+    const auto found =
+        std::find_if(file.records.begin(), file.records.end(),
+                     [step](const SpeedStepRecord& record) { return record.cv == cvOfSpeedStep(step); });
+    return found == file.records.end() ? std::nullopt : std::optional(found->value);
+}
+
+// Takes values of files into the table, and shows them in the lines as they stood before.
+class Merge
+{
+public:
+    explicit Merge(Workbench& bench) : bench_(bench), lines_(bench.state.set.list) {}
+
+    void take(int cv, int value)
+    {
+        CvTable& table = bench_.state.set.table;
+        if (!table.describes(cv) || table.value(cv) == value)
+            return;
+        table.setValue(cv, value);
+        showLoadedValue(lines_, cv, value);
+        ++count_;
+    }
+
+    // The list is made anew for its marks, and keeps the texts with the brackets.
+    int finish()
+    {
+        CvSet& set = bench_.state.set;
+        if (count_ == 0)
+            return 0;
+        noteChange(set);
+        fillList(bench_);
+        for (std::size_t i = 0; i < lines_.size() && i < set.list.size(); ++i)
+            set.list[i].text = lines_[i].text;
+        bench_.view.listChanged();
+        return count_;
+    }
+
+private:
+    Workbench& bench_;
+    MainList lines_;
+    int count_ = 0;
+};
+
+bool mergeSteps(Workbench& bench, Merge& merge, const std::filesystem::path& path)
+{
+    const auto file = readStepFile(bench, path);
+    if (!file)
+        return false;
+    for (const SpeedStepRecord& record : file->records)
+        merge.take(record.cv, record.value);
+    if (file->fault)
+        tellFault(bench, path, *file->fault);
+    return !file->fault;
+}
+
+// A value that its CV does not allow is told, and the others are taken.
+void mergeDistances(Workbench& bench, Merge& merge, const std::filesystem::path& path)
+{
+    const auto content = readPresetFile(bench, path);
+    if (!content)
+        return;
+    const auto file = parseDistanceFile(*content);
+    if (const auto line = file.firstFault()) {
+        const Text arguments[] = {pathText(path), textFromNumber(*line)};
+        warn(bench, Message::distanceFileFaults, arguments);
+    }
+    for (std::size_t i = 0; i < distanceCvCount; ++i) {
+        if (file.values[i].empty())
+            continue;
+        const DistanceCv& cv = distanceCvs()[i];
+        if (const auto refusal = refusalOf(cv, file.values[i], bench.state.texts))
+            bench.prompts.message(pathText(path) + Text(lineBreak) + *refusal, PromptIcon::warning);
+        else
+            merge.take(cv.cv, *numberFromText(file.values[i]));
+    }
+}
+
+// The speed steps first; a fault in them ends the load.
+std::optional<int> loadFiles(Workbench& bench, const std::filesystem::path& steps,
+                             const std::filesystem::path& distances)
+{
+    Merge merge(bench);
+    const bool whole = mergeSteps(bench, merge, steps);
+    if (whole)
+        mergeDistances(bench, merge, distances);
+    const int count = merge.finish();
+    return whole || count > 0 ? std::optional(count) : std::nullopt;
+}
+
+FileRequest request(Workbench& bench, const UserFolder& folder, const Text& title, const Text& extension)
+{
+    bench.files.makeFolder(folder.own);
+    return {title, folder.own, u"*." + extension, extension, {}};
+}
+
+bool saveFiles(Workbench& bench, const std::filesystem::path& steps, const std::filesystem::path& distances)
+{
+    const CvSet& set = bench.state.set;
+    if (!saveContent(bench, distances, distancePresetContent(distanceValuesOf(set.table))) ||
+        !saveContent(bench, steps, speedStepFileContent(set.table)))
+        return false;
+    bench.prompts.message(bench.state.texts.message(Message::stepTableSaved) + u" " + pathText(steps),
+                          PromptIcon::information);
+    return true;
+}
+
+bool mayReplace(Workbench& bench, const std::filesystem::path& steps, const std::filesystem::path& distances)
+{
+    if (!bench.files.exists(steps) && !bench.files.exists(distances))
+        return true;
+    const Text paths[] = {pathText(steps), pathText(distances)};
+    return bench.prompts.question(
+        filledIn(bench.state.texts.message(Message::replacePresetsQuestion), paths));
+}
+
+Text withoutUnderscoreBehindCi(Text name)
+{
+    constexpr TextView start = u"ci_";
+    if (name.starts_with(start))
+        name.erase(start.size() - 1, 1);
+    return name;
+}
+
+std::filesystem::path pathOf(std::string_view name)
+{
+    return {name};
+}
+
+} // namespace
+
+std::span<const Preset> presets()
+{
+    return allPresets;
+}
+
+std::span<const BasedPreset> basedPresets()
+{
+    return allBasedPresets;
+}
+
+const Preset* presetOfDistanceFile(const std::filesystem::path& name)
+{
+    const auto same = [](const std::filesystem::path& file) {
+        return withoutUnderscoreBehindCi(lowerCase(pathText(file.filename())));
+    };
+    const auto* const found =
+        std::find_if(std::begin(allPresets), std::end(allPresets),
+                     [&](const Preset& preset) { return same(pathOf(preset.distanceFile)) == same(name); });
+    return found == std::end(allPresets) ? nullptr : found;
+}
+
+std::optional<int> loadPreset(Workbench& bench, const Preset& preset)
+{
+    if (!isSetReady(bench, Message::presetNeedsSet, Message::presetNeedsSetAdvice))
+        return std::nullopt;
+    const UserFolders& folders = bench.state.userFolders;
+    return loadFiles(bench, folders.speedSteps.find(bench.files, pathOf(preset.stepFile)),
+                     folders.distances.find(bench.files, pathOf(preset.distanceFile)));
+}
+
+std::optional<LoadedFiles> loadOwnPreset(Workbench& bench, const Text& title)
+{
+    if (!isSetReady(bench, Message::presetNeedsSet, Message::presetNeedsSetAdvice))
+        return std::nullopt;
+    const UserFolders& folders = bench.state.userFolders;
+    const auto steps = bench.prompts.openFile(request(bench, folders.speedSteps, title, u"fcr"));
+    const auto distances =
+        steps ? bench.prompts.openFile(request(bench, folders.distances, title, u"bcr")) : std::nullopt;
+    const auto count = distances ? loadFiles(bench, *steps, *distances) : std::nullopt;
+    return count ? std::optional(LoadedFiles{*steps, *distances, *count}) : std::nullopt;
+}
+
+bool savePreset(Workbench& bench, const Preset& preset)
+{
+    if (!isSetReady(bench, Message::saveNeedsSet, Message::saveNeedsSetAdvice))
+        return false;
+    const UserFolders& folders = bench.state.userFolders;
+    bench.files.makeFolder(folders.speedSteps.own); // where that fails, saving says what is wrong
+    bench.files.makeFolder(folders.distances.own);
+    const auto steps = folders.speedSteps.own / pathOf(preset.stepFile);
+    const auto distances = folders.distances.own / pathOf(preset.distanceFile);
+    return mayReplace(bench, steps, distances) && saveFiles(bench, steps, distances);
+}
+
+bool saveOwnPreset(Workbench& bench, const Text& title)
+{
+    if (!isSetReady(bench, Message::saveNeedsSet, Message::saveNeedsSetAdvice))
+        return false;
+    const UserFolders& folders = bench.state.userFolders;
+    const auto steps = bench.prompts.saveFile(request(bench, folders.speedSteps, title, u"fcr"));
+    const auto distances =
+        steps ? bench.prompts.saveFile(request(bench, folders.distances, title, u"bcr")) : std::nullopt;
+    return distances && saveFiles(bench, *steps, *distances);
+}
+
+std::optional<WritePlan> planOfBaseAndTop(Workbench& bench, const Preset& preset)
+{
+    if (!isSetReady(bench, Message::presetNeedsSet, Message::presetNeedsSetAdvice))
+        return std::nullopt;
+    const auto path = bench.state.userFolders.speedSteps.find(bench.files, pathOf(preset.stepFile));
+    const auto content = readPresetFile(bench, path);
+    if (!content)
+        return std::nullopt;
+    const auto file = parseSpeedStepFile(*content);
+    const auto first = valueOfStep(file, 1);
+    const auto last = valueOfStep(file, speedStepCount);
+    if (first && last && !file.fault)
+        return WritePlan{{baseSpeedCv, *first}, {topSpeedCv, *last}};
+    warnOfUnusable(bench, path);
+    return std::nullopt;
+}
+
+std::optional<BasedSpeedTable> readBasedPreset(Workbench& bench, const BasedPreset& preset)
+{
+    const auto path = bench.state.userFolders.speedSteps.find(bench.files, pathOf(preset.file));
+    const auto content = readPresetFile(bench, path);
+    if (!content)
+        return std::nullopt;
+    const auto parsed = parseBasedSpeedTable(*content);
+    if (const auto* const table = std::get_if<BasedSpeedTable>(&parsed))
+        return *table;
+    const Text arguments[] = {pathText(path), textFromNumber(std::get<int>(parsed))};
+    warn(bench, Message::preFileWrong, arguments);
+    return std::nullopt;
+}
+
+} // namespace karvo

@@ -1,0 +1,55 @@
+// The speed table while a person works on it: what is shown, what was taken over last, and what differs.
+#pragma once
+
+#include "editors/speed_step_file.h"
+#include "workbench/workbench.h"
+
+#include <array>
+#include <optional>
+#include <span>
+
+namespace karvo
+{
+
+// Step 1 is CV97; a CV without a value counts as 0.
+SpeedTable speedTableOf(const CvTable& table);
+
+// Each byte of a reply is one step; a step that it lacks is 0.
+SpeedTable speedTableOf(std::span<const std::uint8_t> reply);
+
+class StepEdit
+{
+public:
+    explicit StepEdit(const SpeedTable& values) : shown_(values), taken_(values) {}
+
+    const SpeedTable& shown() const { return shown_; }
+    const SpeedTable& taken() const { return taken_; }
+    const std::optional<BasedSpeedTable>& pendingBase() const { return base_; }
+
+    // `step`: 1 to 28.
+    void setStep(int step, int value);
+
+    // All steps, from a generator. At the next take-over each counts as changed.
+    void fill(const SpeedTable& values);
+
+    // All steps from a table that has a base and a top speed: these come with them at the next take-over.
+    void fill(const BasedSpeedTable& table);
+
+    // The values of the last take-over again.
+    void reset();
+
+    // Puts what was changed into the table of the set on the bench and its list, which is then made anew.
+    // How many steps that were.
+    int Uebernehmen(Workbench& bench);
+
+private:
+    void takeBase(CvTable& table);
+
+    SpeedTable shown_;
+    SpeedTable taken_;
+    std::array<bool, speedStepCount> changed_{};
+    bool generated_ = false; // a generator ran since the last take-over
+    std::optional<BasedSpeedTable> base_;
+};
+
+} // namespace karvo
