@@ -11,6 +11,13 @@
 namespace karvo
 {
 
+// A second kind of file that can be saved, with the folder that it belongs in.
+struct OtherFileKind {
+    Text filter;
+    Text extension;
+    std::filesystem::path folder;
+};
+
 // What a file dialog starts with.
 struct FileRequest {
     Text title;
@@ -18,6 +25,7 @@ struct FileRequest {
     Text filter;    // "*.kvr"
     Text extension; // added to a name that has another or none: "kvr"
     Text name;      // proposed; empty for none
+    std::optional<OtherFileKind> other = std::nullopt;
 };
 
 enum class SaveChoice { save, discard, cancel };
@@ -48,7 +56,8 @@ public:
     // Any number of them; none when cancelled.
     virtual std::vector<std::filesystem::path> openFiles(const FileRequest& request) = 0;
 
-    // A name with the extension; a file of that name has been agreed to be replaced.
+    // A name with the extension of the kind that was chosen; a file of that name has been agreed to be
+    // replaced.
     virtual std::optional<std::filesystem::path> saveFile(const FileRequest& request) = 0;
 
     // A Save/Discard/Cancel box. Closing the box is Cancel.

@@ -183,8 +183,12 @@ std::optional<std::filesystem::path> WindowPrompts::saveFile(const FileRequest& 
     dialog.setFileMode(QFileDialog::AnyFile);
     dialog.setOption(QFileDialog::DontConfirmOverwrite); // asked below, in the language in use
     dialog.selectFile(qtText(request.name));
+    if (request.other)
+        offerOther(dialog, request);
     while (dialog.exec() == QDialog::Accepted && !ended_ && !dialog.selectedFiles().isEmpty()) {
-        const auto path = withExtension(dialog.selectedFiles().first(), request.extension);
+        const bool isOther = request.other && dialog.selectedNameFilter() == qtText(request.other->filter);
+        const auto path = withExtension(dialog.selectedFiles().first(),
+                                        isOther ? request.other->extension : request.extension);
         if (mayReplace(path))
             return path;
     }
@@ -247,6 +251,16 @@ void WindowPrompts::prepare(QFileDialog& dialog, const FileRequest& request, Cap
         if (const Text text = texts_.caption(caption); !text.empty())
             dialog.setLabelText(label, buttonText(text));
     }
+}
+
+// The folder follows the kind of file.
+void WindowPrompts::offerOther(QFileDialog& dialog, const FileRequest& request)
+{
+    const QString other = qtText(request.other->filter);
+    dialog.setNameFilters({qtText(request.filter), other});
+    QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog,
+                     [&dialog, other, own = qtPath(request.folder), folder = qtPath(request.other->folder)](
+                         const QString& chosen) { dialog.setDirectory(chosen == other ? folder : own); });
 }
 
 bool WindowPrompts::mayReplace(const std::filesystem::path& path)

@@ -14,6 +14,7 @@ struct BrakingBench : FormBench {
     BrakingBench()
     {
         state.userFolders.distances.own = "abs";
+        state.userFolders.cvLists.own = "lists";
         addFile("CV_Standart_kv07.txt", smallDescription("Standard KV07", "Wort "));
         EXPECT_TRUE(showOfflineList(bench, "mnu_kv07"));
         for (const auto& [cv, value] : {std::pair{48, 10}, {52, 100}, {53, 30}, {54, 40}})
@@ -84,7 +85,7 @@ TEST(Bremsen, SavesAFileOfItsOwn)
     Bremsen window(bench.bench, {});
     bench.prompts.chooseFile("abs/mine.bcr");
     find<QAction>(window, "mnu_saveas").trigger();
-    EXPECT_EQ(bench.journal.back(), "save *.bcr in abs: ");
+    EXPECT_EQ(bench.journal.back(), "save *.bcr in abs or *.kvr in lists: ");
     const Bytes& content = bench.files.content["abs/mine.bcr"];
     const std::string text(content.begin(), content.end());
     EXPECT_TRUE(text.starts_with("CV-Nummer;CV-Wert;CV-Text;\r\n48;10;Bremswert "));

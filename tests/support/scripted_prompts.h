@@ -105,8 +105,10 @@ public:
 private:
     std::optional<std::filesystem::path> chosenFile(const std::string& what, const FileRequest& request)
     {
-        const auto entry = what + " " + utf8FromText(request.filter) + " in " + request.folder.string() +
-                           ": " + utf8FromText(request.name);
+        auto entry = what + " " + utf8FromText(request.filter) + " in " + request.folder.string();
+        if (request.other)
+            entry += " or " + utf8FromText(request.other->filter) + " in " + request.other->folder.string();
+        entry += ": " + utf8FromText(request.name);
         journal_.push_back(entry);
         if (files_.empty()) {
             ADD_FAILURE() << "unexpected " << entry;

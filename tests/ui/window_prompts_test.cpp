@@ -2,7 +2,12 @@
 
 #include "support/modal_driver.h"
 
+#include <QComboBox>
+#include <QDir>
+#include <QFileDialog>
 #include <QLineEdit>
+#include <QTemporaryDir>
+#include <QTest>
 
 namespace karvo
 {
@@ -68,6 +73,32 @@ TEST(WindowPrompts, ABoxBelongsToTheDialogThatStandsOpen)
     expectOwner(dialog);
     dialog.hide();
     expectOwner(main);
+}
+
+TEST(WindowPrompts, AKindOfFileComesWithItsFolderAndExtension)
+{
+    PromptsBench bench;
+    const QTemporaryDir scratch;
+    QDir(scratch.path()).mkdir(QStringLiteral("lists"));
+    const std::filesystem::path own = scratch.path().toStdString();
+    const FileRequest request = {u"Save", own, u"*.bcr",
+                                 u"bcr",  {},  OtherFileKind{u"*.kvr", u"kvr", own / "lists"}};
+    for (const bool other : {false, true}) {
+        bench.driver.expect(QStringLiteral("dialog"), [other](QWidget& window) {
+            auto& dialog = dynamic_cast<QFileDialog&>(window);
+            auto* const kinds = dialog.findChild<QComboBox*>(QStringLiteral("fileTypeCombo"));
+            auto* const name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+            ASSERT_TRUE(kinds != nullptr && name != nullptr);
+            EXPECT_EQ(kinds->count(), 2);
+            if (other)
+                QTest::keyClick(kinds, Qt::Key_Down);
+            name->setText(QStringLiteral("mine"));
+            QTest::keyClick(name, Qt::Key_Return);
+        });
+        const auto chosen = bench.prompts.saveFile(request);
+        ASSERT_TRUE(chosen);
+        EXPECT_EQ(*chosen, other ? own / "lists" / "mine.kvr" : own / "mine.bcr");
+    }
 }
 
 TEST(WindowPrompts, AsksInTheLanguageInUse)

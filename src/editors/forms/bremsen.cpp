@@ -150,11 +150,16 @@ void Bremsen::save()
         checkField(*wrong);
         return;
     }
-    const auto& folder = bench_.state.userFolders.distances.own;
-    bench_.files.makeFolder(folder);
-    const auto path =
-        bench_.prompts.saveFile({texts_.caption(Caption::saveAsFile), folder, u"*.bcr", u"bcr", {}});
-    if (path)
+    const UserFolders& folders = bench_.state.userFolders;
+    for (const auto& folder : {folders.distances.own, folders.cvLists.own})
+        bench_.files.makeFolder(folder);
+    const FileRequest request = {texts_.caption(Caption::saveAsFile),
+                                 folders.distances.own,
+                                 u"*.bcr",
+                                 u"bcr",
+                                 {},
+                                 OtherFileKind{u"*.kvr", u"kvr", folders.cvLists.own}};
+    if (const auto path = bench_.prompts.saveFile(request))
         saveContent(bench_, *path, distanceFileContent(typed(), bench_.state.set.descriptionLines));
 }
 
