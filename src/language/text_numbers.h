@@ -91,7 +91,7 @@ enum class Message {
     sweepTimeCleared = 760,
     stepFileValueWrong = 762, // {1}: the path, {2}: the line
     stepFileTooLong = 763,    // {1}: the path, {2}: the line
-    stepFileUnusable = 764,      // {1}: the path
+    stepFileUnusable = 764,   // {1}: the path
     middleStepRange = 765,    // {1} and {2}: its limits
     lastStepTooLow = 766,     // {1}: its lowest value
     stepOutsideRange = 767,   // {1}: the step, {2} and {3}: its limits
@@ -364,7 +364,7 @@ enum class Caption {
     preTableCi26Large = 364,
     preTableCi46Small = 365,
     baseAndTopPending = 366, // {1}: CV2, {2}: CV5
-    presetLoaded = 367,      // {1}: how many CVs, {2} and {3}: files
+    presetLoaded = 367,      // {1}: how many CVs, {2}: what was loaded
     loadButton = 368,
     stepsTaken = 369, // {1}: how many steps
     servoTitle = 380,

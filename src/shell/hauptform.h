@@ -26,6 +26,7 @@ class CvPanel;
 class FixedWidthList;
 class MainMenu;
 class PortBar;
+struct Preset;
 class StatusLine;
 
 // What the window shows and asks of the platform.
@@ -104,6 +105,14 @@ private:
     void connectEditors();
     void editAddresses();
     void editBraking(std::string_view preset);
+    void editSpeedSteps();
+    void connectPresets();
+    void loadPresetOf(const Preset& preset);
+    void loadOwn();
+    void showLoaded(int changed, const Text& from);
+    void savePresetOf(const Preset& preset);
+    void saveOwn();
+    void writeBaseAndTop(const Preset& preset);
     void writeEdited(const WritePlan& plan, Message done);
 
     // hauptform_writing.cpp

@@ -1,6 +1,9 @@
 // The editors of vehicle functions in the main window.
 #include "editors/forms/bremsen.h"
 #include "editors/forms/dcc_adresse.h"
+#include "editors/forms/fahrstufen_f5.h"
+#include "editors/presets.h"
+#include "program/path_text.h"
 #include "shell/hauptform.h"
 #include "shell/main_menu.h"
 #include "workbench/write_many.h"
@@ -20,6 +23,24 @@ void Hauptform::connectEditors()
     on("mnu_Faller", [this] { editBraking("Faller.bcr"); });
     on("mnu_CI46", [this] { editBraking("CI_46.bcr"); });
     on("mnu_CI26", [this] { editBraking("CI_26.bcr"); });
+    on("mnu_fahrstufen", &Hauptform::editSpeedSteps);
+    on("mnu_Eg_EigenFz", &Hauptform::loadOwn);
+    on("mnu_Sg_EigenFz", &Hauptform::saveOwn);
+    connectPresets();
+}
+
+// Each kind of vehicle has three items.
+void Hauptform::connectPresets()
+{
+    for (const Preset& preset : presets()) {
+        const auto on = [&](const char* start, void (Hauptform::*act)(const Preset&)) {
+            connect(menu_->action(start + std::string(preset.kind)), &QAction::triggered, this,
+                    [this, act, &preset] { (this->*act)(preset); });
+        };
+        on("mnu_Eg_", &Hauptform::loadPresetOf);
+        on("mnu_Sg_", &Hauptform::savePresetOf);
+        on("mnu_FS_", &Hauptform::writeBaseAndTop);
+    }
 }
 
 void Hauptform::editAddresses()
@@ -38,6 +59,65 @@ void Hauptform::editBraking(std::string_view preset)
     Bremsen editor(bench_, preset, this);
     if (editor.exec() == QDialog::Accepted)
         writeEdited(editor.plan(), Message::distancesWritten);
+}
+
+void Hauptform::editSpeedSteps()
+{
+    if (!takePendingValue())
+        return;
+    const DecoderProfile& profile = state_.set.profile;
+    if (!hasSpeedTable(profile))
+        bench_.prompts.message(texts_.message(Message::noSpeedTable), PromptIcon::information);
+    else if (profile.generation == Generation::f5)
+        FahrstufenF5(bench_, this).exec();
+    else
+        Fahrstufen(bench_, this).exec();
+}
+
+void Hauptform::loadPresetOf(const Preset& preset)
+{
+    if (!takePendingValue())
+        return;
+    if (const auto changed = loadPreset(bench_, preset))
+        showLoaded(*changed, menu_->captionOf(texts_, "mnu_Eg_" + std::string(preset.kind)));
+}
+
+// A file under one of the names that the system knows is told by the kind of vehicle.
+void Hauptform::loadOwn()
+{
+    if (!takePendingValue())
+        return;
+    const auto loaded = loadOwnPreset(bench_, menu_->captionOf(texts_, "mnu_Eg_EigenFz"));
+    if (!loaded)
+        return;
+    const Preset* const known = presetOfDistanceFile(loaded->distances);
+    const Text distances = known != nullptr ? menu_->captionOf(texts_, "mnu_Eg_" + std::string(known->kind))
+                                            : pathText(loaded->distances.filename());
+    showLoaded(loaded->changed, pathText(loaded->steps.filename()) + u", " + distances);
+}
+
+void Hauptform::showLoaded(int changed, const Text& from)
+{
+    const Text words[] = {textFromNumber(changed), from};
+    bench_.view.showStatus(filledIn(texts_.caption(Caption::presetLoaded), words));
+}
+
+void Hauptform::savePresetOf(const Preset& preset)
+{
+    if (takePendingValue())
+        savePreset(bench_, preset);
+}
+
+void Hauptform::saveOwn()
+{
+    if (takePendingValue())
+        saveOwnPreset(bench_, menu_->captionOf(texts_, "mnu_Sg_EigenFz"));
+}
+
+void Hauptform::writeBaseAndTop(const Preset& preset)
+{
+    if (const auto plan = planOfBaseAndTop(bench_, preset))
+        writeEdited(*plan, Message::baseAndTopWritten);
 }
 
 // Success is claimed only when each CV was written; else the report tells what was and what was not.

@@ -41,6 +41,7 @@ struct ProgramState {
     std::optional<CvImage> keptBlock; // the block that was kept last, with what has been written since
     std::set<std::filesystem::path> faultyFiles; // of the program folder, of which has been told in this run
     int automaticVariant = 0;                    // bus or fire-engine variant 0 to 3 of the offline lists
+    int speedStepViews = 0;          // above 0 the speed-step editor only shows what the last reply holds
     bool tellsWrongFirstLine = true; // a HEX file of another kind is refused with a message, not silently
 };
 

@@ -1,0 +1,177 @@
+#include "editors/forms/fahrstufen.h"
+
+#include "editors/forms/pre_fahrstufen.h"
+#include "editors/forms/step_graph.h"
+#include "ui/captions.h"
+#include "ui/typed_text.h"
+
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+namespace karvo
+{
+
+namespace
+{
+
+SpeedTable startValues(const ProgramState& state)
+{
+    return state.speedStepViews > 0 ? speedTableOf(state.link.lastReply) : speedTableOf(state.set.table);
+}
+
+} // namespace
+
+Fahrstufen::Fahrstufen(Workbench& bench, QWidget* parent)
+    : Fahrstufen(bench, QStringLiteral("Fahrstufen"), parent)
+{
+}
+
+Fahrstufen::Fahrstufen(Workbench& bench, const QString& name, QWidget* parent)
+    : QDialog(parent),
+      bench_(bench),
+      texts_(bench.state.texts),
+      viewMode_(bench.state.speedStepViews > 0),
+      highest_(highestSpeed(bench.state.set.profile)),
+      edit_(startValues(bench.state)),
+      graph_(new StepGraph(
+          [this](int step, int value) {
+              return filledCaption(texts_, Caption::stepGraphValue,
+                                   {textFromNumber(step), textFromNumber(value)});
+          },
+          this)),
+      chosenStep_(new QComboBox(this)),
+      chosenValue_(numberField(QStringLiteral("Text2"))),
+      note_(new QLabel(this))
+{
+    setObjectName(name);
+    build();
+    if (viewMode_)
+        useViewMode();
+}
+
+void Fahrstufen::showEvent(QShowEvent* event)
+{
+    QDialog::showEvent(event);
+    if (!event->spontaneous())
+        showValues();
+}
+
+void Fahrstufen::drawbargraph()
+{
+    drawUpTo(highest_);
+}
+
+void Fahrstufen::drawUpTo(int highest)
+{
+    graph_->show({edit_.shown(), edit_.taken(), lowestSpeed, highest});
+}
+
+// What a field is being edited is lost to a curve: it sets them all.
+void Fahrstufen::compute(Curve curve, CurveQuestions questions, int highest)
+{
+    const auto points = askForCurve({questions, edit_.shown(), highest}, bench_.prompts, texts_);
+    if (!points)
+        return;
+    edit_.fill(speedCurve(curve, *points));
+    showValues();
+}
+
+void Fahrstufen::computeExaggerated()
+{
+    if (!bench_.prompts.question(texts_.message(Message::exaggerateQuestion)))
+        return;
+    edit_.fill(exaggeratedCurve(edit_.taken(), highest_));
+    showValues();
+}
+
+void Fahrstufen::openTables()
+{
+    Pre_Fahrstufen tables(bench_, this);
+    if (tables.exec() != QDialog::Accepted)
+        return;
+    edit_.fill(tables.table());
+    showValues();
+}
+
+void Fahrstufen::showValues()
+{
+    for (int step = 1; step <= speedStepCount; ++step) {
+        const auto at = static_cast<std::size_t>(step - 1);
+        fields_[at]->setText(QString::number(edit_.shown()[at]));
+    }
+    chooseStep(graph_->chosenStep());
+    drawbargraph();
+    const auto& base = edit_.pendingBase();
+    if (base)
+        note_->setText(filledCaption(texts_, Caption::baseAndTopPending,
+                                     {textFromNumber(base->base), textFromNumber(base->top)}));
+    else
+        note_->setText(qtText(texts_.caption(viewMode_ ? Caption::stepsViewOnly : Caption::stepGraphHint)));
+}
+
+void Fahrstufen::chooseStep(int step)
+{
+    graph_->choose(step);
+    chosenStep_->setCurrentIndex(step - 1);
+    chosenValue_->setText(QString::number(edit_.shown()[static_cast<std::size_t>(step - 1)]));
+}
+
+void Fahrstufen::setStep(int step, int value)
+{
+    edit_.setStep(step, value);
+    fields_[static_cast<std::size_t>(step - 1)]->setText(QString::number(value));
+    if (chosenStep_->currentIndex() == step - 1)
+        chosenValue_->setText(QString::number(value));
+    drawbargraph();
+}
+
+// False for a value outside the limits, which is told once and can be mended. A value that stands in the
+// table is left alone, whatever it is.
+bool Fahrstufen::takeField(QLineEdit& field, int step)
+{
+    const auto typed = numberFromText(typedText(field.text()));
+    if (typed && *typed == edit_.shown()[static_cast<std::size_t>(step - 1)])
+        return true;
+    if (typed && *typed >= lowestSpeed && *typed <= highest_) {
+        setStep(step, *typed);
+        return true;
+    }
+    if (telling_)
+        return false;
+    telling_ = true;
+    const Text words[] = {textFromNumber(step), textFromNumber(lowestSpeed), textFromNumber(highest_)};
+    bench_.prompts.message(filledIn(texts_.message(Message::stepOutsideRange), words), PromptIcon::warning);
+    telling_ = false;
+    field.setFocus();
+    field.selectAll();
+    return false;
+}
+
+bool Fahrstufen::takeFields()
+{
+    for (int step = 1; step <= speedStepCount; ++step) {
+        if (!takeField(*fields_[static_cast<std::size_t>(step - 1)], step))
+            return false;
+    }
+    return takeField(*chosenValue_, chosenStep_->currentIndex() + 1);
+}
+
+void Fahrstufen::takeOver()
+{
+    if (!takeFields())
+        return;
+    const Text count[] = {textFromNumber(edit_.Uebernehmen(bench_))};
+    bench_.view.showStatus(filledIn(texts_.caption(Caption::stepsTaken), count));
+    showValues();
+    note_->setText(qtText(filledIn(texts_.caption(Caption::stepsTaken), count)));
+}
+
+void Fahrstufen::reset()
+{
+    edit_.reset();
+    showValues();
+}
+
+} // namespace karvo

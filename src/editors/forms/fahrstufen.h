@@ -1,0 +1,82 @@
+// The editor of the speed table: 28 fields and bars, the curves that fill them, and the take-over into the
+// list.
+#pragma once
+
+#include "editors/curve_questions.h"
+#include "editors/step_edit.h"
+#include "workbench/workbench.h"
+
+#include <QDialog>
+
+#include <array>
+#include <functional>
+
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QMenu;
+class QMenuBar;
+class QPushButton;
+
+namespace karvo
+{
+
+class StepGraph;
+
+class Fahrstufen : public QDialog
+{
+    Q_OBJECT
+
+public:
+    // The set on the bench has a speed table, and the line is free.
+    explicit Fahrstufen(Workbench& bench, QWidget* parent = nullptr);
+
+protected:
+    Fahrstufen(Workbench& bench, const QString& name, QWidget* parent);
+
+    void showEvent(QShowEvent* event) override;
+
+    // The table as bars, on the scale of this window.
+    virtual void drawbargraph();
+    void drawUpTo(int highest);
+
+private:
+    // fahrstufen_layout.cpp
+    void build();
+    QMenuBar* menus();
+    void addCurve(QMenu& menu, const char* name, Caption caption, std::function<void()> act);
+    QWidget* fieldGrid();
+    QWidget* chosenStepRow();
+    QLineEdit* numberField(const QString& name);
+    QWidget* buttons();
+    void useViewMode();
+
+    void compute(Curve curve, CurveQuestions questions, int highest);
+    void computeExaggerated();
+    void openTables();
+
+    void showValues();
+    void chooseStep(int step);
+    void setStep(int step, int value);
+    bool takeField(QLineEdit& field, int step);
+    bool takeFields();
+    void takeOver();
+    void reset();
+
+    Workbench& bench_;
+    const LanguageTables& texts_;
+    const bool viewMode_; // the values are those of the last reply, and only shown
+    const int highest_;
+    StepEdit edit_;
+    StepGraph* graph_;
+    std::array<QLineEdit*, speedStepCount> fields_{};
+    QComboBox* chosenStep_;
+    QLineEdit* chosenValue_;
+    QLabel* note_;
+    QPushButton* takeOver_ = nullptr;
+    QPushButton* reset_ = nullptr;
+    QList<QAction*> curves_;
+    bool telling_ = false; // a refusal is being shown
+};
+
+} // namespace karvo
