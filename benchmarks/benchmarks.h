@@ -26,6 +26,10 @@ std::vector<Row> measureListFiles(const std::filesystem::path& programFolder);
 // program again with the argument of a child.
 std::vector<Row> measureWindows(const std::filesystem::path& programFolder);
 
+// The longest time, in milliseconds, from a move of the mouse that drags a bar of the speed-step editor to
+// the painted window.
+double slowestDrag(const std::filesystem::path& programFolder);
+
 // The child's part: shows the window that is asked for, prints its figures when it is idle, and returns the
 // exit code.
 int runWindowChild(int argc, char** argv, const std::filesystem::path& programFolder);
