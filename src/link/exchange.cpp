@@ -20,11 +20,12 @@ Text portRefusedText(const LanguageTables& texts, const PortError& error)
 WaitResult waitForCount(Link& link, ReplyLength replyLength)
 {
     const bool exact = replyLength.rule == ReplyLength::Rule::exactly;
+    const std::size_t least = replyLength.rule == ReplyLength::Rule::atLeast ? replyLength.count : 1;
     const auto arrived = [&] {
         const auto waiting = link.port.bytesWaiting();
         if (exact)
             link.view.showProgress(waiting, replyLength.count);
-        return !link.port.isOpen() || (exact ? waiting == replyLength.count : waiting >= 1);
+        return !link.port.isOpen() || (exact ? waiting == replyLength.count : waiting >= least);
     };
     const auto result = link.wait.until(arrived, link.state.timeOutInterval);
     if (exact)

@@ -8,11 +8,12 @@ namespace karvo
 
 // How many bytes end the wait for a reply.
 struct ReplyLength {
-    enum class Rule { atLeastOne, identification, exactly };
-    Rule rule = Rule::atLeastOne;
+    enum class Rule { atLeast, identification, exactly };
+    Rule rule = Rule::atLeast;
     std::size_t count = 1; // for `exactly`: more bytes than these do not end the wait either
 
     static ReplyLength atLeastOne() { return {}; }
+    static ReplyLength atLeast(std::size_t count) { return {Rule::atLeast, count}; }
     // Two bytes, or one with nothing behind it for 50 ms.
     static ReplyLength identification() { return {Rule::identification, 2}; }
     static ReplyLength exactly(std::size_t count) { return {Rule::exactly, count}; }

@@ -19,6 +19,7 @@ constexpr long long bitsPerByte = 10;
 constexpr std::uint8_t acknowledge = 6;
 constexpr std::uint8_t refusal = 21;
 constexpr std::size_t frameLength = 3;
+constexpr std::size_t liveChannels = 3;
 constexpr Time frameTimeOut = 2s;
 
 constexpr std::uint8_t identifyCommand = '%';
@@ -201,12 +202,16 @@ void Simulator::receiveFrameByte(std::uint8_t byte, Time arrival)
 
 void Simulator::answerFrame(Time arrival)
 {
-    const std::size_t address = received_[0];
+    const std::size_t place = received_[0]; // an address or a channel
     const std::uint8_t value = received_[1];
+    const bool live = awaited_ == Awaited::liveFrame;
     const bool refused = received_[2] != sumOf(std::span(received_).first(2)) ||
-                         fault_ == Fault::refusedCommand || fault_ == Fault::refusedFrame;
-    if (!refused && awaited_ == Awaited::writeFrame)
-        decoder_.memory[address] = value;
+                         (live && (place < 1 || place > liveChannels)) || fault_ == Fault::refusedCommand ||
+                         fault_ == Fault::refusedFrame;
+    if (!refused && live)
+        liveValues_.push_back({received_[0], value});
+    else if (!refused)
+        decoder_.memory[place] = value;
     send(std::array{refused ? refusal : acknowledge}, arrival);
 }
 

@@ -76,6 +76,13 @@ public:
     // Of the update under way or the last one.
     const UpdateMode& update() const { return update_; }
 
+    // The live values that were taken, in their order.
+    struct LiveValue {
+        int channel;
+        int value;
+    };
+    const std::vector<LiveValue>& liveValues() const { return liveValues_; }
+
     // A script may change the fault between two exchanges.
     void setFault(Fault fault);
 
@@ -112,6 +119,7 @@ private:
     int baud_ = 4800;
     Awaited awaited_ = Awaited::command;
     std::vector<std::uint8_t> received_; // of the command or frame under way
+    std::vector<LiveValue> liveValues_;
     std::deque<Outgoing> outgoing_;
     Time inwardFree_{};  // when the line to the device has passed all that was sent
     Time outwardFree_{}; // when the line from the device has passed all that was answered

@@ -348,6 +348,21 @@ TEST(Fault, EveryNameGivesItsFault)
     EXPECT_EQ(faultByName(""), std::nullopt);
 }
 
+TEST(Simulator, KeepsLiveValuesAndStoresNone)
+{
+    Simulator simulator(decoder("kv07"), Pace::none, Fault::none);
+    EXPECT_EQ(answer(simulator, bytesOf("EWM")), (Bytes{6}));
+    EXPECT_EQ(answer(simulator, {2, 255, 1}), (Bytes{6}));
+    for (const Bytes& wrong : {Bytes{4, 1, 5}, Bytes{0, 1, 1}, Bytes{2, 1, 4}}) {
+        answer(simulator, bytesOf("EWM"));
+        EXPECT_EQ(answer(simulator, wrong), (Bytes{21}));
+    }
+    ASSERT_EQ(simulator.liveValues().size(), 1U);
+    EXPECT_EQ(simulator.liveValues()[0].channel, 2);
+    EXPECT_EQ(simulator.liveValues()[0].value, 255);
+    EXPECT_EQ(simulator.decoder().memory, decoder("kv07").memory);
+}
+
 } // namespace
 
 } // namespace karvo::sim

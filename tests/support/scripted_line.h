@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <deque>
+#include <functional>
 
 namespace karvo::test
 {
@@ -33,6 +34,8 @@ public:
     void endDuringNextWait() { ended_ = true; }
     // The first wait for which nothing is scripted ends with the program.
     void endWhenSilent() { endsWhenSilent_ = true; }
+    // What an event does while a reply is awaited.
+    void onWait(std::function<void()> act) { onWait_ = std::move(act); }
     void addWaitingBytes(const Bytes& bytes) { waiting_.insert(waiting_.end(), bytes.begin(), bytes.end()); }
     bool hasUnusedReplies() const { return !replies_.empty(); }
     std::chrono::milliseconds now() const { return now_; }
@@ -83,6 +86,8 @@ public:
     {
         EXPECT_FALSE(waits_) << "a wait inside a wait";
         waits_ = true;
+        if (onWait_)
+            onWait_();
         const auto result = waitUntil(condition, now_ + limit);
         waits_ = false;
         return result;
@@ -115,6 +120,7 @@ private:
     std::vector<int> present_;
     std::optional<PortError> refusal_;
     std::optional<PortError> laterRefusal_;
+    std::function<void()> onWait_;
     Bytes waiting_;
     std::chrono::milliseconds now_{0};
     std::chrono::milliseconds writtenAt_{0};

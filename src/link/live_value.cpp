@@ -1,0 +1,75 @@
+#include "link/live_value.h"
+
+#include "link/identification.h"
+#include "program/check_byte.h"
+
+#include <optional>
+
+namespace karvo
+{
+
+namespace
+{
+
+const Bytes identifyCommand = {'%'};
+const Bytes liveCommand = {'E', 'W', 'M'};
+constexpr std::size_t identificationLength = 2;
+constexpr int trailerCode = 57; // trailers have nothing that could follow
+
+std::optional<LiveEnd> exchange(Link& link, const Bytes& command, ReplyLength length)
+{
+    switch (Exchange(link, command, length)) {
+    case ExchangeEnd::ended:
+        return LiveEnd::ended;
+    case ExchangeEnd::timedOut:
+        link.state.timeOut = false;
+        link.prompts.message(link.texts.message(Message::noReply));
+        return LiveEnd::noReply;
+    case ExchangeEnd::replied:
+        break;
+    }
+    return std::nullopt;
+}
+
+std::optional<LiveEnd> identify(Link& link)
+{
+    if (const auto end = exchange(link, identifyCommand, ReplyLength::atLeast(identificationLength)))
+        return end;
+    const auto typeCode = typeCodeOf(link.state.lastReply, ReadOnlyReceiver::refused);
+    if (!typeCode || *typeCode == trailerCode)
+        return LiveEnd::unknownDecoder;
+    link.state.typeCode = *typeCode;
+    return std::nullopt;
+}
+
+std::optional<LiveEnd> announce(Link& link)
+{
+    if (const auto end = exchange(link, liveCommand, ReplyLength::atLeastOne()))
+        return end;
+    if (IsAck(link.state.lastReply))
+        return std::nullopt;
+    link.prompts.message(link.texts.message(Message::announcementRefused));
+    return LiveEnd::refused;
+}
+
+Bytes packetOf(const LiveValue& value)
+{
+    Bytes packet = {static_cast<std::uint8_t>(value.channel), static_cast<std::uint8_t>(value.value)};
+    packet.push_back(checkByte(packet));
+    return packet;
+}
+
+} // namespace
+
+LiveEnd sendLiveValue(Link& link, const LiveValue& value)
+{
+    if (!EnsurePortOpen(link))
+        return LiveEnd::ended;
+    if (const auto end = identify(link))
+        return *end;
+    if (const auto end = announce(link))
+        return *end;
+    return exchange(link, packetOf(value), ReplyLength::atLeastOne()).value_or(LiveEnd::sent);
+}
+
+} // namespace karvo
