@@ -37,6 +37,7 @@ Hauptform::Hauptform(const MainWindowSetup& setup)
     connectMenu();
     connectFiles();
     connectEditors();
+    connectServos();
     connectWriting();
     connectFirmware();
     menu_->markLanguage(state_.language);

@@ -115,6 +115,9 @@ private:
     void writeBaseAndTop(const Preset& preset);
     void writeEdited(const WritePlan& plan, Message done);
 
+    // hauptform_servos.cpp
+    void connectServos();
+
     // hauptform_writing.cpp
     void connectWriting();
     void enterValue(const QString& typed);

@@ -73,7 +73,13 @@ public:
     // Any window; `act` has to close it.
     void expect(const QString& what, std::function<void(QWidget&)> act)
     {
-        steps_.push_back({what, std::move(act)});
+        steps_.push_back({what, std::move(act), false});
+    }
+
+    // A window that may stay open for a while after `act`: it has something under way.
+    void expectLasting(const QString& what, std::function<void(QWidget&)> act)
+    {
+        steps_.push_back({what, std::move(act), true});
     }
 
     bool isDone() const { return steps_.empty(); }
@@ -82,6 +88,7 @@ private:
     struct Step {
         QString what;
         std::function<void(QWidget&)> act;
+        bool lasts;
     };
 
     void look()
@@ -96,7 +103,7 @@ private:
             window->close();
             return;
         }
-        QWidget* const outer = std::exchange(answering_, window);
+        QWidget* const outer = std::exchange(answering_, QPointer<QWidget>(window));
         const Step step = std::move(steps_.front());
         steps_.pop_front();
         // Outside the timer's own slot, so that it goes on ticking over a box that the answer brings up.
@@ -109,6 +116,8 @@ private:
     void answer(const Step& step, const QPointer<QWidget>& window, QWidget* outer)
     {
         step.act(*window);
+        if (step.lasts)
+            return;
         answering_ = outer;
         if (window && window->isVisible()) {
             ADD_FAILURE() << "not closed: " << step.what.toStdString();
@@ -118,7 +127,7 @@ private:
 
     QTimer timer_;
     std::deque<Step> steps_;
-    QWidget* answering_ = nullptr; // its own further boxes are other windows
+    QPointer<QWidget> answering_; // its own further boxes are other windows
 };
 
 } // namespace karvo::test

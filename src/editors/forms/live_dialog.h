@@ -1,0 +1,101 @@
+// The windows for servos: sliders that the decoder follows while they move.
+#pragma once
+
+#include "editors/live_follow.h"
+#include "workbench/line_use.h"
+
+#include <QDialog>
+#include <QTimer>
+
+#include <optional>
+
+class QGridLayout;
+class QLabel;
+class QSlider;
+class QSpinBox;
+
+namespace karvo
+{
+
+class LiveDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    LiveDialog(Workbench& bench, LiveWindow window, const QString& name, Caption title, QWidget* parent);
+
+    // What is to be written, once the dialog was accepted.
+    WritePlan plan() const { return setup_.plan(); }
+
+    // Waits for the exchange under way.
+    void done(int result) override;
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    struct Row {
+        int cv;
+        QSlider* slider;
+        QSpinBox* number;
+    };
+
+    void build();
+    void addControl(QGridLayout& grid, const LiveControl& control);
+    QWidget* buttons();
+    void start();
+    void tick();
+    void move(const Row& row, int value);
+    void checkTimes(int cv);
+    bool mayWrite();
+    void write();
+    void showValues();
+    void afterExchange();
+
+    Workbench& bench_;
+    const LanguageTables& texts_;
+    LineUse line_; // the decoder is spoken to as long as the window stands open
+    LiveSetup setup_;
+    LiveFollow follow_;
+    QTimer timer_;
+    QList<Row> rows_;
+    QLabel* note_;
+    int lastTime_ = 0; // the time that was changed last
+    bool showing_ = false;
+    bool finishing_ = false;
+    std::optional<int> wantedResult_; // the window is to close after the exchange under way
+};
+
+// The receiver's servos together.
+class Servo_Setup2 : public LiveDialog
+{
+    Q_OBJECT
+public:
+    explicit Servo_Setup2(Workbench& bench, QWidget* parent = nullptr);
+};
+
+// A vehicle's first servo.
+class Servo_Setup3 : public LiveDialog
+{
+    Q_OBJECT
+public:
+    explicit Servo_Setup3(Workbench& bench, QWidget* parent = nullptr);
+};
+
+// A vehicle's second servo.
+class Servo_Setup4 : public LiveDialog
+{
+    Q_OBJECT
+public:
+    explicit Servo_Setup4(Workbench& bench, QWidget* parent = nullptr);
+};
+
+// When a servo returns, or how it sweeps.
+class RZeit_Setup : public LiveDialog
+{
+    Q_OBJECT
+public:
+    explicit RZeit_Setup(Workbench& bench, QWidget* parent = nullptr);
+};
+
+} // namespace karvo

@@ -1,0 +1,42 @@
+// The windows for servos in the main window.
+#include "editors/forms/live_dialog.h"
+#include "shell/hauptform.h"
+#include "shell/main_menu.h"
+
+#include <QAction>
+
+namespace karvo
+{
+
+namespace
+{
+
+// Nothing when it was cancelled. The line is free again when the window is gone.
+template <typename Window>
+std::optional<WritePlan> setUp(Workbench& bench, QWidget* parent)
+{
+    Window window(bench, parent);
+    return window.exec() == QDialog::Accepted ? std::optional(window.plan()) : std::nullopt;
+}
+
+} // namespace
+
+void Hauptform::connectServos()
+{
+    const auto on = [this](std::string_view item, LiveWindow kind, auto setUpWindow) {
+        connect(menu_->action(item), &QAction::triggered, this, [this, kind, setUpWindow] {
+            if (state_.lineBusy || !takePendingValue())
+                return;
+            if (!LiveSetup::isPossible(kind, state_.set.table))
+                bench_.prompts.message(texts_.message(Message::noServoCvs), PromptIcon::information);
+            else if (const auto plan = setUpWindow(bench_, this))
+                writeEdited(*plan, Message::servoWritten);
+        });
+    };
+    on("mnu_servo_setup", LiveWindow::bothServos, &setUp<Servo_Setup2>);
+    on("mnu_servo1", LiveWindow::firstServo, &setUp<Servo_Setup3>);
+    on("mnu_servo2", LiveWindow::secondServo, &setUp<Servo_Setup4>);
+    on("mnu_RZeit_setup", LiveWindow::times, &setUp<RZeit_Setup>);
+}
+
+} // namespace karvo
