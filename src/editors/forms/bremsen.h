@@ -2,6 +2,7 @@
 #pragma once
 
 #include "editors/distance_table.h"
+#include "ui/parting.h"
 #include "workbench/workbench.h"
 
 #include <QDialog>
@@ -28,6 +29,7 @@ public:
     // With the values of the set on the bench; `preset`: the name of a file whose values of CV52 to CV54 take
     // their place, empty for none.
     Bremsen(Workbench& bench, std::string_view preset, QWidget* parent = nullptr);
+    ~Bremsen() override { partFromControls(*this); }
 
     // What is to be written, once the dialog was accepted.
     const WritePlan& plan() const { return plan_; }

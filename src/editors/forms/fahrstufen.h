@@ -4,6 +4,7 @@
 
 #include "editors/curve_questions.h"
 #include "editors/step_edit.h"
+#include "ui/parting.h"
 #include "workbench/workbench.h"
 
 #include <QDialog>
@@ -30,6 +31,7 @@ class Fahrstufen : public QDialog
 public:
     // The set on the bench has a speed table, and the line is free.
     explicit Fahrstufen(Workbench& bench, QWidget* parent = nullptr);
+    ~Fahrstufen() override { partFromControls(*this); }
 
 protected:
     Fahrstufen(Workbench& bench, const QString& name, QWidget* parent);

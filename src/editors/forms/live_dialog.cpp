@@ -70,6 +70,7 @@ void LiveDialog::addControl(QGridLayout& grid, const LiveControl& control)
     row.slider->setObjectName(QStringLiteral("Slider%1").arg(control.cv));
     row.slider->setRange(0, highestValue);
     row.slider->setPageStep(pageStep);
+    row.slider->setMinimumWidth(25 * fontMetrics().averageCharWidth());
     row.slider->setAccessibleName(name);
     row.number->setObjectName(QStringLiteral("Number%1").arg(control.cv));
     row.number->setRange(0, highestValue);

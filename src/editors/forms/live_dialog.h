@@ -2,6 +2,7 @@
 #pragma once
 
 #include "editors/live_follow.h"
+#include "ui/parting.h"
 #include "workbench/line_use.h"
 
 #include <QDialog>
@@ -23,6 +24,7 @@ class LiveDialog : public QDialog
 
 public:
     LiveDialog(Workbench& bench, LiveWindow window, const QString& name, Caption title, QWidget* parent);
+    ~LiveDialog() override { partFromControls(*this); }
 
     // What is to be written, once the dialog was accepted.
     WritePlan plan() const { return setup_.plan(); }

@@ -280,7 +280,9 @@ void StepGraph::paintChosen(QPainter& painter) const
     painter.drawRect(place);
     const QString text = spokenValue();
     const double width = fontMetrics().horizontalAdvance(text) + 8.0;
-    const double left = std::clamp(place.center().x() - width / 2, 0.0, std::max(0.0, this->width() - width));
+    const double lowest = plot().left(); // beside the labels of the scale
+    const double left =
+        std::clamp(place.center().x() - width / 2, lowest, std::max(lowest, this->width() - width));
     painter.drawText(QRectF(left, 0, width, line), Qt::AlignCenter, text);
 }
 
