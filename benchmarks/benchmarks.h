@@ -22,6 +22,9 @@ std::vector<Row> measureDescriptions(const std::filesystem::path& programFolder)
 // brought to the disk.
 std::vector<Row> measureListFiles(const std::filesystem::path& programFolder);
 
+// Unpacking an archive against bsdtar; nothing where there is no bsdtar.
+std::vector<Row> measureUnpacking();
+
 // Start to the first idle window, and memory, against an empty window of the same toolkit. Runs this very
 // program again with the argument of a child.
 std::vector<Row> measureWindows(const std::filesystem::path& programFolder);

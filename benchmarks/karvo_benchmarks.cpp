@@ -41,6 +41,7 @@ int main(int argc, char** argv)
     append(rows, measureWriting(programFolder));
     append(rows, measureDescriptions(programFolder));
     append(rows, measureListFiles(programFolder));
+    append(rows, measureUnpacking());
     append(rows, measureWindows(programFolder));
     print(rows);
     return 0;

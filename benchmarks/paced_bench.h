@@ -26,6 +26,7 @@ class QuietPrompts : public Prompts
 {
 public:
     void message(const Text&, PromptIcon) override {}
+    void error(const Text&) override {}
     bool question(const Text&) override { return false; }
     std::optional<Text> input(const Text&, const Text&, const Text&) override { return std::nullopt; }
     std::optional<std::size_t> choice(const Text&, const Text&, const std::vector<Text>&,

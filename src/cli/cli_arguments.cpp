@@ -33,7 +33,8 @@ const char* const commandHelp =
     "write      write CVs to the decoder: write CV3=12 CV4=8; with --from what differs from a CV list\n"
     "           file. What the decoder held is kept in the folder CV_listen first.\n"
     "flash      send a firmware to the decoder's boot loader: flash FIRMWARE.hex\n"
-    "update     renew the firmware through the programming interface: update FIRMWARE.uhx";
+    "update     renew the firmware through the programming interface: update FIRMWARE.uhx\n"
+    "unzip      unpack a ZIP archive into a folder: unzip ARCHIVE.zip FOLDER";
 
 struct CommandForm {
     CliCommand command;
@@ -49,6 +50,7 @@ constexpr CommandForm forms[] = {
     {CliCommand::exportList, "export", 2, 2}, {CliCommand::compare, "compare", 2, 2},
     {CliCommand::set, "set", 1, many},        {CliCommand::write, "write", 0, many},
     {CliCommand::flash, "flash", 1, 1},       {CliCommand::update, "update", 1, 1},
+    {CliCommand::unzip, "unzip", 2, 2},
 };
 
 const CommandForm* formOf(const QString& word)
@@ -88,7 +90,7 @@ void describe(QCommandLineParser& parser)
     parser.addPositionalArgument(
         QStringLiteral("command"), QLatin1String(commandHelp),
         QStringLiteral("ports|identify|read|list [MODEL]|export LIST FILE|compare A "
-                       "B|set LISTS... CV=VALUE...|write CV=VALUE...|flash HEX|update UHX"));
+                       "B|set LISTS... CV=VALUE...|write CV=VALUE...|flash HEX|update UHX|unzip ZIP FOLDER"));
     parser.addOption(valued("port", "Port of the programming interface; else the stored one.", "COM5"));
     parser.addOption(
         valued("map-port", "Device of a port for this run; may be repeated.", "COM5=/dev/ttyUSB0"));

@@ -12,7 +12,7 @@
 namespace karvo
 {
 
-enum class CliCommand { ports, identify, read, list, exportList, compare, set, write, flash, update };
+enum class CliCommand { ports, identify, read, list, exportList, compare, set, write, flash, update, unzip };
 
 struct CliArguments {
     CliCommand command = CliCommand::read;

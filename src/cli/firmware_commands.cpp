@@ -2,10 +2,12 @@
 
 #include "cli/terminal.h"
 #include "firmware/interface_update.h"
+#include "firmware/unzip.h"
 #include "firmware/upload.h"
 #include "link/identification.h"
 #include "platform/qt_clock.h"
 #include "platform/text_conversion.h"
+#include "platform/zip_archive.h"
 #include "workbench/line_use.h"
 
 namespace karvo
@@ -44,6 +46,12 @@ public:
 
 private:
     View& view_;
+};
+
+class PatientUnzip : public UnzipObserver
+{
+public:
+    bool goOn(std::uint64_t) override { return true; }
 };
 
 Text numberText(std::size_t number)
@@ -152,6 +160,27 @@ ExitCode runUpdate(Workbench& bench, const CliArguments& arguments)
     return exitCodeOf(
         updateThroughInterface(bench, {[&]() -> std::optional<std::filesystem::path> { return path; },
                                        [](const std::filesystem::path&) {}, clock, observer}));
+}
+
+ExitCode runUnzip(Workbench& bench, const CliArguments& arguments)
+{
+    ZipArchive archive;
+    PatientUnzip observer;
+    const auto result =
+        unzip(archive, toPath(arguments.operands.at(0)), toPath(arguments.operands.at(1)), observer);
+    if (const auto fault = messageOf(result, bench.state.texts))
+        bench.prompts.error(*fault);
+    switch (result.end) {
+    case UnzipEnd::unpacked:
+        return ExitCode::done;
+    case UnzipEnd::notPlaced:
+        return ExitCode::notAllWritten;
+    case UnzipEnd::notReadable:
+        return bench.files.exists(toPath(arguments.operands.at(0))) ? ExitCode::damagedData
+                                                                    : ExitCode::fileTrouble;
+    default:
+        return ExitCode::damagedData;
+    }
 }
 
 } // namespace karvo

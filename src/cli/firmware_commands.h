@@ -13,4 +13,7 @@ ExitCode runFlash(Workbench& bench, const CliArguments& arguments);
 // Updates through the programming interface, after an exchange that shows that there is one.
 ExitCode runUpdate(Workbench& bench, const CliArguments& arguments);
 
+// Unpacks an archive into a folder, as a whole or not at all.
+ExitCode runUnzip(Workbench& bench, const CliArguments& arguments);
+
 } // namespace karvo

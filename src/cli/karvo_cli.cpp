@@ -74,6 +74,8 @@ ExitCode run(Workbench& bench, const PortMap& map, const CliArguments& arguments
         return runFlash(bench, arguments);
     case CliCommand::update:
         return runUpdate(bench, arguments);
+    case CliCommand::unzip:
+        return runUnzip(bench, arguments);
     }
     return ExitCode::wrongArguments;
 }

@@ -20,6 +20,7 @@ public:
     }
 
     void message(const Text& text, PromptIcon icon) override;
+    void error(const Text& text) override { message(text, PromptIcon::warning); }
     // Answered at a terminal with y. Off a terminal the question is printed, and the answer is No.
     bool question(const Text& text) override;
     std::optional<Text> input(const Text& title, const Text& prompt, const Text& initial) override;

@@ -40,6 +40,9 @@ public:
     // A box with an OK button. Lines are separated by CR LF.
     virtual void message(const Text& text, PromptIcon icon = PromptIcon::none) = 0;
 
+    // The same under the title "error", with the icon of a warning.
+    virtual void error(const Text& text) = 0;
+
     // A Yes/No box; true for Yes. Closing the box is No.
     virtual bool question(const Text& text) = 0;
 

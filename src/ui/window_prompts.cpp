@@ -78,11 +78,20 @@ WindowPrompts::WindowPrompts(const LanguageTables& texts, std::function<void()> 
 
 void WindowPrompts::message(const Text& text, PromptIcon icon)
 {
+    const bool bad = icon == PromptIcon::warning || icon == PromptIcon::stop;
+    showBox(titled(bad ? Caption::errorTitle : Caption::informationTitle), text, icon);
+}
+
+void WindowPrompts::error(const Text& text)
+{
+    showBox(QStringLiteral("error"), text, PromptIcon::warning);
+}
+
+void WindowPrompts::showBox(const QString& title, const Text& text, PromptIcon icon)
+{
     if (ended_)
         return;
-    const bool bad = icon == PromptIcon::warning || icon == PromptIcon::stop;
-    QMessageBox box(boxIcon(icon), titled(bad ? Caption::errorTitle : Caption::informationTitle),
-                    qtText(text), QMessageBox::Ok, owner());
+    QMessageBox box(boxIcon(icon), title, qtText(text), QMessageBox::Ok, owner());
     box.setTextFormat(Qt::PlainText); // a path may look like markup
     nameButton(box, QMessageBox::Ok, Caption::okButton);
     box.exec();
@@ -153,6 +162,8 @@ std::optional<std::filesystem::path> WindowPrompts::openFile(const FileRequest& 
     QFileDialog dialog(owner());
     prepare(dialog, request, Caption::openButton);
     dialog.setFileMode(QFileDialog::ExistingFile);
+    if (!request.name.empty())
+        dialog.selectFile(qtText(request.name));
     if (dialog.exec() != QDialog::Accepted || ended_ || dialog.selectedFiles().isEmpty())
         return std::nullopt;
     return chosenPath(dialog.selectedFiles().first());

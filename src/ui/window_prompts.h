@@ -26,6 +26,7 @@ public:
     void setParentWindow(QWidget* window) { parent_ = window; }
 
     void message(const Text& text, PromptIcon icon = PromptIcon::none) override;
+    void error(const Text& text) override;
     bool question(const Text& text) override;
     std::optional<Text> input(const Text& title, const Text& prompt, const Text& initial) override;
     std::optional<std::size_t> choice(const Text& title, const Text& prompt, const std::vector<Text>& options,
@@ -39,6 +40,7 @@ public:
     bool hasEnded() const { return ended_; }
 
 private:
+    void showBox(const QString& title, const Text& text, PromptIcon icon);
     // Texts stay as they are where the tables have none: before a language is loaded, and with a short
     // language file.
     void nameButton(QMessageBox& box, int button, Caption caption) const;

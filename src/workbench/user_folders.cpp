@@ -50,4 +50,12 @@ UserFolders findUserFolders(Files& files, const std::filesystem::path& programFo
     return {folder("CV_listen"), folder("FS_listen"), folder("ABS_listen")};
 }
 
+std::filesystem::path folderBelow(Files& files, std::filesystem::path folder,
+                                  std::initializer_list<const char*> names)
+{
+    for (const char* const name : names)
+        folder = folderIn(files, folder, name).path;
+    return folder;
+}
+
 } // namespace karvo

@@ -4,6 +4,7 @@
 #include "program/files.h"
 
 #include <filesystem>
+#include <initializer_list>
 
 namespace karvo
 {
@@ -27,5 +28,9 @@ struct UserFolders {
 // there is found whatever the case of its letters.
 UserFolders findUserFolders(Files& files, const std::filesystem::path& programFolder,
                             const std::filesystem::path& documentsFolder);
+
+// A folder below another one, whatever the case of its letters; what is not there yet is named as given.
+std::filesystem::path folderBelow(Files& files, std::filesystem::path folder,
+                                  std::initializer_list<const char*> names);
 
 } // namespace karvo

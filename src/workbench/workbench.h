@@ -25,6 +25,7 @@ struct RecoveryState {
 struct ProgramState {
     std::filesystem::path programFolder; // where the text files lie
     UserFolders userFolders;             // where the user's files lie
+    std::filesystem::path driveC;        // "C:\", elsewhere than on Windows the folder that stands for it
     LanguageCode language = LanguageCode::german;
     LanguageTables texts;
     LinkState link;

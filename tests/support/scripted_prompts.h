@@ -28,6 +28,7 @@ public:
     {
         journal_.push_back("message " + utf8FromText(text));
     }
+    void error(const Text& text) override { journal_.push_back("error " + utf8FromText(text)); }
     bool question(const Text& text) override
     {
         journal_.push_back("question " + utf8FromText(text));

@@ -1,0 +1,62 @@
+#include "firmware/download.h"
+
+#include "firmware/archive_names.h"
+
+namespace karvo
+{
+
+namespace
+{
+
+constexpr std::size_t nameLength = 12;
+// In German whatever the language is, as the vehicles' owners know them from the maker.
+constexpr TextView failed = u"Fehler beim Download: Entweder existiert die URL nicht, oder Sie haben "
+                            u"einen ungültigen Dateinamen angegeben!";
+constexpr TextView complete = u"Download erfolgreich ausgeführt!";
+
+DownloadEnd fetch(Workbench& bench, Downloader& downloader, const Text& address, const Text& name,
+                  DownloadObserver& observer)
+{
+    const auto folder = folderBelow(bench.files, bench.state.driveC, {"temp"});
+    bench.files.makeFolder(folder); // where that fails, the file can not be made either
+    bench.view.showHourglass(true);
+    const auto end = downloader.fetch(address, folder / std::filesystem::path(utf8FromText(name)), observer);
+    bench.view.showHourglass(false);
+    return end;
+}
+
+} // namespace
+
+std::optional<Text> downloadFileName(TextView address)
+{
+    if (address.size() < nameLength)
+        return std::nullopt;
+    Text name(address.substr(address.size() - nameLength));
+    return isPlainFileName(utf8FromText(name)) ? std::optional(std::move(name)) : std::nullopt;
+}
+
+std::optional<DownloadEnd> download(Workbench& bench, Downloader& downloader, DownloadObserver& observer)
+{
+    const Text address = bench.state.texts.message(Message::downloadAddress);
+    if (const auto name = downloadFileName(address))
+        return fetch(bench, downloader, address, *name, observer);
+    bench.prompts.message(bench.state.texts.message(Message::downloadNameRefused), PromptIcon::stop);
+    return std::nullopt;
+}
+
+void tellDownload(Workbench& bench, DownloadEnd end)
+{
+    switch (end) {
+    case DownloadEnd::complete:
+        bench.prompts.message(Text(complete));
+        break;
+    case DownloadEnd::failed:
+        bench.prompts.message(Text(failed), PromptIcon::stop);
+        break;
+    case DownloadEnd::cancelled:
+    case DownloadEnd::ended:
+        break;
+    }
+}
+
+} // namespace karvo

@@ -1,0 +1,147 @@
+#include "firmware/staged_files.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <utility>
+
+namespace karvo
+{
+
+namespace
+{
+
+namespace fs = std::filesystem;
+
+std::optional<PlaceFault> faultOf(const fs::path& path, const std::error_code& error)
+{
+    return error ? std::optional(PlaceFault{path, error}) : std::nullopt;
+}
+
+// A stream keeps no error of its own; the system's last one is what stopped it.
+PlaceFault streamFault(const fs::path& path)
+{
+    const int number = errno;
+    return {path, number != 0 ? std::error_code(number, std::generic_category())
+                              : std::make_error_code(std::errc::io_error)};
+}
+
+// A folder that nobody has, beside the target: moving within one disk cannot run out of space.
+std::optional<PlaceFault> makeStaging(const fs::path& folder, fs::path& staging)
+{
+    constexpr int attempts = 1000;
+    std::error_code error;
+    for (int attempt = 1; attempt <= attempts; ++attempt) {
+        staging = folder;
+        staging += ".unpacking-" + std::to_string(attempt);
+        if (fs::create_directory(staging, error))
+            return std::nullopt;
+        if (error)
+            break;
+    }
+    return PlaceFault{std::exchange(staging, {}),
+                      error ? error : std::make_error_code(std::errc::file_exists)};
+}
+
+} // namespace
+
+// Without a separator at its end: the staging folder's name continues it.
+StagedFiles::StagedFiles(fs::path folder)
+    : folder_(folder.has_filename() ? std::move(folder) : folder.parent_path())
+{
+}
+
+StagedFiles::~StagedFiles()
+{
+    stream_.close();
+    std::error_code ignored;
+    if (!staging_.empty())
+        fs::remove_all(staging_, ignored);
+}
+
+std::optional<PlaceFault> StagedFiles::begin()
+{
+    std::error_code error;
+    fs::create_directories(folder_, error);
+    if (error)
+        return faultOf(folder_, error);
+    return makeStaging(folder_, staging_);
+}
+
+std::optional<PlaceFault> StagedFiles::addFolder(const fs::path& path)
+{
+    if (path.empty())
+        return std::nullopt;
+    if (auto fault = addFolder(path.parent_path()))
+        return fault;
+    std::error_code error;
+    if (fs::create_directory(staging_ / path, error))
+        folders_.push_back(path);
+    return faultOf(folder_ / path, error);
+}
+
+std::optional<PlaceFault> StagedFiles::startFile(const fs::path& path)
+{
+    if (auto fault = addFolder(path.parent_path()))
+        return fault;
+    current_ = path;
+    errno = 0;
+    stream_.open(staging_ / path, std::ios::binary | std::ios::trunc);
+    if (!stream_)
+        return streamFault(folder_ / path);
+    files_.push_back(path);
+    return std::nullopt;
+}
+
+std::optional<PlaceFault> StagedFiles::append(std::span<const std::uint8_t> bytes)
+{
+    errno = 0;
+    stream_.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    return stream_ ? std::nullopt : std::optional(streamFault(folder_ / current_));
+}
+
+std::optional<PlaceFault> StagedFiles::finishFile()
+{
+    if (!stream_.is_open())
+        return std::nullopt;
+    errno = 0;
+    stream_.close();
+    return stream_ ? std::nullopt : std::optional(streamFault(folder_ / current_));
+}
+
+std::optional<PlaceFault> StagedFiles::place()
+{
+    for (const auto& path : folders_) {
+        if (auto fault = checkPlace(path, true))
+            return fault;
+    }
+    for (const auto& path : files_) {
+        if (auto fault = checkPlace(path, false))
+            return fault;
+    }
+    std::error_code error;
+    for (const auto& path : folders_) {
+        fs::create_directory(folder_ / path, error);
+        if (error)
+            return faultOf(folder_ / path, error);
+    }
+    for (const auto& path : files_) {
+        fs::rename(staging_ / path, folder_ / path, error);
+        if (error)
+            return faultOf(folder_ / path, error);
+    }
+    return std::nullopt;
+}
+
+std::optional<PlaceFault> StagedFiles::checkPlace(const fs::path& path, bool isFolder) const
+{
+    std::error_code unknown;
+    const auto status = fs::symlink_status(folder_ / path, unknown);
+    if (!fs::exists(status))
+        return std::nullopt;
+    if (isFolder ? fs::is_directory(status) : fs::is_regular_file(status))
+        return std::nullopt;
+    return PlaceFault{folder_ / path,
+                      std::make_error_code(isFolder ? std::errc::not_a_directory : std::errc::file_exists)};
+}
+
+} // namespace karvo

@@ -1,0 +1,52 @@
+// Files that are written beside the folder they belong in, and moved there when all of them are complete.
+#pragma once
+
+#include "program/text.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <optional>
+#include <span>
+#include <system_error>
+#include <vector>
+
+namespace karvo
+{
+
+struct PlaceFault {
+    std::filesystem::path path;
+    std::error_code error;
+};
+
+class StagedFiles
+{
+public:
+    explicit StagedFiles(std::filesystem::path folder);
+    ~StagedFiles(); // removes what was not placed
+    StagedFiles(const StagedFiles&) = delete;
+    StagedFiles& operator=(const StagedFiles&) = delete;
+
+    // Paths are relative. Each returns nothing on success.
+    std::optional<PlaceFault> begin();
+    std::optional<PlaceFault> addFolder(const std::filesystem::path& path);
+    std::optional<PlaceFault> startFile(const std::filesystem::path& path);
+    std::optional<PlaceFault> append(std::span<const std::uint8_t> bytes);
+    std::optional<PlaceFault> finishFile();
+
+    // Looks first whether every place is free or a plain file's, then moves. A link on the way is refused: it
+    // could lead anywhere.
+    std::optional<PlaceFault> place();
+
+private:
+    std::optional<PlaceFault> checkPlace(const std::filesystem::path& path, bool isFolder) const;
+
+    std::filesystem::path folder_;
+    std::filesystem::path staging_;
+    std::vector<std::filesystem::path> folders_; // those above before those below
+    std::vector<std::filesystem::path> files_;
+    std::filesystem::path current_;
+    std::ofstream stream_;
+};
+
+} // namespace karvo

@@ -1,0 +1,61 @@
+#include "firmware/unpack.h"
+
+#include "program/path_text.h"
+
+namespace karvo
+{
+
+namespace
+{
+
+// In German whatever the language is, with the folder as it is called on Windows.
+constexpr TextView unpackedText = u"Unzip ist fertig. Dateien sind in Ordner C:\\Temp\\Zip_Ordner";
+
+// Where drive C is a folder of the user's, people have to be told where that lies.
+Text unpackedMessage(const std::filesystem::path& folder)
+{
+    const Text path = pathText(folder);
+    return lowerCase(path) == lowerCase(unzipFolderName) ? Text(unpackedText)
+                                                         : Text(unpackedText) + Text(lineBreak) + path;
+}
+
+} // namespace
+
+std::optional<std::filesystem::path> unzipFolder(Workbench& bench)
+{
+    auto folder = folderBelow(bench.files, bench.state.driveC, {"TEMP", "Zip_Ordner"});
+    const auto words = bench.files.makeFolder(folder);
+    if (!words)
+        return folder;
+    bench.prompts.error(*messageOf({UnzipEnd::notPlaced, pathText(folder), *words}, bench.state.texts));
+    return std::nullopt;
+}
+
+std::filesystem::path withZipEnding(Files& files, const std::filesystem::path& archive)
+{
+    if (lowerCase(pathText(archive)).ends_with(u".zip"))
+        return archive;
+    auto upper = archive;
+    upper += ".ZIP";
+    auto lower = archive;
+    lower += ".zip";
+    return !files.exists(upper) && files.exists(lower) ? lower : upper; // where letter case counts
+}
+
+UnzipResult unpack(Workbench& bench, Archive& archive, const UnzipRequest& request, UnzipObserver& observer)
+{
+    bench.view.showHourglass(true);
+    auto result = unzip(archive, withZipEnding(bench.files, request.archive), request.folder, observer);
+    bench.view.showHourglass(false);
+    return result;
+}
+
+void tellUnpacked(Workbench& bench, const UnzipRequest& request, const UnzipResult& result)
+{
+    if (const auto fault = messageOf(result, bench.state.texts))
+        bench.prompts.error(*fault);
+    else if (result.end == UnzipEnd::unpacked)
+        bench.prompts.message(unpackedMessage(request.folder));
+}
+
+} // namespace karvo

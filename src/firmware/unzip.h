@@ -1,0 +1,53 @@
+// Unpacking a ZIP archive as a whole: nothing of it stands in the target folder before all of it is sound.
+#pragma once
+
+#include "language/language_tables.h"
+#include "program/archive.h"
+
+#include <cstddef>
+#include <filesystem>
+#include <optional>
+
+namespace karvo
+{
+
+struct UnzipLimits {
+    std::size_t entries = 10'000;
+    std::uint64_t bytes = std::uint64_t{1} << 30; // of all files together, as they really come
+};
+
+class UnzipObserver
+{
+public:
+    virtual ~UnzipObserver() = default;
+    // Called often; false ends the unpacking.
+    virtual bool goOn(std::uint64_t unpackedBytes) = 0;
+};
+
+enum class UnzipEnd {
+    unpacked,
+    stopped,     // by the observer
+    notReadable, // no ZIP archive, cut off, or a sum is wrong
+    nameRefused, // see archive_names.h, or a name for the second time, letter case aside
+    linkRefused, // a link or a device
+    encrypted,
+    tooMany,
+    tooLarge,
+    notPlaced // the target folder could not be written; only then may some files have been replaced
+};
+
+struct UnzipResult {
+    UnzipEnd end = UnzipEnd::unpacked;
+    Text about; // the path or the name that it is about
+    Text words; // the system's or the library's
+};
+
+// Files of the same name in the target folder are replaced. What was unpacked on the way lies beside the
+// target folder, and is gone afterwards whatever happens.
+UnzipResult unzip(Archive& archive, const std::filesystem::path& file, const std::filesystem::path& folder,
+                  UnzipObserver& observer, const UnzipLimits& limits = {});
+
+// Nothing for a good end and for a stop.
+std::optional<Text> messageOf(const UnzipResult& result, const LanguageTables& texts);
+
+} // namespace karvo

@@ -1,0 +1,128 @@
+#include "platform/qt_downloader.h"
+
+#include "platform/text_conversion.h"
+
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QNetworkRequest>
+#include <QSaveFile>
+#include <QUrl>
+
+#include <memory>
+
+namespace karvo
+{
+
+namespace
+{
+
+// One download: what arrives goes into a file beside the target.
+class Transfer
+{
+public:
+    Transfer(QNetworkReply& reply, QSaveFile& file, const DownloadLimits& limits, DownloadObserver& observer)
+        : reply_(reply), file_(file), limits_(limits), observer_(observer)
+    {
+    }
+
+    // True when there is nothing more to be awaited.
+    bool isOver() const { return failed_ || cancelled_ || reply_.isFinished(); }
+    bool isCancelled() const { return cancelled_; }
+
+    void takeBytes()
+    {
+        if (failed_ || cancelled_ || taking_)
+            return;
+        taking_ = true; // the observer may let events run
+        const QByteArray bytes = reply_.readAll();
+        received_ += bytes.size();
+        failed_ = !isExpected() || file_.write(bytes) != bytes.size();
+        observer_.showBytes(received_, length().value_or(0));
+        cancelled_ = observer_.stopRequested();
+        taking_ = false;
+    }
+
+    bool isWhole() const
+    {
+        const int status = reply_.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+        constexpr int found = 200;
+        return !failed_ && reply_.isFinished() && reply_.error() == QNetworkReply::NoError &&
+               status == found && length() == received_;
+    }
+
+private:
+    std::optional<long long> length() const
+    {
+        const QVariant header = reply_.header(QNetworkRequest::ContentLengthHeader);
+        return header.isValid() ? std::optional(header.toLongLong()) : std::nullopt;
+    }
+
+    bool isExpected() const
+    {
+        return received_ <= limits_.bytes && length().value_or(received_) <= limits_.bytes &&
+               received_ <= length().value_or(received_);
+    }
+
+    QNetworkReply& reply_;
+    QSaveFile& file_;
+    const DownloadLimits& limits_;
+    DownloadObserver& observer_;
+    long long received_ = 0;
+    bool failed_ = false;
+    bool cancelled_ = false;
+    bool taking_ = false;
+};
+
+QNetworkRequest requestFor(const QUrl& url, const DownloadLimits& limits)
+{
+    QNetworkRequest request(url);
+    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::NoLessSafeRedirectPolicy);
+    request.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
+    request.setMaximumRedirectsAllowed(limits.redirects);
+    request.setTransferTimeout(static_cast<int>(limits.silence.count()));
+    request.setRawHeader("Accept-Encoding", "identity"); // a packed reply would hide its length
+    return request;
+}
+
+bool isOfTheWeb(const QUrl& url)
+{
+    return url.isValid() && !url.host().isEmpty() &&
+           (url.scheme() == QLatin1String("http") || url.scheme() == QLatin1String("https"));
+}
+
+} // namespace
+
+DownloadEnd QtDownloader::fetch(const Text& address, const std::filesystem::path& target,
+                                DownloadObserver& observer)
+{
+    const QUrl url(toQString(address), QUrl::StrictMode);
+    QSaveFile file(pathToQString(target));
+    if (!isOfTheWeb(url) || !file.open(QIODevice::WriteOnly))
+        return DownloadEnd::failed;
+    QNetworkAccessManager manager;
+    const std::unique_ptr<QNetworkReply> reply(manager.get(requestFor(url, limits_)));
+    Transfer transfer(*reply, file, limits_, observer);
+    QObject::connect(reply.get(), &QNetworkReply::readyRead, reply.get(), [&] {
+        transfer.takeBytes();
+        wait_.wake();
+    });
+    QObject::connect(reply.get(), &QNetworkReply::finished, reply.get(), [&] { wait_.wake(); });
+    // A person who cancels while nothing arrives is heard all the same.
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, reply.get(), [&] {
+        transfer.takeBytes();
+        wait_.wake();
+    });
+    constexpr int lookEvery = 100;
+    look.start(lookEvery);
+    const auto result = wait_.until([&] { return transfer.isOver(); }, limits_.total);
+    look.stop();
+    if (result == WaitResult::ended)
+        return DownloadEnd::ended;
+    transfer.takeBytes();
+    if (transfer.isCancelled())
+        return DownloadEnd::cancelled;
+    return transfer.isWhole() && file.commit() ? DownloadEnd::complete : DownloadEnd::failed;
+}
+
+} // namespace karvo

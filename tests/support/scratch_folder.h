@@ -1,0 +1,64 @@
+// A folder on the disk for one test, gone behind it.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <set>
+#include <string>
+
+namespace karvo::test
+{
+
+class ScratchFolder
+{
+public:
+    ScratchFolder()
+        : path_(std::filesystem::temp_directory_path() /
+                ("karvo-test-" + std::to_string(std::random_device()())))
+    {
+        std::filesystem::create_directory(path_);
+    }
+    ~ScratchFolder()
+    {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
+    ScratchFolder(const ScratchFolder&) = delete;
+    ScratchFolder& operator=(const ScratchFolder&) = delete;
+
+    const std::filesystem::path& path() const { return path_; }
+
+    std::filesystem::path write(const std::filesystem::path& name, const std::string& content) const
+    {
+        std::filesystem::create_directories((path_ / name).parent_path());
+        std::ofstream(path_ / name, std::ios::binary) << content;
+        return path_ / name;
+    }
+    std::string read(const std::filesystem::path& name) const
+    {
+        std::ifstream file(path_ / name, std::ios::binary);
+        EXPECT_TRUE(file) << name;
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+    // Everything below, folders with a "/" behind, sorted.
+    std::string listing() const
+    {
+        std::set<std::string> names;
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(path_))
+            names.insert(entry.path().lexically_relative(path_).generic_string() +
+                         (entry.is_directory() && !entry.is_symlink() ? "/" : ""));
+        std::string text;
+        for (const auto& name : names)
+            text += name + " ";
+        return text;
+    }
+
+private:
+    std::filesystem::path path_;
+};
+
+} // namespace karvo::test
