@@ -421,6 +421,7 @@ enum class Caption {
     zipFolderLabel = 643,
     downloadTitle = 644,
     downloadRunning = 645,
+    unzipRunning = 646,
     okButton = 700,
     cancelButton = 701,
     yesButton = 702,

@@ -28,6 +28,8 @@ Hauptform::Hauptform(const MainWindowSetup& setup)
       statusLine_(new StatusLine(setup.simulatedInterface, this)),
       splitter_(nullptr),
       clock_(setup.clock),
+      archive_(setup.archive),
+      downloader_(setup.downloader),
       keepBackup_(setup.keepBackup)
 {
     buildWindow();
@@ -40,6 +42,7 @@ Hauptform::Hauptform(const MainWindowSetup& setup)
     connectServos();
     connectWriting();
     connectFirmware();
+    connectDownload();
     menu_->markLanguage(state_.language);
     portBar_->showPort(state_.link.portNumber);
     applyCaptions();

@@ -2,7 +2,9 @@
 #pragma once
 
 #include "link/forms/port_devices.h"
+#include "program/archive.h"
 #include "program/clock.h"
+#include "program/downloader.h"
 #include "shell/main_window_view.h"
 #include "workbench/full_read.h"
 #include "workbench/workbench.h"
@@ -35,6 +37,8 @@ struct MainWindowSetup {
     MainWindowView& view; // the same as the workbench's
     ListPortDevices listPortDevices;
     const Clock& clock;
+    Archive& archive;
+    Downloader& downloader;
     KeepBackup keepBackup; // keeps what a vehicle held before the first write to it
     bool simulatedInterface = false;
 };
@@ -142,6 +146,11 @@ private:
     void upgrade();
     void updateFirmware();
 
+    // hauptform_download.cpp
+    void connectDownload();
+    void downloadArchive();
+    void unpackArchive();
+
     Workbench bench_;
     ProgramState& state_;
     const LanguageTables& texts_;
@@ -157,6 +166,8 @@ private:
     QTimer sequenceTimer_; // "Timer4": the deferred write of the series CV167 to CV171
     Text word_;            // last searched
     const Clock& clock_;
+    Archive& archive_;
+    Downloader& downloader_;
     KeepBackup keepBackup_;
     bool writing_ = false; // a write is under way
     bool closing_ = false; // to be closed as soon as the operation under way has ended

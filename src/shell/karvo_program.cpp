@@ -13,9 +13,24 @@
 namespace karvo
 {
 
+namespace
+{
+
+std::filesystem::path driveC()
+{
+#ifdef Q_OS_WIN
+    return "C:\\";
+#else
+    return toPath(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)) / "Karvo" / "C";
+#endif
+}
+
+} // namespace
+
 KarvoProgram::KarvoProgram(const ProgramSetup& setup)
     : portMap_(settings_, setup.mappings),
       wait_(new QtWait(&platform_)),
+      downloader_(*wait_),
       port_(makePort(setup)),
       prompts_(state_.texts, [this] { wait_->endProgram(); }),
       bench_{state_, port_, *wait_, prompts_, view_, files_, settings_},
@@ -51,6 +66,8 @@ bool KarvoProgram::start()
         .view = view_,
         .listPortDevices = [this] { return portDevices(); },
         .clock = clock_,
+        .archive = archive_,
+        .downloader = downloader_,
         .keepBackup =
             [this](const CvSet& set) { return keepBackup(files_, clock_, state_.userFolders, set); },
         .simulatedInterface = simulated_});
@@ -67,6 +84,7 @@ void KarvoProgram::findFolders(const std::filesystem::path& recoveryFolder)
 {
     const auto documents = toPath(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
     state_.userFolders = findUserFolders(files_, state_.programFolder, documents);
+    state_.driveC = driveC();
     if (recoveryFolder.empty())
         return;
     recovery_ = RecoverySlot::take(recoveryFolder);

@@ -3,9 +3,11 @@
 
 #include "platform/port_map.h"
 #include "platform/qt_clock.h"
+#include "platform/qt_downloader.h"
 #include "platform/qt_files.h"
 #include "platform/qt_settings.h"
 #include "platform/qt_wait.h"
+#include "platform/zip_archive.h"
 #include "shell/hauptform.h"
 #include "shell/recovery_slot.h"
 #include "simulator/decoder.h"
@@ -47,7 +49,9 @@ private:
     QtSettings settings_;
     QtClock clock_;
     PortMap portMap_;
+    ZipArchive archive_;
     QtWait* wait_;
+    QtDownloader downloader_;
     QObject* line_ = nullptr;
     SerialPort& port_;
     WindowPrompts prompts_;

@@ -228,6 +228,8 @@ constexpr AvailableItem availableItems[] = {
     {"mnu_RZeit_setup", Availability::withList},
     {"mnu_firmware", Availability::idle},
     {"mnu_kv07_Firmware", Availability::idle},
+    {"mnu_unzip", Availability::idle},
+    {"mnu_download", Availability::idle},
     {"mnu_german", Availability::idle},
     {"mnu_dutch", Availability::idle},
     {"mnu_english", Availability::idle},

@@ -221,6 +221,8 @@ TEST(Hauptform, RemembersItsPlace)
                                     .view = bench.view,
                                     .listPortDevices = {},
                                     .clock = bench.clock,
+                                    .archive = bench.archive,
+                                    .downloader = bench.downloader,
                                     .keepBackup = {}});
     EXPECT_EQ(again.size(), QSize(901, 603));
     bench.settings.values["Window/Geometry"] = u"nonsense";
@@ -229,6 +231,8 @@ TEST(Hauptform, RemembersItsPlace)
                                           .view = bench.view,
                                           .listPortDevices = {},
                                           .clock = bench.clock,
+                                          .archive = bench.archive,
+                                          .downloader = bench.downloader,
                                           .keepBackup = {}});
     EXPECT_NE(usual.size(), QSize(901, 603));
     EXPECT_GT(usual.width(), 300);

@@ -235,7 +235,7 @@ TEST(MainMenu, SaysOfItemsThatAreNotBuilt)
 {
     WindowBench bench;
     const std::string tip = "Diese Funktion gibt es in dieser Version noch nicht.";
-    for (const char* name : {"mnu_spur", "mnu_licht60", "mnu_RAM", "mnu_download", "mnu_Lorry"}) {
+    for (const char* name : {"mnu_spur", "mnu_licht60", "mnu_RAM", "mnu_Lorry"}) {
         EXPECT_FALSE(bench.item(name).isEnabled()) << name;
         EXPECT_EQ(bench.item(name).statusTip().toStdString(), tip) << name;
         EXPECT_EQ(bench.item(name).toolTip().toStdString(), tip) << name;

@@ -9,6 +9,7 @@
 #include "shell/hauptform.h"
 #include "support/memory_files.h"
 #include "support/modal_driver.h"
+#include "support/scripted_archive.h"
 #include "ui/window_prompts.h"
 #include "workbench/language_change.h"
 
@@ -60,6 +61,8 @@ struct WindowBench {
     MainWindowView view;
     FixedClock clock;
     Workbench bench{state, port, wait, prompts, view, files, settings};
+    ScriptedArchive archive;
+    ScriptedDownloader downloader;
     ModalDriver driver;
     std::vector<PortDevice> devices{{QStringLiteral("/dev/ttyS0"), QString()},
                                     {QStringLiteral("/dev/ttyUSB0"), QStringLiteral("USB Serial")}};
@@ -94,6 +97,8 @@ struct WindowBench {
                                                              .view = view,
                                                              .listPortDevices = [this] { return devices; },
                                                              .clock = clock,
+                                                             .archive = archive,
+                                                             .downloader = downloader,
                                                              .keepBackup =
                                                                  [this](const CvSet& set) {
                                                                      kept.push_back(set);

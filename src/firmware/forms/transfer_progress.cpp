@@ -1,0 +1,48 @@
+#include "firmware/forms/transfer_progress.h"
+
+#include "ui/captions.h"
+
+namespace karvo
+{
+
+namespace
+{
+
+constexpr int thousandths = 1000;
+
+} // namespace
+
+TransferProgress::TransferProgress(const LanguageTables& texts, Wait& wait, const QString& text,
+                                   QWidget* parent)
+    : QProgressDialog(text, buttonText(texts.caption(Caption::cancelButton)), 0, 0, parent), wait_(wait)
+{
+    constexpr int showAfter = 400;
+    setObjectName(QStringLiteral("TransferProgress"));
+    setWindowTitle(qtText(texts.caption(Caption::downloadTitle)));
+    setWindowModality(Qt::WindowModal);
+    setAutoReset(false);
+    setMinimumDuration(showAfter);
+    setMinimumWidth(50 * fontMetrics().averageCharWidth());
+    setValue(0);
+    sinceEvents_.start();
+}
+
+void TransferProgress::showBytes(long long received, long long total)
+{
+    if (total <= 0)
+        return;
+    setMaximum(thousandths);
+    setValue(static_cast<int>(received * thousandths / total));
+}
+
+bool TransferProgress::goOn(std::uint64_t)
+{
+    constexpr qint64 every = 50;
+    if (sinceEvents_.elapsed() >= every) {
+        ended_ = ended_ || wait_.pause(std::chrono::milliseconds(1)) == WaitResult::ended;
+        sinceEvents_.restart();
+    }
+    return !ended_ && !wasCanceled();
+}
+
+} // namespace karvo

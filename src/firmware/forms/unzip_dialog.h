@@ -1,0 +1,37 @@
+// Which archive is to be unpacked, and where to.
+#pragma once
+
+#include "firmware/unpack.h"
+
+#include <QDialog>
+
+class QGridLayout;
+class QLineEdit;
+
+namespace karvo
+{
+
+class Unzip_Dialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    Unzip_Dialog(const LanguageTables& texts, const UnzipRequest& request, QWidget* parent = nullptr);
+
+    // With the archive as it stands in its field.
+    UnzipRequest request() const;
+
+private:
+    QLineEdit* addField(QGridLayout& grid, int row, const char* name, Caption caption, const QString& text);
+    QWidget* buttons();
+
+    const LanguageTables& texts_;
+    const UnzipRequest request_;
+    QLineEdit* archive_;
+};
+
+// Lets the person choose an archive and confirm the target folder. Nothing, after a message where that is
+// due, when none was chosen.
+std::optional<UnzipRequest> askForUnzip(Workbench& bench, QWidget* parent);
+
+} // namespace karvo
