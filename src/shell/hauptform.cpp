@@ -28,7 +28,8 @@ Hauptform::Hauptform(const MainWindowSetup& setup)
       statusLine_(new StatusLine(setup.simulatedInterface, this)),
       splitter_(nullptr),
       clock_(setup.clock),
-      keepBackup_(setup.keepBackup)
+      keepBackup_(setup.keepBackup),
+      stopQuestion_(state_)
 {
     buildWindow();
     buildTimers();
@@ -57,6 +58,11 @@ void Hauptform::closeEvent(QCloseEvent* event)
             dropRecovery(bench_);
         closing_ = closing_ && mayClose;
         event->setAccepted(mayClose);
+        return;
+    }
+    if (transferring_ && !closing_) {
+        askToStopTransfer();
+        event->ignore();
         return;
     }
     // A write is not torn: what has been announced to the decoder comes to its end first. Who asks again
@@ -119,6 +125,7 @@ void Hauptform::showLineBusy(bool busy)
         statusLine_->blink();
         blinkTimer_.start();
     } else {
+        stopQuestion_.withdraw();
         blinkTimer_.stop();
         statusLine_->stopBlinking();
     }

@@ -76,6 +76,9 @@ public:
         steps_.push_back({what, std::move(act)});
     }
 
+    // Windows of this object name open and close by themselves.
+    void leaveAlone(const char* name) { leftAlone_.append(QString::fromLatin1(name)); }
+
     bool isDone() const { return steps_.empty(); }
 
 private:
@@ -87,7 +90,8 @@ private:
     void look()
     {
         QWidget* const window = QApplication::activeModalWidget();
-        if (window == nullptr || !window->isVisible() || window == answering_)
+        if (window == nullptr || !window->isVisible() || window == answering_ ||
+            leftAlone_.contains(window->objectName()))
             return;
         if (steps_.empty()) {
             const auto* const box = qobject_cast<QMessageBox*>(window);
@@ -118,6 +122,7 @@ private:
 
     QTimer timer_;
     std::deque<Step> steps_;
+    QStringList leftAlone_;
     QWidget* answering_ = nullptr; // its own further boxes are other windows
 };
 
