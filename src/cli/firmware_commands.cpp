@@ -28,6 +28,7 @@ public:
     {
         view_.showProgress(progress.page == 0 ? 0 : progress.page - 1, progress.pages);
     }
+    void showStep(const UploadStep& /*step*/) override {}
     bool stopRequested() override { return false; }
 
 private:

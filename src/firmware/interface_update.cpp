@@ -56,17 +56,26 @@ private:
     UpdateEnd sendAll()
     {
         announce();
-        for (std::size_t first = 0; first < file_.records.size(); first += recordsOfABlock) {
-            const auto end = std::min(first + recordsOfABlock, file_.records.size());
-            for (std::size_t i = first; i < end; ++i)
-                sendRecord(file_.records[i]);
-            pause(aroundLetters);
-            setup_.observer.showRecords(end, file_.records.size());
-            if (setup_.observer.stopRequested())
+        const std::size_t total = file_.records.size();
+        for (std::size_t sent = 0; sent < total;) {
+            sendRecord(file_.records[sent]);
+            ++sent;
+            const bool endsABlock = sent % recordsOfABlock == 0 || sent == total;
+            if (endsABlock)
+                pause(aroundLetters);
+            setup_.observer.showRecords(sent, total);
+            if (endsABlock && sent != total && setup_.observer.stopRequested())
                 return UpdateEnd::stopped;
         }
-        bench_.port.write(closingBlock(setup_.clock.now()));
-        return UpdateEnd::sent;
+        return close();
+    }
+
+    // Nothing answers the closing block: whether it went out shows only in the port that took it.
+    UpdateEnd close()
+    {
+        if (bench_.port.isOpen())
+            bench_.port.write(closingBlock(setup_.clock.now()));
+        return bench_.port.isOpen() ? UpdateEnd::sent : UpdateEnd::brokenOff;
     }
 
     void announce()
@@ -146,8 +155,7 @@ std::optional<UpdateEnd> awaitReplyOrReport(Workbench& bench, std::size_t count)
     }
 }
 
-// Asks for the model, then sends the letters that call the interface's update mode.
-std::optional<UpdateEnd> prepareInterface(Workbench& bench)
+std::optional<UpdateEnd> askModel(Workbench& bench)
 {
     LinkState& state = bench.state.link;
     bench.port.readAll(); // what is left of an exchange before
@@ -159,7 +167,13 @@ std::optional<UpdateEnd> prepareInterface(Workbench& bench)
         bench.prompts.message(bench.state.texts.message(Message::modelNotUpdatable));
         return UpdateEnd::wrongModel;
     }
-    state.lastReply.clear();
+    return std::nullopt;
+}
+
+// Sends the letters that call the interface's update mode.
+std::optional<UpdateEnd> callUpdateMode(Workbench& bench)
+{
+    bench.state.link.lastReply.clear();
     bench.port.write({'B'});
     if (bench.wait.pause(aroundLetters) == WaitResult::ended)
         return UpdateEnd::ended;
@@ -193,7 +207,7 @@ UpdateEnd transfer(Workbench& bench, const UpdateSetup& setup, const UpdateFile&
 std::optional<UpdateFile> chooseUpdateFile(Workbench& bench, const UpdateSetup& setup)
 {
     const auto path = setup.chooseFile();
-    if (!path) {
+    if (!path || path->filename() == proposedUpdate) {
         bench.prompts.message(bench.state.texts.message(Message::noUpdateChosen));
         return std::nullopt;
     }
@@ -203,10 +217,20 @@ std::optional<UpdateFile> chooseUpdateFile(Workbench& bench, const UpdateSetup& 
 
 } // namespace
 
+std::optional<std::filesystem::path> chooseUpdate(Workbench& bench, const std::filesystem::path& folder)
+{
+    const LanguageTables& texts = bench.state.texts;
+    return bench.prompts.openFile({.title = texts.caption(Caption::updateTitle),
+                                   .folder = folder,
+                                   .filter = texts.caption(Caption::updateFiles) + u" (*.uhx *.UHX)",
+                                   .extension = u"uhx",
+                                   .name = Text(proposedUpdate)});
+}
+
 std::optional<UpdateFile> readUpdateFile(Workbench& bench, const std::filesystem::path& path)
 {
     const LanguageTables& texts = bench.state.texts;
-    const auto content = bench.files.readWhole(path, textFileLimit);
+    const auto content = bench.files.readWhole(path, firmwareFileLimit);
     if (!content) {
         bench.prompts.message(texts.message(Message::cannotOpenFile) + u" " + pathText(path) + u" " +
                               texts.message(Message::cannotOpenFileAdvice));
@@ -236,7 +260,11 @@ UpdateEnd updateThroughInterface(Workbench& bench, const UpdateSetup& setup)
         return UpdateEnd::noFile;
     if (const auto end = openPort(bench))
         return *end;
-    if (const auto end = prepareInterface(bench))
+    if (const auto end = askModel(bench))
+        return *end;
+    if (setup.observer.stopRequested())
+        return UpdateEnd::stopped; // nothing has changed in the decoder yet
+    if (const auto end = callUpdateMode(bench))
         return *end;
     return transfer(bench, setup, *file);
 }

@@ -19,10 +19,12 @@ public:
 
     // From here to showEnd() records are being sent.
     virtual void showStart(const Text& text) = 0;
+    // After each record; after the last of a block behind its pause.
     virtual void showRecords(std::size_t sent, std::size_t total) = 0;
     virtual void showEnd() = 0;
 
-    // Asked between two blocks; true ends the update.
+    // Asked before the letters that call the interface's update mode, and between two blocks; true ends the
+    // update.
     virtual bool stopRequested() = 0;
 };
 
@@ -40,13 +42,16 @@ enum class UpdateEnd {
 };
 
 struct UpdateSetup {
-    std::function<std::optional<std::filesystem::path>()> chooseFile; // nothing: none was chosen
+    std::function<std::optional<std::filesystem::path>()> chooseFile; // nothing, or the proposed name: none
     std::function<void(const std::filesystem::path&)> showFile;       // in the window's caption
     const Clock& clock;                                               // for the date of the closing block
     UpdateObserver& observer;
 };
 
 UpdateEnd updateThroughInterface(Workbench& bench, const UpdateSetup& setup);
+
+// Asks for the update file to send.
+std::optional<std::filesystem::path> chooseUpdate(Workbench& bench, const std::filesystem::path& folder);
 
 // Reads and checks an update file; what is wrong with it has been shown then.
 std::optional<UpdateFile> readUpdateFile(Workbench& bench, const std::filesystem::path& path);
@@ -58,5 +63,8 @@ Bytes closingBlock(const DateTime& date);
 Bytes recordSum(const UpdateRecord& record);
 
 inline constexpr std::size_t recordsOfABlock = 8;
+
+// What a dialog for an update file proposes; a file of that name counts as none chosen.
+inline constexpr TextView proposedUpdate = u"*.uhx";
 
 } // namespace karvo

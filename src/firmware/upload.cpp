@@ -16,6 +16,9 @@ namespace
 
 constexpr LineSettings bootLoaderLine{115200, Parity::none, 1};
 
+constexpr TextView proposedImage = u"KV07_29August2022_Alle_Versionen.hex";
+constexpr TextView notChosen = u"*.kvr"; // to the letter, though a HEX file is proposed
+
 // Top-card detect, hardware version, software version, SCK duration, controller init: in the order, and with
 // the repetitions, that the boot loaders have always been asked in.
 constexpr std::uint8_t parameters[] = {0x9A, 0x90, 0x91, 0x92, 0x9A, 0x98, 0x90, 0x9A, 0x90, 0x9F};
@@ -68,18 +71,15 @@ Text hexText(const Bytes& bytes)
     return text;
 }
 
-std::optional<UploadEnd> sendMessage(Link& link, const PlannedMessage& message, UploadReport& report)
+// A missing reply only costs its time.
+ReplyEnd sendMessage(Link& link, const PlannedMessage& message, UploadReport& report)
 {
     link.state.lastReply.clear();
     link.state.outgoingFrame = message.bytes;
     link.port.write(link.state.outgoingFrame);
     const auto end = awaitReply(link, message.expectedReply);
     report.steps.push_back({message.phase, message.bytes, message.expectedReply, link.state.lastReply});
-    if (end == ReplyEnd::ended)
-        return UploadEnd::ended;
-    if (end == ReplyEnd::lineLost)
-        return UploadEnd::lineLost;
-    return std::nullopt; // a missing reply only costs its time
+    return end;
 }
 
 UploadEnd sendPlan(Link& link, const std::vector<PlannedMessage>& plan, UploadReport& report,
@@ -89,12 +89,16 @@ UploadEnd sendPlan(Link& link, const std::vector<PlannedMessage>& plan, UploadRe
     const auto pages = static_cast<std::size_t>(std::count_if(plan.begin(), plan.end(), isPage));
     std::size_t page = 0;
     for (const PlannedMessage& message : plan) {
+        if (!report.steps.empty() && observer.stopRequested())
+            return UploadEnd::stopped;
         page += isPage(message) ? 1U : 0U;
         observer.showUpload({message.phase, page, pages});
-        if (const auto end = sendMessage(link, message, report))
-            return *end;
-        if (observer.stopRequested())
-            return UploadEnd::stopped;
+        const auto end = sendMessage(link, message, report);
+        observer.showStep(report.steps.back());
+        if (end == ReplyEnd::ended)
+            return UploadEnd::ended;
+        if (end == ReplyEnd::lineLost)
+            return UploadEnd::lineLost;
     }
     return UploadEnd::sent;
 }
@@ -134,10 +138,24 @@ std::vector<PlannedMessage> uploadPlan(const HexImage& image)
     return std::move(plan.messages);
 }
 
+std::optional<std::filesystem::path> chooseImage(Workbench& bench, const std::filesystem::path& folder)
+{
+    const LanguageTables& texts = bench.state.texts;
+    const auto path = bench.prompts.openFile({.title = texts.caption(Caption::uploadTitle),
+                                              .folder = folder,
+                                              .filter = texts.caption(Caption::hexFiles) + u" (*.hex *.HEX)",
+                                              .extension = u"hex",
+                                              .name = Text(proposedImage)});
+    if (path && *path != notChosen)
+        return path;
+    bench.prompts.message(texts.message(Message::noFileChosen));
+    return std::nullopt;
+}
+
 std::optional<HexImage> readHexFile(Workbench& bench, const std::filesystem::path& path)
 {
     const LanguageTables& texts = bench.state.texts;
-    const auto content = bench.files.readWhole(path, textFileLimit);
+    const auto content = bench.files.readWhole(path, firmwareFileLimit);
     if (!content) {
         bench.prompts.message(texts.message(Message::cannotOpenFile) + u" " + pathText(path) + u" " +
                               texts.message(Message::cannotOpenFileAdvice));
@@ -169,15 +187,11 @@ UploadReport uploadImage(Workbench& bench, const HexImage& image, UploadObserver
     return report;
 }
 
-Text uploadLog(const LanguageTables& texts, const std::vector<UploadStep>& steps)
+Text uploadLog(const LanguageTables& texts, const UploadStep& step)
 {
-    Text log;
-    for (const UploadStep& step : steps) {
-        log += u"> " + hexText(step.sent) + Text(lineBreak) + u"< " + hexText(step.reply);
-        if (step.isMissing())
-            log += (step.reply.empty() ? u"(" : u" (") + texts.caption(Caption::replyMissing) + u")";
-        log += lineBreak;
-    }
+    Text log = u"> " + hexText(step.sent) + Text(lineBreak) + u"< " + hexText(step.reply);
+    if (step.isMissing())
+        log += (step.reply.empty() ? u"(" : u" (") + texts.caption(Caption::replyMissing) + u")";
     return log;
 }
 

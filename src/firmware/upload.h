@@ -37,7 +37,10 @@ public:
     // Before each message.
     virtual void showUpload(const UploadProgress& progress) = 0;
 
-    // After each message: true ends the upload before the next one.
+    // After each message, with what came back.
+    virtual void showStep(const UploadStep& step) = 0;
+
+    // Asked before each message but the first: true ends the upload.
     virtual bool stopRequested() = 0;
 };
 
@@ -66,6 +69,9 @@ struct PlannedMessage {
 // Every message of an upload, in order; sequence numbers count from 1.
 std::vector<PlannedMessage> uploadPlan(const HexImage& image);
 
+// Asks for the HEX file to send; when none was chosen that has been told.
+std::optional<std::filesystem::path> chooseImage(Workbench& bench, const std::filesystem::path& folder);
+
 // Reads and checks a HEX file; what is wrong with it has been shown then.
 std::optional<HexImage> readHexFile(Workbench& bench, const std::filesystem::path& path);
 
@@ -73,7 +79,7 @@ std::optional<HexImage> readHexFile(Workbench& bench, const std::filesystem::pat
 // port stays open; the next exchange with the interface opens it anew.
 UploadReport uploadImage(Workbench& bench, const HexImage& image, UploadObserver& observer);
 
-// One line a message: its bytes, and those of the reply.
-Text uploadLog(const LanguageTables& texts, const std::vector<UploadStep>& steps);
+// Two lines, without a line end behind them: the bytes of the message, and those of the reply.
+Text uploadLog(const LanguageTables& texts, const UploadStep& step);
 
 } // namespace karvo

@@ -30,7 +30,8 @@ Hauptform::Hauptform(const MainWindowSetup& setup)
       clock_(setup.clock),
       archive_(setup.archive),
       downloader_(setup.downloader),
-      keepBackup_(setup.keepBackup)
+      keepBackup_(setup.keepBackup),
+      stopQuestion_(state_)
 {
     buildWindow();
     buildTimers();
@@ -61,6 +62,11 @@ void Hauptform::closeEvent(QCloseEvent* event)
             dropRecovery(bench_);
         closing_ = closing_ && mayClose;
         event->setAccepted(mayClose);
+        return;
+    }
+    if (transferring_ && !closing_) {
+        askToStopTransfer();
+        event->ignore();
         return;
     }
     // A write is not torn: what has been announced to the decoder comes to its end first. Who asks again
@@ -123,6 +129,7 @@ void Hauptform::showLineBusy(bool busy)
         statusLine_->blink();
         blinkTimer_.start();
     } else {
+        stopQuestion_.withdraw();
         blinkTimer_.stop();
         statusLine_->stopBlinking();
     }

@@ -1,6 +1,7 @@
 // The main window: the program's hub.
 #pragma once
 
+#include "firmware/forms/stop_question.h"
 #include "link/forms/port_devices.h"
 #include "program/archive.h"
 #include "program/clock.h"
@@ -55,8 +56,8 @@ public:
     void readSoon() { readTimer_.start(); }
 
 protected:
-    // Asks first when changes are unsaved. During an operation the wait ends first, and the window closes
-    // once the operation has unwound.
+    // Asks first when changes are unsaved, and whether to stop a transfer of firmware. During an operation
+    // the wait ends first, and the window closes once the operation has unwound.
     void closeEvent(QCloseEvent* event) override;
 
 private:
@@ -141,10 +142,9 @@ private:
 
     // hauptform_firmware.cpp
     void connectFirmware();
-    std::optional<std::filesystem::path> chooseFirmware(const QString& start, Caption kind,
-                                                        const QString& pattern);
     void upgrade();
     void updateFirmware();
+    void askToStopTransfer();
 
     // hauptform_download.cpp
     void connectDownload();
@@ -169,9 +169,11 @@ private:
     Archive& archive_;
     Downloader& downloader_;
     KeepBackup keepBackup_;
-    bool writing_ = false; // a write is under way
-    bool closing_ = false; // to be closed as soon as the operation under way has ended
-    bool ending_ = false;  // without a question: what is unsaved is offered at the next start
+    StopQuestion stopQuestion_;
+    bool writing_ = false;      // a write is under way
+    bool transferring_ = false; // a transfer of firmware is under way, or its window still open
+    bool closing_ = false;      // to be closed as soon as the operation under way has ended
+    bool ending_ = false;       // without a question: what is unsaved is offered at the next start
 };
 
 // What the program calls itself, and what it calls itself over an offline list.

@@ -9,9 +9,8 @@
 #include "ui/captions.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QDir>
-#include <QFileDialog>
-#include <QFileInfo>
 
 namespace karvo
 {
@@ -19,13 +18,11 @@ namespace karvo
 namespace
 {
 
-const auto proposedImage = QStringLiteral("KV07_29August2022_Alle_Versionen.hex");
-const auto updateFolder = QStringLiteral("C:\\Programme\\Atmel\\AVR Tools\\AvrStudio4\\Meine Projekte");
-
-// The fixed folder where there is one, else the user's own.
-QString startFolder(const QString& fixed)
+// The fixed folder on drive C where there is one, else the user's own.
+std::filesystem::path startFolder(Workbench& bench, std::initializer_list<const char*> fixed)
 {
-    return QFileInfo(fixed).isDir() ? fixed : QDir::homePath();
+    auto folder = folderBelow(bench.files, bench.state.driveC, fixed);
+    return bench.files.exists(folder) ? folder : toPath(QDir::homePath());
 }
 
 } // namespace
@@ -34,28 +31,21 @@ void Hauptform::connectFirmware()
 {
     connect(menu_->action("mnu_kv07_Firmware"), &QAction::triggered, this, &Hauptform::upgrade);
     connect(menu_->action("mnu_firmware"), &QAction::triggered, this, &Hauptform::updateFirmware);
-}
-
-std::optional<std::filesystem::path> Hauptform::chooseFirmware(const QString& start, Caption kind,
-                                                               const QString& pattern)
-{
-    const QString filter = qtText(texts_.caption(kind)) + QStringLiteral(" (%1)").arg(pattern);
-    const QString name = QFileDialog::getOpenFileName(this, QString(), start, filter);
-    return name.isEmpty() ? std::nullopt : std::optional(toPath(name));
+    connect(&stopQuestion_, &StopQuestion::agreed, this, [this] { closing_ = true; });
 }
 
 void Hauptform::upgrade()
 {
     if (state_.lineBusy)
         return;
-    const auto path = chooseFirmware(QDir(startFolder(QStringLiteral("C:\\"))).filePath(proposedImage),
-                                     Caption::hexFiles, QStringLiteral("*.hex *.HEX"));
-    if (!path || *path == std::filesystem::path("*.kvr")) {
-        bench_.prompts.message(texts_.message(Message::noFileChosen));
+    const auto path = chooseImage(bench_, startFolder(bench_, {}));
+    if (!path)
         return;
-    }
-    if (const auto image = readHexFile(bench_, *path))
+    if (const auto image = readHexFile(bench_, *path)) {
+        transferring_ = true;
         Upgrade(bench_, *image, this).exec();
+        transferring_ = false;
+    }
     if (closing_)
         close();
 }
@@ -63,16 +53,28 @@ void Hauptform::upgrade()
 void Hauptform::updateFirmware()
 {
     const QtClock clock;
-    Firmware_Ablauf observer(texts_, bench_.prompts, this);
+    Firmware_Ablauf observer(state_, this);
     const auto choose = [this] {
-        return chooseFirmware(startFolder(updateFolder), Caption::updateFiles, QStringLiteral("*.uhx *.UHX"));
+        return chooseUpdate(
+            bench_, startFolder(bench_, {"Programme", "Atmel", "AVR Tools", "AvrStudio4", "Meine Projekte"}));
     };
     const auto showFile = [this](const std::filesystem::path& path) {
+        transferring_ = true;
         setWindowTitle(title() + QStringLiteral(" [ %1 ]").arg(qtText(pathText(path.filename()))));
     };
     updateThroughInterface(bench_, {choose, showFile, clock, observer});
+    transferring_ = false;
     if (closing_)
         close();
+}
+
+void Hauptform::askToStopTransfer()
+{
+    QWidget* const dialog = QApplication::activeModalWidget();
+    if (state_.stopRequested)
+        closing_ = true; // it has been agreed to in the window of the transfer
+    else
+        stopQuestion_.ask(dialog != nullptr ? dialog : this);
 }
 
 } // namespace karvo

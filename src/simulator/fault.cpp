@@ -9,7 +9,7 @@ namespace karvo::sim
 namespace
 {
 
-constexpr std::array<std::pair<std::string_view, Fault>, 12> faults{{
+constexpr std::array<std::pair<std::string_view, Fault>, 15> faults{{
     {"none", Fault::none},
     {"silence", Fault::silence},
     {"unknown-identification", Fault::unknownIdentification},
@@ -21,6 +21,9 @@ constexpr std::array<std::pair<std::string_view, Fault>, 12> faults{{
     {"refused-frame", Fault::refusedFrame},
     {"silent-loader", Fault::silentLoader},
     {"silent-update", Fault::silentUpdate},
+    {"late-reply", Fault::lateReply},
+    {"garbled-reply", Fault::garbledReply},
+    {"excess-reply", Fault::excessReply},
     {"hang-up", Fault::hangUp},
 }};
 

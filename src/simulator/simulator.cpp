@@ -29,6 +29,8 @@ constexpr std::string_view liveCommand = "EWM";
 constexpr std::string_view updateCommand = "BO";
 
 constexpr Time lateBlockDelay = 12s;
+constexpr Time lateReplyDelay = 6s;
+constexpr std::size_t excess = 100; // bytes
 constexpr Time tornBlockPause = 300ms;
 constexpr std::size_t tornBlockPiece = 128;
 constexpr std::size_t shortBlockLack = 100;
@@ -170,16 +172,38 @@ void Simulator::receiveUpdateByte(std::uint8_t byte, Time arrival)
     const auto reply = update_.receive(byte);
     if (update_.isComplete())
         awaited_ = Awaited::command;
-    const bool silent = fault_ == Fault::silentUpdate && !update_.image().empty();
-    if (reply != 0 && !silent)
+    if (reply == 0)
+        return;
+    if (update_.image().empty())
         send(std::array{reply}, arrival);
+    else if (fault_ != Fault::silentUpdate)
+        sendTransferReply({reply}, arrival);
 }
 
 void Simulator::receiveBootLoaderByte(std::uint8_t byte, Time arrival)
 {
     const auto reply = bootLoader_.receive(byte);
-    if (!(fault_ == Fault::silentLoader && !bootLoader_.flash().empty()))
+    if (reply.empty())
+        return;
+    if (bootLoader_.flash().empty())
         send(reply, arrival);
+    else if (fault_ != Fault::silentLoader)
+        sendTransferReply(reply, arrival);
+}
+
+// A reply behind the first page or record.
+void Simulator::sendTransferReply(std::vector<std::uint8_t> reply, Time arrival)
+{
+    if (fault_ == Fault::hangUp) {
+        hangUpAt_ = arrival;
+        return;
+    }
+    if (fault_ == Fault::garbledReply) {
+        for (auto& byte : reply)
+            byte = static_cast<std::uint8_t>(~byte);
+    } else if (fault_ == Fault::excessReply)
+        reply.insert(reply.end(), excess, 0x55);
+    send(reply, fault_ == Fault::lateReply ? arrival + lateReplyDelay : arrival);
 }
 
 void Simulator::acknowledgeCommand(Awaited next, Time arrival)

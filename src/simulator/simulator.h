@@ -38,7 +38,11 @@ enum class Fault {
     refusedFrame,          // acknowledges a command and answers 21 (NAK) to the frame that follows it
     silentLoader,          // the boot loader answers nothing from the first page on
     silentUpdate,          // the interface answers nothing from the first record on
-    hangUp                 // the line goes away in the middle of the block, once: reconnect() ends the fault
+    lateReply,             // of a transfer of firmware, from its first page or record on: replies after 6 s
+    garbledReply,          // the same, with every bit turned round
+    excessReply,           // the same, with 100 further bytes behind each
+    hangUp // the line goes away in the middle of the block, or behind the first page or record of
+           // a transfer of firmware, once: reconnect() ends the fault
 };
 
 // The name used on the command line, such as "wrong-check-byte"; nothing for an unknown name.
@@ -102,6 +106,7 @@ private:
     void receiveBootLoaderByte(std::uint8_t byte, Time arrival);
     void receiveUpdateByte(std::uint8_t byte, Time arrival);
     void startUpdate(Time arrival);
+    void sendTransferReply(std::vector<std::uint8_t> reply, Time arrival);
     void receiveFrameByte(std::uint8_t byte, Time arrival);
     void acknowledgeCommand(Awaited next, Time arrival);
     void answerFrame(Time arrival);

@@ -2,6 +2,7 @@
 
 #include "program/path_text.h"
 #include "ui/captions.h"
+#include "ui/question_box.h"
 #include "ui/typed_text.h"
 
 #include <QAbstractItemView>
@@ -101,13 +102,7 @@ bool WindowPrompts::question(const Text& text)
 {
     if (ended_)
         return false;
-    QMessageBox box(QMessageBox::Question, titled(Caption::questionTitle), qtText(text),
-                    QMessageBox::Yes | QMessageBox::No, owner());
-    box.setTextFormat(Qt::PlainText);
-    box.setDefaultButton(QMessageBox::No);
-    box.setEscapeButton(QMessageBox::No);
-    nameButton(box, QMessageBox::Yes, Caption::yesButton);
-    nameButton(box, QMessageBox::No, Caption::noButton);
+    QuestionBox box(texts_, text, owner());
     return box.exec() == QMessageBox::Yes && !ended_;
 }
 
@@ -233,9 +228,7 @@ void WindowPrompts::endProgram()
 
 void WindowPrompts::nameButton(QMessageBox& box, int button, Caption caption) const
 {
-    const Text text = texts_.caption(caption);
-    if (!text.empty())
-        box.button(static_cast<QMessageBox::StandardButton>(button))->setText(buttonText(text));
+    nameBoxButton(box, static_cast<QMessageBox::StandardButton>(button), texts_, caption);
 }
 
 void WindowPrompts::nameButtons(QInputDialog& dialog) const
@@ -290,8 +283,7 @@ QWidget* WindowPrompts::owner() const
 
 QString WindowPrompts::titled(Caption caption) const
 {
-    const Text text = texts_.caption(caption);
-    return text.empty() ? QCoreApplication::applicationName() : qtText(text);
+    return boxTitle(texts_, caption);
 }
 
 } // namespace karvo

@@ -20,12 +20,14 @@ public:
     void showRecords(std::size_t sent, std::size_t total) override
     {
         journal.push_back("records " + std::to_string(sent) + "/" + std::to_string(total));
+        lastSent = sent;
     }
     void showEnd() override { journal.push_back("end"); }
-    bool stopRequested() override { return stops; }
+    bool stopRequested() override { return stopsAfter && lastSent >= *stopsAfter; }
 
     Journal& journal;
-    bool stops = false;
+    std::optional<std::size_t> stopsAfter; // records
+    std::size_t lastSent = 0;
 };
 
 class InterfaceUpdateTest : public testing::Test, public test::TestBench
@@ -106,7 +108,7 @@ TEST_F(InterfaceUpdateTest, SendsEverythingInItsOrder)
     EXPECT_EQ(line.now(), 100ms);
 }
 
-TEST_F(InterfaceUpdateTest, CountsProgressInBlocksOfEight)
+TEST_F(InterfaceUpdateTest, CountsProgressByRecord)
 {
     writeFile(9);
     answerUpTo426("80");
@@ -118,7 +120,18 @@ TEST_F(InterfaceUpdateTest, CountsProgressInBlocksOfEight)
         if (entry.starts_with("records"))
             progress.push_back(entry);
     }
-    EXPECT_EQ(progress, (Journal{"records 0/9", "records 8/9", "records 9/9"}));
+    EXPECT_EQ(progress, (Journal{"records 0/9", "records 1/9", "records 2/9", "records 3/9", "records 4/9",
+                                 "records 5/9", "records 6/9", "records 7/9", "records 8/9", "records 9/9"}));
+}
+
+TEST_F(InterfaceUpdateTest, MakesAPauseBehindEachBlockAndTheLastRecord)
+{
+    writeFile(9);
+    answerUpTo426("28");
+    for (int i = 0; i < 9; ++i)
+        answerRecord();
+    EXPECT_EQ(update(), UpdateEnd::sent);
+    EXPECT_EQ(line.now(), 10ms + 25ms + 9 * 55ms + 2 * 10ms);
 }
 
 TEST_F(InterfaceUpdateTest, AsksForAReadFirstWhenTheInterfaceHasNotAnswered)
@@ -131,6 +144,10 @@ TEST_F(InterfaceUpdateTest, AsksForAReadFirstWhenTheInterfaceHasNotAnswered)
 TEST_F(InterfaceUpdateTest, NoFileShowsMessage232)
 {
     setup.chooseFile = [] { return std::nullopt; };
+    EXPECT_EQ(update(), UpdateEnd::noFile);
+    EXPECT_EQ(journal, (Journal{"busy", "message m232", "idle"}));
+    journal.clear();
+    setup.chooseFile = [] { return std::filesystem::path("folder/*.uhx"); };
     EXPECT_EQ(update(), UpdateEnd::noFile);
     EXPECT_EQ(journal, (Journal{"busy", "message m232", "idle"}));
 }
@@ -199,12 +216,29 @@ TEST_F(InterfaceUpdateTest, ARefusedPortAsksWhetherToGoOn)
 TEST_F(InterfaceUpdateTest, StopsBetweenTwoBlocks)
 {
     writeFile(16);
-    watcher.stops = true;
+    watcher.stopsAfter = 8;
     answerUpTo426("27");
     for (int i = 0; i < 8; ++i)
         answerRecord();
     EXPECT_EQ(update(), UpdateEnd::stopped);
     EXPECT_EQ(journal[journal.size() - 3], "records 8/16");
+}
+
+TEST_F(InterfaceUpdateTest, StopsBeforeTheLettersWithTheDecoderAsItWas)
+{
+    watcher.stopsAfter = 0;
+    reply("27");
+    EXPECT_EQ(update(), UpdateEnd::stopped);
+    EXPECT_EQ(journal, (Journal{"busy", "file program/a.uhx", "open 1", "write 37", "idle"}));
+}
+
+TEST_F(InterfaceUpdateTest, AStopDuringTheLastBlockLetsTheUpdateBeClosed)
+{
+    watcher.stopsAfter = 1;
+    answerUpTo426("27");
+    answerRecord();
+    EXPECT_EQ(update(), UpdateEnd::sent);
+    EXPECT_EQ(journal[journal.size() - 4], "write 88 70 48 49 26 11 22 67 73");
 }
 
 } // namespace

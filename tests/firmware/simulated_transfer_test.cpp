@@ -1,9 +1,5 @@
 // Whole transfers to the simulated boot loader and the simulated interface.
-#include "firmware/interface_update.h"
-#include "firmware/upload.h"
-#include "support/hex_file.h"
-#include "support/simulated_line.h"
-#include "support/test_bench.h"
+#include "firmware/transfer_bench.h"
 
 #include <gtest/gtest.h>
 
@@ -14,43 +10,8 @@ namespace
 
 using namespace std::chrono_literals;
 
-class NoWatcher : public UploadObserver, public UpdateObserver
+class SimulatedTransferTest : public testing::Test, public test::TransferBench
 {
-public:
-    void showUpload(const UploadProgress&) override {}
-    void showStart(const Text&) override {}
-    void showRecords(std::size_t, std::size_t) override {}
-    void showEnd() override {}
-    bool stopRequested() override { return false; }
-};
-
-class SimulatedTransferTest : public testing::Test, public test::TestBench
-{
-protected:
-    SimulatedTransferTest() { test::setText(state.texts, 426, u"UPDATE"); }
-
-    UploadReport upload(std::size_t lines)
-    {
-        const auto image = std::get<HexImage>(parseHexImage(test::bytesOf(test::hexFile(lines))));
-        return uploadImage(onSimulator, image, watcher);
-    }
-
-    UpdateEnd update(int records)
-    {
-        state.link.interfaceAnswered = true;
-        std::string content = "1F80\r\nUpdate Ende\r\n";
-        for (int i = 0; i < records; ++i)
-            content += ":1000" + std::string(i % 2 == 0 ? "0102" : "FF00FF") + "\r\n";
-        addFile("a.uhx", content);
-        return updateThroughInterface(onSimulator, {[] { return std::filesystem::path("program/a.uhx"); },
-                                                    [](const std::filesystem::path&) {}, clock, watcher});
-    }
-
-    test::SimulatedLine device{
-        sim::Simulator(*sim::decoderByName("kv07"), sim::Pace::line, sim::Fault::none)};
-    test::FixedClock clock;
-    NoWatcher watcher;
-    Workbench onSimulator{state, device, device, prompts, view, files, settings};
 };
 
 TEST_F(SimulatedTransferTest, TheLoaderHoldsTheFileAndOnlyTheEraseIsAnsweredShort)

@@ -18,9 +18,11 @@ class Watcher : public UploadObserver
 {
 public:
     void showUpload(const UploadProgress& progress) override { shown.push_back(progress); }
+    void showStep(const UploadStep& step) override { replies.push_back(step.reply); }
     bool stopRequested() override { return shown.size() == stopAfter; }
 
     std::vector<UploadProgress> shown;
+    std::vector<Bytes> replies;
     std::size_t stopAfter = 0;
 };
 
@@ -130,6 +132,15 @@ TEST_F(UploadTest, StopsBeforeTheNextMessage)
     EXPECT_EQ(report.steps.size(), 5U);
 }
 
+TEST_F(UploadTest, AStopDuringTheLastMessageComesTooLateToTakeAnythingAway)
+{
+    answerAll(22);
+    watcher.stopAfter = 22;
+    const auto report = uploadImage(bench, image(1), watcher);
+    EXPECT_EQ(report.end, UploadEnd::sent);
+    EXPECT_EQ(report.steps.size(), 22U);
+}
+
 TEST_F(UploadTest, TellsPhaseAndPage)
 {
     answerAll(23);
@@ -138,6 +149,14 @@ TEST_F(UploadTest, TellsPhaseAndPage)
     EXPECT_EQ(watcher.shown[22].phase, UploadPhase::pages);
     EXPECT_EQ(watcher.shown[22].page, 2U);
     EXPECT_EQ(watcher.shown[22].pages, 2U);
+}
+
+TEST_F(UploadTest, TellsEachReplyAsItComesAndTheOneThatIsCutOff)
+{
+    line.replyWith({1, 2});
+    line.replyInPieces({{0ms, {}}});
+    uploadImage(bench, image(1), watcher);
+    EXPECT_EQ(watcher.replies, (std::vector<Bytes>{{1, 2}, {}}));
 }
 
 TEST_F(UploadTest, NothingIsSentWhileAnotherOperationHasTheLine)
@@ -168,9 +187,12 @@ TEST_F(UploadTest, ADamagedFileIsRefusedWithItsLine)
 TEST_F(UploadTest, TheLogHoldsTheBytesBothWays)
 {
     test::setCaption(state.texts, 632, u"missing");
-    const std::vector<UploadStep> steps = {{UploadPhase::signOn, {0x1B, 0x01}, 2, {0x0A, 0xFF}},
-                                           {UploadPhase::parameters, {0x1B}, 9, {}}};
-    EXPECT_EQ(utf8FromText(uploadLog(state.texts, steps)), "> 1B 01\r\n< 0A FF\r\n> 1B\r\n< (missing)\r\n");
+    const auto log = [&](const Bytes& reply) {
+        return utf8FromText(uploadLog(state.texts, {UploadPhase::signOn, {0x1B, 0x01}, 2, reply}));
+    };
+    EXPECT_EQ(log({0x0A, 0xFF}), "> 1B 01\r\n< 0A FF");
+    EXPECT_EQ(log({0x0A}), "> 1B 01\r\n< 0A (missing)");
+    EXPECT_EQ(log({}), "> 1B 01\r\n< (missing)");
 }
 
 } // namespace

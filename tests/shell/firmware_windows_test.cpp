@@ -4,7 +4,9 @@
 #include "shell/window_bench.h"
 #include "support/hex_file.h"
 #include "support/link_bench.h"
+#include "support/when.h"
 
+#include <QClipboard>
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
@@ -54,7 +56,7 @@ TEST(FirmwareAblaufWindow, ShowsTheFourLinesAndThePercentAndCloses)
     setText(state.texts, 426, u"UPDATE");
     state.link.interfaceAnswered = true;
     files.content["a.uhx"] = bytesOf("1F80\r\nUpdate Ende\r\n:10000102\r\n");
-    Firmware_Ablauf window(state.texts, prompts);
+    Firmware_Ablauf window(state);
     const FixedClock clock;
     const auto end = updateThroughInterface(
         bench, {[] { return std::filesystem::path("a.uhx"); },
@@ -65,6 +67,79 @@ TEST(FirmwareAblaufWindow, ShowsTheFourLinesAndThePercentAndCloses)
               "line 308\nline 309\nline 310\nline 311");
     EXPECT_EQ(window.findChild<QProgressBar*>(QStringLiteral("Progress"))->text(), QStringLiteral("100%"));
     EXPECT_FALSE(window.isVisible());
+}
+
+// The boot loader's answer to the erase is shorter than its wait: for that long the upload stands still.
+constexpr std::chrono::milliseconds eraseWait{300};
+
+struct UpgradeBench : WindowBench {
+    Upgrade upgrade{bench, std::get<HexImage>(parseHexImage(bytesOf(hexFile(9)))), window.get()};
+    QPlainTextEdit& log = *upgrade.findChild<QPlainTextEdit*>(QStringLiteral("Log"));
+    QPushButton& copy = *upgrade.findChild<QPushButton*>(QStringLiteral("CopyLog"));
+
+    UpgradeBench() { state.link.timeOutInterval = eraseWait; }
+
+    std::size_t flashed() { return port.simulator().bootLoader().flash().size(); }
+
+    // The whole upload, with something done while the erase is awaited.
+    void run(const std::function<void()>& duringErase)
+    {
+        const When erasing([this] { return port.simulator().bootLoader().erased(); }, duringErase);
+        upgrade.show();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return erasing.hasActed() && !state.lineBusy; }, 5000));
+    }
+};
+
+TEST(UpgradeWindow, ItsLogGrowsWhileItRunsAndCanBeCopied)
+{
+    UpgradeBench bench;
+    EXPECT_FALSE(bench.copy.isEnabled());
+    bench.run([&] {
+        EXPECT_TRUE(bench.state.lineBusy);
+        // 19 messages with their replies; the erase has none yet.
+        EXPECT_EQ(bench.log.blockCount(), 38);
+        ASSERT_TRUE(bench.copy.isEnabled());
+        bench.copy.click();
+    });
+    const QString copied = QGuiApplication::clipboard()->text();
+    EXPECT_TRUE(copied.startsWith(QStringLiteral("Der Speicher wird gelöscht\n> 1B 01 00 01 0E 01 14\n< 1B")))
+        << copied.toStdString();
+    EXPECT_EQ(bench.log.blockCount(), 46);
+    EXPECT_TRUE(bench.log.toPlainText().contains(QStringLiteral("(keine vollständige Antwort)\n> 1B 15")));
+}
+
+TEST(UpgradeWindow, ClosingItAsksAndGoesOnAfterANo)
+{
+    UpgradeBench bench;
+    bench.driver.expectBox(bench.message(Message::stopTransferQuestion), QStringLiteral("Nein"));
+    bench.run([&] { bench.upgrade.close(); });
+    EXPECT_EQ(bench.flashed(), 256U);
+    EXPECT_TRUE(bench.upgrade.isVisible());
+    bench.upgrade.close(); // nothing to ask any more
+    EXPECT_FALSE(bench.upgrade.isVisible());
+}
+
+TEST(UpgradeWindow, ClosingItStopsBeforeTheNextMessageAfterAYes)
+{
+    UpgradeBench bench;
+    bench.driver.expectBox(bench.message(Message::stopTransferQuestion), QStringLiteral("Ja"));
+    bench.run([&] { bench.upgrade.close(); });
+    EXPECT_EQ(bench.flashed(), 0U);
+    EXPECT_FALSE(bench.upgrade.isVisible());
+}
+
+TEST(UpgradeWindow, GoesOnWhileItsQuestionStandsAndTakesItAwayAtTheEnd)
+{
+    UpgradeBench bench;
+    bench.driver.leaveAlone("StopQuestion");
+    QPointer<QWidget> question;
+    bench.run([&] {
+        bench.upgrade.close();
+        question = QApplication::activeModalWidget();
+    });
+    EXPECT_EQ(bench.flashed(), 256U);
+    EXPECT_TRUE(question.isNull());
+    EXPECT_TRUE(bench.upgrade.isVisible());
 }
 
 } // namespace

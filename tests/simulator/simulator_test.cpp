@@ -336,6 +336,9 @@ TEST(Fault, EveryNameGivesItsFault)
         {"refused-frame", Fault::refusedFrame},
         {"silent-loader", Fault::silentLoader},
         {"silent-update", Fault::silentUpdate},
+        {"late-reply", Fault::lateReply},
+        {"garbled-reply", Fault::garbledReply},
+        {"excess-reply", Fault::excessReply},
         {"hang-up", Fault::hangUp},
     };
     std::vector<std::string_view> names;

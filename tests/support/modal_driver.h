@@ -82,6 +82,9 @@ public:
         steps_.push_back({what, std::move(act), true});
     }
 
+    // Windows of this object name open and close by themselves.
+    void leaveAlone(const char* name) { leftAlone_.append(QString::fromLatin1(name)); }
+
     bool isDone() const { return steps_.empty(); }
 
 private:
@@ -94,7 +97,8 @@ private:
     void look()
     {
         QWidget* const window = QApplication::activeModalWidget();
-        if (window == nullptr || !window->isVisible() || window == answering_)
+        if (window == nullptr || !window->isVisible() || window == answering_ ||
+            leftAlone_.contains(window->objectName()))
             return;
         if (steps_.empty()) {
             const auto* const box = qobject_cast<QMessageBox*>(window);
@@ -127,6 +131,7 @@ private:
 
     QTimer timer_;
     std::deque<Step> steps_;
+    QStringList leftAlone_;
     QPointer<QWidget> answering_; // its own further boxes are other windows
 };
 

@@ -17,6 +17,10 @@ public:
     sim::Time now() const { return now_; }
 
     void setFault(sim::Fault fault) { simulator_.setFault(fault); }
+    // The adapter is pulled with the n-th write from now on (from 1), which is lost.
+    void pullWithWrite(int n) { writesBeforePull_ = n; }
+    // The same, at a moment of its own: while something is awaited, or a pause is made.
+    void pullAt(sim::Time moment) { pullAt_ = moment; }
 
     void setPortNumber(int number) override { number_ = number; }
     int portNumber() const override { return number_; }
@@ -34,7 +38,13 @@ public:
     bool isOpen() const override { return open_; }
     std::size_t bytesWaiting() const override { return received_.size(); }
     Bytes readAll() override { return std::exchange(received_, Bytes()); }
-    void write(const Bytes& bytes) override { simulator_.receive(bytes, now_); }
+    void write(const Bytes& bytes) override
+    {
+        if (writesBeforePull_ > 0 && --writesBeforePull_ == 0)
+            open_ = false;
+        if (open_)
+            simulator_.receive(bytes, now_);
+    }
     void setNotice(std::function<void()>) override {}
 
     WaitResult until(const std::function<bool()>& condition, std::chrono::milliseconds limit) override
@@ -42,7 +52,7 @@ public:
         const sim::Time deadline = now_ + limit;
         take();
         while (!condition()) {
-            const auto next = simulator_.nextEvent();
+            const auto next = nextEvent();
             if (!next || *next > deadline) {
                 now_ = deadline;
                 return WaitResult::timedOut;
@@ -55,8 +65,21 @@ public:
     void wake() override {}
 
 private:
+    std::optional<sim::Time> nextEvent() const
+    {
+        if (!open_)
+            return std::nullopt;
+        const auto next = simulator_.nextEvent();
+        return pullAt_ && (!next || *next > *pullAt_) ? pullAt_ : next;
+    }
     void take()
     {
+        if (pullAt_ && *pullAt_ <= now_) {
+            open_ = false;
+            pullAt_.reset();
+        }
+        if (!open_)
+            return;
         for (const auto byte : simulator_.take(now_))
             received_.push_back(byte);
         if (simulator_.hungUp(now_))
@@ -69,6 +92,8 @@ private:
     LineSettings settings_;
     int number_ = 1;
     bool open_ = false;
+    int writesBeforePull_ = 0;
+    std::optional<sim::Time> pullAt_;
 };
 
 } // namespace karvo::test

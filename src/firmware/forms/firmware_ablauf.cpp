@@ -9,13 +9,14 @@
 namespace karvo
 {
 
-Firmware_Ablauf::Firmware_Ablauf(const LanguageTables& texts, Prompts& prompts, QWidget* parent)
+Firmware_Ablauf::Firmware_Ablauf(ProgramState& state, QWidget* parent)
     : QDialog(parent),
-      texts_(texts),
-      prompts_(prompts),
+      state_(state),
       text_(new QPlainTextEdit(this)),
-      progress_(new QProgressBar(this))
+      progress_(new QProgressBar(this)),
+      stopQuestion_(state)
 {
+    const LanguageTables& texts = state.texts;
     setObjectName(QStringLiteral("Firmware_Ablauf"));
     setWindowTitle(qtText(texts.caption(Caption::updateTitle)));
     setModal(true);
@@ -46,13 +47,13 @@ void Firmware_Ablauf::showRecords(std::size_t sent, std::size_t total)
 
 void Firmware_Ablauf::showEnd()
 {
+    stopQuestion_.withdraw();
     hide();
 }
 
 void Firmware_Ablauf::reject()
 {
-    if (!stopRequested_ && prompts_.question(texts_.message(Message::stopTransferQuestion)))
-        stopRequested_ = true;
+    stopQuestion_.ask(this);
 }
 
 } // namespace karvo

@@ -1,11 +1,11 @@
 // The progress window of the update through the programming interface.
 #pragma once
 
+#include "firmware/forms/stop_question.h"
 #include "firmware/interface_update.h"
 
 #include <QDialog>
 
-class QLabel;
 class QPlainTextEdit;
 class QProgressBar;
 
@@ -18,21 +18,20 @@ class Firmware_Ablauf : public QDialog, public UpdateObserver
     Q_OBJECT
 
 public:
-    Firmware_Ablauf(const LanguageTables& texts, Prompts& prompts, QWidget* parent = nullptr);
+    explicit Firmware_Ablauf(ProgramState& state, QWidget* parent = nullptr);
 
     void reject() override;
 
     void showStart(const Text& text) override;
     void showRecords(std::size_t sent, std::size_t total) override;
     void showEnd() override;
-    bool stopRequested() override { return stopRequested_; }
+    bool stopRequested() override { return state_.stopRequested; }
 
 private:
-    const LanguageTables& texts_;
-    Prompts& prompts_;
+    ProgramState& state_;
     QPlainTextEdit* text_;
     QProgressBar* progress_;
-    bool stopRequested_ = false;
+    StopQuestion stopQuestion_;
 };
 
 } // namespace karvo

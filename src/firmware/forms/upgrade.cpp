@@ -54,7 +54,8 @@ Upgrade::Upgrade(Workbench& bench, HexImage image, QWidget* parent)
       progress_(new QProgressBar(this)),
       log_(new QPlainTextEdit(this)),
       copy_(new QPushButton(buttonText(texts_.caption(Caption::copyLog)), this)),
-      close_(new QPushButton(buttonText(texts_.caption(Caption::closeButton)), this))
+      close_(new QPushButton(buttonText(texts_.caption(Caption::closeButton)), this)),
+      stopQuestion_(bench.state)
 {
     build();
 }
@@ -105,8 +106,9 @@ void Upgrade::upload()
 {
     const auto report = uploadImage(bench_, image_, *this);
     running_ = false;
+    stopQuestion_.withdraw();
     showReport(report);
-    if (report.end == UploadEnd::ended || report.end == UploadEnd::portRefused || stopRequested_)
+    if (report.end == UploadEnd::ended || report.end == UploadEnd::portRefused || stopRequested())
         QDialog::reject();
 }
 
@@ -120,6 +122,12 @@ void Upgrade::showUpload(const UploadProgress& progress)
         sincePages_.start();
     progress_->setValue(static_cast<int>((progress.page - 1) * 100 / progress.pages));
     timeLeft_->setText(timeLeft(progress));
+}
+
+void Upgrade::showStep(const UploadStep& step)
+{
+    log_->appendPlainText(qtText(uploadLog(texts_, step)));
+    copy_->setEnabled(true);
 }
 
 // As the pages so far have taken; nothing before the first has.
@@ -145,8 +153,6 @@ void Upgrade::showReport(const UploadReport& report)
         summary.prepend(qtText(texts_.caption(Caption::uploadStopped)) + QLatin1Char('\n'));
     phase_->setText(summary);
     timeLeft_->clear();
-    log_->setPlainText(qtText(uploadLog(texts_, report.steps)));
-    copy_->setEnabled(true);
     close_->setFocus();
 }
 
@@ -159,8 +165,8 @@ void Upgrade::reject()
 {
     if (!running_)
         QDialog::reject();
-    else if (!stopRequested_ && bench_.prompts.question(texts_.message(Message::stopTransferQuestion)))
-        stopRequested_ = true;
+    else
+        stopQuestion_.ask(this);
 }
 
 } // namespace karvo

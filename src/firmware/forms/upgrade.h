@@ -1,6 +1,8 @@
-// The window of the boot loader upload: phase, page, time left, and what was sent at the end.
+// The window of the boot loader upload: phase, page, time left, the log as it grows, and a summary at the
+// end.
 #pragma once
 
+#include "firmware/forms/stop_question.h"
 #include "firmware/upload.h"
 
 #include <QDialog>
@@ -37,7 +39,8 @@ private:
     QString timeLeft(const UploadProgress& progress) const;
 
     void showUpload(const UploadProgress& progress) override;
-    bool stopRequested() override { return stopRequested_; }
+    void showStep(const UploadStep& step) override;
+    bool stopRequested() override { return bench_.state.stopRequested; }
 
     Workbench& bench_;
     const LanguageTables& texts_;
@@ -51,7 +54,7 @@ private:
     QElapsedTimer sincePages_; // runs from the first page on
     bool started_ = false;
     bool running_ = false;
-    bool stopRequested_ = false;
+    StopQuestion stopQuestion_;
 };
 
 } // namespace karvo

@@ -1,0 +1,38 @@
+#include "firmware/forms/stop_question.h"
+
+#include "ui/question_box.h"
+
+namespace karvo
+{
+
+StopQuestion::StopQuestion(ProgramState& state, QObject* parent) : QObject(parent), state_(state)
+{
+}
+
+StopQuestion::~StopQuestion()
+{
+    withdraw();
+}
+
+void StopQuestion::ask(QWidget* owner)
+{
+    if (box_ || state_.stopRequested)
+        return;
+    box_ = new QuestionBox(state_.texts, state_.texts.message(Message::stopTransferQuestion), owner);
+    box_->setObjectName(QStringLiteral("StopQuestion"));
+    box_->setAttribute(Qt::WA_DeleteOnClose);
+    connect(box_, &QDialog::finished, this, [this](int answer) {
+        if (answer != QMessageBox::Yes)
+            return;
+        state_.stopRequested = true;
+        emit agreed();
+    });
+    box_->open();
+}
+
+void StopQuestion::withdraw()
+{
+    delete box_;
+}
+
+} // namespace karvo
