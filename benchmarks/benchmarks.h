@@ -15,6 +15,10 @@ std::vector<Row> measureReading(const std::filesystem::path& programFolder);
 // Writing many CVs over the paced line.
 std::vector<Row> measureWriting(const std::filesystem::path& programFolder);
 
+// The pages of an upload to the boot loader and the records of an update through the interface, over the
+// paced line, against what the wire and the mandatory pauses take.
+std::vector<Row> measureFirmware(const std::filesystem::path& programFolder);
+
 // From a description file to the list, and all files of the program folder against reading them with cat.
 std::vector<Row> measureDescriptions(const std::filesystem::path& programFolder);
 

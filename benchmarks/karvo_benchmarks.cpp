@@ -39,6 +39,7 @@ int main(int argc, char** argv)
     const QCoreApplication application(argc, argv);
     std::vector<Row> rows = measureReading(programFolder);
     append(rows, measureWriting(programFolder));
+    append(rows, measureFirmware(programFolder));
     append(rows, measureDescriptions(programFolder));
     append(rows, measureListFiles(programFolder));
     append(rows, measureUnpacking());

@@ -141,11 +141,11 @@ std::vector<PlannedMessage> uploadPlan(const HexImage& image)
 std::optional<std::filesystem::path> chooseImage(Workbench& bench, const std::filesystem::path& folder)
 {
     const LanguageTables& texts = bench.state.texts;
-    const auto path = bench.prompts.openFile({.title = texts.caption(Caption::uploadTitle),
-                                              .folder = folder,
-                                              .filter = texts.caption(Caption::hexFiles) + u" (*.hex *.HEX)",
-                                              .extension = u"hex",
-                                              .name = Text(proposedImage)});
+    auto path = bench.prompts.openFile({.title = texts.caption(Caption::uploadTitle),
+                                        .folder = folder,
+                                        .filter = texts.caption(Caption::hexFiles) + u" (*.hex *.HEX)",
+                                        .extension = u"hex",
+                                        .name = Text(proposedImage)});
     if (path && *path != notChosen)
         return path;
     bench.prompts.message(texts.message(Message::noFileChosen));

@@ -86,6 +86,10 @@ const Case outcomes[] = {
      "a KV07, a KV08 and a receiver"},
     {"UpdateBrokenOff", "update", "a.uhx", "--simulate kv07 --no-pace --fault silent-update", 7, "",
      "switch the interface off and on again"},
+    {"UpdateCutOff", "update", "a.uhx", "--simulate kv07 --no-pace --fault hang-up", 7, "",
+     "switch the interface off and on again"},
+    {"FlashCutOff", "flash", "a.hex", "--simulate kv07 --no-pace --fault hang-up", 7,
+     "Sent: 22 messages with 1 pages. Missing replies: 2\n", "The connection was lost during the transfer"},
     {"UpdateSilent", "update", "a.uhx", "--simulate kv07 --no-pace --fault silence", 4, "",
      "has not replied yet"},
 };
