@@ -19,20 +19,21 @@ void Hauptform::connectDownload()
     connect(menu_->action("mnu_unzip"), &QAction::triggered, this, &Hauptform::unpackArchive);
 }
 
+// The line is held meanwhile, and until the person has read how it went: nothing else may wait.
 void Hauptform::downloadArchive()
 {
-    const LineUse line(bench_); // nothing else may wait meanwhile
-    if (!line.isGranted())
-        return;
-    const auto name = downloadFileName(texts_.message(Message::downloadAddress)).value_or(Text());
-    std::optional<DownloadEnd> end;
     {
-        TransferProgress progress(texts_, bench_.wait,
+        const LineUse line(bench_);
+        if (!line.isGranted())
+            return;
+        const auto name = downloadFileName(texts_.message(Message::downloadAddress)).value_or(Text());
+        TransferProgress progress(bench_, Caption::downloadTitle,
                                   filledCaption(texts_, Caption::downloadRunning, {name}), this);
-        end = download(bench_, downloader_, progress);
+        const auto end = download(bench_, downloader_, progress);
+        progress.hide();
+        if (end)
+            tellDownload(bench_, *end);
     }
-    if (end)
-        tellDownload(bench_, *end);
     if (closing_)
         close();
 }
@@ -41,18 +42,15 @@ void Hauptform::unpackArchive()
 {
     if (state_.lineBusy)
         return;
-    const auto request = askForUnzip(bench_, this);
-    if (!request)
-        return;
-    const LineUse line(bench_);
-    UnzipResult result;
-    {
-        const Text name = pathText(request->archive.filename());
-        TransferProgress progress(texts_, bench_.wait, filledCaption(texts_, Caption::unzipRunning, {name}),
-                                  this);
-        result = unpack(bench_, archive_, *request, progress);
+    if (const auto request = askForUnzip(bench_, this)) {
+        const LineUse line(bench_);
+        TransferProgress progress(
+            bench_, Caption::unzipTitle,
+            filledCaption(texts_, Caption::unzipRunning, {pathText(request->archive.filename())}), this);
+        const auto result = unpack(bench_, archive_, *request, progress);
+        progress.hide();
+        tellUnpacked(bench_, *request, result);
     }
-    tellUnpacked(bench_, *request, result);
     if (closing_)
         close();
 }

@@ -12,13 +12,13 @@ constexpr int thousandths = 1000;
 
 } // namespace
 
-TransferProgress::TransferProgress(const LanguageTables& texts, Wait& wait, const QString& text,
-                                   QWidget* parent)
-    : QProgressDialog(text, buttonText(texts.caption(Caption::cancelButton)), 0, 0, parent), wait_(wait)
+TransferProgress::TransferProgress(Workbench& bench, Caption title, const QString& text, QWidget* parent)
+    : QProgressDialog(text, buttonText(bench.state.texts.caption(Caption::cancelButton)), 0, 0, parent),
+      wait_(bench.wait)
 {
     constexpr int showAfter = 400;
     setObjectName(QStringLiteral("TransferProgress"));
-    setWindowTitle(qtText(texts.caption(Caption::downloadTitle)));
+    setWindowTitle(qtText(bench.state.texts.caption(title)));
     setWindowModality(Qt::WindowModal);
     setAutoReset(false);
     setMinimumDuration(showAfter);

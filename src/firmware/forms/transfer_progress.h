@@ -3,7 +3,7 @@
 
 #include "firmware/unzip.h"
 #include "program/downloader.h"
-#include "program/wait.h"
+#include "workbench/workbench.h"
 
 #include <QElapsedTimer>
 #include <QProgressDialog>
@@ -16,7 +16,7 @@ class TransferProgress : public QProgressDialog, public DownloadObserver, public
     Q_OBJECT
 
 public:
-    TransferProgress(const LanguageTables& texts, Wait& wait, const QString& text, QWidget* parent);
+    TransferProgress(Workbench& bench, Caption title, const QString& text, QWidget* parent);
 
     void showBytes(long long received, long long total) override;
     bool stopRequested() override { return wasCanceled(); }
