@@ -119,8 +119,9 @@ public:
             return 0;
         noteChange(set);
         fillList(bench_);
+        const Text mark = u"  " + bench_.state.texts.caption(Caption::changedMark);
         for (std::size_t i = 0; i < lines_.size() && i < set.list.size(); ++i)
-            set.list[i].text = lines_[i].text;
+            set.list[i].text = lines_[i].text + (set.list[i].changed && !lines_[i].changed ? mark : Text());
         bench_.view.listChanged();
         return count_;
     }

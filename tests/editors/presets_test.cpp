@@ -136,10 +136,10 @@ TEST(PresetsTest, LoadsBothFilesIntoTheTableAndTheList)
                                     {53, 1},
                                     {54, 41}})
         EXPECT_EQ(table.value(cv), value) << cv;
-    EXPECT_EQ(bench.lineOf(97), "  1 = 1 of 168            [12] !");
+    EXPECT_EQ(bench.lineOf(97), "  1 = 1 of 168            [12]  changed !");
     EXPECT_EQ(bench.lineOf(96), "  2 = 1 of 168   ");
-    EXPECT_EQ(bench.lineOf(50), "CV50 = 1                 [7] !");
-    EXPECT_EQ(bench.lineOf(52), "CV52 = 1                 [110] !");
+    EXPECT_EQ(bench.lineOf(50), "CV50 = 1                 [7]  changed !");
+    EXPECT_EQ(bench.lineOf(52), "CV52 = 1                 [110]  changed !");
     EXPECT_TRUE(bench.state.set.unsavedChanges);
     EXPECT_EQ(bench.journal.back(), "list changed");
     EXPECT_TRUE(bench.messages().empty());

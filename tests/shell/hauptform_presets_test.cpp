@@ -36,7 +36,7 @@ TEST(HauptformPresets, EachKindOfVehicleHasItsThreeItems)
     const auto row = positionOf(bench.state.set.list, 52);
     ASSERT_TRUE(row);
     EXPECT_EQ(bench.list().item(static_cast<int>(*row))->text().toStdString(),
-              "CV52 = 52                [110]");
+              "CV52 = 52                [110]  geändert");
 }
 
 TEST(HauptformPresets, SaySoWithoutAList)
