@@ -92,7 +92,7 @@ void Hauptform::stepValue(int by)
     if (!value)
         return;
     const auto limits = limitsOf(set.table, set.currentNumber);
-    if (*value + by >= limits.lower && *value + by <= limits.upper)
+    if (limits.allow(*value + by))
         changeValue(bench_, set.currentNumber, *value + by);
 }
 

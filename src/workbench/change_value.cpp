@@ -3,16 +3,11 @@
 #include "cvdata/changes.h"
 #include "workbench/describe.h"
 
-#include <algorithm>
-
 namespace karvo
 {
 
 namespace
 {
-
-constexpr int lowestValue = 0;
-constexpr int highestValue = 255;
 
 bool isInList(const CvSet& set, int cv)
 {
@@ -29,14 +24,6 @@ void reportOutsideLimits(Workbench& bench, int cv, TextView typed, const ValueLi
 
 } // namespace
 
-ValueLimits limitsOf(const CvTable& table, int cv)
-{
-    const auto limit = [&](Column column, int unknown) {
-        return std::clamp(numberFromText(table.at(cv, column)).value_or(unknown), lowestValue, highestValue);
-    };
-    return {limit(Column::lowerLimit, lowestValue), limit(Column::upperLimit, highestValue)};
-}
-
 ChangeEnd changeValue(Workbench& bench, int cv, TextView typed)
 {
     CvSet& set = bench.state.set;
@@ -48,7 +35,7 @@ ChangeEnd changeValue(Workbench& bench, int cv, TextView typed)
     }
     const auto value = numberFromText(typed);
     const auto limits = limitsOf(set.table, cv);
-    if (!value || *value < limits.lower || *value > limits.upper) {
+    if (!value || !limits.allow(*value)) {
         reportOutsideLimits(bench, cv, typed, limits);
         return ChangeEnd::outsideLimits;
     }

@@ -1,19 +1,11 @@
 // Changing the value of a CV on the bench; the decoder learns of it when it is written.
 #pragma once
 
+#include "cvdata/cv_use.h"
 #include "workbench/workbench.h"
 
 namespace karvo
 {
-
-// The values that the description allows for a CV. A limit that it does not name is 0 or 255; none lies
-// beyond these.
-struct ValueLimits {
-    int lower = 0;
-    int upper = 255;
-};
-
-ValueLimits limitsOf(const CvTable& table, int cv);
 
 enum class ChangeEnd {
     changed,       // the list shows the new value

@@ -1,7 +1,7 @@
 #include "workbench/write_plan.h"
 
+#include "cvdata/cv_use.h"
 #include "link/series_write.h"
-#include "workbench/change_value.h"
 
 #include <algorithm>
 #include <functional>
@@ -11,9 +11,6 @@ namespace karvo
 
 namespace
 {
-
-constexpr int firmwareCv = 7;
-constexpr int makerCv = 8;
 
 // Behind all others, in this order.
 constexpr int lastToWrite[] = {1, 3, 15, 16, 17, 18, 29, 161};
@@ -33,27 +30,16 @@ void putInOrder(WritePlan& plan)
     });
 }
 
-// A list file of other hands may hold numbers and values alone: then nothing is known of what is used.
-bool tellsWhatIsUsed(const CvTable& table)
-{
-    for (int cv = 1; cv <= CvTable::lastRow; ++cv) {
-        if (!table.at(cv, Column::factoryValue).empty())
-            return true;
-    }
-    return false;
-}
-
 WriteSkip skipOf(const CvTable& table, int cv)
 {
-    if (table.at(cv, Column::factoryValue).empty() && tellsWhatIsUsed(table))
+    if (!isUsed(table, cv))
         return WriteSkip::notUsed;
-    if (cv == firmwareCv || cv == makerCv)
+    if (isReadOnly(table, cv))
         return WriteSkip::decodersOwn;
     if (cv == resetCv)
         return WriteSkip::reset;
-    const auto limits = limitsOf(table, cv);
     const auto value = table.value(cv);
-    return value < limits.lower || value > limits.upper ? WriteSkip::outsideLimits : WriteSkip::none;
+    return value && !limitsOf(table, cv).allow(*value) ? WriteSkip::outsideLimits : WriteSkip::none;
 }
 
 bool hasValue(const CvTable& table, int cv)

@@ -13,7 +13,7 @@ namespace karvo
 enum class WriteSkip {
     none,
     notUsed,      // the description, which gives others a factory value, gives it none
-    decodersOwn,  // CV7 and CV8: the decoder alone decides them
+    decodersOwn,  // the decoder alone decides its value, as of CV7 and CV8
     reset,        // CV59: whatever is written sets the decoder back
     outsideLimits // a list from elsewhere holds a value that the description does not allow
 };
