@@ -113,6 +113,8 @@ void describe(QCommandLineParser& parser)
          QStringLiteral(
              "Show what set would change, or check what flash and update would send; do nothing.")});
     parser.addOption({QStringLiteral("yes"), QStringLiteral("Answer questions with yes.")});
+    parser.addOption(valued(
+        "force", "Answer with yes what --yes does not: limits, vehicle or backup; may be repeated.", "WHAT"));
     parser.addOption({QStringLiteral("json"), QStringLiteral("Print JSON.")});
     parser.addOption({QStringLiteral("help"), QStringLiteral("Print this help.")});
     parser.addOption({QStringLiteral("version"), QStringLiteral("Print the version.")});
@@ -204,6 +206,7 @@ QString whatIsWrongWithOptions(const QCommandLineParser& parser, CliCommand comm
     };
     const Heeded options[] = {{"dry-run", {CliCommand::set, CliCommand::flash, CliCommand::update}},
                               {"from", {CliCommand::write}},
+                              {"force", {CliCommand::write}},
                               {"output", {CliCommand::read}},
                               {"variant", {CliCommand::list}}};
     for (const auto& [option, by] : options) {
@@ -212,6 +215,23 @@ QString whatIsWrongWithOptions(const QCommandLineParser& parser, CliCommand comm
                 .arg(QLatin1String(option));
     }
     return {};
+}
+
+// What --force names; nothing where a word is none of them.
+std::optional<std::set<QuestionKind>> forcedKinds(const QStringList& words)
+{
+    std::set<QuestionKind> kinds;
+    for (const QString& word : words) {
+        if (word == QLatin1String("limits"))
+            kinds.insert(QuestionKind::limits);
+        else if (word == QLatin1String("vehicle"))
+            kinds.insert(QuestionKind::vehicle);
+        else if (word == QLatin1String("backup"))
+            kinds.insert(QuestionKind::backup);
+        else
+            return std::nullopt;
+    }
+    return kinds;
 }
 
 CliParseResult taken(const QCommandLineParser& parser, CliCommand command)
@@ -241,6 +261,10 @@ CliParseResult taken(const QCommandLineParser& parser, CliCommand command)
         if (*arguments.variant < 0 || *arguments.variant >= automaticVariants)
             return wrong(QStringLiteral("--variant takes 1 to 4."));
     }
+    const auto forced = forcedKinds(parser.values(QStringLiteral("force")));
+    if (!forced)
+        return wrong(QStringLiteral("--force takes limits, vehicle or backup."));
+    arguments.forced = *forced;
     if (!arguments.output.isEmpty() && !endsIn(arguments.output, {"kvr", "csv", "txt"}))
         return wrong(QStringLiteral("--output takes a name that ends in .kvr, .csv or .txt."));
     for (const QString& fault : {whatIsWrongWithTheLine(parser), whatIsWrongWithOptions(parser, command),

@@ -2,11 +2,13 @@
 #pragma once
 
 #include "cvdata/batch_change.h"
+#include "program/prompts.h"
 
 #include <QString>
 #include <QStringList>
 
 #include <optional>
+#include <set>
 #include <vector>
 
 namespace karvo
@@ -20,7 +22,8 @@ struct CliArguments {
     std::vector<CvChange> changes; // of the commands `set` and `write`
     QString from;                  // the CV list file to write; empty: write `changes`
     QString output;                // where to save what was read; empty: print it
-    bool yes = false;              // questions are answered with yes
+    bool yes = false;              // usual questions are answered with yes
+    std::set<QuestionKind> forced; // and so are these
     bool dryRun = false;           // show what would be changed, change nothing
     std::optional<int> port;       // 1 to 31
     QStringList portMappings;      // as typed

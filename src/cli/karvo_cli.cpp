@@ -108,7 +108,10 @@ int runWith(const CliArguments& arguments)
     }
     QtWait wait;
     port->setNotice([&wait] { wait.wake(); });
-    TerminalPrompts prompts([&wait] { wait.endProgram(); }, arguments.yes);
+    auto answeredYes = arguments.forced;
+    if (arguments.yes)
+        answeredYes.insert(QuestionKind::usual);
+    TerminalPrompts prompts([&wait] { wait.endProgram(); }, answeredYes);
     TerminalView view;
     QtFiles files;
     Workbench bench{state, *port, wait, prompts, view, files, settings};

@@ -46,6 +46,21 @@ std::optional<Text> answerTo(const Text& prompt)
     return textFromUtf8(answer);
 }
 
+TextView yesOptionOf(QuestionKind kind)
+{
+    switch (kind) {
+    case QuestionKind::limits:
+        return u"--force limits";
+    case QuestionKind::vehicle:
+        return u"--force vehicle";
+    case QuestionKind::backup:
+        return u"--force backup";
+    case QuestionKind::usual:
+        break;
+    }
+    return u"--yes";
+}
+
 } // namespace
 
 void printLine(std::FILE* stream, TextView text)
@@ -58,13 +73,14 @@ void TerminalPrompts::message(const Text& text, PromptIcon)
     printLine(stderr, withPlainLineEnds(text));
 }
 
-bool TerminalPrompts::question(const Text& text)
+bool TerminalPrompts::question(const Text& text, QuestionKind kind, ProposedAnswer)
 {
-    if (answersYes_)
+    if (answeredYes_.count(kind) != 0)
         return true;
     if (!isTerminal(stdin)) {
         printLine(stderr, withPlainLineEnds(text));
-        printLine(stderr, u"Not answered, which counts as No; --yes answers with Yes.");
+        printLine(stderr,
+                  u"Not answered, which counts as No; " + Text(yesOptionOf(kind)) + u" answers with Yes.");
         return false;
     }
     const auto answer = answerTo(withPlainLineEnds(text) + u" [y/n] ");

@@ -6,6 +6,7 @@
 
 #include <cstdio>
 #include <functional>
+#include <set>
 
 namespace karvo
 {
@@ -13,16 +14,17 @@ namespace karvo
 class TerminalPrompts : public Prompts
 {
 public:
-    // `answersYes`: every question has been answered with Yes beforehand.
-    TerminalPrompts(std::function<void()> endWaits, bool answersYes)
-        : endWaits_(std::move(endWaits)), answersYes_(answersYes)
+    // `answeredYes`: the kinds of questions that have been answered with Yes beforehand.
+    TerminalPrompts(std::function<void()> endWaits, std::set<QuestionKind> answeredYes)
+        : endWaits_(std::move(endWaits)), answeredYes_(std::move(answeredYes))
     {
     }
 
     void message(const Text& text, PromptIcon icon) override;
     void error(const Text& text) override { message(text, PromptIcon::warning); }
     // Answered at a terminal with y. Off a terminal the question is printed, and the answer is No.
-    bool question(const Text& text) override;
+    bool question(const Text& text, QuestionKind kind = QuestionKind::usual,
+                  ProposedAnswer proposed = ProposedAnswer::no) override;
     std::optional<Text> input(const Text& title, const Text& prompt, const Text& initial) override;
     // The current one: on the command line an option says which.
     std::optional<std::size_t> choice(const Text& title, const Text& prompt, const std::vector<Text>& options,
@@ -42,7 +44,7 @@ public:
 
 private:
     std::function<void()> endWaits_;
-    bool answersYes_;
+    std::set<QuestionKind> answeredYes_;
     bool ended_ = false;
 };
 

@@ -30,6 +30,18 @@ struct FileRequest {
 
 enum class SaveChoice { save, discard, cancel };
 
+// What a Yes answers for. The command line's --yes answers usual questions only: each of the others wants its
+// own word behind --force, since a Yes given beforehand may cost a decoder.
+enum class QuestionKind {
+    usual,
+    limits,  // values outside their limits, unused and read-only CVs are written
+    vehicle, // the list belongs to another generation or processor than the vehicle
+    backup   // what the vehicle holds can not be kept
+};
+
+// Which answer the Enter key gives.
+enum class ProposedAnswer { no, yes };
+
 enum class PromptIcon { none, information, warning, stop };
 
 class Prompts
@@ -44,7 +56,8 @@ public:
     virtual void error(const Text& text) = 0;
 
     // A Yes/No box; true for Yes. Closing the box is No.
-    virtual bool question(const Text& text) = 0;
+    virtual bool question(const Text& text, QuestionKind kind = QuestionKind::usual,
+                          ProposedAnswer proposed = ProposedAnswer::no) = 0;
 
     // Nothing when cancelled.
     virtual std::optional<Text> input(const Text& title, const Text& prompt, const Text& initial) = 0;

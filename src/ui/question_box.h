@@ -14,7 +14,7 @@ void nameBoxButton(QMessageBox& box, QMessageBox::StandardButton button, const L
                    Caption caption);
 QString boxTitle(const LanguageTables& texts, Caption caption);
 
-// No is the default; closing the box is No.
+// No is the default button; closing the box is No.
 class QuestionBox : public QMessageBox
 {
     Q_OBJECT

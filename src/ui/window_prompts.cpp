@@ -98,11 +98,13 @@ void WindowPrompts::showBox(const QString& title, const Text& text, PromptIcon i
     box.exec();
 }
 
-bool WindowPrompts::question(const Text& text)
+bool WindowPrompts::question(const Text& text, QuestionKind, ProposedAnswer proposed)
 {
     if (ended_)
         return false;
     QuestionBox box(texts_, text, owner());
+    if (proposed == ProposedAnswer::yes)
+        box.setDefaultButton(QMessageBox::Yes);
     return box.exec() == QMessageBox::Yes && !ended_;
 }
 

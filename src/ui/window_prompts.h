@@ -27,7 +27,8 @@ public:
 
     void message(const Text& text, PromptIcon icon = PromptIcon::none) override;
     void error(const Text& text) override;
-    bool question(const Text& text) override;
+    bool question(const Text& text, QuestionKind kind = QuestionKind::usual,
+                  ProposedAnswer proposed = ProposedAnswer::no) override;
     std::optional<Text> input(const Text& title, const Text& prompt, const Text& initial) override;
     std::optional<std::size_t> choice(const Text& title, const Text& prompt, const std::vector<Text>& options,
                                       std::size_t current) override;

@@ -29,7 +29,7 @@ public:
         journal_.push_back("message " + utf8FromText(text));
     }
     void error(const Text& text) override { journal_.push_back("error " + utf8FromText(text)); }
-    bool question(const Text& text) override
+    bool question(const Text& text, QuestionKind, ProposedAnswer) override
     {
         journal_.push_back("question " + utf8FromText(text));
         if (answers_.empty()) {
