@@ -13,6 +13,7 @@
 #include "platform/qt_serial_port.h"
 #include "platform/qt_settings.h"
 #include "platform/qt_wait.h"
+#include "platform/system_stay_awake.h"
 #include "platform/text_conversion.h"
 
 #include <QCoreApplication>
@@ -114,7 +115,8 @@ int runWith(const CliArguments& arguments)
     TerminalPrompts prompts([&wait] { wait.endProgram(); }, answeredYes);
     TerminalView view;
     QtFiles files;
-    Workbench bench{state, *port, wait, prompts, view, files, settings};
+    SystemStayAwake stayAwake;
+    Workbench bench{state, *port, wait, prompts, view, files, settings, &stayAwake};
     state.language = *language;
     if (const auto missing = loadLanguage(state.texts, *language, state.programFolder, files)) {
         prompts.message(missingLanguageFileText(*missing), PromptIcon::stop);

@@ -246,7 +246,7 @@ std::optional<UpdateFile> readUpdateFile(Workbench& bench, const std::filesystem
 
 UpdateEnd updateThroughInterface(Workbench& bench, const UpdateSetup& setup)
 {
-    const LineUse line(bench);
+    const LineUse line(bench, LineTask::lasting);
     if (!line.isGranted())
         return UpdateEnd::lineBusy;
     const LanguageTables& texts = bench.state.texts;

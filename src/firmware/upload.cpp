@@ -174,7 +174,7 @@ std::optional<HexImage> readHexFile(Workbench& bench, const std::filesystem::pat
 
 UploadReport uploadImage(Workbench& bench, const HexImage& image, UploadObserver& observer)
 {
-    const LineUse line(bench);
+    const LineUse line(bench, LineTask::lasting);
     if (!line.isGranted())
         return {UploadEnd::lineBusy, {}};
     Link link = bench.link();

@@ -43,6 +43,12 @@ bool QtFiles::exists(const std::filesystem::path& path)
     return QFileInfo::exists(pathToQString(path));
 }
 
+std::uintmax_t QtFiles::sizeOf(const std::filesystem::path& path)
+{
+    const QFileInfo file(pathToQString(path));
+    return file.isFile() ? static_cast<std::uintmax_t>(file.size()) : 0;
+}
+
 std::optional<Text> QtFiles::saveAtomically(const std::filesystem::path& path, const Bytes& content)
 {
     const QString name = pathToQString(path);

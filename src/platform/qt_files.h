@@ -10,6 +10,7 @@ class QtFiles : public Files
 public:
     std::optional<Bytes> readWhole(const std::filesystem::path& path, std::size_t limit) override;
     bool exists(const std::filesystem::path& path) override;
+    std::uintmax_t sizeOf(const std::filesystem::path& path) override;
     std::optional<Text> saveAtomically(const std::filesystem::path& path, const Bytes& content) override;
     std::optional<Text> makeFolder(const std::filesystem::path& folder) override;
     bool canWriteInto(const std::filesystem::path& folder) override;

@@ -3,6 +3,7 @@
 
 #include "program/text.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <vector>
@@ -24,6 +25,9 @@ public:
     virtual std::optional<Bytes> readWhole(const std::filesystem::path& path, std::size_t limit) = 0;
 
     virtual bool exists(const std::filesystem::path& path) = 0;
+
+    // How many bytes a regular file has; 0 for what is none or can not be asked.
+    virtual std::uintmax_t sizeOf(const std::filesystem::path& path) = 0;
 
     // Puts a whole file in the place of the old one, which stays as it is until the new one is complete on
     // disk. Nothing on success, else the system's own words; then nothing has changed. Refuses what is no

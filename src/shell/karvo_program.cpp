@@ -33,7 +33,7 @@ KarvoProgram::KarvoProgram(const ProgramSetup& setup)
       downloader_(*wait_),
       port_(makePort(setup)),
       prompts_(state_.texts, [this] { wait_->endProgram(); }),
-      bench_{state_, port_, *wait_, prompts_, view_, files_, settings_},
+      bench_{state_, port_, *wait_, prompts_, view_, files_, settings_, &stayAwake_},
       simulated_(setup.simulated.has_value())
 {
     state_.programFolder = setup.programFolder;

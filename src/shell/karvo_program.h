@@ -7,6 +7,7 @@
 #include "platform/qt_files.h"
 #include "platform/qt_settings.h"
 #include "platform/qt_wait.h"
+#include "platform/system_stay_awake.h"
 #include "platform/zip_archive.h"
 #include "shell/hauptform.h"
 #include "shell/recovery_slot.h"
@@ -56,6 +57,7 @@ private:
     SerialPort& port_;
     WindowPrompts prompts_;
     MainWindowView view_;
+    SystemStayAwake stayAwake_;
     Workbench bench_;
     bool simulated_;
     std::unique_ptr<RecoverySlot> recovery_;

@@ -28,6 +28,22 @@ void showRefusal(Workbench& bench, const ListRefusal& refusal, const std::filesy
          arguments);
 }
 
+// Nothing after a message.
+std::optional<Bytes> contentOf(Workbench& bench, const std::filesystem::path& path)
+{
+    auto content = bench.files.readWhole(path, textFileLimit);
+    if (content)
+        return content;
+    if (bench.files.sizeOf(path) > textFileLimit) {
+        constexpr std::size_t megabyte = std::size_t{1024} * 1024;
+        const Text arguments[] = {pathText(path), textFromNumber(textFileLimit / megabyte)};
+        warn(bench, Message::listFileTooLarge, arguments);
+    } else {
+        showCannotOpen(bench, path);
+    }
+    return std::nullopt;
+}
+
 std::optional<ListFile> parsedList(Workbench& bench, std::span<const std::uint8_t> content,
                                    const std::filesystem::path& path)
 {
@@ -163,20 +179,14 @@ bool openChosenList(Workbench& bench, const Text& title)
 
 std::optional<ListFile> readListFile(Workbench& bench, const std::filesystem::path& path)
 {
-    const auto content = bench.files.readWhole(path, textFileLimit);
-    if (content)
-        return parsedList(bench, *content, path);
-    showCannotOpen(bench, path);
-    return std::nullopt;
+    const auto content = contentOf(bench, path);
+    return content ? parsedList(bench, *content, path) : std::nullopt;
 }
 
 bool openList(Workbench& bench, const std::filesystem::path& path)
 {
-    const auto content = bench.files.readWhole(path, textFileLimit);
-    if (content)
-        return takeListContent(bench, *content, path);
-    showCannotOpen(bench, path);
-    return false;
+    const auto content = contentOf(bench, path);
+    return content && takeListContent(bench, *content, path);
 }
 
 bool takeListContent(Workbench& bench, std::span<const std::uint8_t> content,
@@ -242,12 +252,13 @@ bool saveListUnderNewName(Workbench& bench, const Text& title)
     return path && saveListAs(bench, *path);
 }
 
-std::optional<Text> keepBackup(Files& files, const Clock& clock, const UserFolders& folders, const CvSet& set)
+KeptBackup keepBackup(Files& files, const Clock& clock, const UserFolders& folders, const CvSet& set)
 {
     const auto& folder = folders.cvLists.own;
     if (auto reason = files.makeFolder(folder))
-        return reason;
-    return files.saveAtomically(backupPath(files, clock, folder, set), listFileContent(set));
+        return {{}, reason};
+    const auto path = backupPath(files, clock, folder, set);
+    return {path, files.saveAtomically(path, listFileContent(set))};
 }
 
 std::string listExpertFileName(const CvSet& set, LanguageCode language)

@@ -4,6 +4,7 @@
 #include "cvdata/list_file.h"
 #include "program/clock.h"
 #include "workbench/workbench.h"
+#include "workbench/write_backup.h"
 
 #include <optional>
 #include <span>
@@ -45,10 +46,8 @@ bool saveList(Workbench& bench, const Text& title);
 // Asks for a name and saves under it. False when nothing was saved.
 bool saveListUnderNewName(Workbench& bench, const Text& title);
 
-// Saves a set under a dated name of its own into the folder of CV lists. Nothing on success, else the
-// system's words.
-std::optional<Text> keepBackup(Files& files, const Clock& clock, const UserFolders& folders,
-                               const CvSet& set);
+// Saves a set under a dated name of its own into the folder of CV lists.
+KeptBackup keepBackup(Files& files, const Clock& clock, const UserFolders& folders, const CvSet& set);
 
 // The expert file that belongs to an opened list.
 std::string listExpertFileName(const CvSet& set, LanguageCode language);

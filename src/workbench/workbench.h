@@ -7,6 +7,7 @@
 #include "link/link.h"
 #include "program/files.h"
 #include "program/settings.h"
+#include "program/stay_awake.h"
 #include "workbench/user_folders.h"
 
 #include <filesystem>
@@ -40,6 +41,7 @@ struct ProgramState {
     bool stopRequested = false;                // a write of many CVs is to end before its next one
     std::optional<DecoderProfile> unkeptImage; // whose block the image is, until that has been kept as a file
     std::optional<CvImage> keptBlock; // the block that was kept last, with what has been written since
+    std::filesystem::path keptFile;   // where that block was kept; empty when none was in this run
     std::set<std::filesystem::path> faultyFiles; // of the program folder, of which has been told in this run
     int automaticVariant = 0;                    // bus or fire-engine variant 0 to 3 of the offline lists
     int speedStepViews = 0;          // above 0 the speed-step editor only shows what the last reply holds
@@ -54,6 +56,7 @@ struct Workbench {
     View& view;
     Files& files;
     Settings& settings;
+    StayAwake* stayAwake = nullptr; // nothing: the computer may sleep whenever it likes
 
     Link link() { return {state.link, port, wait, prompts, view, state.texts}; }
 };

@@ -52,13 +52,15 @@ bool keepBlockBeforeWrite(Workbench& bench, const KeepBackup& keep)
         const auto set = setOfBlock(bench, *state.unkeptImage);
         if (!set)
             return false;
-        if (const auto trouble = keep(*set)) {
-            const Text arguments[] = {*trouble};
+        const auto kept = keep(*set);
+        if (kept.trouble) {
+            const Text arguments[] = {*kept.trouble};
             bench.prompts.message(filledIn(state.texts.message(Message::backupFailed), arguments),
                                   PromptIcon::warning);
             return false;
         }
         state.keptBlock = state.image;
+        state.keptFile = kept.file;
     }
     state.unkeptImage.reset();
     return true;

@@ -3,14 +3,20 @@
 
 #include "workbench/workbench.h"
 
+#include <filesystem>
 #include <functional>
 #include <optional>
 
 namespace karvo
 {
 
-// Keeps a set as a file; returns what went wrong, in words, or nothing.
-using KeepBackup = std::function<std::optional<Text>(const CvSet&)>;
+struct KeptBackup {
+    std::filesystem::path file;
+    std::optional<Text> trouble = std::nullopt; // what went wrong, in words; nothing was kept then
+};
+
+// Keeps a set as a file of its own.
+using KeepBackup = std::function<KeptBackup(const CvSet&)>;
 
 // Hands the block that was read last to `keep`, described in the words of its decoder, unless it is what was
 // kept before together with what has been written since: so a vehicle's first write keeps its block, the

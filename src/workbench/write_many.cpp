@@ -112,7 +112,7 @@ WriteReport writeAfterRead(Workbench& bench, Wanted wanted, const KeepBackup& ke
 {
     if (bench.state.set.isEmpty())
         return without(WriteManyEnd::nothingToWrite);
-    const LineUse line(bench);
+    const LineUse line(bench, LineTask::lasting);
     if (const auto end = whatStandsAgainst(bench, line))
         return without(*end);
     if (const auto end = readHeldValues(bench))
@@ -140,7 +140,7 @@ WriteReport writeValues(Workbench& bench, const WritePlan& plan, const KeepBacku
 {
     if (bench.state.set.isEmpty())
         return without(WriteManyEnd::nothingToWrite);
-    const LineUse line(bench);
+    const LineUse line(bench, LineTask::lasting);
     if (const auto end = whatStandsAgainst(bench, line))
         return without(*end);
     takePlannedValues(bench.state.set, plan);
@@ -149,7 +149,7 @@ WriteReport writeValues(Workbench& bench, const WritePlan& plan, const KeepBacku
 
 WriteReport writeChosen(Workbench& bench, const std::vector<int>& cvs, const KeepBackup& keepBackup)
 {
-    const LineUse line(bench);
+    const LineUse line(bench, LineTask::lasting);
     if (!line.isGranted())
         return without(WriteManyEnd::busy);
     return runPlan(bench, planOfChosen(bench.state.set.table, cvs), keepBackup);

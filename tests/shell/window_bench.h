@@ -102,7 +102,7 @@ struct WindowBench {
                                                              .keepBackup =
                                                                  [this](const CvSet& set) {
                                                                      kept.push_back(set);
-                                                                     return std::optional<Text>();
+                                                                     return KeptBackup{"lists/kept.kvr"};
                                                                  },
                                                              .simulatedInterface = setup.simulatedInterface});
         prompts.setParentWindow(window.get());

@@ -39,6 +39,11 @@ public:
     {
         return content.count(path) != 0 || isFolder(path);
     }
+    std::uintmax_t sizeOf(const std::filesystem::path& path) override
+    {
+        const auto found = content.find(path);
+        return found == content.end() ? 0 : found->second.size();
+    }
     std::optional<Text> saveAtomically(const std::filesystem::path& path, const Bytes& bytes) override
     {
         if (saveFailure)

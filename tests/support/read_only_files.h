@@ -9,6 +9,7 @@ namespace karvo::test
 class ReadOnlyFiles : public Files
 {
 public:
+    std::uintmax_t sizeOf(const std::filesystem::path&) override { return 0; }
     std::optional<Text> saveAtomically(const std::filesystem::path&, const Bytes&) override
     {
         return refusal;

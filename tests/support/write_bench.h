@@ -14,7 +14,7 @@ struct WriteBench : TestBench {
     KeepBackup keep = [this](const CvSet& set) {
         kept.push_back(set);
         journal.push_back("kept " + std::to_string(kept.size()));
-        return keepTrouble;
+        return KeptBackup{"lists/" + std::to_string(kept.size()) + ".kvr", keepTrouble};
     };
 
     WriteBench()

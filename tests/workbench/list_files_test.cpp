@@ -26,6 +26,7 @@ protected:
         test::setCaption(state.texts, 161, u"changed");
         for (int number = 710; number <= 724; ++number)
             test::setText(state.texts, number, textFromNumber(number) + u" {1} {2}");
+        test::setText(state.texts, 448, u"448 {1} {2}");
         addFile("CV_Standart_kv07.txt", smallDescription("Standard KV07", "Wort "));
         addFile("CV_Standart_kv07en.txt", smallDescription("Standard KV07", "word "));
         files.content["lists/bus.kvr"] = bytesOf(kv07List);
@@ -112,6 +113,7 @@ TEST_F(ListFilesTest, ARefusalNamesFileAndLineAndLeavesTheSet)
         {"Standard KV07*5\r\nEnde CV\r\n", "710 lists/other.kvr 2"},
         {"CV-Nummer;CV-Wert;CV-Text\r\n1;3;x;\r\n", "712 lists/other.kvr {2}"},
         {"Standard KV07\r\n1;3;x;\r\n" + std::string(600, '\n'), "711 lists/other.kvr 601"},
+        {"Standard KV07\r\n1;3;x;\r\n" + std::string(textFileLimit, ' '), "448 lists/other.kvr 4"},
     };
     for (const auto& [content, message] : cases) {
         journal.clear();
@@ -291,16 +293,19 @@ TEST_F(ListFilesTest, BackupsHaveADatedNameOfTheirOwn)
 {
     ASSERT_TRUE(openList(bench, "lists/bus.kvr"));
     const test::FixedClock clock;
-    EXPECT_EQ(keepBackup(files, clock, folders, state.set), std::nullopt);
-    EXPECT_EQ(keepBackup(files, clock, folders, state.set), std::nullopt);
-    EXPECT_EQ(saved("lists/KARVO KV07 2026-11-22 09-05-07.kvr"), kv07List);
-    EXPECT_EQ(saved("lists/KARVO KV07 2026-11-22 09-05-07 (2).kvr"), kv07List);
+    for (const auto* const name :
+         {"lists/KARVO KV07 2026-11-22 09-05-07.kvr", "lists/KARVO KV07 2026-11-22 09-05-07 (2).kvr"}) {
+        const auto kept = keepBackup(files, clock, folders, state.set);
+        EXPECT_EQ(kept.trouble, std::nullopt);
+        EXPECT_EQ(kept.file, name);
+        EXPECT_EQ(saved(name), kv07List);
+    }
     EXPECT_EQ(state.set.listPath, "lists/bus.kvr");
     files.saveFailure = u"disk full";
-    EXPECT_EQ(keepBackup(files, clock, folders, state.set), u"disk full");
+    EXPECT_EQ(keepBackup(files, clock, folders, state.set).trouble, u"disk full");
     files.saveFailure.reset();
     files.readOnly.insert("");
-    EXPECT_EQ(keepBackup(files, clock, {{"none", {}}, {}, {}}, state.set), u"read-only");
+    EXPECT_EQ(keepBackup(files, clock, {{"none", {}}, {}, {}}, state.set).trouble, u"read-only");
 }
 
 } // namespace

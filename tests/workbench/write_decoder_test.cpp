@@ -40,9 +40,9 @@ struct DecoderOnBench {
     test::SimulatedLine line;
     Workbench bench{state, line, line, prompts, view, files, settings};
     int keptSets = 0;
-    KeepBackup keep = [this](const CvSet&) -> std::optional<Text> {
+    KeepBackup keep = [this](const CvSet&) {
         ++keptSets;
-        return std::nullopt;
+        return KeptBackup{"backup.kvr"};
     };
 };
 
