@@ -1,5 +1,5 @@
-// What a description says about the use of a CV: whether the model uses it, whether it can be written, and which
-// values it takes. Every way to a write asks here.
+// What a description says about the use of a CV: whether the model uses it, whether it can be written, and
+// which values it takes. Every way to a write asks here.
 #pragma once
 
 #include "cvdata/cv_table.h"
@@ -18,12 +18,12 @@ struct ValueLimits {
 
 ValueLimits limitsOf(const CvTable& table, int cv);
 
-// Whether the model uses the CV. A list file of other hands may hold numbers and values alone: where no row has
-// a factory value, nothing is known, and every CV that is described counts as used.
+// Whether the model uses the CV. A list file of other hands may hold numbers and values alone: where no row
+// has a factory value, nothing is known, and every CV that is described counts as used.
 bool isUsed(const CvTable& table, int cv);
 
-// Whether the decoder alone decides the CV's value: CV7 and CV8 on every model, and what the description marks
-// as "read-only" in its field 14 ("mark=read-only").
+// Whether the decoder alone decides the CV's value: CV7 and CV8 on every model, and what the description
+// marks as "read-only" in its field 14 ("mark=read-only").
 bool isReadOnly(const CvTable& table, int cv);
 
 } // namespace karvo
