@@ -18,6 +18,7 @@ from text_file import SourceError, TomlSource, write_if_changed
 
 LINE_END = "\r\n"
 FIELDS = 16
+MARKS_FIELD = 14
 DESCRIBED = ("name", "help", "values", "advice")
 CV_SHOWN_AS_MISSING = 153
 SPEED_MARK = "Anfang FS"
@@ -36,6 +37,11 @@ def bits_field(row, language):
     return "$".join(bits[weight][language] if weight in bits else "" for weight in WEIGHTS)
 
 
+def marks_field(row):
+    marks = row.values.get("mark", [])
+    return "mark=" + ",".join(marks) if marks else ""
+
+
 def joined(fields):
     return ";".join(fields) + ";" * (FIELDS - len(fields) + 1)
 
@@ -43,7 +49,8 @@ def joined(fields):
 def description_line(number, row, language):
     name, *texts = [row.values[key][language] if key in row.values else "" for key in DESCRIBED]
     default, *limits = [str(row.values[key]) for key in NUMBERS]
-    return joined([str(number), default, name, *limits, *texts, bits_field(row, language)])
+    fields = [str(number), default, name, *limits, *texts, bits_field(row, language)]
+    return joined(fields + [""] * (MARKS_FIELD - 1 - len(fields)) + [marks_field(row)])
 
 
 def unused_row(model, number):

@@ -19,15 +19,20 @@ DECODER_ROWS = 176
 # What fits beside the list in the window at its smallest.
 NAME_LENGTH = 45
 
+# What field 14 can say of a CV: the decoder alone decides its value, or the receivers' firmware has it from one of
+# these releases on. They are named as in the names of the installed files, oldest first.
+RELEASES = ("010915", "240216", "240216_neu", "270222")
+MARKS = ("read-only", *(f"from={release}" for release in RELEASES))
+
 SPEED_STEPS = 28
 # Below 4, CV73 means to the program that the decoder has no speed table.
 CV_OF_GENERATION = 73
 CV_OF_GENERATION_LOWEST = 5
 LOWEST_FIRST_STEP = 3
 
-MODEL_KEYS = {"name", "header", "base", "adds", "abstract", "rows", "remove", "top_speed", "speed_steps"}
+MODEL_KEYS = {"name", "header", "base", "adds", "abstract", "rows", "remove", "release", "top_speed", "speed_steps"}
 ADDITION_KEYS = {"name", "rows", "remove", "top_speed", "speed_steps"}
-CV_KEYS = {"number", "bits", *NUMBERS, *TEXTS}
+CV_KEYS = {"number", "bits", "mark", *NUMBERS, *TEXTS}
 SERIES_KEYS = CV_KEYS - {"number"} | {"from", "to", "first"}
 
 
@@ -73,6 +78,13 @@ class Model:
             check_block(source, source.data["unused"], set(TEXTS), "unused")
             self.unused = Row(source, ("unused",), source.data["unused"])
         add_rows(self, source)
+        if "release" in source.data["model"]:
+            self.leave_out_later(source.data["model"]["release"])
+
+    def leave_out_later(self, release):
+        """Takes away the CVs that are marked as those of a later firmware."""
+        later = {f"from={name}" for name in RELEASES[RELEASES.index(release) + 1 :]}
+        self.rows = {number: row for number, row in self.rows.items() if not later & set(row.values.get("mark", []))}
 
     @property
     def rows_count(self):
@@ -121,14 +133,23 @@ def check_languages(source, table, *where):
             raise source.error(f"name longer than {NAME_LENGTH} characters", *where, language)
 
 
+def check_marks(source, marks, *where):
+    if not isinstance(marks, list):
+        raise source.error("expected a list of marks", *where)
+    for mark in marks:
+        if mark not in MARKS:
+            raise source.error(f"unknown mark '{mark}'", *where)
+
+
 def check_block(source, block, known, *where):
     refuse_unknown(source, block, known, *where)
-    for key in known - {"bits", *TEXTS} & block.keys():
+    for key in known - {"bits", "mark", *TEXTS} & block.keys():
         if type(block[key]) is not int:
             raise source.error(f"'{key}' is no whole number", *where, key)
     for key in TEXTS:
         if key in block:
             check_languages(source, block[key], *where, key)
+    check_marks(source, block.get("mark", []), *where, "mark")
     if not isinstance(block.get("bits", {}), dict):
         raise source.error("expected bits by weight", *where, "bits")
     for weight, texts in block.get("bits", {}).items():
@@ -140,13 +161,15 @@ def check_block(source, block, known, *where):
 
 def check_settings(source):
     own = source.data["model"]
-    kinds = {"rows": int, "top_speed": int, "abstract": bool, "name": str, "base": str, "header": str}
+    kinds = {"rows": int, "top_speed": int, "abstract": bool, "name": str, "base": str, "header": str, "release": str}
     lists = {"remove": int, "speed_steps": int, "adds": str}
     for key, value in own.items():
         if key in kinds and type(value) is not kinds[key]:
             raise source.error(f"'{key}' has a value of the wrong kind", "model", key)
         if key in lists and (type(value) is not list or any(type(member) is not lists[key] for member in value)):
             raise source.error(f"'{key}' has a value of the wrong kind", "model", key)
+    if own.get("release", RELEASES[0]) not in RELEASES:
+        raise source.error(f"unknown release '{own['release']}'", "model", "release")
 
 
 def check_number(source, number, *where):
@@ -162,12 +185,10 @@ def expand_series(block):
     """Yields CV number and values of each member; `{n}` in the texts counts from `first` on, whichever way CVs run."""
     step = 1 if block["to"] >= block["from"] else -1
     for index, number in enumerate(range(block["from"], block["to"] + step, step)):
-        values = {key: block[key] for key in NUMBERS if key in block}
+        values = {key: block[key] for key in (*NUMBERS, "mark", "bits") if key in block}
         for key in TEXTS:
             if key in block:
                 values[key] = with_number(block[key], block.get("first", 1) + index)
-        if "bits" in block:
-            values["bits"] = block["bits"]
         yield number, values
 
 

@@ -14,6 +14,7 @@ constexpr int firmwareCv = 7;
 constexpr int makerCv = 8;
 constexpr TextView markPrefix = u"mark=";
 constexpr TextView readOnlyMark = u"read-only";
+constexpr TextView fromMark = u"from=";
 
 bool tellsWhatIsUsed(const CvTable& table)
 {
@@ -24,20 +25,19 @@ bool tellsWhatIsUsed(const CvTable& table)
     return false;
 }
 
-// Marks are separated by commas.
-bool hasMark(TextView field, TextView wanted)
+// What follows the beginning of the mark that begins so; nothing without such a mark. Marks are separated by
+// commas.
+std::optional<TextView> markThatBegins(TextView field, TextView beginning)
 {
-    if (field.substr(0, markPrefix.size()) != markPrefix)
-        return false;
-    field.remove_prefix(markPrefix.size());
-    for (;;) {
-        const auto end = field.find(u',');
-        if (trimmed(field.substr(0, end)) == wanted)
-            return true;
-        if (end == TextView::npos)
-            return false;
+    if (!field.starts_with(markPrefix))
+        return std::nullopt;
+    for (auto end = markPrefix.size() - 1; end != TextView::npos; end = field.find(u',')) {
         field.remove_prefix(end + 1);
+        const TextView mark = trimmed(field.substr(0, field.find(u',')));
+        if (mark.starts_with(beginning))
+            return mark.substr(beginning.size());
     }
+    return std::nullopt;
 }
 
 } // namespace
@@ -55,9 +55,33 @@ bool isUsed(const CvTable& table, int cv)
     return table.describes(cv) && (!table.at(cv, Column::factoryValue).empty() || !tellsWhatIsUsed(table));
 }
 
+std::optional<int> unusedCvOf(const CvTable& table)
+{
+    for (int cv = 1; cv <= CvTable::lastRow; ++cv) {
+        if (table.describes(cv) && !isUsed(table, cv))
+            return cv;
+    }
+    return std::nullopt;
+}
+
 bool isReadOnly(const CvTable& table, int cv)
 {
-    return cv == firmwareCv || cv == makerCv || hasMark(table.at(cv, Column::marks), readOnlyMark);
+    const auto rest = markThatBegins(table.at(cv, Column::marks), readOnlyMark);
+    return cv == firmwareCv || cv == makerCv || (rest && rest->empty());
+}
+
+TextView firstFirmwareOf(const CvTable& table, int cv)
+{
+    return markThatBegins(table.at(cv, Column::marks), fromMark).value_or(TextView());
+}
+
+bool hasMarks(const CvTable& table)
+{
+    for (int cv = 1; cv <= CvTable::lastRow; ++cv) {
+        if (table.at(cv, Column::marks).starts_with(markPrefix))
+            return true;
+    }
+    return false;
 }
 
 } // namespace karvo

@@ -4,6 +4,8 @@
 
 #include "cvdata/cv_table.h"
 
+#include <optional>
+
 namespace karvo
 {
 
@@ -22,8 +24,20 @@ ValueLimits limitsOf(const CvTable& table, int cv);
 // has a factory value, nothing is known, and every CV that is described counts as used.
 bool isUsed(const CvTable& table, int cv);
 
+// A CV that the description names without a use, whose words fit any other such CV. Nothing when all have
+// one.
+std::optional<int> unusedCvOf(const CvTable& table);
+
 // Whether the decoder alone decides the CV's value: CV7 and CV8 on every model, and what the description
 // marks as "read-only" in its field 14 ("mark=read-only").
 bool isReadOnly(const CvTable& table, int cv);
+
+// The firmware from which on a model has the CV, as the description marks it ("mark=from=240216"). Empty
+// where every firmware has it.
+TextView firstFirmwareOf(const CvTable& table, int cv);
+
+// Whether a description or a list file marks CVs at all. Fields that mean something else to others are no
+// marks.
+bool hasMarks(const CvTable& table);
 
 } // namespace karvo

@@ -1,7 +1,8 @@
 #include "cvdata/expert_choice.h"
 
+#include "cvdata/receiver_releases.h"
+
 #include <array>
-#include <tuple>
 
 namespace karvo
 {
@@ -42,26 +43,27 @@ std::string newerExpertFileName(const DecoderProfile& profile, LanguageCode lang
     }
 }
 
-bool isFrom(const FirmwareDate& date, int year, int month, int day)
-{
-    return std::tie(date.year, date.month, date.day) >= std::tie(year, month, day);
-}
-
 // Two names are odd, and installed under these very names.
 std::string receiverExpertFileName(const DecoderProfile& profile, LanguageCode language)
 {
     const std::string suffix = suffixOf(smallSuffixes, language);
     const bool dutch = language == LanguageCode::dutch;
-    const FirmwareDate& date = profile.firmwareDate;
-    if (isFrom(date, 2022, 2, 27))
+    const auto release = releaseOf(profile);
+    if (!release)
+        return "CV_exp_receiver" + suffix + ".txt";
+    switch (*release) {
+    case ReceiverRelease::february2022:
         return "CV_exp_Receiver_270222" + suffix + (dutch ? "" : ".txt");
-    if (isFrom(date, 2016, 2, 24))
-        return "CV_exp_Receiver_240216" + suffix + (profile.subLevel > 0 ? "_neu.txt" : ".txt");
-    if (isFrom(date, 2015, 9, 1))
+    case ReceiverRelease::february2016NewBoard:
+        return "CV_exp_Receiver_240216" + suffix + "_neu.txt";
+    case ReceiverRelease::february2016:
+        return "CV_exp_Receiver_240216" + suffix + ".txt";
+    case ReceiverRelease::september2015:
         return "CV_exp_Receiver_010915" + suffix + ".txt";
-    if (date.isRecorded())
-        return dutch ? "CV_exp_Receiver.txt_nl.txt" : "CV_exp_Receiver" + suffix + ".txt";
-    return "CV_exp_receiver" + suffix + ".txt";
+    case ReceiverRelease::earlier:
+        break;
+    }
+    return dutch ? "CV_exp_Receiver.txt_nl.txt" : "CV_exp_Receiver" + suffix + ".txt";
 }
 
 std::string datedExpertFileName(const DecoderProfile& profile)

@@ -1,6 +1,7 @@
 #include "cvdata/main_list.h"
 
 #include "cvdata/changes.h"
+#include "cvdata/cv_use.h"
 #include "cvdata/dcc_address.h"
 
 #include <algorithm>
@@ -62,13 +63,15 @@ struct ServoLine {
 constexpr ServoLine servoLines[] = {{12, u"CV12 = Servo 1 Adresse ", u"    A-Servo 1 = "},
                                     {14, u"CV14 = Servo 2 Adresse ", u"    A-Servo 2 = "}};
 
-const ServoLine* servoLineOf(const DecoderProfile& profile, int cv)
+// None where the receiver's firmware knows no such servo.
+const ServoLine* servoLineOf(const ListSource& source, int cv)
 {
-    if (profile.model != Model::receiver && profile.model != Model::xtModule)
+    const Model model = source.profile.model;
+    if (model != Model::receiver && model != Model::xtModule)
         return nullptr;
     const auto* const found = std::find_if(std::begin(servoLines), std::end(servoLines),
                                            [cv](const ServoLine& line) { return line.cv == cv; });
-    return found == std::end(servoLines) ? nullptr : found;
+    return found != std::end(servoLines) && isUsed(source.table, cv) ? found : nullptr;
 }
 
 Text cvLine(const ListSource& source, int cv)
@@ -170,7 +173,7 @@ MainList fill_list1(const ListSource& source)
     for (int cv = 1; cv <= CvTable::lastRow; ++cv) {
         if (!source.table.describes(cv))
             continue;
-        const ServoLine* const servo = servoLineOf(source.profile, cv);
+        const ServoLine* const servo = servoLineOf(source, cv);
         if (servo != nullptr)
             addServoLines(list, source, *servo);
         else if (speedTable == SpeedTable::rows || !isSpeedStepCv(cv))

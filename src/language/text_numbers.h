@@ -138,6 +138,7 @@ enum class Message {
     expertPasswordPrompt = 699,
     wrongExpertPassword = 700,
     cannotPrint = 737,
+    onlyFromFirmware = 741, // {1}: its date
     interfaceSilent1 = 20,
     interfaceSilent2 = 21,
     updateNotStartedQuestion = 35,

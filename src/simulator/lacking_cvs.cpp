@@ -21,6 +21,7 @@ constexpr std::array kv04Of2010 = {55, 56, 58};
 constexpr std::array kv05 = {55, 56};
 constexpr std::array withoutBatterySwitch = {56};
 constexpr std::array trailerV1 = {69, 113, 114};
+constexpr std::array fixedRange = {80};
 
 struct Lacking {
     std::string_view decoder;
@@ -46,6 +47,9 @@ constexpr Lacking table[] = {
     {"kv06", withoutBatterySwitch},
     {"kv06-f6", withoutBatterySwitch},
     {"trailer-v1", trailerV1},
+    {"receiver-2014", fixedRange},
+    {"receiver-2015", fixedRange},
+    {"receiver-2016", fixedRange},
 };
 
 } // namespace

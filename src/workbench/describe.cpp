@@ -1,6 +1,8 @@
 #include "workbench/describe.h"
 
+#include "cvdata/cv_use.h"
 #include "cvdata/description_choice.h"
+#include "cvdata/receiver_releases.h"
 #include "program/path_text.h"
 #include "workbench/recovery.h"
 
@@ -69,11 +71,11 @@ std::optional<Description> readDescription(Workbench& bench, const std::string& 
     return content ? parseDescription(*content) : std::nullopt;
 }
 
-void takeTexts(CvTable& table, const CvTable& other, int row)
+void takeTexts(CvTable& table, int row, const CvTable& other, int otherRow)
 {
     for (const Column column :
          {Column::text, Column::explanation, Column::values, Column::advice, Column::bits})
-        table.at(row, column) = other.at(row, column);
+        table.at(row, column) = other.at(otherRow, column);
 }
 
 // The texts of the companion; rows that it does not describe keep the words they have.
@@ -85,7 +87,7 @@ void takeCompanionTexts(Workbench& bench, CvTable& table, const std::string& com
     reportFaults(bench, companionName, companion->faults);
     for (int row = 1; row <= CvTable::lastRow; ++row) {
         if (companion->table.describes(row))
-            takeTexts(table, companion->table, row);
+            takeTexts(table, row, companion->table, row);
     }
 }
 
@@ -130,7 +132,8 @@ Text typeText(const DecoderProfile& profile, const LanguageTables& texts)
     return profile.isOlderKv04() ? texts.message(Message::olderKv04) : Text(modelName(profile.model));
 }
 
-std::optional<Description> loadDescription(Workbench& bench, const std::string& fileName)
+std::optional<Description> loadDescription(Workbench& bench, const std::string& fileName,
+                                           const DecoderProfile& profile)
 {
     const LanguageTables& texts = bench.state.texts;
     const auto path = bench.state.programFolder / fileName;
@@ -149,7 +152,16 @@ std::optional<Description> loadDescription(Workbench& bench, const std::string& 
     const auto companionName = textCompanionName(fileName, bench.state.language);
     if (!companionName.empty())
         takeCompanionTexts(bench, description->table, companionName);
+    if (releaseOf(profile))
+        leaveOutLaterCvs(*description, profile);
+    else
+        addFirmwareRemarks(description->table, texts);
     return description;
+}
+
+void addFirmwareRemarks(CvTable& table, const LanguageTables& texts)
+{
+    addReleaseRemarks(table, texts.message(Message::onlyFromFirmware));
 }
 
 void takeDescription(Workbench& bench, Description description, const std::string& fileName)
@@ -178,9 +190,13 @@ void takeValues(CvTable& table, const CvImage& image)
 void takeWords(Workbench& bench, const Description& description, const std::string& fileName)
 {
     CvSet& set = bench.state.set;
+    const auto unused = unusedCvOf(description.table);
     for (int row = 1; row <= CvTable::lastRow; ++row) {
-        if (set.table.describes(row) && description.table.describes(row))
-            takeTexts(set.table, description.table, row);
+        if (!set.table.describes(row) || !description.table.describes(row))
+            continue;
+        // What the list's decoder lacks stays unused in every language.
+        const int source = isUsed(set.table, row) ? row : unused.value_or(row);
+        takeTexts(set.table, row, description.table, source);
     }
     set.descriptionPath = bench.state.programFolder / fileName;
 }
@@ -199,6 +215,7 @@ void takeExpertFile(Workbench& bench, const std::string& fileName)
     if (!companionName.empty())
         takeExpertWords(bench, *file, companionName);
     set.expert = std::move(file->entries);
+    std::erase_if(set.expert, [&](const auto& entry) { return !isUsed(set.table, entry.first); });
 }
 
 void fillList(Workbench& bench)

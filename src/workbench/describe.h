@@ -11,8 +11,14 @@ namespace karvo
 {
 
 // A description file with the texts in the language in use; where the file that would have them is missing,
-// its own, after a message. Nothing, after a message, when it can not be read or is none.
-std::optional<Description> loadDescription(Workbench& bench, const std::string& fileName);
+// its own, after a message. Nothing, after a message, when it can not be read or is none. What the firmware
+// of `profile` lacks is unused in it; where its date is not known, the advice says from which one on there is
+// a CV.
+std::optional<Description> loadDescription(Workbench& bench, const std::string& fileName,
+                                           const DecoderProfile& profile = {});
+
+// Says in the advice on the CVs of a table, where it does not yet, which firmware they need.
+void addFirmwareRemarks(CvTable& table, const LanguageTables& texts);
 
 // Replaces the words of the set on the bench by those of a description; the values, and the lines they came
 // with, stay.

@@ -31,7 +31,7 @@ bool showReadDecoder(Workbench& bench, const DecoderProfile& profile)
 {
     ProgramState& state = bench.state;
     const auto fileName = descriptionFileName(profile, state.language);
-    auto description = loadDescription(bench, fileName);
+    auto description = loadDescription(bench, fileName, profile);
     if (!description)
         return false;
     const auto faults = std::move(description->faults);

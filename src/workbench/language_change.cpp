@@ -60,7 +60,7 @@ void describeAnew(Workbench& bench)
     if (set.isEmpty())
         return;
     const auto fileName = fileNameInUse(bench.state);
-    auto description = loadDescription(bench, fileName);
+    auto description = loadDescription(bench, fileName, set.profile);
     if (!description)
         return;
     const auto faults = std::move(description->faults);

@@ -1,6 +1,7 @@
 #include "workbench/list_files.h"
 
 #include "cvdata/changes.h"
+#include "cvdata/cv_use.h"
 #include "cvdata/description_choice.h"
 #include "cvdata/expert_choice.h"
 #include "cvdata/list_header.h"
@@ -73,29 +74,45 @@ bool lacksFields(const CvTable& table, int row)
            table.at(row, Column::upperLimit).empty() && table.at(row, Column::factoryValue).empty();
 }
 
-// A list of other hands may hold numbers, values and names alone; limits and what is used are then the
-// model's. In the file nothing is added by this.
+void addModelsFields(CvTable& table, const CvTable& model, int row)
+{
+    for (int column = static_cast<int>(Column::lowerLimit); column <= CvTable::lastColumn; ++column) {
+        if (column != static_cast<int>(Column::sharedValue) && table.at(row, column).empty())
+            table.at(row, column) = model.at(row, column);
+    }
+}
+
+// A list of other hands may hold numbers, values and names alone, and one that was saved before there were
+// marks has none: they are the model's then. In the file nothing is added by this.
 void addModelsFields(CvTable& table, const CvTable& model)
 {
+    const bool takesMarks = !hasMarks(table);
     for (int row = 1; row <= CvTable::lastRow; ++row) {
-        if (!lacksFields(table, row) || !model.describes(row))
+        if (!table.describes(row) || !model.describes(row))
             continue;
-        for (int column = static_cast<int>(Column::lowerLimit); column <= CvTable::lastColumn; ++column) {
-            if (column != static_cast<int>(Column::sharedValue) && table.at(row, column).empty())
-                table.at(row, column) = model.at(row, column);
-        }
+        if (lacksFields(table, row))
+            addModelsFields(table, model, row);
+        if (takesMarks && isUsed(table, row))
+            table.at(row, Column::marks) = model.at(row, Column::marks);
     }
+}
+
+bool isComplete(const CvTable& table)
+{
+    for (int row = 1; row <= CvTable::lastRow; ++row) {
+        if (lacksFields(table, row))
+            return false;
+    }
+    return hasMarks(table);
 }
 
 void completeFromModel(Workbench& bench, CvSet& set)
 {
-    bool isComplete = true;
-    for (int row = 1; row <= CvTable::lastRow; ++row)
-        isComplete = isComplete && !lacksFields(set.table, row);
-    if (isComplete || !bench.files.exists(set.descriptionPath))
-        return;
-    if (const auto description = loadDescription(bench, set.descriptionPath.filename().string()))
-        addModelsFields(set.table, description->table);
+    if (!isComplete(set.table) && bench.files.exists(set.descriptionPath)) {
+        if (const auto description = loadDescription(bench, set.descriptionPath.filename().string()))
+            addModelsFields(set.table, description->table);
+    }
+    addFirmwareRemarks(set.table, bench.state.texts);
 }
 
 void takeList(Workbench& bench, ListFile list, const DecoderProfile& profile,

@@ -33,7 +33,7 @@ struct FileNames {
 bool showDescription(Workbench& bench, const DecoderProfile& profile, std::string_view menuItem,
                      const FileNames& files)
 {
-    auto description = loadDescription(bench, files.description);
+    auto description = loadDescription(bench, files.description, profile);
     if (!description)
         return false;
     const auto faults = std::move(description->faults);

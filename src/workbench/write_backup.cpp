@@ -28,7 +28,7 @@ std::optional<CvSet> setOfBlock(Workbench& bench, const DecoderProfile& profile)
     CvSet set;
     set.profile = profile;
     const auto fileName = descriptionFileName(set.profile, state.language);
-    auto description = loadDescription(bench, fileName);
+    auto description = loadDescription(bench, fileName, set.profile);
     if (!description)
         return std::nullopt;
     set.table = std::move(description->table);

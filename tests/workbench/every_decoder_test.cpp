@@ -1,4 +1,5 @@
 // Every simulated decoder in every language, read from the real program folder.
+#include "cvdata/cv_use.h"
 #include "language/language_loader.h"
 #include "support/folder_files.h"
 #include "support/link_bench.h"
@@ -7,6 +8,7 @@
 #include "workbench/decoder_info.h"
 #include "workbench/full_read.h"
 #include "workbench/language_change.h"
+#include "workbench/list_files.h"
 #include "workbench/offline_list.h"
 
 #include <gtest/gtest.h>
@@ -58,10 +60,10 @@ const DecoderCase decoderCases[] = {
     {"trailer-v1", "CV_Standart_an07_V1*.txt", 176, "CV176 = 0"},
     {"receiver", "CV_Standart_receiver_*.txt", 252, "CV250 = 0"},
     {"receiver-undated", "CV_Standart_receiver_*.txt", 252, "CV250 = 0"},
-    {"receiver-2014", "CV_Standart_receiver_*.txt", 252, "CV250 = 0"},
-    {"receiver-2015", "CV_Standart_receiver_*.txt", 252, "CV250 = 0"},
-    {"receiver-2016", "CV_Standart_receiver_*.txt", 252, "CV250 = 0"},
-    {"receiver-readonly", "CV_Standart_receiver_*.txt", 252, "CV250 = 0"},
+    {"receiver-2014", "CV_Standart_receiver_*.txt", 251, "CV250 = 0"},
+    {"receiver-2015", "CV_Standart_receiver_*.txt", 251, "CV250 = 0"},
+    {"receiver-2016", "CV_Standart_receiver_*.txt", 251, "CV250 = 0"},
+    {"receiver-readonly", "CV_Standart_receiver_*.txt", 251, "CV250 = 0"},
 };
 
 struct LanguageCase {
@@ -185,6 +187,71 @@ TEST_P(EveryDecoderTest, HasExpertKnowledgeInEachLanguage)
     }
     for (const auto& entry : journal_)
         EXPECT_FALSE(entry.starts_with("message")) << entry;
+}
+
+// A list file of the set, opened again; without marks as before there were any.
+class ReceiverTest : public EveryDecoderTest
+{
+protected:
+    void reopen(bool withMarks)
+    {
+        auto content = textFromWindows1252(listFileContent(state_.set));
+        for (auto at = content.find(u"mark="); !withMarks && at != Text::npos; at = content.find(u"mark="))
+            content.erase(at, content.find(u';', at) - at);
+        test::SimulatedLine line(sim::Simulator({}, sim::Pace::none, sim::Fault::none));
+        Workbench bench{state_, line, line, prompts_, view_, files_, settings_};
+        ASSERT_TRUE(takeListContent(bench, *windows1252FromText(content), "receiver.kvr"));
+    }
+    std::vector<int> lacking() const
+    {
+        std::vector<int> cvs;
+        for (const int cv : {13, 14, 43, 44, 45, 80, 250}) {
+            if (!state_.set.table.describes(cv)) // a list of a read-only receiver ends before it
+                continue;
+            const bool isUnused =
+                state_.set.table.at(cv, Column::text) == state_.set.table.at(2, Column::text);
+            EXPECT_EQ(isUnused, !isUsed(state_.set.table, cv)) << cv;
+            if (isUnused)
+                cvs.push_back(cv);
+        }
+        return cvs;
+    }
+    bool remarks() const { return state_.set.table.at(80, Column::advice).find(u"24.2.2016") != Text::npos; }
+};
+
+TEST_F(ReceiverTest, WhatItsFirmwareLacksIsUnusedThereInItsListsAndInEachLanguage)
+{
+    const std::pair<const char*, std::vector<int>> cases[] = {
+        {"receiver", {}},
+        {"receiver-undated", {}},
+        {"receiver-2014", {13, 14, 43, 44, 45, 80, 250}},
+        {"receiver-2015", {13, 14, 43, 44, 45, 80, 250}},
+        {"receiver-2016", {13, 14, 80, 250}},
+        {"receiver-readonly", {13, 14, 250}}, // the newer board
+    };
+    for (const auto& [decoder, expected] : cases) {
+        const bool isUnknown = decoder == std::string_view("receiver-undated");
+        use(languageCases[1]);
+        ASSERT_EQ(read(decoder), ReadEnd::read);
+        EXPECT_EQ(lacking(), expected) << decoder;
+        EXPECT_EQ(remarks(), isUnknown) << decoder;
+        EXPECT_TRUE(isReadOnly(state_.set.table, 72) && isReadOnly(state_.set.table, 73));
+        use(languageCases[3]);
+        changeWords();
+        EXPECT_EQ(lacking(), expected) << decoder;
+        for (const bool withMarks : {true, false}) {
+            reopen(withMarks);
+            auto expectedInList = expected;
+            if (decoder == std::string_view("receiver-readonly"))
+                expectedInList.pop_back();
+            EXPECT_EQ(lacking(), expectedInList) << decoder << withMarks;
+            EXPECT_EQ(remarks(), isUsed(state_.set.table, 80)) << decoder << withMarks;
+            EXPECT_TRUE(isReadOnly(state_.set.table, 72)) << withMarks;
+            use(languageCases[2]);
+            changeWords();
+            EXPECT_EQ(lacking(), expectedInList) << decoder << withMarks;
+        }
+    }
 }
 
 class DecoderInfoTest : public EveryDecoderTest

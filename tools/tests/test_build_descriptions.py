@@ -199,6 +199,17 @@ class Writing(DescriptionsTest):
         line = self.written("CV_Standart_kv07es.txt")[21]
         self.assertEqual(line, b"21;2;Interruptor;0;130;2;Tipo.;Bits;;$dos$$$$$$alto;;;;;;;")
 
+    def test_marks_stand_in_field_14_and_an_older_release_lacks_what_came_later(self):
+        self.change("common.toml", "factory = 6", 'factory = 6\nmark = ["read-only", "from=240216"]')
+        self.assertEqual(self.written("CV_Standart_kv07.txt")[2].split(b";")[10:],
+                         [b"", b"", b"", b"mark=read-only,from=240216", b"", b"", b""])
+        for release, name in (("240216", b"Anfahren"), ("010915", b"Nicht belegt")):
+            self.setUp()
+            self.change("common.toml", "factory = 6", 'factory = 6\nmark = ["from=240216"]')
+            self.change("kv07.toml", "rows = 176", f'rows = 176\nrelease = "{release}"')
+            self.change("presets.toml", "2 = 30", "21 = 2")
+            self.assertEqual(self.written("CV_Standart_kv07.txt")[2].split(b";")[2], name)
+
     def test_the_speed_steps_follow_the_rows(self):
         lines = self.written("CV_Standart_kv07.txt")
         self.assertEqual(lines[177], b"Anfang FS")
@@ -271,6 +282,8 @@ class Refusing(DescriptionsTest):
             ("128 = { de", "127 = { de", "127 = {", "unknown bit '127'"),
             ("from = 97\n", "", "[[series]]", "'from' is missing"),
             ("factory = 6\n", "bits = 3\n", "bits = 3", "expected bits by weight"),
+            ("factory = 6\n", 'mark = ["from=240217"]\n', "mark = [", "unknown mark 'from=240217'"),
+            ("factory = 6\n", 'mark = "read-only"\n', "mark = ", "expected a list of marks"),
         ]
         for old, new, place, message in cases:
             with self.subTest(message):
@@ -302,6 +315,7 @@ class Refusing(DescriptionsTest):
             ('header = "Standard KV07"\n', "", 1, "'header' is missing"),
             ("rows = 176", "lines = 176", 5, "unknown key 'lines'"),
             ("rows = 176", 'rows = "176"', 5, "'rows' has a value of the wrong kind"),
+            ("rows = 176", 'release = "2016"', 5, "unknown release '2016'"),
             ("rows = 176", 'remove = ["2"]', 5, "'remove' has a value of the wrong kind"),
         ]
         for old, new, line, message in cases:
