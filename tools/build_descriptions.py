@@ -13,7 +13,8 @@ import sys
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent))
-from cv_models import LANGUAGES, NUMBERS, WEIGHTS, Models, Row, check_row, check_text, refuse_unknown
+from cv_models import NUMBERS, WEIGHTS, Models, Row, check_row
+from cv_text import LANGUAGES, check_text, refuse_unknown
 from text_file import SourceError, TomlSource, write_if_changed
 
 LINE_END = "\r\n"
@@ -101,7 +102,7 @@ class Catalogue:
         if (kind, name) not in self.prepared:
             if not self.models.knows(name):
                 raise source.error(f"no model '{name}'", kind, name)
-            model = self.models[name]
+            model = self.models.complete(name)
             if model.settings["abstract"]:
                 raise source.error(f"'{name}' is only a base", kind, name)
             if kind == EXPERT and not any("expert" in row.values for row in model.rows.values()):

@@ -15,7 +15,7 @@ import re
 import sys
 from pathlib import Path
 
-from text_file import LINE_END, SourceError, TomlSource, UnfitText, encode_line, write_if_changed
+from text_file import LINE_END, SourceError, TomlSource, UnfitText, encode_line, refuse_open_range, write_if_changed
 
 LANGUAGES = {"de": "Deutsch", "nl": "Dutch", "en": "English", "es": "Spanisch", "fr": "Franz"}
 
@@ -165,6 +165,12 @@ class Entry:
     def _tips(self):
         return self._block.get("tip", {})
 
+    def texts(self):
+        """The texts by language, and the tool tips if there are any, each with the key where they stand."""
+        yield self._block, ()
+        if self._tips():
+            yield self._tips(), ("tip",)
+
     def _check_tips(self):
         if not isinstance(self._tips(), dict):
             raise self.error("a tool tip is written per language: tip.de, tip.nl, ...", "tip")
@@ -174,7 +180,7 @@ class Entry:
 
     def _check_placeholders(self):
         """A value that the program puts in at {1}, {2} needs its place in every language."""
-        for texts, where in ((self._block, ()), (self._tips(), ("tip",))):
+        for texts, where in self.texts():
             expected = re.findall(r"\{\d+\}", str(texts.get("de", "")))
             for code in texts.keys() & LANGUAGES.keys():
                 if sorted(re.findall(r"\{\d+\}", str(texts[code]))) != sorted(expected):
@@ -202,18 +208,18 @@ class Entry:
         if "\t" in text:
             raise self.error("tab inside a text; a tool tip has keys of its own: tip.de, tip.nl, ...", *key)
         try:
+            refuse_open_range(key[-1], text)
             return encode_line(text)
         except UnfitText as error:
             raise self.error(str(error), *key) from error
 
 
 def read_table(table, files, ranges):
-    """Reads one table's sources: a dict from number to the entry's lines by language.
+    """Reads one table's sources: a dict from number to entry.
 
     `files` are pairs of a path and the room whose numbers it may use. Raises SourceError at the first fault.
     """
-    lines = {}
-    places = {}
+    entries = {}
     for path, room in files:
         source = TomlSource(path)
         for key in source.data:
@@ -225,12 +231,42 @@ def read_table(table, files, ranges):
         for index in range(len(blocks)):
             entry = Entry(table, source, index)
             entry.check(room, ranges)
-            if entry.number in lines:
-                raise entry.error(f"number {entry.number} stands at {places[entry.number]} already", "number")
-            lines[entry.number] = entry.lines()
-            places[entry.number] = entry.place
-    ranges.check_prescribed_are_used(table, lines)
-    return lines
+            if entry.number in entries:
+                raise entry.error(f"number {entry.number} stands at {entries[entry.number].place} already", "number")
+            entries[entry.number] = entry
+    ranges.check_prescribed_are_used(table, entries)
+    return entries
+
+
+class Names:
+    """What menu items and controls are called in each language, for texts that quote them."""
+
+    def __init__(self, tables):
+        self._entries = [entry for table in (MENU, CAPTIONS) for entry in tables[table].values()]
+        self._by_name = {code: {} for code in LANGUAGES}
+        for entry in self._entries:
+            texts, _ = next(entry.texts())
+            for code in LANGUAGES:
+                self._by_name[code].setdefault(_bare(texts[code]), []).append(texts)
+
+    def check(self, entry):
+        """Raises SourceError where a name is quoted in one language and another one quotes something else."""
+        for texts, where in entry.texts():
+            quoted = {code: [_bare(part) for part in re.findall(r'"([^"]+)"', texts[code])] for code in LANGUAGES}
+            for code, names in quoted.items():
+                for name in names:
+                    self._check_name(entry, code, name, quoted, where)
+
+    def _check_name(self, entry, code, name, quoted, where):
+        named = self._by_name[code].get(name, [])
+        for other in LANGUAGES if named else []:
+            wanted = [_bare(texts[other]) for texts in named]
+            if not set(wanted) & set(quoted[other]):
+                raise entry.error(f"'{code}' quotes \"{name}\", which is called \"{wanted[0]}\" here", *where, other)
+
+
+def _bare(name):
+    return name.removesuffix("...").strip()
 
 
 def file_content(lines, code):
@@ -260,11 +296,15 @@ def build(source, output):
         MENU: [(source / "menu.toml", None)],
         CAPTIONS: room_files(source / "captions", ranges),
     }
+    tables = {table: read_table(table, files[table], ranges) for table in TABLES}
     contents = {}
     for table in TABLES:
-        lines = read_table(table, files[table], ranges)
+        lines = {number: entry.lines() for number, entry in tables[table].items()}
         for code, name in LANGUAGES.items():
             contents[f"{name}_{table.suffix}.txt"] = file_content(lines, code)
+    names = Names(tables)
+    for entry in [entry for entries in tables.values() for entry in entries.values()]:
+        names.check(entry)
     return sum(write_if_changed(output / name, content) for name, content in contents.items())
 
 

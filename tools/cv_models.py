@@ -4,11 +4,10 @@ A row (all that is known of one CV) may be refined from base to model key by key
 names the file and the line of the block.
 """
 
-import re
+from cv_outputs import Outputs
+from cv_text import LANGUAGES, check_languages, check_text, refuse_unknown
+from text_file import TomlSource
 
-from text_file import TomlSource, UnfitText, encode_line
-
-LANGUAGES = ("de", "nl", "en", "es", "fr")
 WEIGHTS = ("1", "2", "4", "8", "16", "32", "64", "128")
 TEXTS = ("name", "help", "values", "advice", "expert")
 NUMBERS = ("default", "lower", "upper", "factory")
@@ -16,8 +15,6 @@ NUMBERS = ("default", "lower", "upper", "factory")
 # The program's CV table ends here, a decoder's description covers at least this.
 TABLE_ROWS = 256
 DECODER_ROWS = 176
-# What fits beside the list in the window at its smallest.
-NAME_LENGTH = 45
 
 # What field 14 can say of a CV: the decoder alone decides its value, or the receivers' firmware has it from one of
 # these releases on. They are named as in the names of the installed files, oldest first.
@@ -65,6 +62,7 @@ class Model:
         self.settings = {**(base.settings if base else {}), "abstract": False, **source.data["model"]}
         self.rows = dict(base.rows) if base else {}
         self.unused = base.unused if base else None
+        self.remarks = list(base.remarks) if base else []
 
     def copy(self):
         return Model(self.source, self)
@@ -78,6 +76,7 @@ class Model:
             check_block(source, source.data["unused"], set(TEXTS), "unused")
             self.unused = Row(source, ("unused",), source.data["unused"])
         add_rows(self, source)
+        self.remarks += own_remarks(self, source)
         if "release" in source.data["model"]:
             self.leave_out_later(source.data["model"]["release"])
 
@@ -85,6 +84,12 @@ class Model:
         """Takes away the CVs that are marked as those of a later firmware."""
         later = {f"from={name}" for name in RELEASES[RELEASES.index(release) + 1 :]}
         self.rows = {number: row for number, row in self.rows.items() if not later & set(row.values.get("mark", []))}
+
+    def add_advice(self, number, sentence):
+        row = self.rows[number]
+        own = row.values.get("advice", {})
+        advice = {language: f"{own.get(language, '')} {sentence[language]}".strip() for language in LANGUAGES}
+        self.rows[number] = Row(row.source, row.where, {"advice": advice}, row)
 
     @property
     def rows_count(self):
@@ -97,48 +102,24 @@ class Model:
 # Reading the sources
 
 
-def refuse_unknown(source, table, known, *where):
-    for key in table:
-        if key not in known:
-            raise source.error(f"unknown key '{key}'", *where, key)
-
-
-def check_text(source, text, *where):
-    if not isinstance(text, str) or not text.strip():
-        raise source.error("empty text", *where)
-    for forbidden, name in ((";", "semicolon"), ("$", "'$'")):
-        if forbidden in text:
-            raise source.error(f"{name} inside a text", *where)
-    try:
-        encode_line(text)
-    except UnfitText as error:
-        raise source.error(str(error), *where) from error
-
-
-def numbers_in(text):
-    return sorted(re.findall("[0-9]+", text))
-
-
-def check_languages(source, table, *where):
-    if not isinstance(table, dict):
-        raise source.error("expected one text per language", *where)
-    refuse_unknown(source, table, LANGUAGES, *where)
-    for language in LANGUAGES:
-        if language not in table:
-            raise source.error(f"translation '{language}' is missing", *where)
-        check_text(source, table[language], *where, language)
-        if numbers_in(table[language]) != numbers_in(table[LANGUAGES[0]]):
-            raise source.error(f"'{language}' names other numbers than '{LANGUAGES[0]}'", *where, language)
-        if where[-1] == "name" and len(table[language]) > NAME_LENGTH:
-            raise source.error(f"name longer than {NAME_LENGTH} characters", *where, language)
-
-
 def check_marks(source, marks, *where):
     if not isinstance(marks, list):
         raise source.error("expected a list of marks", *where)
     for mark in marks:
         if mark not in MARKS:
             raise source.error(f"unknown mark '{mark}'", *where)
+
+
+def check_needed(source, table, *where):
+    needed = table.get("needs", 1)
+    if type(needed) is not int:
+        raise source.error("'needs' names one CV", *where, "needs")
+    check_number(source, needed, *where, "needs")
+
+
+def words_of(table):
+    """The texts of a bit or a remark, without what they are for."""
+    return {key: text for key, text in table.items() if key not in ("cvs", "needs")}
 
 
 def check_block(source, block, known, *where):
@@ -156,7 +137,8 @@ def check_block(source, block, known, *where):
         if weight not in WEIGHTS:
             raise source.error(f"unknown bit '{weight}'", *where, "bits", weight)
         if texts != {}:
-            check_languages(source, texts, *where, "bits", weight)
+            check_needed(source, texts, *where, "bits", weight)
+            check_languages(source, words_of(texts), *where, "bits", weight)
 
 
 def check_settings(source):
@@ -219,6 +201,39 @@ def add_rows(model, source):
         model.rows[number] = Row(source, where, values, model.rows.get(number))
 
 
+def own_remarks(model, source):
+    """The sentences that the file adds to the advice on several CVs, where the model has the CV they speak of."""
+    for index, remark in enumerate(source.data.get("remark", [])):
+        check_needed(source, remark, "remark", index)
+        check_languages(source, words_of(remark), "remark", index)
+        for number in remark.get("cvs", [None]):
+            if number not in model.rows:
+                raise source.error(f"a remark on CV{number}, which has no meaning here", "remark", index, "cvs")
+    return source.data.get("remark", [])
+
+
+def has_needed(model, table):
+    return table.get("needs", next(iter(model.rows), None)) in model.rows
+
+
+def leave_out_bits(model):
+    """Takes away the bits that only act with a CV that the model lacks, also from the values it comes with."""
+    for number, row in model.rows.items():
+        bits = row.values["bits"]
+        lost = {weight: {} for weight, texts in bits.items() if not has_needed(model, texts)}
+        if lost:
+            kept = ~sum(int(weight) for weight in lost)
+            numbers = {key: row.values[key] & kept for key in ("default", "factory")}
+            model.rows[number] = Row(row.source, row.where, {"bits": lost, **numbers}, row)
+
+
+def add_remarks(model):
+    for remark in model.remarks:
+        for number in remark["cvs"]:
+            if number in model.rows and has_needed(model, remark):
+                model.add_advice(number, remark)
+
+
 def add_speed_steps(model):
     """Lets the speed table rule the rows that hold it: their values, and the top speed as their upper limit."""
     steps = model.settings.get("speed_steps")
@@ -232,17 +247,26 @@ def add_speed_steps(model):
 
 
 class Models:
-    """The models of a source folder, each loaded once with its base below it."""
+    """The models of a source folder, each loaded once with its base below it. What follows from a model's rows is
+    added when it is asked for by name: those that stand on it may have other rows."""
 
     def __init__(self, folder):
         self.folder = folder
         self.loaded = {}
+        self.outputs = Outputs(TomlSource(folder / "outputs.toml"))
 
     def __getitem__(self, name):
         if name not in self.loaded:
             self.loaded[name] = None
             self.loaded[name] = self.load(name)
         return self.loaded[name]
+
+    def complete(self, name):
+        model = self[name].copy()
+        if not model.settings["abstract"]:
+            complete(model, self.outputs)
+            check_model(model)
+        return model
 
     def knows(self, name):
         return (self.folder / f"{name}.toml").is_file()
@@ -253,8 +277,6 @@ class Models:
         for addition in source.data["model"].get("adds", []):
             self.add(model, addition)
         model.take(source)
-        if not model.settings["abstract"]:
-            check_model(model)
         return model
 
     def add(self, model, name):
@@ -267,7 +289,7 @@ class Models:
 
     def read(self, name, keys):
         source = TomlSource(self.folder / f"{name}.toml")
-        refuse_unknown(source, source.data, {"model", "unused", "cv", "series"})
+        refuse_unknown(source, source.data, {"model", "unused", "cv", "series", "remark"})
         own = source.data.setdefault("model", {})
         refuse_unknown(source, own, keys, "model")
         check_settings(source)
@@ -287,6 +309,13 @@ class Models:
 
 
 # What must hold of a merged model
+
+
+def complete(model, outputs):
+    """What follows from the rows together."""
+    leave_out_bits(model)
+    add_remarks(model)
+    outputs.add_remarks(model)
 
 
 def check_model(model):
@@ -319,8 +348,11 @@ def check_row(row):
     for key in ("default", "factory"):
         if not lower <= row.values[key] <= upper:
             raise row.error(f"{key} {row.values[key]} lies outside {lower} to {upper}", key)
-    if sum(int(weight) for weight in row.values["bits"]) > upper:
+    bits = sum(int(weight) for weight in row.values["bits"])
+    if bits > upper:
         raise row.error(f"the bits together are above the upper limit {upper}", "bits")
+    if bits and row.values["factory"] & ~bits:
+        raise row.error(f"the factory value {row.values['factory']} sets a bit without a meaning", "factory")
 
 
 def check_speed_steps(model):

@@ -46,6 +46,16 @@ def encode_line(text):
         raise UnfitText(f"character '{character}' (U+{ord(character):04X}) does not exist in Windows-1252") from error
 
 
+# "tot" leaves open whether the number behind it belongs to the range. "{2}" stands for a number.
+_OPEN_RANGE = re.compile(r"[0-9}] tot (?=[A-Z]{0,2}[0-9]|[{][0-9])")
+
+
+def refuse_open_range(language, text):
+    """Raises UnfitText for a Dutch range that does not say whether it includes its end."""
+    if language == "nl" and _OPEN_RANGE.search(text):
+        raise UnfitText("'tot' between numbers does not tell whether the last one belongs to them: write 't/m'")
+
+
 def write_if_changed(path, content):
     """Makes the file `path` hold the bytes `content`; returns whether it had to be written.
 

@@ -41,7 +41,7 @@ TEST_F(UnzipCommandTest, SaysWhatIsWrongAndUnpacksNothing)
     const std::string good = test::makeZip({{"a.txt", "text"}});
     auto outcome = unzip(good.substr(0, good.size() - 5));
     EXPECT_EQ(outcome.exitCode, 6);
-    EXPECT_TRUE(outcome.err.contains(QStringLiteral("is no readable ZIP archive")))
+    EXPECT_TRUE(outcome.err.contains(QStringLiteral("is not a readable ZIP archive")))
         << outcome.err.toStdString();
     outcome = unzip(test::makeZip({{"a.txt", "text"}, {"../evil", "text"}}));
     EXPECT_EQ(outcome.exitCode, 6);
