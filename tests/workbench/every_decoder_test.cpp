@@ -216,7 +216,7 @@ protected:
         }
         return cvs;
     }
-    bool remarks() const { return state_.set.table.at(80, Column::advice).find(u"24.2.2016") != Text::npos; }
+    bool remarks() const { return state_.set.table.at(43, Column::advice).find(u"24.2.2016") != Text::npos; }
 };
 
 TEST_F(ReceiverTest, WhatItsFirmwareLacksIsUnusedThereInItsListsAndInEachLanguage)
@@ -245,7 +245,7 @@ TEST_F(ReceiverTest, WhatItsFirmwareLacksIsUnusedThereInItsListsAndInEachLanguag
             if (decoder == std::string_view("receiver-readonly"))
                 expectedInList.pop_back();
             EXPECT_EQ(lacking(), expectedInList) << decoder << withMarks;
-            EXPECT_EQ(remarks(), isUsed(state_.set.table, 80)) << decoder << withMarks;
+            EXPECT_EQ(remarks(), isUsed(state_.set.table, 43)) << decoder << withMarks;
             EXPECT_TRUE(isReadOnly(state_.set.table, 72)) << withMarks;
             use(languageCases[2]);
             changeWords();
