@@ -159,11 +159,6 @@ void addBatteryLine(MainList& list, const ListSource& source)
                     Text(), 0});
 }
 
-bool isSpeedStepCv(int cv)
-{
-    return cv >= firstSpeedStepCv && cv <= lastSpeedStepCv;
-}
-
 } // namespace
 
 MainList fill_list1(const ListSource& source)

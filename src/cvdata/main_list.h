@@ -53,6 +53,10 @@ constexpr int cvOfSpeedStep(int step)
 }
 constexpr int firstSpeedStepCv = 70;
 constexpr int lastSpeedStepCv = 97;
+constexpr bool isSpeedStepCv(int cv)
+{
+    return cv >= firstSpeedStepCv && cv <= lastSpeedStepCv;
+}
 
 // A speed step's value in a reply that carries the speed table itself: step 1 at position 55, step 28 at
 // position 1, counted from 1. Nothing for a reply that is none, such as a whole block.

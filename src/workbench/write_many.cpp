@@ -6,6 +6,7 @@
 #include "link/save_path_read.h"
 #include "workbench/describe.h"
 #include "workbench/line_use.h"
+#include "workbench/steps_outside.h"
 #include "workbench/write_run.h"
 
 namespace karvo
@@ -118,9 +119,10 @@ WriteReport writeAfterRead(Workbench& bench, Wanted wanted, const KeepBackup& ke
     if (const auto end = readHeldValues(bench))
         return without(*end);
     const CvTable& table = bench.state.set.table;
-    const auto plan = wanted == Wanted::all ? planOfAll(table) : planOfDifferences(table, bench.state.image);
+    auto plan = wanted == Wanted::all ? planOfAll(table) : planOfDifferences(table, bench.state.image);
     if (wanted == Wanted::differences)
         refuseMissingServoCvs(bench, plan);
+    askAboutStepsOutside(bench, plan);
     return runPlan(bench, plan, keepBackup);
 }
 

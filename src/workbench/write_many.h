@@ -13,6 +13,7 @@ namespace karvo
 // How a write of many goes:
 //  - The decoder on the line, identified first when none has been in this run, has to be of the list's model.
 //  - The block is read; what the vehicle holds is kept; what differs from it is marked in the list.
+//  - Speed steps outside their limits are asked about: the table is written whole or not at all.
 //  - Each CV is written once. ProgramState::stopRequested ends it before the next one. A CV whose value is
 //    refused is passed over, and three refusals in a row end the write, as does anything that speaks for the
 //    line or the decoder itself: then the rest would fail likewise, each with its box.

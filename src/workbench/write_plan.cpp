@@ -1,6 +1,7 @@
 #include "workbench/write_plan.h"
 
 #include "cvdata/cv_use.h"
+#include "cvdata/main_list.h"
 #include "link/series_write.h"
 
 #include <algorithm>
@@ -77,10 +78,22 @@ WritePlan planOf(const CvTable& table, const std::function<bool(int)>& isWanted)
     return plan;
 }
 
+void holdBackOtherSteps(WritePlan& plan)
+{
+    const bool anyOutside = std::any_of(plan.begin(), plan.end(), [](const PlannedWrite& write) {
+        return isSpeedStepCv(write.cv) && write.skip == WriteSkip::outsideLimits;
+    });
+    for (PlannedWrite& write : plan) {
+        if (anyOutside && isSpeedStepCv(write.cv) && write.skip == WriteSkip::none)
+            write.skip = WriteSkip::otherSteps;
+    }
+}
+
 void markSkipped(WritePlan& plan, const CvTable& table)
 {
     for (PlannedWrite& write : plan)
         write.skip = skipOf(table, write.cv);
+    holdBackOtherSteps(plan);
 }
 
 } // namespace

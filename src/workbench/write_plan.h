@@ -12,10 +12,11 @@ namespace karvo
 // Why a CV that was to be written is left out.
 enum class WriteSkip {
     none,
-    notUsed,      // the description, which gives others a factory value, gives it none
-    decodersOwn,  // the decoder alone decides its value, as of CV7 and CV8
-    reset,        // CV59: whatever is written sets the decoder back
-    outsideLimits // a list from elsewhere holds a value that the description does not allow
+    notUsed,       // the description, which gives others a factory value, gives it none
+    decodersOwn,   // the decoder alone decides its value, as of CV7 and CV8
+    reset,         // CV59: whatever is written sets the decoder back
+    outsideLimits, // a list from elsewhere holds a value that the description does not allow
+    otherSteps     // a speed step in a plan with others outside their limits
 };
 
 struct PlannedWrite {
@@ -34,7 +35,7 @@ constexpr bool isServoCv(int cv)
 // written before; the addresses, then CV29, which chooses between them, come behind the others, so that a
 // write that is stopped leaves a vehicle that drives under the address it had; CV161 comes last, since its
 // decoder restarts. Where the table has a value for all of CV167 to CV171, none of them is planned without
-// the others.
+// the others. The speed steps, CV70 to CV97, are written all or none: a curve with holes drives badly.
 using WritePlan = std::vector<PlannedWrite>;
 
 // The CVs whose table value differs from the block's.

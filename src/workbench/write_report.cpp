@@ -21,6 +21,8 @@ Caption captionOfSkip(WriteSkip skip)
         return Caption::outcomeReset;
     case WriteSkip::outsideLimits:
         return Caption::outcomeOutsideLimits;
+    case WriteSkip::otherSteps:
+        return Caption::outcomeOtherSteps;
     case WriteSkip::none:
         break;
     }
@@ -67,6 +69,7 @@ bool isWanted(const WriteOutcome& outcome)
         return isServoCv(outcome.cv);
     case WriteSkip::none:
     case WriteSkip::outsideLimits:
+    case WriteSkip::otherSteps:
         break;
     }
     return true;

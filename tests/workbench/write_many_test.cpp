@@ -395,6 +395,30 @@ TEST_F(WriteManyTest, WhatMayNotBeWrittenIsNoSuccess)
     EXPECT_TRUE(kept.empty());
 }
 
+TEST_F(WriteManyTest, TheSpeedTableIsWrittenWholeOrNotAtAll)
+{
+    test::setText(state.texts, 805, u"outside");
+    test::setText(state.texts, 807, u"{1} to {2}: {3}");
+    test::setText(state.texts, 809, u"all?");
+    for (const bool answer : {false, true}) {
+        readKv05();
+        change({48, 71, 70, 90});
+        for (const int cv : {70, 71})
+            state.set.table.at(cv, Column::upperLimit) = u"168";
+        answerSaveRead();
+        for (int i = 0; i < (answer ? 4 : 1); ++i)
+            answerWrite();
+        prompts.answer(answer);
+        const auto report = writeTheChanged();
+        EXPECT_EQ(count("question outside\r\n0 to 168: 27 = 200, 28 = 200\r\nall?"), 1u);
+        const std::optional<WriteEnd> step = answer ? std::optional(WriteEnd::written) : std::nullopt;
+        EXPECT_EQ(endsOf(report), (Ends{WriteEnd::written, step, step, step})) << answer;
+        EXPECT_EQ(report.outcomes[3].skip, answer ? WriteSkip::none : WriteSkip::otherSteps)
+            << "CV90 is sound";
+        EXPECT_EQ(report.isClean(), answer);
+    }
+}
+
 TEST_F(WriteManyTest, ChosenCvsAreWrittenWithoutAFurtherBlock)
 {
     readKv05();
