@@ -1,5 +1,7 @@
 #include "editors/live_setup.h"
 
+#include "cvdata/cv_use.h"
+
 #include <algorithm>
 #include <array>
 
@@ -15,6 +17,10 @@ constexpr int returnTimeCv = 174;
 constexpr int sweepTimeCv = 175;
 constexpr int travelTimeCv = 176;
 
+constexpr int fittingsCv = 112;
+constexpr int firstServoFitted = 1; // bits of it
+constexpr int secondServoFitted = 2;
+
 constexpr int openingChannel = 1;
 constexpr int firstServoChannel = 2;
 constexpr int secondServoChannel = 3;
@@ -24,6 +30,25 @@ constexpr LiveControl positionControls[] = {{restingPositionCv, Caption::endPosi
                                             {travelTimeCv, Caption::travelTime, false}};
 constexpr LiveControl timeControls[] = {{returnTimeCv, Caption::returnTime, true},
                                         {sweepTimeCv, Caption::sweepTime, true}};
+
+struct WindowServos {
+    int fitted; // bits of CV112: one of them is enough
+    TextView name;
+};
+
+WindowServos servosOf(LiveWindow window)
+{
+    switch (window) {
+    case LiveWindow::firstServo:
+        return {firstServoFitted, u"1"};
+    case LiveWindow::secondServo:
+        return {secondServoFitted, u"2"};
+    case LiveWindow::bothServos:
+    case LiveWindow::times:
+        break;
+    }
+    return {firstServoFitted | secondServoFitted, u"1/2"};
+}
 
 constexpr std::array servoChannels = {firstServoChannel, secondServoChannel};
 
@@ -133,6 +158,17 @@ int LiveSetup::firstTried() const
     if (window_ != LiveWindow::times)
         return restingPositionCv;
     return at(returnTimeCv).stored == 0 && at(sweepTimeCv).stored != 0 ? sweepTimeCv : returnTimeCv;
+}
+
+std::optional<Text> servoWithoutPower(LiveWindow window, const CvSet& set, const LanguageTables& texts)
+{
+    const bool isReceiver = set.profile.model == Model::receiver || set.profile.model == Model::xtModule;
+    const auto value = set.table.value(fittingsCv);
+    const WindowServos servos = servosOf(window);
+    if (isReceiver || !value || !isUsed(set.table, fittingsCv) || (*value & servos.fitted) != 0)
+        return std::nullopt;
+    const Text words[] = {textFromNumber(*value), Text(servos.name)};
+    return filledIn(texts.message(Message::servoWithoutPower), words);
 }
 
 } // namespace karvo

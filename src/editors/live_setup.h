@@ -2,7 +2,7 @@
 // end.
 #pragma once
 
-#include "cvdata/cv_table.h"
+#include "cvdata/cv_set.h"
 #include "language/language_tables.h"
 #include "link/live_value.h"
 #include "workbench/write_plan.h"
@@ -67,5 +67,9 @@ private:
     int opening_;               // the position that the setup starts from
     int triedCv_;               // the followed one that was moved last
 };
+
+// What to say of a vehicle whose CV112 does not name the window's servo as fitted: the decoder gives it no
+// power. Nothing for a model whose CV112 is something else.
+std::optional<Text> servoWithoutPower(LiveWindow window, const CvSet& set, const LanguageTables& texts);
 
 } // namespace karvo

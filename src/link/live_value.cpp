@@ -23,6 +23,8 @@ std::optional<LiveEnd> exchange(Link& link, const Bytes& command, ReplyLength le
         return LiveEnd::ended;
     case ExchangeEnd::timedOut:
         link.state.timeOut = false;
+        if (!link.port.isOpen())
+            return LiveEnd::lineLost;
         link.prompts.message(link.texts.message(Message::noReply));
         return LiveEnd::noReply;
     case ExchangeEnd::replied:
@@ -61,8 +63,10 @@ Bytes packetOf(const LiveValue& value)
 
 } // namespace
 
-LiveEnd sendLiveValue(Link& link, const LiveValue& value)
+LiveEnd sendLiveValue(Link& link, const LiveValue& value, ClosedPort closedPort)
 {
+    if (closedPort == ClosedPort::leftClosed && !link.port.isOpen())
+        return LiveEnd::lineLost;
     if (!EnsurePortOpen(link))
         return LiveEnd::ended;
     if (const auto end = identify(link))

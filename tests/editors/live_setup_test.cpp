@@ -37,7 +37,11 @@ std::string written(const LiveSetup& setup)
 }
 
 struct FollowBench : test::TestBench {
-    explicit FollowBench(LiveWindow window = LiveWindow::times) : setup(window, servoTable(7)) {}
+    explicit FollowBench(LiveWindow window = LiveWindow::times) : setup(window, servoTable(7))
+    {
+        line.open();
+        journal.clear();
+    }
 
     void answerAll(int values)
     {
@@ -178,6 +182,105 @@ TEST(LiveFollow, AFailureIsToldOnceAndAMovementTriesAgain)
     again.follow.moved();
     EXPECT_TRUE(again.follow.isFollowing());
     EXPECT_EQ(again.packets(), "2 7 9, ");
+}
+
+TEST(LiveFollow, ALostLineIsToldOnceAndOnlyAMovementOpensIt)
+{
+    const auto opened = [](FollowBench& bench) {
+        return std::count(bench.journal.begin(), bench.journal.end(), "open 1");
+    };
+    struct Case {
+        const char* where;
+        std::vector<Bytes> replies; // to the tick, before the hang-up; empty: between two ticks
+    };
+    const Case cases[] = {{"before a tick", {}},
+                          {"instead of a reply", {Bytes()}},
+                          {"behind the announcement", {{'2', '7'}, {6}, Bytes()}},
+                          {"between two channels", {{'2', '7'}, {6}, {6}, Bytes()}}};
+    for (const Case& lost : cases) {
+        SCOPED_TRACE(lost.where);
+        FollowBench bench(LiveWindow::bothServos);
+        test::setText(bench.state.texts, 810, u"line lost");
+        bench.answerAll(1);
+        bench.follow.open();
+        bench.journal.clear();
+        for (const Bytes& reply : lost.replies)
+            bench.line.replyWith(reply); // no bytes: the line hangs up
+        if (lost.replies.empty())
+            bench.line.close();
+        bench.follow.tick();
+        EXPECT_EQ(bench.journal.back(), "message line lost");
+        EXPECT_TRUE(bench.follow.hasLostLine());
+        const auto told = bench.journal.size();
+        bench.follow.tick();
+        bench.follow.restore();
+        EXPECT_EQ(bench.journal.size(), told) << "neither the timer nor a cancel opens or tells more";
+        EXPECT_EQ(opened(bench), 0);
+        FollowBench again(LiveWindow::bothServos);
+        again.line.close();
+        again.follow.tick();
+        again.answerAll(2);
+        again.follow.moved();
+        EXPECT_EQ(opened(again), 1) << "a movement opens it";
+        EXPECT_TRUE(again.follow.isFollowing());
+    }
+}
+
+TEST(LiveFollow, ACancelOnAMuteLineWaitsOnceAndTellsOnce)
+{
+    FollowBench bench;
+    bench.answerAll(1);
+    bench.follow.open();
+    bench.journal.clear();
+    const auto before = bench.line.now();
+    bench.line.onWait([&] { bench.follow.stop(); }); // cancelled while the reply is awaited
+    bench.follow.tick();
+    bench.follow.restore();
+    EXPECT_EQ(bench.journal, (Journal{"write 37", "message no reply"}));
+    EXPECT_EQ(bench.line.now() - before, usualTimeOut);
+
+    FollowBench later;
+    later.answerAll(1);
+    later.follow.open();
+    later.follow.tick();
+    later.journal.clear();
+    const auto told = later.line.now();
+    later.follow.restore();
+    EXPECT_EQ(later.journal, (Journal{"write 37", "message no reply"}));
+    EXPECT_EQ(later.line.now() - told, usualTimeOut);
+}
+
+TEST(LiveSetup, SaysThatAServoHasNoPower)
+{
+    struct Case {
+        LiveWindow window;
+        int fitted;
+        const char* words;
+    };
+    const Case cases[] = {{LiveWindow::firstServo, 0, "0: 1"}, {LiveWindow::firstServo, 2, "2: 1"},
+                          {LiveWindow::firstServo, 1, ""},     {LiveWindow::secondServo, 253, "253: 2"},
+                          {LiveWindow::secondServo, 2, ""},    {LiveWindow::times, 252, "252: 1/2"},
+                          {LiveWindow::times, 2, ""}};
+    LanguageTables texts;
+    test::setText(texts, 813, u"{1}: {2}");
+    CvSet set;
+    const auto said = [&](LiveWindow window) {
+        return utf8FromText(servoWithoutPower(window, set, texts).value_or(Text()));
+    };
+    set.profile.model = Model::kv07;
+    set.table.at(112, Column::number) = u"112";
+    set.table.at(112, Column::factoryValue) = u"0";
+    for (const Case& expected : cases) {
+        set.table.setValue(112, expected.fitted);
+        EXPECT_EQ(said(expected.window), expected.words);
+    }
+    set.table.setValue(112, 0);
+    set.profile.model = Model::receiver;
+    EXPECT_EQ(said(LiveWindow::firstServo), "") << "CV112 is something else there";
+    set.profile.model = Model::kv07;
+    set.table.at(112, Column::factoryValue).clear();
+    set.table.at(1, Column::factoryValue) = u"3";
+    EXPECT_EQ(said(LiveWindow::firstServo), "") << "not used";
 }
 
 TEST(LiveFollow, TheEndOfTheProgramEndsIt)

@@ -20,7 +20,7 @@ struct LiveBench : LinkBench {
     {
         for (const Bytes& reply : replies)
             line.replyWith(reply);
-        return sendLiveValue(link, value);
+        return sendLiveValue(link, value, ClosedPort::opened);
     }
 };
 

@@ -15,7 +15,8 @@ struct ServoBench : WindowBench {
     explicit ServoBench(const BenchSetup& setup = {}) : WindowBench(setup)
     {
         showOfflineList();
-        for (const auto& [cv, value] : {std::pair{172, 100}, {173, 156}, {174, 20}, {175, 0}, {176, 10}})
+        for (const auto& [cv, value] :
+             {std::pair{112, 3}, {172, 100}, {173, 156}, {174, 20}, {175, 0}, {176, 10}})
             state.set.table.setValue(cv, value);
     }
 
@@ -151,6 +152,26 @@ TEST(ServoSetup, ARefusalIsToldOnceAndTheWindowStays)
     window.reject();
     EXPECT_TRUE(QTest::qWaitFor([&] { return !window.isVisible(); }));
     EXPECT_EQ(bench.taken(), "2:90 3:90 2:100 3:100 ");
+}
+
+TEST(ServoSetup, AServoWithoutPowerIsToldAndAskedAbout)
+{
+    ServoBench bench;
+    bench.state.set.table.setValue(112, 0);
+    Servo_Setup4 window(bench.bench, bench.window.get());
+    const auto words = servoWithoutPower(LiveWindow::secondServo, bench.state.set, bench.state.texts);
+    ASSERT_TRUE(words);
+    EXPECT_EQ(ServoBench::in<QLabel>(window, "Hint").text(),
+              qtText(bench.state.texts.caption(Caption::servosShareCvs)) + QLatin1Char('\n') +
+                  qtText(*words));
+    const auto question =
+        qtText(*words) + QStringLiteral("\r\n") + bench.message(Message::writeServoQuestion);
+    bench.driver.expectBox(question, QStringLiteral("Nein"));
+    ServoBench::in<QPushButton>(window, "OKButton").click();
+    EXPECT_EQ(window.result(), QDialog::Rejected);
+    bench.driver.expectBox(question, QStringLiteral("Ja"));
+    ServoBench::in<QPushButton>(window, "OKButton").click();
+    EXPECT_EQ(window.result(), QDialog::Accepted);
 }
 
 TEST(ServoSetup, SaysSoWithoutServoValues)

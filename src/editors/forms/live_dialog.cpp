@@ -19,6 +19,16 @@ namespace
 constexpr int highestValue = 255;
 constexpr int pageStep = 10;
 
+QLabel* asNote(QLabel* label, const QString& name)
+{
+    label->setObjectName(name);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    label->setMinimumWidth(60 * label->fontMetrics().averageCharWidth());
+    label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    return label;
+}
+
 } // namespace
 
 LiveDialog::LiveDialog(Workbench& bench, LiveWindow window, const QString& name, Caption title,
@@ -27,8 +37,10 @@ LiveDialog::LiveDialog(Workbench& bench, LiveWindow window, const QString& name,
       bench_(bench),
       texts_(bench.state.texts),
       line_(bench),
+      window_(window),
       setup_(window, bench.state.set.table),
       follow_(bench, setup_),
+      withoutPower_(servoWithoutPower(window, bench.state.set, texts_)),
       timer_(this), // found by its name among the window's own
       note_(new QLabel(this))
 {
@@ -49,16 +61,24 @@ void LiveDialog::build()
     for (const LiveControl& control : setup_.controls())
         addControl(*grid, control);
     column->addLayout(grid);
-    note_->setObjectName(QStringLiteral("Note"));
-    note_->setTextFormat(Qt::PlainText);
-    note_->setWordWrap(true);
-    note_->setMinimumWidth(60 * fontMetrics().averageCharWidth());
+    if (const QString words = hint(); !words.isEmpty())
+        column->addWidget(asNote(new QLabel(words, this), QStringLiteral("Hint")));
+    asNote(note_, QStringLiteral("Note"))->setText(qtText(texts_.caption(Caption::liveRunning)));
     note_->setMinimumHeight(3 * fontMetrics().height()); // so that the window does not jump
-    note_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-    note_->setText(qtText(texts_.caption(Caption::liveRunning)));
     column->addWidget(note_);
     column->addStretch(1);
     column->addWidget(buttons());
+}
+
+// What the person has to know before he begins.
+QString LiveDialog::hint() const
+{
+    QStringList lines;
+    if (window_ == LiveWindow::firstServo || window_ == LiveWindow::secondServo)
+        lines.append(qtText(texts_.caption(Caption::servosShareCvs)));
+    if (withoutPower_)
+        lines.append(qtText(*withoutPower_));
+    return lines.join(QLatin1Char('\n'));
 }
 
 void LiveDialog::addControl(QGridLayout& grid, const LiveControl& control)
@@ -91,15 +111,15 @@ void LiveDialog::addControl(QGridLayout& grid, const LiveControl& control)
 QWidget* LiveDialog::buttons()
 {
     auto* const box = new QDialogButtonBox(this);
-    auto* const writing =
+    writing_ =
         box->addButton(buttonText(texts_.caption(Caption::writeToVehicle)), QDialogButtonBox::ActionRole);
-    writing->setObjectName(QStringLiteral("OKButton"));
-    writing->setAutoDefault(false); // Enter ends the entry of a number
+    writing_->setObjectName(QStringLiteral("OKButton"));
+    writing_->setAutoDefault(false); // Enter ends the entry of a number
     auto* const cancel =
         box->addButton(buttonText(texts_.caption(Caption::cancelButton)), QDialogButtonBox::RejectRole);
     cancel->setObjectName(QStringLiteral("CancelButton"));
     cancel->setAutoDefault(false);
-    connect(writing, &QPushButton::clicked, this, &LiveDialog::write);
+    connect(writing_, &QPushButton::clicked, this, &LiveDialog::write);
     connect(box, &QDialogButtonBox::rejected, this, &QDialog::reject);
     return box;
 }
@@ -160,7 +180,10 @@ bool LiveDialog::mayWrite()
 
 void LiveDialog::write()
 {
-    if (mayWrite())
+    if (!mayWrite())
+        return;
+    const Text question = Text(lineBreak) + texts_.message(Message::writeServoQuestion);
+    if (!withoutPower_ || bench_.prompts.question(*withoutPower_ + question))
         accept();
 }
 
@@ -176,12 +199,23 @@ void LiveDialog::showValues()
 
 void LiveDialog::afterExchange()
 {
-    const Caption note = follow_.isFollowing() ? Caption::liveRunning : Caption::liveStopped;
-    note_->setText(qtText(texts_.caption(note)));
+    const Caption stopped = follow_.hasLostLine() ? Caption::liveLineGone : Caption::liveStopped;
+    note_->setText(qtText(texts_.caption(follow_.isFollowing() ? Caption::liveRunning : stopped)));
     if (follow_.hasEnded())
         wantedResult_ = QDialog::Rejected;
     if (wantedResult_ && !follow_.isUnderWay())
         done(*wantedResult_);
+}
+
+// On a mute line the exchange under way may take its whole time-out.
+void LiveDialog::showClosing()
+{
+    note_->setText(qtText(texts_.caption(Caption::liveClosing)));
+    writing_->setEnabled(false);
+    for (const Row& row : rows_) {
+        row.slider->setEnabled(false);
+        row.number->setEnabled(false);
+    }
 }
 
 void LiveDialog::done(int result)
@@ -189,6 +223,8 @@ void LiveDialog::done(int result)
     wantedResult_ = result;
     follow_.stop();
     timer_.stop();
+    if (follow_.isUnderWay())
+        showClosing();
     if (follow_.isUnderWay() || finishing_)
         return;
     finishing_ = true;

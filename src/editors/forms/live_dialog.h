@@ -12,6 +12,7 @@
 
 class QGridLayout;
 class QLabel;
+class QPushButton;
 class QSlider;
 class QSpinBox;
 
@@ -51,17 +52,22 @@ private:
     void checkTimes(int cv);
     bool mayWrite();
     void write();
+    QString hint() const;
+    void showClosing();
     void showValues();
     void afterExchange();
 
     Workbench& bench_;
     const LanguageTables& texts_;
     LineUse line_; // the decoder is spoken to as long as the window stands open
+    const LiveWindow window_;
     LiveSetup setup_;
     LiveFollow follow_;
+    const std::optional<Text> withoutPower_; // what is said of it
     QTimer timer_;
     QList<Row> rows_;
     QLabel* note_;
+    QPushButton* writing_ = nullptr;
     int lastTime_ = 0; // the time that was changed last
     bool showing_ = false;
     bool finishing_ = false;
