@@ -1,22 +1,25 @@
 #!/usr/bin/env python3
-"""Writes the presets that come with the program into its folders ABS_listen and FS_listen.
+"""Writes the presets that come with the program into the folders original/ABS_listen and original/FS_listen.
 
     build_presets.py --source data/presets --output DIR
 
-A file that is there already may be the user's own: it is left as it is. A fault in the source ends the run with
-"file: message" and exit code 1 before anything is written.
+The files are read-only. The user's own lie in DIR/ABS_listen and DIR/FS_listen, which are never touched. A fault in
+the source ends the run with "file: message" and exit code 1 before anything is written.
 """
 
 import argparse
+import stat
 import sys
 import tomllib
 from pathlib import Path
 
+SHIPPED = "original"
 DISTANCES = "ABS_listen"
 SPEED_STEPS = "FS_listen"
 HEADER = "CV-Nummer;CV-Wert;CV-Text"
 END = "Ende CV"
 STEPS = 28
+STEPS_ABOVE = 2  # of CV52, at least: else CV54 never acts
 STEP_LIMITS = (3, 120)  # what every generation of decoders can take
 # CV: lowest and highest value, and its text with the separator that it has in a file.
 CVS = {
@@ -79,6 +82,22 @@ def based_content(preset):
     return file_of([HEADER] + ends + step_lines(preset))
 
 
+def check_pairs(distances, speeds):
+    """Each speed-step table is loaded with distances whose threshold lies below its upper steps."""
+    steps_of = {name: preset["steps"] for preset in speeds for name in preset.get("files", [])}
+    for preset in distances:
+        steps = steps_of.get(preset.get("with"))
+        if steps is None:
+            raise PresetError(f"{preset.get('files')}: there is no speed-step table {preset.get('with')}")
+        above = sum(value > preset["cv52"] for value in steps)
+        if not STEPS_ABOVE <= above < STEPS:
+            raise PresetError(
+                f"{preset['files']}: cv52 = {preset['cv52']} has {above} steps of {preset['with']} above it"
+            )
+    if alone := steps_of.keys() - {preset["with"] for preset in distances}:
+        raise PresetError(f"no distances are loaded with {sorted(alone)}")
+
+
 # Source, folder, and for each key with names of files what stands in them.
 KINDS = (
     ("distances.toml", DISTANCES, {"files": distance_content}),
@@ -86,10 +105,10 @@ KINDS = (
 )
 
 
-def files_of(source, contents):
+def files_of(presets, contents):
     """Returns the content of each file by its name."""
     files = {}
-    for preset in tomllib.loads(source)["preset"]:
+    for preset in presets:
         for key, content in contents.items():
             for name in preset.get(key, []):
                 if name in files:
@@ -98,18 +117,33 @@ def files_of(source, contents):
     return files
 
 
+def write(path, content):
+    """Touches only a file whose content changes."""
+    if path.exists() and path.read_bytes() == content:
+        return
+    path.parent.mkdir(parents=True, exist_ok=True)
+    if path.exists():
+        path.chmod(stat.S_IWRITE | stat.S_IREAD)  # Windows replaces no file that is read-only
+    path.write_bytes(content)
+    path.chmod(stat.S_IREAD | stat.S_IRGRP | stat.S_IROTH)
+
+
 def build(source, output):
     files = {}
+    presets = []
     for name, folder, contents in KINDS:
         try:
-            made = files_of((source / name).read_text(encoding="utf-8"), contents)
+            presets.append(tomllib.loads((source / name).read_text(encoding="utf-8"))["preset"])
+            made = files_of(presets[-1], contents)
         except (PresetError, tomllib.TOMLDecodeError) as error:
             raise PresetError(f"{source / name}: {error}") from error
-        files.update({output / folder / file: content for file, content in made.items()})
+        files.update({output / SHIPPED / folder / file: content for file, content in made.items()})
+    try:
+        check_pairs(*presets)
+    except PresetError as error:
+        raise PresetError(f"{source / KINDS[0][0]}: {error}") from error
     for path, content in files.items():
-        path.parent.mkdir(parents=True, exist_ok=True)
-        if not path.exists():
-            path.write_bytes(content)
+        write(path, content)
 
 
 def main():

@@ -1,14 +1,16 @@
 #include "editors/presets.h"
 
-#include "cvdata/changes.h"
+#include "cvdata/main_list.h"
 #include "editors/distance_table.h"
-#include "editors/list_rows.h"
+#include "editors/preset_merge.h"
+#include "editors/step_edit.h"
 #include "program/path_text.h"
 #include "workbench/describe.h"
 #include "workbench/export_files.h"
 
 #include <algorithm>
 #include <iterator>
+#include <set>
 
 namespace karvo
 {
@@ -87,6 +89,16 @@ std::optional<SpeedStepFile> readStepFile(Workbench& bench, const std::filesyste
     return std::nullopt;
 }
 
+std::vector<int> stepsOf(const SpeedStepFile& file)
+{
+    std::set<int> steps;
+    for (const SpeedStepRecord& record : file.records) {
+        if (isSpeedStepCv(record.cv))
+            steps.insert(cvOfSpeedStep(record.cv)); // the same rule both ways
+    }
+    return {steps.begin(), steps.end()};
+}
+
 std::optional<int> valueOfStep(const SpeedStepFile& file, int step)
 {
     const auto found =
@@ -95,44 +107,7 @@ std::optional<int> valueOfStep(const SpeedStepFile& file, int step)
     return found == file.records.end() ? std::nullopt : std::optional(found->value);
 }
 
-// Takes values of files into the table, and shows them in the lines as they stood before.
-class Merge
-{
-public:
-    explicit Merge(Workbench& bench) : bench_(bench), lines_(bench.state.set.list) {}
-
-    void take(int cv, int value)
-    {
-        CvTable& table = bench_.state.set.table;
-        if (!table.describes(cv) || table.value(cv) == value)
-            return;
-        table.setValue(cv, value);
-        showLoadedValue(lines_, cv, value);
-        ++count_;
-    }
-
-    // The list is made anew for its marks, and keeps the texts with the brackets.
-    int finish()
-    {
-        CvSet& set = bench_.state.set;
-        if (count_ == 0)
-            return 0;
-        noteChange(set);
-        fillList(bench_);
-        const Text mark = u"  " + bench_.state.texts.caption(Caption::changedMark);
-        for (std::size_t i = 0; i < lines_.size() && i < set.list.size(); ++i)
-            set.list[i].text = lines_[i].text + (set.list[i].changed && !lines_[i].changed ? mark : Text());
-        bench_.view.listChanged();
-        return count_;
-    }
-
-private:
-    Workbench& bench_;
-    MainList lines_;
-    int count_ = 0;
-};
-
-bool mergeSteps(Workbench& bench, Merge& merge, const std::filesystem::path& path)
+bool mergeSteps(Workbench& bench, PresetMerge& merge, const std::filesystem::path& path)
 {
     const auto file = readStepFile(bench, path);
     if (!file)
@@ -141,11 +116,14 @@ bool mergeSteps(Workbench& bench, Merge& merge, const std::filesystem::path& pat
         merge.take(record.cv, record.value);
     if (file->fault)
         tellFault(bench, path, *file->fault);
+    const Text name[] = {pathText(path)};
+    tellStepsOutside(bench, filledIn(bench.state.texts.message(Message::fileStepsOutsideLimits), name),
+                     stepsOf(*file));
     return !file->fault;
 }
 
 // A value that its CV does not allow is told, and the others are taken.
-void mergeDistances(Workbench& bench, Merge& merge, const std::filesystem::path& path)
+void mergeDistances(Workbench& bench, PresetMerge& merge, const std::filesystem::path& path)
 {
     const auto content = readPresetFile(bench, path);
     if (!content)
@@ -170,7 +148,7 @@ void mergeDistances(Workbench& bench, Merge& merge, const std::filesystem::path&
 std::optional<int> loadFiles(Workbench& bench, const std::filesystem::path& steps,
                              const std::filesystem::path& distances)
 {
-    Merge merge(bench);
+    PresetMerge merge(bench);
     const bool whole = mergeSteps(bench, merge, steps);
     if (whole)
         mergeDistances(bench, merge, distances);
@@ -184,9 +162,21 @@ FileRequest request(Workbench& bench, const UserFolder& folder, const Text& titl
     return {title, folder.own, u"*." + extension, extension, {}};
 }
 
+FileRequest requestToOpen(Workbench& bench, const UserFolder& folder, const Text& title,
+                          const Text& extension)
+{
+    auto asked = request(bench, folder, title, extension);
+    asked.shipped = folder.shipped;
+    return asked;
+}
+
 bool saveFiles(Workbench& bench, const std::filesystem::path& steps, const std::filesystem::path& distances)
 {
     const CvSet& set = bench.state.set;
+    const UserFolders& folders = bench.state.userFolders;
+    if (isAmongShipped(bench, folders.speedSteps, steps) ||
+        isAmongShipped(bench, folders.distances, distances))
+        return false;
     if (!saveContent(bench, distances, distancePresetContent(distanceValuesOf(set.table))) ||
         !saveContent(bench, steps, speedStepFileContent(set.table)))
         return false;
@@ -195,13 +185,22 @@ bool saveFiles(Workbench& bench, const std::filesystem::path& steps, const std::
     return true;
 }
 
-bool mayReplace(Workbench& bench, const std::filesystem::path& steps, const std::filesystem::path& distances)
+struct PresetPaths {
+    std::filesystem::path steps;
+    std::filesystem::path distances;
+};
+
+// Before one's own files are replaced, and before the first that stand in front of the shipped ones.
+bool maySave(Workbench& bench, const PresetPaths& own, const PresetPaths& shipped)
 {
-    if (!bench.files.exists(steps) && !bench.files.exists(distances))
-        return true;
-    const Text paths[] = {pathText(steps), pathText(distances)};
-    return bench.prompts.question(
-        filledIn(bench.state.texts.message(Message::replacePresetsQuestion), paths));
+    const LanguageTables& texts = bench.state.texts;
+    const Text paths[] = {pathText(own.steps), pathText(own.distances), pathText(shipped.steps),
+                          pathText(shipped.distances)};
+    if (bench.files.exists(own.steps) || bench.files.exists(own.distances))
+        return bench.prompts.question(filledIn(texts.message(Message::replacePresetsQuestion), paths));
+    if (bench.files.exists(shipped.steps) || bench.files.exists(shipped.distances))
+        return bench.prompts.question(filledIn(texts.message(Message::saveOverShippedQuestion), paths));
+    return true;
 }
 
 Text withoutUnderscoreBehindCi(Text name)
@@ -229,6 +228,15 @@ std::span<const BasedPreset> basedPresets()
     return allBasedPresets;
 }
 
+bool isAmongShipped(Workbench& bench, const UserFolder& folder, const std::filesystem::path& path)
+{
+    if (!folder.isShipped(path))
+        return false;
+    const Text words[] = {pathText(path)};
+    warn(bench, Message::shippedStaysAsItIs, words);
+    return true;
+}
+
 const Preset* presetOfDistanceFile(const std::filesystem::path& name)
 {
     const auto same = [](const std::filesystem::path& file) {
@@ -254,9 +262,9 @@ std::optional<LoadedFiles> loadOwnPreset(Workbench& bench, const Text& title)
     if (!isSetReady(bench, Message::presetNeedsSet, Message::presetNeedsSetAdvice))
         return std::nullopt;
     const UserFolders& folders = bench.state.userFolders;
-    const auto steps = bench.prompts.openFile(request(bench, folders.speedSteps, title, u"fcr"));
+    const auto steps = bench.prompts.openFile(requestToOpen(bench, folders.speedSteps, title, u"fcr"));
     const auto distances =
-        steps ? bench.prompts.openFile(request(bench, folders.distances, title, u"bcr")) : std::nullopt;
+        steps ? bench.prompts.openFile(requestToOpen(bench, folders.distances, title, u"bcr")) : std::nullopt;
     const auto count = distances ? loadFiles(bench, *steps, *distances) : std::nullopt;
     return count ? std::optional(LoadedFiles{*steps, *distances, *count}) : std::nullopt;
 }
@@ -268,9 +276,12 @@ bool savePreset(Workbench& bench, const Preset& preset)
     const UserFolders& folders = bench.state.userFolders;
     bench.files.makeFolder(folders.speedSteps.own); // where that fails, saving says what is wrong
     bench.files.makeFolder(folders.distances.own);
-    const auto steps = folders.speedSteps.own / pathOf(preset.stepFile);
-    const auto distances = folders.distances.own / pathOf(preset.distanceFile);
-    return mayReplace(bench, steps, distances) && saveFiles(bench, steps, distances);
+    const auto paths = [&](const std::filesystem::path& steps, const std::filesystem::path& distances) {
+        return PresetPaths{steps / pathOf(preset.stepFile), distances / pathOf(preset.distanceFile)};
+    };
+    const auto own = paths(folders.speedSteps.own, folders.distances.own);
+    return maySave(bench, own, paths(folders.speedSteps.shipped, folders.distances.shipped)) &&
+           saveFiles(bench, own.steps, own.distances);
 }
 
 bool saveOwnPreset(Workbench& bench, const Text& title)

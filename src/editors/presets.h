@@ -47,8 +47,12 @@ struct LoadedFiles {
 // The same with two files that the person picks.
 std::optional<LoadedFiles> loadOwnPreset(Workbench& bench, const Text& title);
 
-// Saves the set's distance and speed-step values under the names of the preset, after a question where that
-// replaces a file. False when not both were saved, after a message where that failed.
+// Whether the file would lie among the shipped ones, after a message that says so: nothing is saved there.
+bool isAmongShipped(Workbench& bench, const UserFolder& folder, const std::filesystem::path& path);
+
+// Saves the set's distance and speed-step values under the names of the preset, in the user's folders. Asks
+// first where that replaces a file, or stands in front of a shipped one for the first time. False when not
+// both were saved, after a message where that failed.
 bool savePreset(Workbench& bench, const Preset& preset);
 
 // The same under names that the person gives.

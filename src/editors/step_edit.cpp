@@ -3,6 +3,7 @@
 #include "cvdata/changes.h"
 #include "editors/list_rows.h"
 #include "workbench/describe.h"
+#include "workbench/steps_outside.h"
 
 #include <algorithm>
 
@@ -14,6 +15,25 @@ namespace
 
 constexpr int baseSpeedCv = 2;
 constexpr int topSpeedCv = 5;
+
+// A list of other hands may know no limits: the editor has some of its own.
+ValueLimits limitsOfStep(const CvSet& set, int step)
+{
+    const auto limits = limitsOf(set.table, cvOfSpeedStep(step));
+    return {std::max(limits.lower, lowestSpeed), std::min(limits.upper, highestSpeed(set.profile))};
+}
+
+std::vector<StepOutside> stepsOutside(const CvSet& set, const std::vector<int>& steps)
+{
+    std::vector<StepOutside> outside;
+    for (const int step : steps) {
+        const auto value = set.table.value(cvOfSpeedStep(step));
+        const auto limits = limitsOfStep(set, step);
+        if (value && !limits.allow(*value))
+            outside.push_back({step, *value, limits});
+    }
+    return outside;
+}
 
 } // namespace
 
@@ -30,6 +50,17 @@ SpeedTable speedTableOf(std::span<const std::uint8_t> reply)
     SpeedTable values{};
     std::copy_n(reply.begin(), std::min(reply.size(), values.size()), values.begin());
     return values;
+}
+
+void tellStepsOutside(Workbench& bench, const Text& heading, const std::vector<int>& steps)
+{
+    const auto outside = stepsOutside(bench.state.set, steps);
+    if (outside.empty())
+        return;
+    const LanguageTables& texts = bench.state.texts;
+    bench.prompts.message(heading + Text(lineBreak) + stepsOutsideText(outside, texts) + Text(lineBreak) +
+                              texts.message(Message::stepsOutsideTaken),
+                          PromptIcon::warning);
 }
 
 void StepEdit::setStep(int step, int value)
@@ -66,7 +97,7 @@ int StepEdit::Uebernehmen(Workbench& bench)
     if (generated_)
         changed_.fill(true);
     generated_ = false;
-    int count = 0;
+    std::vector<int> steps;
     for (int step = 1; step <= speedStepCount; ++step) {
         const auto place = static_cast<std::size_t>(step - 1);
         if (!changed_[place])
@@ -76,14 +107,15 @@ int StepEdit::Uebernehmen(Workbench& bench)
         taken_[place] = shown_[place];
         if (set.table.describes(cvOfSpeedStep(step)))
             set.table.setValue(cvOfSpeedStep(step), shown_[place]);
-        ++count;
+        steps.push_back(step);
     }
     takeBase(set.table);
-    if (count == 0)
-        return count;
+    if (steps.empty())
+        return 0;
     noteChange(set);
     fillList(bench);
-    return count;
+    tellStepsOutside(bench, bench.state.texts.message(Message::stepsOutsideLimits), steps);
+    return static_cast<int>(steps.size());
 }
 
 void StepEdit::takeBase(CvTable& table)

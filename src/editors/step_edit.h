@@ -7,6 +7,7 @@
 #include <array>
 #include <optional>
 #include <span>
+#include <vector>
 
 namespace karvo
 {
@@ -16,6 +17,10 @@ SpeedTable speedTableOf(const CvTable& table);
 
 // Each byte of a reply is one step; a step that it lacks is 0.
 SpeedTable speedTableOf(std::span<const std::uint8_t> reply);
+
+// A message, under this heading, that names those of the steps (1 to 28) whose values in the table are beyond
+// what the list or the editor allows. Nothing where there are none.
+void tellStepsOutside(Workbench& bench, const Text& heading, const std::vector<int>& steps);
 
 class StepEdit
 {
@@ -38,8 +43,11 @@ public:
     // The values of the last take-over again.
     void reset();
 
+    // Whether something would be lost without a take-over.
+    bool isChanged() const { return shown_ != taken_ || base_; }
+
     // Puts what was changed into the table of the set on the bench and its list, which is then made anew.
-    // How many steps that were.
+    // Names the steps whose values are outside their limits. How many steps were taken over.
     int Uebernehmen(Workbench& bench);
 
 private:

@@ -26,6 +26,7 @@ struct FileRequest {
     Text extension; // added to a name that has another or none: "kvr"
     Text name;      // proposed; empty for none
     std::optional<OtherFileKind> other = std::nullopt;
+    std::filesystem::path shipped = {}; // a folder that came with the program, offered beside `folder`
 };
 
 enum class SaveChoice { save, discard, cancel };

@@ -7,6 +7,7 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QInputDialog>
@@ -14,6 +15,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QUrl>
 
 namespace karvo
 {
@@ -246,6 +248,8 @@ void WindowPrompts::prepare(QFileDialog& dialog, const FileRequest& request, Cap
     dialog.setObjectName(QStringLiteral("CommonDialog1"));
     dialog.setWindowTitle(withoutEllipsis(qtText(request.title)));
     dialog.setDirectory(qtPath(request.folder));
+    if (!request.shipped.empty())
+        offerShipped(dialog, request);
     dialog.setNameFilter(qtText(request.filter));
     const std::pair<QFileDialog::DialogLabel, Caption> labels[] = {
         {QFileDialog::LookIn, Caption::dialogFolder},
@@ -257,6 +261,15 @@ void WindowPrompts::prepare(QFileDialog& dialog, const FileRequest& request, Cap
         if (const Text text = texts_.caption(caption); !text.empty())
             dialog.setLabelText(label, buttonText(text));
     }
+}
+
+// At the side where the dialog has places there; the system's own may have none, so the title names it too.
+void WindowPrompts::offerShipped(QFileDialog& dialog, const FileRequest& request) const
+{
+    dialog.setWindowTitle(dialog.windowTitle() + QStringLiteral(" \u2013 ") +
+                          filledCaption(texts_, Caption::shippedTablesIn, {pathText(request.shipped)}));
+    dialog.setSidebarUrls({QUrl::fromLocalFile(QDir::homePath()), QUrl::fromLocalFile(qtPath(request.folder)),
+                           QUrl::fromLocalFile(qtPath(request.shipped.parent_path()))}); // not twice one name
 }
 
 // The folder follows the kind of file.

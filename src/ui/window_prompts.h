@@ -47,6 +47,7 @@ private:
     void nameButton(QMessageBox& box, int button, Caption caption) const;
     void nameButtons(QInputDialog& dialog) const;
     void prepare(QFileDialog& dialog, const FileRequest& request, Caption accept) const;
+    void offerShipped(QFileDialog& dialog, const FileRequest& request) const;
     static void offerOther(QFileDialog& dialog, const FileRequest& request);
     bool mayReplace(const std::filesystem::path& path);
     QString titled(Caption caption) const;

@@ -8,6 +8,8 @@ namespace karvo
 namespace
 {
 
+constexpr const char* shippedFolder = "original"; // of the program folder; the build writes it
+
 struct Place {
     std::filesystem::path path;
     bool exists;
@@ -27,18 +29,32 @@ UserFolder findUserFolder(Files& files, const std::filesystem::path& programFold
                           const std::filesystem::path& documentsFolder, const std::string& name)
 {
     const Place beside = folderIn(files, programFolder, name);
+    const auto shipped = folderBelow(files, programFolder, {shippedFolder, name.c_str()});
     if (files.canWriteInto(beside.exists ? beside.path : programFolder))
-        return {beside.path, {}};
-    return {folderIn(files, documentsFolder, name).path,
+        return {beside.path, shipped, {}};
+    return {folderIn(files, documentsFolder, name).path, shipped,
             beside.exists ? beside.path : std::filesystem::path()};
+}
+
+Text comparable(const std::filesystem::path& folder)
+{
+    return lowerCase(pathText(folder.lexically_normal()));
 }
 
 } // namespace
 
 std::filesystem::path UserFolder::find(Files& files, const std::filesystem::path& name) const
 {
-    const bool onlyShipped = !shipped.empty() && !files.exists(own / name) && files.exists(shipped / name);
-    return (onlyShipped ? shipped : own) / name;
+    for (const auto& folder : {own, beside, shipped}) {
+        if (!folder.empty() && files.exists(folder / name))
+            return folder / name;
+    }
+    return own / name;
+}
+
+bool UserFolder::isShipped(const std::filesystem::path& file) const
+{
+    return !shipped.empty() && comparable(file.parent_path()) == comparable(shipped);
 }
 
 UserFolders findUserFolders(Files& files, const std::filesystem::path& programFolder,

@@ -10,12 +10,18 @@ namespace karvo
 {
 
 struct UserFolder {
-    std::filesystem::path own;     // where the user's files are opened and saved; may have to be made
-    std::filesystem::path shipped; // what came with the program; empty where that is the same folder
+    std::filesystem::path own; // where the user's files are opened and saved; may have to be made
+    // What came with the program: read-only, and the program never saves there.
+    std::filesystem::path shipped = {};
+    // Of the same name beside a program that can make no files there; else empty.
+    std::filesystem::path beside = {};
 
-    // The file of that name: the user's own, else the one that was shipped. The own path when there is
-    // neither.
+    // The file of that name: the user's own, else the one beside the program, else the one that was shipped.
+    // The own path when there is none.
     std::filesystem::path find(Files& files, const std::filesystem::path& name) const;
+
+    // Whether a file of this path would lie among the shipped ones.
+    bool isShipped(const std::filesystem::path& file) const;
 };
 
 struct UserFolders {

@@ -98,8 +98,8 @@ TEST(DistanceTableTest, EachShippedPresetIsWhole)
     test::FolderFiles files;
     for (const char* const name : {"Faller.bcr", "CI_26.bcr", "CI_26_12.bcr", "CI_26_24.bcr", "CI_46.bcr",
                                    "CI_46_12.bcr", "CI_46_24.bcr"}) {
-        const auto content =
-            files.readWhole(std::filesystem::path(KARVO_PROGRAM_FOLDER) / "ABS_listen" / name, textFileLimit);
+        const auto content = files.readWhole(
+            std::filesystem::path(KARVO_PROGRAM_FOLDER) / "original" / "ABS_listen" / name, textFileLimit);
         ASSERT_TRUE(content) << name;
         const auto file = parseDistanceFile(*content);
         EXPECT_TRUE(std::holds_alternative<WritePlan>(planOfDistances(file.values))) << name;

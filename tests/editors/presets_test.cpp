@@ -37,12 +37,17 @@ struct PresetBench : test::TestBench {
                                            {764, u"unusable {1}"},
                                            {768, u"no speed table"},
                                            {772, u"replace {1} and {2}?"},
-                                           {773, u"{1}: not in line {2}"}})
+                                           {773, u"{1}: not in line {2}"},
+                                           {806, u"outside in {1}:"},
+                                           {807, u"{1} to {2}: {3}"},
+                                           {808, u"think"},
+                                           {811, u"{1} and {2} before {3} and {4}?"},
+                                           {812, u"not among the shipped: {1}"}})
             test::setText(state.texts, number, text);
         test::setCaption(state.texts, 161, u"changed");
         state.link.identified = true;
-        state.userFolders.speedSteps = {"fs", "shipped-fs"};
-        state.userFolders.distances = {"abs", "shipped-abs"};
+        state.userFolders.speedSteps = {"fs", "shipped-fs", {}};
+        state.userFolders.distances = {"abs", "shipped-abs", {}};
         if (!withList)
             return;
         addFile("CV_Standart_kv07.txt", test::smallDescription("Standard KV07", "Wort "));
@@ -142,18 +147,61 @@ TEST(PresetsTest, LoadsBothFilesIntoTheTableAndTheList)
     EXPECT_EQ(bench.lineOf(52), "CV52 = 1                 [110]  changed !");
     EXPECT_TRUE(bench.state.set.unsavedChanges);
     EXPECT_EQ(bench.journal.back(), "list changed");
-    EXPECT_TRUE(bench.messages().empty());
+    EXPECT_EQ(bench.messages(), (std::vector<std::string>{"outside in shipped-fs/FS_CI26_12.fcr:\r\n"
+                                                          "3 to 168: 2 = 1\r\nthink"}));
     EXPECT_EQ(loadPreset(bench.bench, preset("CI26_1")), 0) << "nothing is another value now";
+    EXPECT_EQ(bench.lineOf(97), "  1 = 12 of 168     changed !") << "nothing was brought";
 }
 
-TEST(PresetsTest, TheUsersOwnFileComesBeforeTheShippedOne)
+TEST(PresetsTest, ASecondPresetShowsTheValueThatCountsLastAndOneMark)
 {
     PresetBench bench;
-    bench.put("fs/FS_Faller.fcr", stepFile("97;12;x\r\n"));
+    bench.put("fs/FS_Faller.fcr", stepFile("97;12;x\r\n96;9;x\r\n96;8;x\r\n95;30;x\r\n"));
+    bench.put("fs/FS_CI46_24.fcr", stepFile("97;7;x\r\n96;0;x\r\n70;255;x\r\n"));
+    for (const char* const distances : {"abs/Faller.bcr", "abs/CI_46_24.bcr"})
+        bench.put(distances, "K\r\n48;1;x;\r\n");
+    EXPECT_EQ(loadPreset(bench.bench, preset("Faller")), 3);
+    EXPECT_EQ(bench.lineOf(96), "  2 = 1 of 168            [8]  changed !");
+    EXPECT_EQ(loadPreset(bench.bench, preset("CI46_2")), 3);
+    EXPECT_EQ(bench.lineOf(97), "  1 = 12 of 168          [7]  changed !");
+    EXPECT_EQ(bench.lineOf(95), "  3 = 30 of 168     changed !");
+    EXPECT_EQ(bench.messages()[0], "outside in fs/FS_CI46_24.fcr:\r\n3 to 168: 2 = 0, 28 = 255\r\nthink");
+    bench.state.set.table.at(97, Column::lowerLimit) = u"10";
+    bench.state.set.profile.generation = Generation::f5;
+    loadPreset(bench.bench, preset("CI46_2"));
+    EXPECT_EQ(bench.messages().back(), "outside in fs/FS_CI46_24.fcr:\r\n3 to 120: 2 = 0, 28 = 255\r\n"
+                                       "10 to 120: 1 = 7\r\nthink")
+        << "the list's limits where they are narrower";
+}
+
+TEST(PresetsTest, TheShippedTablesStayBehindTheUsersOwn)
+{
+    PresetBench bench;
+    const auto load = [&] {
+        loadPreset(bench.bench, preset("Faller"));
+        return bench.state.set.table.value(97);
+    };
     bench.put("shipped-fs/FS_Faller.fcr", stepFile("97;13;x\r\n"));
     bench.put("shipped-abs/Faller.bcr", "K\r\n48;20;x;\r\n");
-    EXPECT_EQ(loadPreset(bench.bench, preset("Faller")), 2);
-    EXPECT_EQ(bench.state.set.table.value(97), 12);
+    bench.state.set.table.setValue(97, 55);
+    for (const bool yes : {false, true}) {
+        bench.prompts.answer(yes);
+        EXPECT_EQ(savePreset(bench.bench, preset("Faller")), yes);
+        EXPECT_EQ(bench.journal[bench.journal.size() - (yes ? 2 : 1)],
+                  "question fs/FS_Faller.fcr and abs/Faller.bcr before shipped-fs/FS_Faller.fcr and "
+                  "shipped-abs/Faller.bcr?");
+        EXPECT_EQ(bench.files.exists("fs/FS_Faller.fcr"), yes);
+    }
+    EXPECT_EQ(bench.saved("shipped-fs/FS_Faller.fcr"), stepFile("97;13;x\r\n"));
+    bench.state.set.table.setValue(97, 60);
+    EXPECT_EQ(load(), 55);
+    bench.files.content.erase("fs/FS_Faller.fcr");
+    EXPECT_EQ(load(), 13) << "back when one's own is taken away";
+    bench.prompts.chooseFile("fs/other.fcr");
+    bench.prompts.chooseFile("Shipped-abs/../shipped-abs/other.bcr");
+    EXPECT_FALSE(saveOwnPreset(bench.bench, u"t"));
+    EXPECT_EQ(bench.journal.back(), "message not among the shipped: Shipped-abs/../shipped-abs/other.bcr");
+    EXPECT_FALSE(bench.files.exists("fs/other.fcr"));
 }
 
 TEST(PresetsTest, AFaultEndsTheLoadAndKeepsWhatWasMerged)

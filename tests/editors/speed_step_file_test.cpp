@@ -129,7 +129,7 @@ TEST(SpeedStepFileTest, ATableWithBaseAndTopSpeedIsWholeOrRefused)
 TEST(SpeedStepFileTest, EachShippedTableIsWhole)
 {
     test::FolderFiles files;
-    const auto folder = std::filesystem::path(KARVO_PROGRAM_FOLDER) / "FS_listen";
+    const auto folder = std::filesystem::path(KARVO_PROGRAM_FOLDER) / "original" / "FS_listen";
     for (const char* const name :
          {"FS_Faller.fcr", "FS_CI26_12.fcr", "FS_CI26_24.fcr", "FS_CI46_12.fcr", "FS_CI46_24.fcr"}) {
         const auto content = files.readWhole(folder / name, textFileLimit);

@@ -129,6 +129,29 @@ TEST(StepEditTest, TakesOverOnlyWhatWasChanged)
     EXPECT_EQ(edit.Uebernehmen(bench.bench), 0) << "nothing has changed since";
 }
 
+TEST(StepEditTest, WhatIsOutsideTheLimitsIsTakenOverAndTold)
+{
+    EditBench bench;
+    for (const auto& [number, text] :
+         {std::pair{805, u"outside:"}, {807, u"{1} to {2}: {3}"}, {808, u"think"}})
+        test::setText(bench.state.texts, number, text);
+    bench.state.set.table.at(73, Column::lowerLimit) = u"5";
+    for (const int cv : {71, 70})
+        bench.state.set.table.at(cv, Column::upperLimit) = u"150";
+    StepEdit edit(speedTableOf(bench.state.set.table));
+    for (const auto& [step, value] : {std::pair{25, 4}, {26, 168}, {27, 160}, {28, 168}})
+        edit.setStep(step, value);
+    EXPECT_TRUE(edit.isChanged());
+    EXPECT_EQ(edit.Uebernehmen(bench.bench), 4);
+    EXPECT_FALSE(edit.isChanged());
+    EXPECT_EQ(bench.state.set.table.value(70), 168);
+    EXPECT_EQ(bench.journal.back(),
+              "message outside:\r\n3 to 150: 27 = 160, 28 = 168\r\n5 to 168: 25 = 4\r\nthink");
+    edit.setStep(1, 6);
+    EXPECT_EQ(edit.Uebernehmen(bench.bench), 1);
+    EXPECT_EQ(bench.journal.back(), "list changed") << "each is told once";
+}
+
 TEST(StepEditTest, AfterAGeneratorAllStepsAreTakenOver)
 {
     EditBench bench;

@@ -23,7 +23,8 @@ TEST_F(UserFoldersTest, LieBesideTheProgram)
     EXPECT_EQ(found().cvLists.own, "program/CV_listen");
     EXPECT_EQ(found().speedSteps.own, "program/FS_listen");
     EXPECT_EQ(found().distances.own, "program/ABS_listen");
-    EXPECT_TRUE(found().cvLists.shipped.empty());
+    EXPECT_EQ(found().distances.shipped, "program/original/ABS_listen");
+    EXPECT_TRUE(found().cvLists.beside.empty());
 }
 
 TEST_F(UserFoldersTest, AreFoundWhateverTheirCase)
@@ -40,9 +41,10 @@ TEST_F(UserFoldersTest, AreMadeInTheDocumentsWhereTheProgramIsReadOnly)
     files.folders.insert({"program/FS_listen", "documents/fs_listen"});
     files.readOnly = {"program", "program/FS_listen"};
     EXPECT_EQ(found().cvLists.own, "documents/CV_listen");
-    EXPECT_TRUE(found().cvLists.shipped.empty());
+    EXPECT_TRUE(found().cvLists.beside.empty());
     EXPECT_EQ(found().speedSteps.own, "documents/fs_listen");
-    EXPECT_EQ(found().speedSteps.shipped, "program/FS_listen");
+    EXPECT_EQ(found().speedSteps.beside, "program/FS_listen");
+    EXPECT_EQ(found().speedSteps.shipped, "program/original/FS_listen");
 }
 
 TEST_F(UserFoldersTest, AWritableFolderInAReadOnlyOneIsUsed)
@@ -57,11 +59,14 @@ TEST_F(UserFoldersTest, TheUsersFilesComeBeforeTheShippedOnes)
     files.folders.insert("program/FS_listen");
     files.readOnly = {"program", "program/FS_listen"};
     const UserFolder folder = found().speedSteps;
-    EXPECT_EQ(folder.find(files, "a.fcr"), "documents/FS_listen/a.fcr");
-    files.content["program/FS_listen/a.fcr"] = {};
-    EXPECT_EQ(folder.find(files, "a.fcr"), "program/FS_listen/a.fcr");
-    files.content["documents/FS_listen/a.fcr"] = {};
-    EXPECT_EQ(folder.find(files, "a.fcr"), "documents/FS_listen/a.fcr");
+    for (const char* const newest :
+         {"program/original/FS_listen/a.fcr", "program/FS_listen/a.fcr", "documents/FS_listen/a.fcr"}) {
+        files.content[newest] = {};
+        EXPECT_EQ(folder.find(files, "a.fcr"), newest);
+    }
+    EXPECT_EQ(folder.find(files, "b.fcr"), "documents/FS_listen/b.fcr");
+    EXPECT_TRUE(folder.isShipped("program/original/FS_listen/b.fcr"));
+    EXPECT_FALSE(folder.isShipped("program/FS_listen/b.fcr"));
 }
 
 } // namespace

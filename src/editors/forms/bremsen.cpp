@@ -1,5 +1,6 @@
 #include "editors/forms/bremsen.h"
 
+#include "editors/presets.h"
 #include "program/path_text.h"
 #include "program/text_lines.h"
 #include "ui/captions.h"
@@ -132,10 +133,10 @@ void Bremsen::loadPresetTimes(std::string_view name)
 
 void Bremsen::loadChosenFile()
 {
-    const auto& folder = bench_.state.userFolders.distances.own;
-    bench_.files.makeFolder(folder);
-    const auto path =
-        bench_.prompts.openFile({texts_.caption(Caption::loadFile), folder, u"*.bcr", u"bcr", {}});
+    const UserFolder& folder = bench_.state.userFolders.distances;
+    bench_.files.makeFolder(folder.own);
+    const auto path = bench_.prompts.openFile(
+        {texts_.caption(Caption::loadFile), folder.own, u"*.bcr", u"bcr", {}, std::nullopt, folder.shipped});
     const auto file = path ? read(*path) : std::nullopt;
     if (file)
         show(file->values, 0);
@@ -159,7 +160,8 @@ void Bremsen::save()
                                  u"bcr",
                                  {},
                                  OtherFileKind{u"*.kvr", u"kvr", folders.cvLists.own}};
-    if (const auto path = bench_.prompts.saveFile(request))
+    const auto path = bench_.prompts.saveFile(request);
+    if (path && !isAmongShipped(bench_, folders.distances, *path))
         saveContent(bench_, *path, distanceFileContent(typed(), bench_.state.set.descriptionLines));
 }
 
