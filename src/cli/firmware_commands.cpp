@@ -2,7 +2,7 @@
 
 #include "cli/terminal.h"
 #include "firmware/interface_update.h"
-#include "firmware/unzip.h"
+#include "firmware/unpack.h"
 #include "firmware/upload.h"
 #include "link/identification.h"
 #include "platform/qt_clock.h"
@@ -167,8 +167,8 @@ ExitCode runUnzip(Workbench& bench, const CliArguments& arguments)
 {
     ZipArchive archive;
     PatientUnzip observer;
-    const auto result =
-        unzip(archive, toPath(arguments.operands.at(0)), toPath(arguments.operands.at(1)), observer);
+    const auto place = placeFor(bench.files, toPath(arguments.operands.at(1)));
+    const auto result = unzip(archive, toPath(arguments.operands.at(0)), place, observer);
     if (const auto fault = messageOf(result, bench.state.texts))
         bench.prompts.error(*fault);
     switch (result.end) {

@@ -25,28 +25,10 @@ PlaceFault streamFault(const fs::path& path)
                               : std::make_error_code(std::errc::io_error)};
 }
 
-// A folder that nobody has, beside the target: moving within one disk cannot run out of space.
-std::optional<PlaceFault> makeStaging(const fs::path& folder, fs::path& staging)
-{
-    constexpr int attempts = 1000;
-    std::error_code error;
-    for (int attempt = 1; attempt <= attempts; ++attempt) {
-        staging = folder;
-        staging += ".unpacking-" + std::to_string(attempt);
-        if (fs::create_directory(staging, error))
-            return std::nullopt;
-        if (error)
-            break;
-    }
-    return PlaceFault{std::exchange(staging, {}),
-                      error ? error : std::make_error_code(std::errc::file_exists)};
-}
-
 } // namespace
 
-// Without a separator at its end: the staging folder's name continues it.
-StagedFiles::StagedFiles(fs::path folder)
-    : folder_(folder.has_filename() ? std::move(folder) : folder.parent_path())
+StagedFiles::StagedFiles(fs::path folder, fs::path staging)
+    : folder_(std::move(folder)), staging_(std::move(staging))
 {
 }
 
@@ -54,7 +36,7 @@ StagedFiles::~StagedFiles()
 {
     stream_.close();
     std::error_code ignored;
-    if (!staging_.empty())
+    if (begun_)
         fs::remove_all(staging_, ignored);
 }
 
@@ -64,7 +46,10 @@ std::optional<PlaceFault> StagedFiles::begin()
     fs::create_directories(folder_, error);
     if (error)
         return faultOf(folder_, error);
-    return makeStaging(folder_, staging_);
+    begun_ = fs::create_directory(staging_, error);
+    if (!begun_ && !error)
+        error = std::make_error_code(std::errc::file_exists);
+    return faultOf(staging_, error);
 }
 
 std::optional<PlaceFault> StagedFiles::addFolder(const fs::path& path)

@@ -22,7 +22,9 @@ struct PlaceFault {
 class StagedFiles
 {
 public:
-    explicit StagedFiles(std::filesystem::path folder);
+    // `staging` is a folder that nobody has, on the same disk: moving within one disk cannot run out of
+    // space.
+    StagedFiles(std::filesystem::path folder, std::filesystem::path staging);
     ~StagedFiles(); // removes what was not placed
     StagedFiles(const StagedFiles&) = delete;
     StagedFiles& operator=(const StagedFiles&) = delete;
@@ -43,6 +45,7 @@ private:
 
     std::filesystem::path folder_;
     std::filesystem::path staging_;
+    bool begun_ = false;                         // the staging folder is ours
     std::vector<std::filesystem::path> folders_; // those above before those below
     std::vector<std::filesystem::path> files_;
     std::filesystem::path current_;

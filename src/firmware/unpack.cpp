@@ -42,10 +42,17 @@ std::filesystem::path withZipEnding(Files& files, const std::filesystem::path& a
     return !files.exists(upper) && files.exists(lower) ? lower : upper; // where letter case counts
 }
 
+UnzipPlace placeFor(Files& files, const std::filesystem::path& folder)
+{
+    const auto target = folder.has_filename() ? folder : folder.parent_path();
+    return {target, files.temporaryPath(target.parent_path())};
+}
+
 UnzipResult unpack(Workbench& bench, Archive& archive, const UnzipRequest& request, UnzipObserver& observer)
 {
     bench.view.showHourglass(true);
-    auto result = unzip(archive, withZipEnding(bench.files, request.archive), request.folder, observer);
+    const auto place = placeFor(bench.files, request.folder);
+    auto result = unzip(archive, withZipEnding(bench.files, request.archive), place, observer);
     bench.view.showHourglass(false);
     return result;
 }

@@ -23,6 +23,9 @@ std::optional<std::filesystem::path> unzipFolder(Workbench& bench);
 std::filesystem::path withZipEnding(Files& files, const std::filesystem::path& archive);
 
 // With an hourglass meanwhile.
+// On the way beside the folder, under a name that tells whose it is.
+UnzipPlace placeFor(Files& files, const std::filesystem::path& folder);
+
 UnzipResult unpack(Workbench& bench, Archive& archive, const UnzipRequest& request, UnzipObserver& observer);
 
 // Says how it went; nothing of what the person has stopped.

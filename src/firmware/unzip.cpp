@@ -15,8 +15,8 @@ namespace
 class Unpacking : public ArchiveSink
 {
 public:
-    Unpacking(const std::filesystem::path& folder, UnzipObserver& observer, const UnzipLimits& limits)
-        : staged_(folder), observer_(observer), limits_(limits)
+    Unpacking(const UnzipPlace& place, UnzipObserver& observer, const UnzipLimits& limits)
+        : staged_(place.folder, place.staging), observer_(observer), limits_(limits)
     {
     }
 
@@ -132,10 +132,10 @@ std::optional<Message> messageNumberOf(UnzipEnd end)
 
 } // namespace
 
-UnzipResult unzip(Archive& archive, const std::filesystem::path& file, const std::filesystem::path& folder,
+UnzipResult unzip(Archive& archive, const std::filesystem::path& file, const UnzipPlace& place,
                   UnzipObserver& observer, const UnzipLimits& limits)
 {
-    return Unpacking(folder, observer, limits).run(archive, file);
+    return Unpacking(place, observer, limits).run(archive, file);
 }
 
 std::optional<Text> messageOf(const UnzipResult& result, const LanguageTables& texts)

@@ -42,9 +42,15 @@ struct UnzipResult {
     Text words; // the system's or the library's
 };
 
-// Files of the same name in the target folder are replaced. What was unpacked on the way lies beside the
-// target folder, and is gone afterwards whatever happens.
-UnzipResult unzip(Archive& archive, const std::filesystem::path& file, const std::filesystem::path& folder,
+struct UnzipPlace {
+    std::filesystem::path folder; // where the files go
+    std::filesystem::path
+        staging; // where they are unpacked on the way: on the same disk, nothing stands there
+};
+
+// Files of the same name in the target folder are replaced. What was unpacked on the way is gone
+// afterwards whatever happens.
+UnzipResult unzip(Archive& archive, const std::filesystem::path& file, const UnzipPlace& place,
                   UnzipObserver& observer, const UnzipLimits& limits = {});
 
 // Nothing for a good end and for a stop.

@@ -5,12 +5,17 @@
 namespace karvo
 {
 
-DateTime QtClock::now() const
+DateTime dateTime(const QDateTime& moment)
 {
-    const QDateTime local = QDateTime::currentDateTime();
+    const QDateTime local = moment.toLocalTime();
     const QDate date = local.date();
     const QTime time = local.time();
     return {date.year(), date.month(), date.day(), time.hour(), time.minute(), time.second()};
+}
+
+DateTime QtClock::now() const
+{
+    return dateTime(QDateTime::currentDateTime());
 }
 
 } // namespace karvo

@@ -2,8 +2,13 @@
 
 #include "program/clock.h"
 
+class QDateTime;
+
 namespace karvo
 {
+
+// In local time.
+DateTime dateTime(const QDateTime& moment);
 
 class QtClock : public Clock
 {

@@ -1,11 +1,11 @@
 #include "platform/qt_downloader.h"
 
+#include "platform/safe_file.h"
 #include "platform/text_conversion.h"
 
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
-#include <QSaveFile>
 #include <QUrl>
 
 #include <memory>
@@ -20,7 +20,7 @@ namespace
 class Transfer
 {
 public:
-    Transfer(QNetworkReply& reply, QSaveFile& file, const DownloadLimits& limits, DownloadObserver& observer)
+    Transfer(QNetworkReply& reply, SafeFile& file, const DownloadLimits& limits, DownloadObserver& observer)
         : reply_(reply), file_(file), limits_(limits), observer_(observer)
     {
     }
@@ -36,7 +36,7 @@ public:
         taking_ = true; // the observer may let events run
         const QByteArray bytes = reply_.readAll();
         received_ += bytes.size();
-        failed_ = !isExpected() || file_.write(bytes) != bytes.size();
+        failed_ = !isExpected() || !file_.write(bytes);
         observer_.showBytes(received_, length().value_or(0));
         cancelled_ = observer_.stopRequested();
         taking_ = false;
@@ -64,7 +64,7 @@ private:
     }
 
     QNetworkReply& reply_;
-    QSaveFile& file_;
+    SafeFile& file_;
     const DownloadLimits& limits_;
     DownloadObserver& observer_;
     long long received_ = 0;
@@ -96,8 +96,8 @@ DownloadEnd QtDownloader::fetch(const Text& address, const std::filesystem::path
                                 DownloadObserver& observer)
 {
     const QUrl url(toQString(address), QUrl::StrictMode);
-    QSaveFile file(pathToQString(target));
-    if (!isOfTheWeb(url) || !file.open(QIODevice::WriteOnly))
+    SafeFile file(target);
+    if (!isOfTheWeb(url) || !file.open())
         return DownloadEnd::failed;
     QNetworkAccessManager manager;
     const std::unique_ptr<QNetworkReply> reply(manager.get(requestFor(url, limits_)));

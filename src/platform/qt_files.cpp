@@ -1,11 +1,13 @@
 #include "platform/qt_files.h"
 
+#include "platform/qt_clock.h"
+#include "platform/safe_file.h"
+#include "platform/temporary_files.h"
 #include "platform/text_conversion.h"
 
+#include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
-#include <QTemporaryFile>
 
 #include <algorithm>
 #include <system_error>
@@ -51,16 +53,23 @@ std::uintmax_t QtFiles::sizeOf(const std::filesystem::path& path)
 
 std::optional<Text> QtFiles::saveAtomically(const std::filesystem::path& path, const Bytes& content)
 {
-    const QString name = pathToQString(path);
-    // A device or a pipe would be replaced by a file.
-    if (const QFileInfo old(name); old.exists() && !old.isFile())
-        return wordsOf(std::make_error_code(std::errc::invalid_argument));
-    QSaveFile file(name);
-    const auto size = static_cast<qint64>(content.size());
-    const bool saved = file.open(QIODevice::WriteOnly) &&
-                       file.write(reinterpret_cast<const char*>(content.data()), size) == size &&
-                       file.commit();
-    return saved ? std::nullopt : std::optional<Text>(toText(file.errorString()));
+    SafeFile file(path);
+    const auto bytes = QByteArray::fromRawData(reinterpret_cast<const char*>(content.data()),
+                                               static_cast<qsizetype>(content.size()));
+    const bool saved = file.open() && file.write(bytes) && file.commit();
+    return saved ? std::nullopt : std::optional(file.reason());
+}
+
+std::filesystem::path QtFiles::temporaryPath(const std::filesystem::path& folder)
+{
+    clearLeftovers(folder);
+    return karvo::temporaryPath(folder);
+}
+
+std::optional<DateTime> QtFiles::changedAt(const std::filesystem::path& path)
+{
+    const QDateTime time = QFileInfo(pathToQString(path)).lastModified();
+    return time.isValid() ? std::optional(dateTime(time)) : std::nullopt;
 }
 
 std::optional<Text> QtFiles::makeFolder(const std::filesystem::path& folder)
@@ -73,7 +82,8 @@ std::optional<Text> QtFiles::makeFolder(const std::filesystem::path& folder)
 bool QtFiles::canWriteInto(const std::filesystem::path& folder)
 {
     // Tried, not asked: neither permissions nor a read-only medium are told reliably.
-    return QTemporaryFile(pathToQString(folder / "karvo-XXXXXX")).open();
+    QFile file(pathToQString(temporaryPath(folder)));
+    return file.open(QIODevice::WriteOnly | QIODevice::NewOnly) && file.remove();
 }
 
 std::vector<FolderEntry> QtFiles::list(const std::filesystem::path& folder)

@@ -12,6 +12,8 @@ public:
     bool exists(const std::filesystem::path& path) override;
     std::uintmax_t sizeOf(const std::filesystem::path& path) override;
     std::optional<Text> saveAtomically(const std::filesystem::path& path, const Bytes& content) override;
+    std::filesystem::path temporaryPath(const std::filesystem::path& folder) override;
+    std::optional<DateTime> changedAt(const std::filesystem::path& path) override;
     std::optional<Text> makeFolder(const std::filesystem::path& folder) override;
     bool canWriteInto(const std::filesystem::path& folder) override;
     std::vector<FolderEntry> list(const std::filesystem::path& folder) override;

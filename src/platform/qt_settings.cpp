@@ -1,6 +1,7 @@
 #include "platform/qt_settings.h"
 
 #include "platform/text_conversion.h"
+#include "program/path_text.h"
 
 namespace karvo
 {
@@ -37,6 +38,14 @@ void QtSettings::save(std::string_view section, std::string_view key, const Text
     // To write what is there already would cost a write to disk at every start.
     if (get(section, key) != value)
         store_.setValue(storedName(section, key), toQString(value));
+}
+
+std::optional<Text> QtSettings::unwritablePlace()
+{
+    store_.sync();
+    if (store_.status() != QSettings::AccessError && store_.isWritable())
+        return std::nullopt;
+    return pathText(toPath(store_.fileName()));
 }
 
 } // namespace karvo

@@ -19,6 +19,7 @@ public:
 
     std::optional<Text> get(std::string_view section, std::string_view key) const override;
     void save(std::string_view section, std::string_view key, const Text& value) override;
+    std::optional<Text> unwritablePlace() override;
 
 private:
     QSettings store_;

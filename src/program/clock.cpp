@@ -23,4 +23,9 @@ Text timeText(const DateTime& time)
     return twoDigits(time.hour) + u"-" + twoDigits(time.minute) + u"-" + twoDigits(time.second);
 }
 
+Text momentText(const DateTime& time)
+{
+    return dateText(time) + u" " + twoDigits(time.hour) + u":" + twoDigits(time.minute);
+}
+
 } // namespace karvo

@@ -30,4 +30,7 @@ Text dateText(const DateTime& time);
 // "22-05-09", likewise.
 Text timeText(const DateTime& time);
 
+// "2026-11-22 22:05", for people.
+Text momentText(const DateTime& time);
+
 } // namespace karvo

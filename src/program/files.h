@@ -1,6 +1,7 @@
 // The files that come with the program or belong to the user.
 #pragma once
 
+#include "program/clock.h"
 #include "program/text.h"
 
 #include <cstdint>
@@ -33,6 +34,13 @@ public:
     // disk. Nothing on success, else the system's own words; then nothing has changed. Refuses what is no
     // regular file.
     virtual std::optional<Text> saveAtomically(const std::filesystem::path& path, const Bytes& content) = 0;
+
+    // A name in the folder that nobody has, for what is to be moved to its place when it is complete. It
+    // tells program and process; what ended processes left in the folder under such names is cleared.
+    virtual std::filesystem::path temporaryPath(const std::filesystem::path& folder) = 0;
+
+    // When a file was written last; nothing when there is none.
+    virtual std::optional<DateTime> changedAt(const std::filesystem::path& path) = 0;
 
     // With the folders above it; one that exists is a success. Returns as saveAtomically does.
     virtual std::optional<Text> makeFolder(const std::filesystem::path& folder) = 0;

@@ -77,19 +77,15 @@ TEST_F(QtFilesTest, RefusesWhatIsNoRegularFile)
 #endif
 }
 
-TEST_F(QtFilesTest, KnowsWhatExists)
-{
-    EXPECT_TRUE(files_.exists(write("here.txt", "x")));
-    EXPECT_TRUE(files_.exists(pathOf(".")));
-    EXPECT_FALSE(files_.exists(pathOf("there.txt")));
-}
-
 TEST_F(QtFilesTest, SavesInPlaceOfTheOldFileAndLeavesNothingBeside)
 {
     const auto path = write("bus \xC3\xA4.kvr", "old and longer");
     EXPECT_EQ(files_.saveAtomically(path, {13, 0, 255}), std::nullopt);
     EXPECT_EQ(files_.readWhole(path, 100), (Bytes{13, 0, 255}));
+    EXPECT_FALSE(files_.exists(pathOf("new.kvr")));
+    EXPECT_FALSE(files_.changedAt(pathOf("new.kvr")));
     EXPECT_EQ(files_.saveAtomically(pathOf("new.kvr"), {}), std::nullopt);
+    EXPECT_EQ(files_.changedAt(pathOf("new.kvr"))->year, QtClock().now().year);
     EXPECT_EQ(files_.readWhole(pathOf("new.kvr"), 100), Bytes{});
     ASSERT_EQ(files_.list(pathOf(".")).size(), 2U);
 }
@@ -177,6 +173,50 @@ TEST_F(QtFilesTest, AProgramThatIsKilledWhileItSavesLeavesAWholeFile)
         anySaved = anySaved || content->front() != 0;
     }
     EXPECT_TRUE(anySaved);
+    EXPECT_EQ(files_.saveAtomically(path, {1}), std::nullopt);
+    EXPECT_EQ(files_.list(pathOf(".")).size(), 1U);
+}
+
+// Of this computer's names only those of processes that have ended go; folders as well as files.
+TEST_F(QtFilesTest, OnlyWhatEndedProcessesLeftIsCleared)
+{
+    const pid_t ended = ::fork();
+    if (ended == 0)
+        ::_exit(0);
+    ASSERT_EQ(::waitpid(ended, nullptr, 0), ended);
+    const std::string own = files_.temporaryPath(pathOf(".")).filename().string();
+    const std::string process = std::to_string(::getpid());
+    const auto nameOf = [&](const std::string& number) {
+        return std::string(own).replace(own.find(process), process.size(), number);
+    };
+    const std::string left = nameOf(std::to_string(ended));
+    const std::string kept[] = {own,
+                                nameOf("1"), // runs, though it is somebody else's
+                                "another-" + left,
+                                left + ".kvr",
+                                std::string(left).insert(left.find(".tmp"), "x"), // of another computer
+                                "bus.kvr.backup",
+                                "bus.kvr.UsyGyZ",
+                                "Zip_Ordner.unpacking-1"};
+    for (const auto& name : kept)
+        write(name.c_str(), "x");
+    ASSERT_EQ(files_.makeFolder(pathOf(left.c_str()) / "deep"), std::nullopt);
+    write((left + "/deep/a.txt").c_str(), "x");
+    EXPECT_EQ(files_.saveAtomically(pathOf("bus.kvr"), {1}), std::nullopt);
+    EXPECT_FALSE(files_.exists(pathOf(left.c_str())));
+    for (const auto& name : kept)
+        EXPECT_TRUE(files_.exists(pathOf(name.c_str()))) << name;
+}
+
+TEST_F(QtFilesTest, ALinkAndTheRightsOfAFileOutliveASave)
+{
+    const auto path = write("bus.kvr", "old");
+    ASSERT_EQ(::chmod(path.c_str(), 0640), 0);
+    std::filesystem::create_symlink("bus.kvr", pathOf("link.kvr"));
+    EXPECT_EQ(files_.saveAtomically(pathOf("link.kvr"), {1}), std::nullopt);
+    EXPECT_TRUE(std::filesystem::is_symlink(pathOf("link.kvr")));
+    EXPECT_EQ(files_.readWhole(path, 10), Bytes{1});
+    EXPECT_EQ(std::filesystem::status(path).permissions(), std::filesystem::perms(0640));
 }
 #endif
 

@@ -27,11 +27,6 @@ private:
     QTemporaryDir folder_;
 };
 
-TEST_F(QtSettingsTest, NothingStoredGivesNothing)
-{
-    EXPECT_EQ(QtSettings(path()).get("Parameter", "Language"), std::nullopt);
-}
-
 TEST_F(QtSettingsTest, TheFiveParametersOutliveTheProgram)
 {
     const std::vector<std::pair<std::string_view, Text>> parameters{
@@ -44,20 +39,15 @@ TEST_F(QtSettingsTest, TheFiveParametersOutliveTheProgram)
     {
         QtSettings settings(path());
         for (const auto& [key, value] : parameters)
+            settings.save("Parameter", key, u"before");
+        for (const auto& [key, value] : parameters)
             settings.save("Parameter", key, value);
+        EXPECT_EQ(settings.unwritablePlace(), std::nullopt);
     }
     const QtSettings settings(path());
     for (const auto& [key, value] : parameters)
         EXPECT_EQ(settings.get("Parameter", key), value) << key;
     EXPECT_EQ(settings.get("Ports", "Language"), std::nullopt);
-}
-
-TEST_F(QtSettingsTest, ASavedValueReplacesTheOldOne)
-{
-    QtSettings settings(path());
-    settings.save("Parameter", "Language", u"1");
-    settings.save("Parameter", "Language", u"2");
-    EXPECT_EQ(settings.get("Parameter", "Language"), Text(u"2"));
 }
 
 TEST_F(QtSettingsTest, WhatSomebodyTypedIntoTheFileIsReadAsText)
@@ -69,6 +59,17 @@ TEST_F(QtSettingsTest, WhatSomebodyTypedIntoTheFileIsReadAsText)
     EXPECT_EQ(settings.get("Parameter", "ATMELpath"), Text(u"/home/me/old, new"));
     EXPECT_EQ(settings.get("Parameter", "Language"), Text(u"@"));
     EXPECT_EQ(settings.get("Ports", "COM5"), Text(u"/dev/ttyUSB3"));
+}
+
+TEST_F(QtSettingsTest, TellsWhereNothingCanBeStored)
+{
+    write("x");
+    const QString place = path() + QStringLiteral("/Karvo.conf"); // below a file
+    QtSettings settings(place);
+    settings.save("Parameter", "Language", u"1");
+    const auto told = settings.unwritablePlace();
+    ASSERT_TRUE(told);
+    EXPECT_EQ(QString::fromStdU16String(*told), place);
 }
 
 TEST_F(QtSettingsTest, AFileThatIsNoneGivesNothing)

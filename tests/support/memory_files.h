@@ -54,6 +54,14 @@ public:
         ++saves;
         return std::nullopt;
     }
+    std::filesystem::path temporaryPath(const std::filesystem::path& folder) override
+    {
+        return folder / "karvo.tmp";
+    }
+    std::optional<DateTime> changedAt(const std::filesystem::path& path) override
+    {
+        return exists(path) ? std::optional(DateTime{2026, 11, 24, 8, 5, 7}) : std::nullopt;
+    }
     std::optional<Text> makeFolder(const std::filesystem::path& folder) override
     {
         if (readOnly.count(folder.parent_path()) != 0)
@@ -119,6 +127,9 @@ public:
     {
         values[std::string(section) + "/" + std::string(key)] = value;
     }
+    std::optional<Text> unwritablePlace() override { return unwritable; }
+
+    std::optional<Text> unwritable; // nothing can be stored, and this is where it would stand
 };
 
 } // namespace karvo::test

@@ -14,6 +14,8 @@ public:
     {
         return refusal;
     }
+    std::filesystem::path temporaryPath(const std::filesystem::path& folder) override { return folder; }
+    std::optional<DateTime> changedAt(const std::filesystem::path&) override { return std::nullopt; }
     std::optional<Text> makeFolder(const std::filesystem::path&) override { return refusal; }
     bool canWriteInto(const std::filesystem::path&) override { return false; }
     std::vector<FolderEntry> list(const std::filesystem::path&) override { return {}; }
