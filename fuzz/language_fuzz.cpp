@@ -25,7 +25,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     OneFile files(Bytes(data, data + size));
     LanguageTables tables;
-    fuzz::check(!loadLanguage(tables, LanguageCode::german, "folder", files));
+    fuzz::check(!loadLanguage(tables, LanguageCode::german, "folder", files).missing);
     fuzz::check(tables.messages[0].empty() && tables.menu[0].empty() && tables.captions[0].empty());
     for (int number = 0; number <= 1000; ++number) {
         const auto caption = tables.caption(static_cast<Caption>(number));

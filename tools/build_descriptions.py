@@ -23,6 +23,7 @@ MARKS_FIELD = 14
 DESCRIBED = ("name", "help", "values", "advice")
 CV_SHOWN_AS_MISSING = 153
 SPEED_MARK = "Anfang FS"
+END_MARK = "Ende CV"  # of the rows where no speed steps follow
 DESCRIPTION = "description"
 EXPERT = "expert"
 EXPERT_HEADER = " Experte"
@@ -69,6 +70,8 @@ def description_lines(model, language):
         for step, value in enumerate(model.settings["speed_steps"], start=1):
             yield f"FS{step} = {value}"
         yield ""
+    else:
+        yield END_MARK
 
 
 def expert_lines(model, language):

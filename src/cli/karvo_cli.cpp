@@ -118,11 +118,14 @@ int runWith(const CliArguments& arguments)
     SystemStayAwake stayAwake;
     Workbench bench{state, *port, wait, prompts, view, files, settings, &stayAwake};
     state.language = *language;
-    if (const auto missing = loadLanguage(state.texts, *language, state.programFolder, files)) {
-        prompts.message(missingLanguageFileText(*missing), PromptIcon::stop);
+    const auto loaded = loadLanguage(state.texts, *language, state.programFolder, files);
+    if (loaded.missing) {
+        prompts.message(missingLanguageFileText(*loaded.missing), PromptIcon::stop);
         return leave(arguments.command == CliCommand::compare ? ExitCode::cannotCompare
                                                               : ExitCode::fileTrouble);
     }
+    if (!loaded.damaged.empty())
+        prompts.message(damagedLanguageFileText(state.texts, loaded, *language), PromptIcon::warning);
     return leave(run(bench, map, arguments));
 }
 

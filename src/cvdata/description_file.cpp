@@ -50,8 +50,6 @@ void dropWrongValue(Description& description, int row, int line)
 bool takeLine(Description& description, int line)
 {
     const Text& source = description.lines[static_cast<std::size_t>(line)];
-    if (trimmed(source).empty())
-        return false;
     const auto fields = fieldsOf(source);
     const auto place = rowOf(fields, line, description);
     if (!place)
@@ -80,6 +78,9 @@ std::optional<Description> parseDescription(std::span<const std::uint8_t> conten
         description.faults.push_back({Kind::tooManyLines, static_cast<int>(descriptionLineLimit)});
     }
     description.rowCount = rowsBeforeSection(description.lines);
+    const int lineCount = static_cast<int>(description.lines.size()) - 1;
+    if (description.rowCount + 1 == lineCount && description.faults.empty())
+        description.faults.push_back({Kind::noEnd, lineCount});
     bool anyRow = false;
     for (int line = 2; line < description.rowCount + 2; ++line)
         anyRow = takeLine(description, line) || anyRow;

@@ -15,9 +15,10 @@ struct DescriptionFault {
     enum class Kind {
         tooManyLines,
         rowBeyondTable,
-        wrongRow, // no CV number, or that of a line before
+        wrongRow, // empty, no CV number, or that of a line before
         tooManyFields,
-        wrongValue // no number from 0 to 255; the CV is left without one
+        wrongValue, // no number from 0 to 255; the CV is left without one
+        noEnd       // nothing ends the rows: the file may have been cut off
     };
     Kind kind;
     int line;
@@ -43,8 +44,9 @@ inline constexpr TextView speedStepSectionStart = u"Anfang FS";
 inline constexpr TextView cvSectionEnd = u"Ende CV";
 
 // Nothing when not a single line describes a CV: then it is no description file. Lines that have moved are
-// found by their CV number. A line without one from 1 to 256, one that describes a CV for the second time,
-// fields beyond the table's and a value that no CV can have are faults of the file; the rest is kept.
+// found by their CV number. An empty line, one without a number from 1 to 256, one that describes a CV for
+// the second time, fields beyond the table's and a value that no CV can have are faults of the file; the rest
+// is kept.
 std::optional<Description> parseDescription(std::span<const std::uint8_t> content);
 
 } // namespace karvo

@@ -19,25 +19,51 @@ void fillTable(std::array<Text, size>& table, const Bytes& content)
     std::move(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(count), table.begin() + 1);
 }
 
+// Text holds no control characters but tabs and line ends; old editors end a file with Ctrl-Z.
+bool holdsText(const Bytes& content)
+{
+    const auto isPrinted = [](std::uint8_t byte) { return byte > 0x20; };
+    const auto isForeign = [](std::uint8_t byte) {
+        return byte < 0x20 && byte != '\t' && byte != '\r' && byte != '\n' && byte != 0x1A;
+    };
+    return std::any_of(content.begin(), content.end(), isPrinted) &&
+           std::none_of(content.begin(), content.end(), isForeign);
+}
+
 } // namespace
 
-std::optional<std::string_view> loadLanguage(LanguageTables& tables, LanguageCode code,
-                                             const std::filesystem::path& programFolder, Files& files)
+LoadedLanguage loadLanguage(LanguageTables& tables, LanguageCode code,
+                            const std::filesystem::path& programFolder, Files& files)
 {
     const LanguageFiles& names = languageFiles(code);
+    LoadedLanguage loaded;
     const auto load = [&](std::string_view name, auto& table) {
         const auto content = files.readWhole(programFolder / name, textFileLimit);
-        if (content)
-            fillTable(table, *content);
-        return content.has_value();
+        if (!content) {
+            loaded.missing = name;
+            return false;
+        }
+        fillTable(table, *content);
+        if (!holdsText(*content))
+            loaded.damaged.push_back(name);
+        return true;
     };
-    if (!load(names.messageFile, tables.messages))
-        return names.messageFile;
-    if (!load(names.menuFile, tables.menu))
-        return names.menuFile;
-    if (!load(names.captionFile, tables.captions))
-        return names.captionFile;
-    return std::nullopt;
+    static_cast<void>(load(names.messageFile, tables.messages) && load(names.menuFile, tables.menu) &&
+                      load(names.captionFile, tables.captions));
+    return loaded;
+}
+
+Text damagedLanguageFileText(const LanguageTables& texts, const LoadedLanguage& loaded, LanguageCode code)
+{
+    Text names;
+    for (const auto name : loaded.damaged)
+        names += (names.empty() ? Text() : Text(u", ")) + textFromUtf8(name);
+    const bool ownWords = loaded.damaged.front() != languageFiles(code).messageFile;
+    const Text words = ownWords ? texts.message(Message::languageFileDamaged) : Text();
+    const Text arguments[] = {names};
+    return filledIn(words.empty() ? Text(u"File [{1}] is damaged !\r\nPlease install the program again.")
+                                  : words,
+                    arguments);
 }
 
 Text missingLanguageFileText(std::string_view fileName)

@@ -235,6 +235,11 @@ void reportFaults(Workbench& bench, const std::string& fileName, const std::vect
 {
     if (faults.empty())
         return;
+    const auto end = std::find_if(faults.begin(), faults.end(), [](const DescriptionFault& fault) {
+        return fault.kind == DescriptionFault::Kind::noEnd;
+    });
+    if (end != faults.end())
+        return tellOnce(bench, fileName, Message::descriptionCutOff, {textFromNumber(end->line)});
     const auto first = std::min_element(
         faults.begin(), faults.end(),
         [](const DescriptionFault& one, const DescriptionFault& other) { return one.line < other.line; });

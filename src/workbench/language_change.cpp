@@ -41,12 +41,15 @@ void keepValues(const CvTable& from, CvTable& to)
 bool useLanguage(Workbench& bench, LanguageCode code)
 {
     bench.state.language = code;
-    const auto missing = loadLanguage(bench.state.texts, code, bench.state.programFolder, bench.files);
-    if (!missing)
-        return true;
-    bench.prompts.message(missingLanguageFileText(*missing));
-    bench.prompts.endProgram();
-    return false;
+    const auto loaded = loadLanguage(bench.state.texts, code, bench.state.programFolder, bench.files);
+    if (loaded.missing) {
+        bench.prompts.message(missingLanguageFileText(*loaded.missing));
+        bench.prompts.endProgram();
+        return false;
+    }
+    if (!loaded.damaged.empty())
+        bench.prompts.message(damagedLanguageFileText(bench.state.texts, loaded, code), PromptIcon::warning);
+    return true;
 }
 
 void storeLanguage(Workbench& bench, LanguageCode code)

@@ -6,7 +6,7 @@
 namespace karvo
 {
 
-// Loads the tables of a language. A missing file is shown and ends the program: false.
+// Loads the tables of a language. A missing file is shown and ends the program: false. A damaged one is told.
 bool useLanguage(Workbench& bench, LanguageCode code);
 
 // Stores the choice. The menu's marks follow from it.

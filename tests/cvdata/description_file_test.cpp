@@ -13,8 +13,8 @@ using Kind = DescriptionFault::Kind;
 
 TEST(DescriptionFileTest, FieldsFillTheColumnsOfTheirRow)
 {
-    const auto description =
-        parseDescription(bytesOf("Standard KV07\r\n1;3;Adresse;1;126;3;\r\n2;5;erste$zweite;rest\r\n"));
+    const auto description = parseDescription(
+        bytesOf("Standard KV07\r\n1;3;Adresse;1;126;3;\r\n2;5;erste$zweite;rest\r\nEnde CV\r\n"));
     ASSERT_TRUE(description);
     EXPECT_EQ(description->header(), u"Standard KV07");
     EXPECT_EQ(description->rowCount, 2);
@@ -61,7 +61,7 @@ TEST(DescriptionFileTest, WhatIsNoDescriptionIsRefused)
 
 TEST(DescriptionFileTest, LinesThatHaveMovedAreFoundByTheirNumber)
 {
-    const auto description = parseDescription(bytesOf("K\n4;1;a;\n2;7;b;\n\n256;8;c;\n"));
+    const auto description = parseDescription(bytesOf("K\n4;1;a;\n2;7;b;\n256;8;c;\nAnfang FS\n"));
     ASSERT_TRUE(description);
     EXPECT_TRUE(description->faults.empty());
     EXPECT_EQ(description->table.value(4), 1);
@@ -71,33 +71,33 @@ TEST(DescriptionFileTest, LinesThatHaveMovedAreFoundByTheirNumber)
     EXPECT_FALSE(description->table.describes(3));
 }
 
-TEST(DescriptionFileTest, ALineWithoutAPlaceIsLeftOutAndNamed)
+TEST(DescriptionFileTest, WhatIsLeftOutIsNamedWithItsLine)
 {
-    const auto description = parseDescription(bytesOf("K\n1;1;a;\n3;7;b;\n3;8;c;\nvier;1;d;\n"));
-    ASSERT_TRUE(description);
-    ASSERT_EQ(description->faults.size(), 2u);
-    EXPECT_EQ(description->faults[0].kind, Kind::wrongRow);
-    EXPECT_EQ(description->faults[0].line, 4);
-    EXPECT_EQ(description->faults[1].line, 5);
-    EXPECT_FALSE(description->table.describes(2));
-    EXPECT_EQ(description->table.value(3), 7);
-}
-
-TEST(DescriptionFileTest, LinesThatSayNothingOfACvAreNamed)
-{
-    const auto description =
-        parseDescription(bytesOf("K\n1;1;a;\na note\n   \n\n2;2;b;\nAnfang FS \nFS1 = 3\n"));
-    ASSERT_TRUE(description);
-    EXPECT_EQ(description->rowCount, 5);
-    ASSERT_EQ(description->faults.size(), 1u);
-    EXPECT_EQ(description->faults[0].kind, Kind::wrongRow);
-    EXPECT_EQ(description->faults[0].line, 3);
+    const struct {
+        const char* content;
+        std::vector<std::pair<Kind, int>> faults;
+    } cases[] = {
+        {"K\n1;1;a;\n3;7;b;\n3;8;c;\nvier;1;d;\nEnde CV\n", {{Kind::wrongRow, 4}, {Kind::wrongRow, 5}}},
+        {"K\n1;1;a;\na note\n   \n\n2;2;b;\nAnfang FS \nFS1 = 3\n",
+         {{Kind::wrongRow, 3}, {Kind::wrongRow, 4}, {Kind::wrongRow, 5}}},
+        {"K\n1;1;a;\n2;2;b;\n", {{Kind::noEnd, 3}}},
+        {"K\n1;1;a;\n2;2", {{Kind::noEnd, 3}}},
+    };
+    for (const auto& [content, expected] : cases) {
+        const auto description = parseDescription(bytesOf(content));
+        ASSERT_TRUE(description) << content;
+        std::vector<std::pair<Kind, int>> faults;
+        for (const auto& fault : description->faults)
+            faults.emplace_back(fault.kind, fault.line);
+        EXPECT_EQ(faults, expected) << content;
+        EXPECT_EQ(description->table.value(1), 1);
+    }
 }
 
 TEST(DescriptionFileTest, AValueThatNoCvCanHaveIsNotShown)
 {
-    const auto description =
-        parseDescription(bytesOf("K\n1;256;a;\n2;-1;b;\n3;x;c;\n4; 7 ;d;\n5;;e;\n6;255;f;\n7;0;g;\n"));
+    const auto description = parseDescription(
+        bytesOf("K\n1;256;a;\n2;-1;b;\n3;x;c;\n4; 7 ;d;\n5;;e;\n6;255;f;\n7;0;g;\nEnde CV\n"));
     ASSERT_TRUE(description);
     std::vector<int> lines;
     for (const auto& fault : description->faults) {

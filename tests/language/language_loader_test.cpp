@@ -27,12 +27,14 @@ protected:
 
     std::optional<std::string_view> load(LanguageCode code)
     {
-        return loadLanguage(tables, code, folder, files);
+        loaded = loadLanguage(tables, code, folder, files);
+        return loaded.missing;
     }
 
     std::filesystem::path folder = "program";
     test::MemoryFiles files;
     LanguageTables tables;
+    LoadedLanguage loaded;
 };
 
 TEST_F(LanguageLoaderTest, EntriesAreLinesFromTheirFifthCharacterOn)
@@ -65,6 +67,38 @@ TEST_F(LanguageLoaderTest, NamesTheFirstMissingFileAndKeepsWhatCameBeforeIt)
     EXPECT_EQ(load(LanguageCode::english), "English_mnu.txt");
     EXPECT_EQ(tables.message(static_cast<Message>(1)), u"One");
     EXPECT_EQ(tables.menuCaption(1), u"Eins");
+}
+
+TEST_F(LanguageLoaderTest, WhatHoldsNoTextIsToldInWordsThatAreThere)
+{
+    const struct {
+        const char* file;
+        std::string content;
+        Text told;
+    } cases[] = {
+        {"Deutsch_cap.txt", "", u"damaged: Deutsch_cap.txt"},
+        {"Deutsch_mnu.txt", "\r\n \r\n", u"damaged: Deutsch_mnu.txt"},
+        {"Deutsch_cap.txt",
+         std::string("0\0"
+                     "0\0",
+                     4),
+         u"damaged: Deutsch_cap.txt"},
+        {"Deutsch_var.txt",
+         "\x7F"
+         "ELF\x02",
+         u"File [Deutsch_var.txt] is damaged !\r\nPlease install the program again."},
+        {"Deutsch_mnu.txt", "0001Datei\t\xC4\r\n\x1A", u""},
+    };
+    for (const auto& [file, content, told] : cases) {
+        add("Deutsch", "0001Eins\r\n");
+        files.content[folder / "Deutsch_var.txt"] = bytesOf(std::string(649, '\n') + "0650damaged: {1}\n");
+        files.content[folder / file] = bytesOf(content);
+        ASSERT_FALSE(load(LanguageCode::german));
+        EXPECT_EQ(loaded.damaged.size(), told.empty() ? 0U : 1U) << file;
+        if (!told.empty()) {
+            EXPECT_EQ(damagedLanguageFileText(tables, loaded, LanguageCode::german), told);
+        }
+    }
 }
 
 TEST_F(LanguageLoaderTest, LinesBeyondTheTablesAreIgnored)

@@ -104,7 +104,7 @@ protected:
     void use(const LanguageCase& language)
     {
         state_.language = language.code;
-        ASSERT_FALSE(loadLanguage(state_.texts, language.code, state_.programFolder, files_));
+        ASSERT_FALSE(loadLanguage(state_.texts, language.code, state_.programFolder, files_).missing);
     }
     std::optional<ReadEnd> read(const char* decoder)
     {

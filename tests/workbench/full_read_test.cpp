@@ -85,7 +85,7 @@ TEST_F(FullReadTest, WhatIsNoDescriptionOrHasFaultsIsSaidOnce)
     EXPECT_TRUE(state.set.isEmpty());
     EXPECT_EQ(journal[journal.size() - 2], "message no description: program/CV_Standart172_v1_5.txt");
 
-    addFile("CV_Standart172_v1_5.txt", "K\n1;1;a;\n1;1;b;\nx;1;c;\n");
+    addFile("CV_Standart172_v1_5.txt", "K\n1;1;a;\n1;1;b;\nx;1;c;\nEnde CV\n");
     for (int time = 0; time < 2; ++time) {
         answerAs({'1', '5'}, 512);
         EXPECT_EQ(read(), ReadEnd::read);
@@ -93,6 +93,14 @@ TEST_F(FullReadTest, WhatIsNoDescriptionOrHasFaultsIsSaidOnce)
     EXPECT_EQ(state.set.list.size(), 1u);
     EXPECT_EQ(std::count(journal.begin(), journal.end(),
                          "message program/CV_Standart172_v1_5.txt: 2 lines left out, first 3"),
+              1);
+
+    test::setText(state.texts, 615, u"{1} ends with line {2}");
+    addFile("CV_Standart172_v1_6.txt", "K\n1;1;a;\n\n3;1;c;\n");
+    answerAs({'1', '6'}, 512);
+    EXPECT_EQ(read(), ReadEnd::read);
+    EXPECT_EQ(std::count(journal.begin(), journal.end(),
+                         "message program/CV_Standart172_v1_6.txt ends with line 4"),
               1);
 }
 

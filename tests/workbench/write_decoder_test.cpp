@@ -21,7 +21,7 @@ struct DecoderOnBench {
         : line(sim::Simulator(*sim::decoderByName(decoder), sim::Pace::line, fault))
     {
         state.programFolder = KARVO_PROGRAM_FOLDER;
-        EXPECT_FALSE(loadLanguage(state.texts, LanguageCode::german, state.programFolder, files));
+        EXPECT_FALSE(loadLanguage(state.texts, LanguageCode::german, state.programFolder, files).missing);
     }
 
     std::optional<ReadEnd> read() { return readIntoList(bench, ReadStarter::other); }

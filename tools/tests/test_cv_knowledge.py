@@ -77,7 +77,7 @@ class Knowledge(unittest.TestCase):
         self.assertEqual([name for name in NAMES if not (self.output / name).is_file()], [])
         for path in sorted(set(self.output.glob("CV_*")) - set(self.output.glob("CV_exp*"))):
             lines = self.lines(path.name)
-            last = lines.index("Anfang FS") if "receiver" not in path.name else len(lines) - 1
+            last = lines.index("Ende CV" if "receiver" in path.name else "Anfang FS")
             rows = [line.split(";") for line in lines[1:last]]
             self.assertLess(len(lines), 552, path)
             self.assertGreaterEqual(len(rows), 176, path)
