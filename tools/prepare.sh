@@ -1,6 +1,7 @@
 # What ./run, ./test and .ci/run share: install what is missing, and build a preset. Sourced by them.
 
-run_packages=(g++ cmake ninja-build python3 qt6-base-dev qt6-serialport-dev libarchive-dev libgl-dev fonts-dejavu-core)
+run_packages=(g++ cmake ninja-build python3 qt6-base-dev qt6-serialport-dev libarchive-dev libgl-dev fonts-dejavu-core
+              qt6-translations-l10n)
 test_packages=(libgtest-dev)
 ci_packages=(clang clang-tidy clang-format libclang-rt-dev)
 

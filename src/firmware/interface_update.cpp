@@ -5,6 +5,7 @@
 #include "link/identification.h"
 #include "program/path_text.h"
 #include "workbench/line_use.h"
+#include "workbench/recovery.h"
 
 #include <numeric>
 
@@ -136,7 +137,7 @@ std::optional<UpdateEnd> openPort(Workbench& bench)
         return std::nullopt;
     const Text text = Text(lineBreak) + Text(lineBreak) + error->description +
                       bench.state.texts.message(Message::updateNotStartedQuestion);
-    if (bench.prompts.question(text))
+    if (bench.prompts.question(withUnsavedWork(bench.state, text)))
         return UpdateEnd::portRefused;
     bench.prompts.endProgram();
     return UpdateEnd::ended;
@@ -197,7 +198,8 @@ UpdateEnd transfer(Workbench& bench, const UpdateSetup& setup, const UpdateFile&
     const auto end = Transfer(bench, setup, file).run();
     setup.observer.showEnd();
     if (end == UpdateEnd::brokenOff) {
-        bench.prompts.message(bench.state.texts.message(Message::updateBrokenOff), PromptIcon::stop);
+        const Text text = bench.state.texts.message(Message::updateBrokenOff);
+        bench.prompts.message(withUnsavedWork(bench.state, text), PromptIcon::stop);
         bench.prompts.endProgram();
     } else if (end == UpdateEnd::sent)
         bench.view.showStatus(bench.state.texts.caption(Caption::updateSent));

@@ -9,12 +9,47 @@ namespace
 constexpr std::uint8_t acknowledge = 6;
 constexpr std::chrono::milliseconds identificationGap{50};
 
-Text portRefusedText(const LanguageTables& texts, const PortError& error)
+Message causeOf(PortFault fault)
 {
-    if (error.accessGroup.empty())
-        return error.description;
-    const Text group[] = {error.accessGroup};
-    return error.description + Text(lineBreak) + filledIn(texts.message(Message::accessGroupAdvice), group);
+    switch (fault) {
+    case PortFault::absent:
+        return Message::portAbsent;
+    case PortFault::busy:
+        return Message::portBusy;
+    case PortFault::denied:
+        return Message::portDenied;
+    case PortFault::notSerial:
+        return Message::portNotSerial;
+    case PortFault::unknown:
+        break;
+    }
+    return Message::portRefusedUnknown;
+}
+
+void addLine(Text& text, TextView before, const Text& line)
+{
+    if (!line.empty())
+        text += Text(before) + line;
+}
+
+// The system's own words first; behind them which port it is, why, what to do, and that the program ends.
+Text portRefusedText(const Link& link, const PortError& error)
+{
+    const Text paragraph = Text(lineBreak) + Text(lineBreak);
+    const Text names[] = {u"COM" + textFromNumber(link.state.portNumber), error.device};
+    const bool named = error.device.empty() || error.device == names[0];
+    const auto which = named ? Message::portRefusedByName : Message::portRefused;
+    Text text = error.description;
+    addLine(text, paragraph, filledIn(link.texts.message(which), names));
+    addLine(text, lineBreak, link.texts.message(causeOf(error.fault)));
+    if (!error.accessGroup.empty()) {
+        const Text group[] = {error.accessGroup};
+        addLine(text, lineBreak, filledIn(link.texts.message(Message::accessGroupAdvice), group));
+    }
+    addLine(text, paragraph, link.texts.message(Message::programEnds));
+    if (link.unsavedWorkKept)
+        addLine(text, lineBreak, link.texts.message(Message::unsavedWorkKept));
+    return text;
 }
 
 WaitResult waitForCount(Link& link, ReplyLength replyLength)
@@ -43,7 +78,7 @@ WaitResult waitForRestOfIdentification(Link& link, std::size_t count)
 
 bool reportRefusedPort(Link& link, const PortError& error)
 {
-    link.prompts.message(portRefusedText(link.texts, error), PromptIcon::stop);
+    link.prompts.message(portRefusedText(link, error), PromptIcon::stop);
     link.prompts.endProgram();
     return false;
 }

@@ -31,8 +31,8 @@ enum class Pointer { unchanged, hourglass };
 // Opens the port with the interface's settings, unless it is open with them. Nothing on success.
 std::optional<PortError> tryToOpen(LinkState& state, SerialPort& port);
 
-// Opens the port when it is closed. When that fails it shows the system's words, ends the program and returns
-// false.
+// Opens the port when it is closed. When that fails it shows the system's words and what to do, ends the
+// program and returns false.
 bool EnsurePortOpen(Link& link);
 
 // The same for a device that wants other settings, on a freshly opened port: settings take effect at an

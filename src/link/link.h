@@ -55,6 +55,7 @@ struct Link {
     Prompts& prompts;
     View& view;
     const LanguageTables& texts;
+    bool unsavedWorkKept = false; // what is unsaved is offered at the next start, however the program ends
 };
 
 } // namespace karvo

@@ -1,5 +1,7 @@
 #include "link/port_choice.h"
 
+#include <string>
+
 namespace karvo
 {
 
@@ -7,6 +9,16 @@ int portNumberFromSetting(const std::optional<Text>& stored)
 {
     const auto number = stored ? numberFromText(*stored) : std::nullopt;
     return number && *number >= 1 && *number <= highestPortNumber ? *number : 1;
+}
+
+int portNumberToBeginWith(const std::vector<int>& present)
+{
+    return present.size() == 1 ? present.front() : 1;
+}
+
+void storePortDevice(Settings& settings, int number, const Text& device)
+{
+    settings.save("Ports", "COM" + std::to_string(number), device);
 }
 
 void choosePort(LinkState& state, SerialPort& port, Settings& settings, int number)

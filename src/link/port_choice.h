@@ -14,6 +14,12 @@ inline constexpr int highestPortNumber = 31;
 // The stored setting "Com_Port"; 1 for anything outside 1 to 31.
 int portNumberFromSetting(const std::optional<Text>& stored);
 
+// Nothing is stored: the only port at which a device is plugged in, else 1.
+int portNumberToBeginWith(const std::vector<int>& present);
+
+// From now on the device stands behind this port number.
+void storePortDevice(Settings& settings, int number, const Text& device);
+
 // Closes an open port, takes the number over and stores it; the next exchange opens the new port.
 void choosePort(LinkState& state, SerialPort& port, Settings& settings, int number);
 

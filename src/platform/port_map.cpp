@@ -42,22 +42,6 @@ int portNumber(const QString& name)
     return 0;
 }
 
-// Devices often have further names, such as those in /dev/serial/by-id.
-bool isSameDevice(const QString& left, const QString& right)
-{
-    const QString canonical = QFileInfo(left).canonicalFilePath();
-    return left == right || (!canonical.isEmpty() && canonical == QFileInfo(right).canonicalFilePath());
-}
-
-QString hardwareDescription(const QString& device, const QList<QSerialPortInfo>& present)
-{
-    for (const QSerialPortInfo& info : present) {
-        if (isSameDevice(device, info.systemLocation()) || device == info.portName())
-            return info.description().isEmpty() ? info.manufacturer() : info.description();
-    }
-    return {};
-}
-
 } // namespace
 
 ParsedPortMapping parsePortMapping(const QString& argument)
@@ -74,16 +58,32 @@ ParsedPortMapping parsePortMapping(const QString& argument)
     return {{number, device}, PortMappingError::none};
 }
 
-PortMap::PortMap(const Settings& settings, std::vector<PortMapping> mappingsOfThisRun)
-    : settings_(settings), mappingsOfThisRun_(std::move(mappingsOfThisRun))
+PortSystem PortSystem::own()
+{
+#ifdef Q_OS_WIN
+    constexpr PortNaming naming = PortNaming::windows;
+#else
+    constexpr PortNaming naming = PortNaming::unixDevices;
+#endif
+    return {naming, [] {
+                std::vector<SystemPort> ports;
+                for (const QSerialPortInfo& info : QSerialPortInfo::availablePorts()) {
+                    const bool isWindows = naming == PortNaming::windows;
+                    ports.push_back(
+                        {isWindows ? info.portName() : info.systemLocation(), info.portName(),
+                         info.description().isEmpty() ? info.manufacturer() : info.description()});
+                }
+                return ports;
+            }};
+}
+
+PortMap::PortMap(const Settings& settings, std::vector<PortMapping> mappingsOfThisRun, PortSystem system)
+    : settings_(settings), mappingsOfThisRun_(std::move(mappingsOfThisRun)), system_(std::move(system))
 {
 }
 
-QString PortMap::device(int number) const
+std::optional<QString> PortMap::mappedDevice(int number) const
 {
-#ifdef Q_OS_WIN
-    return portName(number);
-#else
     const auto given =
         std::find_if(mappingsOfThisRun_.rbegin(), mappingsOfThisRun_.rend(),
                      [number](const PortMapping& mapping) { return mapping.number == number; });
@@ -91,19 +91,75 @@ QString PortMap::device(int number) const
         return given->device;
     const Text stored = settings_.get("Ports", portName(number).toStdString()).value_or(Text());
     const QString device = toQString(trimmed(stored));
-    return device.isEmpty() ? usualDevice(number) : device;
-#endif
+    return device.isEmpty() ? std::nullopt : std::optional(device);
+}
+
+QString PortMap::device(int number) const
+{
+    const auto mapped = mappedDevice(number);
+    if (mapped)
+        return *mapped;
+    return system_.naming == PortNaming::windows ? portName(number) : usualDevice(number);
+}
+
+// Devices often have further names, such as those in /dev/serial/by-id.
+bool PortMap::isSameDevice(const QString& left, const QString& right) const
+{
+    if (system_.naming == PortNaming::windows)
+        return left.compare(right, Qt::CaseInsensitive) == 0;
+    const QString canonical = QFileInfo(left).canonicalFilePath();
+    return left == right || (!canonical.isEmpty() && canonical == QFileInfo(right).canonicalFilePath());
+}
+
+const SystemPort* PortMap::find(const std::vector<SystemPort>& ports, const QString& device) const
+{
+    const auto found = std::find_if(ports.begin(), ports.end(), [&](const SystemPort& port) {
+        return isSameDevice(device, port.location) || device == port.name;
+    });
+    return found == ports.end() ? nullptr : &*found;
+}
+
+// The system lists hardware alone: other devices, such as a pseudo terminal, are there when their names are.
+// The names of built-in ports are there whether the computer has them or not.
+bool PortMap::isPresent(const std::vector<SystemPort>& ports, const QString& device) const
+{
+    if (find(ports, device) != nullptr)
+        return true;
+    return system_.naming == PortNaming::unixDevices && !device.startsWith(QLatin1String("/dev/ttyS")) &&
+           QFileInfo::exists(device);
 }
 
 std::vector<PortDescription> PortMap::describePorts() const
 {
-    const QList<QSerialPortInfo> present = QSerialPortInfo::availablePorts();
+    const auto ports = system_.list();
     std::vector<PortDescription> descriptions;
     for (int number = 1; number <= highestNumber; ++number) {
         const QString name = device(number);
-        descriptions.push_back({name, hardwareDescription(name, present)});
+        const SystemPort* const port = find(ports, name);
+        descriptions.push_back(
+            {name, port != nullptr ? port->description : QString(), isPresent(ports, name)});
     }
     return descriptions;
+}
+
+std::vector<NewPort> PortMap::newPorts() const
+{
+    const auto ports = system_.list();
+    std::vector<NewPort> fresh;
+    int number = highestNumber;
+    for (const SystemPort& port : ports) {
+        bool hasNumber = false;
+        for (int other = 1; other <= highestNumber && !hasNumber; ++other)
+            hasNumber = isSameDevice(device(other), port.location) || device(other) == port.name;
+        if (hasNumber)
+            continue;
+        while (number >= 1 && (mappedDevice(number) || isPresent(ports, device(number))))
+            --number;
+        if (number < 1)
+            break;
+        fresh.push_back({number--, port.location, port.description});
+    }
+    return fresh;
 }
 
 } // namespace karvo

@@ -5,6 +5,7 @@
 
 #include <QString>
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -35,27 +36,65 @@ ParsedPortMapping parsePortMapping(const QString& argument);
 // What a person may want to know of a port before he chooses it.
 struct PortDescription {
     QString device;
-    QString description; // the system's words for the hardware; empty when nothing is plugged in there
+    QString description;    // the system's words for the hardware; may be empty
+    bool isPresent = false; // something is plugged in there
 };
 
-// On Windows the device of port n is COMn. Elsewhere it is looked up: among the mappings of this run (the
-// last one of a number counts), then in the settings (section "Ports", key "COM5", the device as value), then
-// in a fixed table: COM1 to COM4 are /dev/ttyS0 and on, COM5 to COM12 /dev/ttyUSB0 and on, COM13 to COM20
+// A device that is plugged in and stands behind no number, with one that is free for it.
+struct NewPort {
+    int number = 0;
+    QString device;
+    QString description;
+};
+
+// A device as the system lists it.
+struct SystemPort {
+    QString location; // "/dev/ttyUSB0", on Windows "COM7"
+    QString name;     // "ttyUSB0", on Windows "COM7"
+    QString description;
+};
+
+enum class PortNaming {
+    windows, // the device of port n is called COMn
+    unixDevices
+};
+
+// What the map knows of the system it runs on.
+struct PortSystem {
+    PortNaming naming;
+    std::function<std::vector<SystemPort>()> list;
+
+    static PortSystem own();
+};
+
+// The device is looked up among the mappings of this run (the last one of a number counts), then in the
+// settings (section "Ports", key "COM5", the device as value). Else it is COMn on Windows; elsewhere a fixed
+// table tells: COM1 to COM4 are /dev/ttyS0 and on, COM5 to COM12 /dev/ttyUSB0 and on, COM13 to COM20
 // /dev/ttyACM0 and on. Any other number stands for /dev/COM21 and so on, a name that an administrator may
 // give to a device.
 class PortMap
 {
 public:
-    explicit PortMap(const Settings& settings, std::vector<PortMapping> mappingsOfThisRun = {});
+    explicit PortMap(const Settings& settings, std::vector<PortMapping> mappingsOfThisRun = {},
+                     PortSystem system = PortSystem::own());
 
     QString device(int number) const;
 
     // Of COM1 to COM31, in this order.
     std::vector<PortDescription> describePorts() const;
 
+    // The numbers are free ones from COM31 down: nobody has mapped them, and nothing is plugged in there.
+    std::vector<NewPort> newPorts() const;
+
 private:
+    std::optional<QString> mappedDevice(int number) const;
+    bool isSameDevice(const QString& left, const QString& right) const;
+    const SystemPort* find(const std::vector<SystemPort>& ports, const QString& device) const;
+    bool isPresent(const std::vector<SystemPort>& ports, const QString& device) const;
+
     const Settings& settings_;
     std::vector<PortMapping> mappingsOfThisRun_;
+    PortSystem system_;
 };
 
 } // namespace karvo

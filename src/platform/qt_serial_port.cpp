@@ -39,16 +39,38 @@ DeviceAccess deviceAccess(const QString& device)
     return {};
 #else
     const QFileInfo info(device.startsWith(QLatin1Char('/')) ? device : QStringLiteral("/dev/") + device);
-    return {info.exists() && !(info.isReadable() && info.isWritable()), info.group()};
+    return {info.exists() && !(info.isReadable() && info.isWritable()), info.group(),
+            info.isFile() || info.isDir()};
 #endif
+}
+
+PortFault portFault(QSerialPort::SerialPortError error, const DeviceAccess& access)
+{
+    if (access.denied)
+        return PortFault::denied;
+    if (access.isFile)
+        return PortFault::notSerial;
+    switch (error) {
+    case QSerialPort::DeviceNotFoundError:
+    case QSerialPort::ResourceError: // a name of the system's behind which there is no hardware
+        return PortFault::absent;
+    case QSerialPort::PermissionError: // though the rights are there
+    case QSerialPort::OpenError:
+        return PortFault::busy;
+    case QSerialPort::UnsupportedOperationError:
+        return PortFault::notSerial;
+    default:
+        return PortFault::unknown;
+    }
 }
 
 } // namespace
 
-PortError portError(const QString& systemText, const DeviceAccess& access)
+PortError portError(const OpeningFailure& failure, const DeviceAccess& access)
 {
     const bool groupHelps = access.denied && access.group != QLatin1StringView("root");
-    return {toText(systemText), groupHelps ? toText(access.group) : Text()};
+    return {toText(failure.words), groupHelps ? toText(access.group) : Text(),
+            portFault(failure.error, access), toText(failure.device)};
 }
 
 QtSerialPort::QtSerialPort(const PortMap& map, QObject* parent) : QObject(parent), map_(map)
@@ -68,7 +90,8 @@ std::optional<PortError> QtSerialPort::open()
     device_->setStopBits(settings_.stopBits == 2 ? QSerialPort::TwoStop : QSerialPort::OneStop);
     device_->setFlowControl(QSerialPort::NoFlowControl);
     if (!device_->open(QIODevice::ReadWrite)) {
-        const auto error = portError(device_->errorString(), deviceAccess(map_.device(number_)));
+        const QString name = map_.device(number_);
+        const auto error = portError({device_->error(), device_->errorString(), name}, deviceAccess(name));
         close();
         return error;
     }

@@ -51,9 +51,16 @@ private:
 struct DeviceAccess {
     bool denied = false; // it exists, and reading or writing it is not allowed
     QString group;       // that owns the device
+    bool isFile = false; // a plain file or a folder, no device at all
+};
+
+struct OpeningFailure {
+    QSerialPort::SerialPortError error;
+    QString words; // the system's
+    QString device;
 };
 
 // To become a member of the group "root" is no advice to give.
-PortError portError(const QString& systemText, const DeviceAccess& access);
+PortError portError(const OpeningFailure& failure, const DeviceAccess& access);
 
 } // namespace karvo

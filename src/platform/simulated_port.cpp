@@ -47,7 +47,7 @@ std::optional<PortError> SimulatedPort::open()
     if (open_)
         return std::nullopt;
     if (number_ != answeringNumber_())
-        return PortError{missingDeviceText(), {}};
+        return PortError{missingDeviceText(), {}, PortFault::absent};
     simulator_.setBaud(settings_.baud);
     simulator_.reconnect();
     received_.clear();

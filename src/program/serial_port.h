@@ -20,10 +20,21 @@ struct LineSettings {
     friend bool operator==(const LineSettings&, const LineSettings&) = default;
 };
 
+// What a person can do something about.
+enum class PortFault {
+    unknown,
+    absent, // nothing is plugged in there
+    busy,   // another program has it
+    denied, // this user may not open it
+    notSerial
+};
+
 // Why a port could not be opened.
 struct PortError {
     Text description; // the system's own words
     Text accessGroup; // Linux: the group that grants access to the device, when access was denied; else empty
+    PortFault fault = PortFault::unknown;
+    Text device = {}; // the system's name of it, such as "/dev/ttyUSB0" or "COM5"; empty when unknown
 };
 
 class SerialPort

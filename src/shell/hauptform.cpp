@@ -21,6 +21,8 @@ Hauptform::Hauptform(const MainWindowSetup& setup)
       state_(setup.bench.state),
       texts_(setup.bench.state.texts),
       listPortDevices_(setup.listPortDevices),
+      listNewPorts_(setup.listNewPorts),
+      useQtTexts_(setup.useQtTexts),
       menu_(nullptr),
       portBar_(new PortBar(texts_, listPortDevices_, this)),
       list_(new FixedWidthList(this)),

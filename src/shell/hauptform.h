@@ -37,11 +37,13 @@ struct MainWindowSetup {
     Workbench& bench;
     MainWindowView& view; // the same as the workbench's
     ListPortDevices listPortDevices;
+    ListNewPorts listNewPorts = {};
     const Clock& clock;
     Archive& archive;
     Downloader& downloader;
     KeepBackup keepBackup; // keeps what a vehicle held before the first write to it
     bool simulatedInterface = false;
+    std::function<void(LanguageCode)> useQtTexts = {}; // Qt's own words follow the language
 };
 
 // A language is loaded before the window is made.
@@ -155,6 +157,8 @@ private:
     ProgramState& state_;
     const LanguageTables& texts_;
     ListPortDevices listPortDevices_;
+    ListNewPorts listNewPorts_;
+    std::function<void(LanguageCode)> useQtTexts_;
     MainMenu* menu_;
     PortBar* portBar_;
     FixedWidthList* list_;

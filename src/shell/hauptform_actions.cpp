@@ -51,7 +51,8 @@ void Hauptform::choosePortNumber(int number)
 
 void Hauptform::findPorts()
 {
-    Aktive_COM search(state_.link, bench_.port, bench_.settings, texts_, listPortDevices_, this);
+    Aktive_COM search(state_.link, bench_.port, bench_.settings, texts_, listPortDevices_, listNewPorts_,
+                      this);
     search.exec();
     portBar_->showPort(state_.link.portNumber);
 }
@@ -84,6 +85,8 @@ void Hauptform::changeLanguage(LanguageCode code)
     menu_->markLanguage(code);
     if (!useLanguage(bench_, code))
         return;
+    if (useQtTexts_)
+        useQtTexts_(code);
     applyCaptions();
     bench_.view.showStatus(texts_.caption(Caption::ready));
     showDetails();

@@ -3,8 +3,9 @@
 #include "platform/qt_locale_info.h"
 #include "platform/qt_serial_port.h"
 #include "platform/simulated_port.h"
+#include "platform/temporary_files.h"
 #include "platform/text_conversion.h"
-#include "shell/start_up.h"
+#include "program/path_text.h"
 #include "workbench/list_files.h"
 #include "workbench/recovery.h"
 
@@ -34,10 +35,14 @@ KarvoProgram::KarvoProgram(const ProgramSetup& setup)
       port_(makePort(setup)),
       prompts_(state_.texts, [this] { wait_->endProgram(); }),
       bench_{state_, port_, *wait_, prompts_, view_, files_, settings_, &stayAwake_},
+      qtTexts_(setup.programFolder),
+      language_(setup.language),
+      recoveryFolder_(setup.recoveryFolder),
       simulated_(setup.simulated.has_value())
 {
     state_.programFolder = setup.programFolder;
-    findFolders(setup.recoveryFolder);
+    findFolders();
+    clearLeftovers();
     port_.setNotice([this] { wait_->wake(); });
 }
 
@@ -59,35 +64,43 @@ SerialPort& KarvoProgram::makePort(const ProgramSetup& setup)
 
 bool KarvoProgram::start()
 {
-    if (!startUp(bench_, QtLocaleInfo()))
+    if (!startUp(bench_, QtLocaleInfo(), startChoices()))
         return false;
+    qtTexts_.use(state_.language);
     window_ = std::make_unique<Hauptform>(MainWindowSetup{
         .bench = bench_,
         .view = view_,
         .listPortDevices = [this] { return portDevices(); },
+        .listNewPorts = [this] { return newPorts(); },
         .clock = clock_,
         .archive = archive_,
         .downloader = downloader_,
         .keepBackup =
             [this](const CvSet& set) { return keepBackup(files_, clock_, state_.userFolders, set); },
-        .simulatedInterface = simulated_});
+        .simulatedInterface = simulated_,
+        .useQtTexts = [this](LanguageCode code) { qtTexts_.use(code); }});
     // Found by their names among the window's own.
     line_->setParent(window_.get());
     wait_->setParent(window_.get());
     prompts_.setParentWindow(window_.get());
     window_->show();
     offerRecovery(bench_);
+    if (!recoveryFolder_.empty() && !recovery_) {
+        const Text folder[] = {pathText(recoveryFolder_)};
+        prompts_.message(filledIn(state_.texts.message(Message::recoveryUnavailable), folder),
+                         PromptIcon::warning);
+    }
     return true;
 }
 
-void KarvoProgram::findFolders(const std::filesystem::path& recoveryFolder)
+void KarvoProgram::findFolders()
 {
     const auto documents = toPath(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
     state_.userFolders = findUserFolders(files_, state_.programFolder, documents);
     state_.driveC = driveC();
-    if (recoveryFolder.empty())
+    if (recoveryFolder_.empty())
         return;
-    recovery_ = RecoverySlot::take(recoveryFolder);
+    recovery_ = RecoverySlot::take(recoveryFolder_);
     if (recovery_)
         state_.recovery.file = recovery_->file();
 }
@@ -96,8 +109,42 @@ std::vector<PortDevice> KarvoProgram::portDevices() const
 {
     std::vector<PortDevice> devices;
     for (PortDescription& port : portMap_.describePorts())
-        devices.push_back({std::move(port.device), std::move(port.description)});
+        devices.push_back({std::move(port.device), std::move(port.description), !port.isPresent});
+    if (simulated_)
+        devices[static_cast<std::size_t>(state_.link.portNumber) - 1].isAbsent = false;
     return devices;
+}
+
+std::vector<NewPortDevice> KarvoProgram::newPorts() const
+{
+    std::vector<NewPortDevice> ports;
+    for (NewPort& port : portMap_.newPorts())
+        ports.push_back({port.number, {std::move(port.device), std::move(port.description)}});
+    return ports;
+}
+
+StartChoices KarvoProgram::startChoices() const
+{
+    StartChoices choices{language_, {}};
+    if (simulated_)
+        return choices;
+    const auto ports = portMap_.describePorts();
+    for (std::size_t i = 0; i < ports.size(); ++i) {
+        if (ports[i].isPresent)
+            choices.presentPorts.push_back(static_cast<int>(i) + 1);
+    }
+    return choices;
+}
+
+// What programs that were killed left where this one saves.
+void KarvoProgram::clearLeftovers()
+{
+    const UserFolders& folders = state_.userFolders;
+    for (const auto& folder : {folders.cvLists.own, folders.speedSteps.own, folders.distances.own,
+                               recoveryFolder_, folderBelow(files_, state_.driveC, {"TEMP"})}) {
+        if (!folder.empty())
+            karvo::clearLeftovers(folder);
+    }
 }
 
 } // namespace karvo

@@ -11,7 +11,9 @@
 #include "platform/zip_archive.h"
 #include "shell/hauptform.h"
 #include "shell/recovery_slot.h"
+#include "shell/start_up.h"
 #include "simulator/decoder.h"
+#include "ui/qt_texts.h"
 #include "ui/window_prompts.h"
 
 #include <memory>
@@ -25,6 +27,7 @@ struct ProgramSetup {
     std::filesystem::path programFolder;
     std::vector<PortMapping> mappings;
     std::filesystem::path recoveryFolder;  // where unsaved changes are kept; empty: they are not
+    std::optional<LanguageCode> language;  // asked for; is stored
     std::optional<sim::Decoder> simulated; // works with a simulated interface instead of a real line
 };
 
@@ -41,8 +44,11 @@ public:
 
 private:
     SerialPort& makePort(const ProgramSetup& setup);
-    void findFolders(const std::filesystem::path& recoveryFolder);
+    void findFolders();
+    void clearLeftovers();
+    StartChoices startChoices() const;
     std::vector<PortDevice> portDevices() const;
+    std::vector<NewPortDevice> newPorts() const;
 
     QObject platform_; // owns the line and the wait until the window takes them over
     ProgramState state_;
@@ -59,6 +65,9 @@ private:
     MainWindowView view_;
     SystemStayAwake stayAwake_;
     Workbench bench_;
+    QtTexts qtTexts_;
+    std::optional<LanguageCode> language_;
+    std::filesystem::path recoveryFolder_;
     bool simulated_;
     std::unique_ptr<RecoverySlot> recovery_;
     std::unique_ptr<Hauptform> window_;

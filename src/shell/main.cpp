@@ -1,3 +1,4 @@
+#include "language/language_code.h"
 #include "platform/text_conversion.h"
 #include "shell/karvo_program.h"
 #include "shell/options.h"
@@ -52,6 +53,11 @@ std::string setUp(karvo::ProgramSetup& setup, const karvo::Options& options)
         if (parsed.error != karvo::PortMappingError::none)
             return "--map-port needs a port from COM1 to COM31 and a device, such as COM5=/dev/ttyUSB0";
         setup.mappings.push_back(parsed.mapping);
+    }
+    if (options.language) {
+        setup.language = karvo::languageFromName(*options.language);
+        if (!setup.language)
+            return "there is no language " + *options.language + "; there are: de, nl, en, es, fr";
     }
     if (!options.simulate)
         return {};

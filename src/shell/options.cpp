@@ -56,13 +56,15 @@ bool* flagOf(Options& options, const std::string& name)
 
 bool takesValue(const std::string& name)
 {
-    return name == "--simulate" || name == "--map-port" || name == "--program-folder";
+    return name == "--simulate" || name == "--map-port" || name == "--program-folder" || name == "--language";
 }
 
 void takeValue(Options& options, const std::string& name, const std::string& value)
 {
     if (name == "--map-port")
         options.mapPorts.push_back(value);
+    else if (name == "--language")
+        options.language = value;
     else
         (name == "--simulate" ? options.simulate : options.programFolder) = value;
 }
@@ -111,6 +113,7 @@ std::string helpText()
            "\n"
            "  --simulate MODEL        work with a simulated programming interface and this decoder on it\n"
            "  --map-port COM5=DEVICE  the device behind a port's name, for this run; may be repeated\n"
+           "  --language CODE         speak de, nl, en, es or fr from now on\n"
            "  --program-folder DIR    where the text files lie; else beside the program\n"
            "  --read                  read the decoder as soon as the window is there\n"
            "  --help                  show this text\n"

@@ -15,8 +15,9 @@ struct Options {
     std::optional<std::string> simulate; // name of a simulated decoder
     std::vector<std::string> mapPorts;   // such as "COM5=/dev/ttyUSB0"
     std::optional<std::string> programFolder;
-    std::vector<std::string> others; // belongs to the window system, or to nobody
-    std::string error;               // in words; empty when all is well
+    std::optional<std::string> language; // "de" or "1", as typed
+    std::vector<std::string> others;     // belongs to the window system, or to nobody
+    std::string error;                   // in words; empty when all is well
 };
 
 // Of the arguments behind the program's name. An unknown option of two dashes is an error; whatever else is

@@ -4,8 +4,10 @@
 #include "link/forms/port_list.h"
 #include "ui/captions.h"
 #include "ui/flow_layout.h"
+#include "ui/typed_text.h"
 #include "workbench/describe.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -53,7 +55,9 @@ void joinWithLabel(QLabel& label, QLabel& value)
 PortBar::PortBar(const LanguageTables& texts, ListPortDevices listDevices, QWidget* parent)
     : QWidget(parent),
       portLabel_(addText("COM_Label")),
+      texts_(texts),
       ports_(new PortList(texts, std::move(listDevices), this)),
+      note_(addText("COM_Note")),
       start_(new QPushButton(this)),
       identification_(addText("Programm_Kennung")),
       address_(addText("Adresse")),
@@ -76,6 +80,11 @@ PortBar::PortBar(const LanguageTables& texts, ListPortDevices listDevices, QWidg
     for (QLabel* value : {identification_, address_, first_, second_})
         value->setTextInteractionFlags(Qt::TextSelectableByMouse);
     connect(ports_, &PortList::portChosen, this, &PortBar::portChosen);
+    connect(ports_, &PortList::portChosen, this, &PortBar::updateNote);
+    // Who plugs the device in sees that it is found.
+    constexpr int lookEvery = 2000;
+    noteTimer_.setInterval(lookEvery);
+    connect(&noteTimer_, &QTimer::timeout, this, &PortBar::updateNote);
     connect(start_, &QPushButton::clicked, this, &PortBar::readWanted);
 }
 
@@ -94,6 +103,7 @@ QWidget* PortBar::portGroup()
     layout->addWidget(portLabel_);
     layout->addWidget(ports_);
     layout->addWidget(start_);
+    layout->addWidget(note_);
     return group;
 }
 
@@ -125,11 +135,33 @@ void PortBar::applyCaptions(const LanguageTables& texts)
     servoAddress_->setEnabled(false);
     servoAddress_->setToolTip(qtText(texts.caption(Caption::notAvailable)));
     servoAddress_->setStatusTip(servoAddress_->toolTip());
+    updateNote();
 }
 
 void PortBar::showPort(int number)
 {
     ports_->showPort(number);
+    updateNote();
+}
+
+void PortBar::updateNote()
+{
+    const bool absent = ports_->isAbsent();
+    const Text port[] = {typedText(ports_->currentText())};
+    note_->setText(absent ? qtText(filledIn(texts_.caption(Caption::portAbsentNote), port)) : QString());
+    note_->setVisible(absent);
+    ports_->setAccessibleDescription(note_->text());
+    if (absent)
+        noteTimer_.start();
+    else
+        noteTimer_.stop();
+}
+
+bool PortBar::event(QEvent* event)
+{
+    if (event->type() == QEvent::WindowActivate)
+        updateNote();
+    return QWidget::event(event);
 }
 
 void PortBar::showDecoder(const ProgramState& state)

@@ -4,6 +4,7 @@
 #include "link/forms/port_devices.h"
 #include "workbench/workbench.h"
 
+#include <QTimer>
 #include <QWidget>
 
 class QLabel;
@@ -27,6 +28,9 @@ public:
     void setLineBusy(bool busy);
     void focusStart();
 
+protected:
+    bool event(QEvent* event) override;
+
 signals:
     void portChosen(int number);
     void readWanted();
@@ -35,9 +39,13 @@ private:
     QLabel* addText(const char* name);
     QWidget* portGroup();
     QWidget* addressGroup();
+    void updateNote();
 
     QLabel* portLabel_;
+    const LanguageTables& texts_;
     PortList* ports_;
+    QLabel* note_; // that nothing is plugged in at the port
+    QTimer noteTimer_;
     QPushButton* start_;
     QLabel* identification_;
     QLabel* address_;

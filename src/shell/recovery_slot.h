@@ -4,7 +4,10 @@
 #include <QLockFile>
 
 #include <filesystem>
+
 #include <memory>
+
+class QDir;
 
 namespace karvo
 {
@@ -13,12 +16,15 @@ class RecoverySlot
 {
 public:
     // The first file that no running program has, one that holds something before an empty place. Nothing
-    // when the folder can not be made or all places are taken.
+    // when no file can be made in the folder. Only the places that are tried are locked, and only the one
+    // that is taken stays so.
     static std::unique_ptr<RecoverySlot> take(const std::filesystem::path& folder);
 
     const std::filesystem::path& file() const { return file_; }
 
 private:
+    static std::unique_ptr<RecoverySlot> takePlace(const QDir& dir, int place);
+
     RecoverySlot(std::unique_ptr<QLockFile> lock, std::filesystem::path file)
         : lock_(std::move(lock)), file_(std::move(file))
     {

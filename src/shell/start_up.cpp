@@ -38,14 +38,31 @@ std::optional<LanguageCode> askLanguage(Workbench& bench, const LocaleInfo& loca
     return dialog.chosen();
 }
 
+void tellOfSettings(Workbench& bench)
+{
+    const auto place = bench.settings.unwritablePlace();
+    if (!place)
+        return;
+    const Text words[] = {*place};
+    bench.prompts.message(filledIn(bench.state.texts.message(Message::settingsNotStored), words),
+                          PromptIcon::warning);
+}
+
 } // namespace
 
-bool startUp(Workbench& bench, const LocaleInfo& locale)
+bool startUp(Workbench& bench, const LocaleInfo& locale, const StartChoices& choices)
 {
-    auto language = readSettings(bench.state, bench.settings);
-    if (!language)
+    auto language = readSettings(bench.state, bench.settings, choices.presentPorts);
+    if (choices.language) {
+        language = choices.language;
+        storeLanguage(bench, *language);
+    } else if (!language) {
         language = askLanguage(bench, locale);
-    return language && useLanguage(bench, *language);
+    }
+    if (!language || !useLanguage(bench, *language))
+        return false;
+    tellOfSettings(bench);
+    return true;
 }
 
 } // namespace karvo

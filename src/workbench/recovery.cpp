@@ -1,7 +1,9 @@
 #include "workbench/recovery.h"
 
 #include "cvdata/changes.h"
+#include "cvdata/dcc_address.h"
 #include "cvdata/description_fields.h"
+#include "cvdata/list_file.h"
 #include "program/path_text.h"
 #include "workbench/describe.h"
 #include "workbench/list_files.h"
@@ -104,10 +106,40 @@ bool takeKept(Workbench& bench, const Kept& kept)
     return true;
 }
 
-std::filesystem::path asidePath(const std::filesystem::path& file)
+// "recovery-1.kvr.old", or the first of ".old2" and so on that is free: what was put aside before stays.
+std::filesystem::path asidePath(Files& files, const std::filesystem::path& file)
 {
-    auto aside = file;
-    return aside += ".old";
+    for (int number = 1;; ++number) {
+        auto aside = file;
+        aside += ".old" + (number == 1 ? std::string() : std::to_string(number));
+        if (!files.exists(aside))
+            return aside;
+    }
+}
+
+// "C:\lists\bus.kvr", or "Standard KV07 F5, Address: 3" where the values have no file.
+Text nameOf(const LanguageTables& texts, const Kept& kept)
+{
+    if (!kept.listPath.empty())
+        return pathText(kept.listPath);
+    const auto parsed = parseListFile(kept.list);
+    const auto* const list = std::get_if<ListFile>(&parsed);
+    if (list == nullptr)
+        return u"---";
+    const Text& header = list->header();
+    const Text address = firstAddress(list->table);
+    const Text model = header.substr(0, header.find(u'*'));
+    return address.empty() ? model : model + u", " + texts.caption(Caption::address) + u" " + address;
+}
+
+Text questionAbout(Workbench& bench, const Kept& kept)
+{
+    const auto& file = bench.state.recovery.file;
+    const auto time = bench.files.changedAt(file);
+    const Text words[] = {nameOf(bench.state.texts, kept), time ? momentText(*time) : Text(u"---"),
+                          textFromNumber(static_cast<long long>(kept.before.size())),
+                          pathText(asidePath(bench.files, file))};
+    return filledIn(bench.state.texts.message(Message::recoveryQuestion), words);
 }
 
 } // namespace
@@ -121,6 +153,7 @@ void keepRecovery(Workbench& bench)
     if (!set.unsavedChanges || set.isEmpty())
         return dropRecovery(bench);
     const auto reason = bench.files.saveAtomically(recovery.file, keptContent(set));
+    recovery.holdsChanges = !reason;
     if (!reason || std::exchange(recovery.troubleShown, true))
         return;
     const Text arguments[] = {pathText(recovery.file), *reason};
@@ -135,21 +168,28 @@ bool offerRecovery(Workbench& bench)
     if (!content)
         return false;
     const auto kept = keptIn(*content);
-    const Text name[] = {kept && !kept->listPath.empty() ? pathText(kept->listPath) : Text(u"---")};
     const bool wanted =
-        kept && bench.prompts.question(filledIn(bench.state.texts.message(Message::recoveryQuestion), name));
+        kept && bench.prompts.question(questionAbout(bench, *kept), QuestionKind::usual, ProposedAnswer::yes);
     if (wanted && takeKept(bench, *kept))
         return true;
     // A wrong click or a damaged file costs nothing: it can still be opened by hand.
-    if (!bench.files.saveAtomically(asidePath(file),
+    if (!bench.files.saveAtomically(asidePath(bench.files, file),
                                     kept ? Bytes(kept->list.begin(), kept->list.end()) : *content))
         bench.files.remove(file);
     return false;
 }
 
+Text withUnsavedWork(const ProgramState& state, Text text)
+{
+    if (state.recovery.holdsChanges)
+        text += Text(lineBreak) + state.texts.message(Message::unsavedWorkKept);
+    return text;
+}
+
 void dropRecovery(Workbench& bench)
 {
     const auto& file = bench.state.recovery.file;
+    bench.state.recovery.holdsChanges = false;
     if (!file.empty() && bench.files.exists(file))
         bench.files.remove(file);
 }

@@ -12,10 +12,14 @@ namespace karvo
 // told once in a run.
 void keepRecovery(Workbench& bench);
 
-// At the start, before any list is shown: when the last run left changes behind, asks whether to take them.
-// On Yes they are the set on the bench, unsaved still. On No they are put aside under the recovery file's
-// name with ".old" behind it. True when they were taken.
+// At the start, before any list is shown: when the last run left changes behind, asks whether to take them,
+// naming the list file or the vehicle, when and how many. On Yes, which is proposed, they are the set on the
+// bench, unsaved still. On No they are put aside under the recovery file's name with ".old" behind it. True
+// when they were taken.
 bool offerRecovery(Workbench& bench);
+
+// For a box behind which the program ends: says that what is unsaved is kept, where it is.
+Text withUnsavedWork(const ProgramState& state, Text text);
 
 // At a clean end of the program, when the user has decided about the changes.
 void dropRecovery(Workbench& bench);

@@ -23,11 +23,13 @@ Text readAndWriteBack(Settings& settings, std::string_view key, TextView fallbac
 
 } // namespace
 
-std::optional<LanguageCode> readSettings(ProgramState& state, Settings& settings)
+std::optional<LanguageCode> readSettings(ProgramState& state, Settings& settings,
+                                         const std::vector<int>& present)
 {
     const Text language = readAndWriteBack(settings, "Language", u"");
     state.hexFolder = readAndWriteBack(settings, "ATMELpath", rootFolder);
-    state.link.portNumber = portNumberFromSetting(settings.get(section, "Com_Port"));
+    const auto storedPort = settings.get(section, "Com_Port");
+    state.link.portNumber = storedPort ? portNumberFromSetting(storedPort) : portNumberToBeginWith(present);
     settings.save(section, "Com_Port", textFromNumber(state.link.portNumber));
     readAndWriteBack(settings, "Location", u"");
     state.expert = settings.get(section, "Expert") == Text(u"1");

@@ -21,6 +21,7 @@ namespace karvo
 struct RecoveryState {
     std::filesystem::path file; // empty: they are not kept
     bool troubleShown = false;  // that they could not be kept has been told in this run
+    bool holdsChanges = false;  // the file has what is unsaved on the bench
 };
 
 struct ProgramState {
@@ -58,7 +59,7 @@ struct Workbench {
     Settings& settings;
     StayAwake* stayAwake = nullptr; // nothing: the computer may sleep whenever it likes
 
-    Link link() { return {state.link, port, wait, prompts, view, state.texts}; }
+    Link link() { return {state.link, port, wait, prompts, view, state.texts, state.recovery.holdsChanges}; }
 };
 
 } // namespace karvo

@@ -21,20 +21,35 @@ TEST(EnsurePortOpenTest, OpensTheChosenPortOnceAndLeavesItOpen)
     EXPECT_EQ(bench.journal, (Journal{"open 7"}));
 }
 
-TEST(EnsurePortOpenTest, ARefusedPortShowsTheSystemsWordsAndEndsTheProgram)
+TEST(EnsurePortOpenTest, ARefusedPortIsToldWithItsCauseAndEndsTheProgram)
 {
-    LinkBench bench;
-    bench.line.refuseToOpen({u"Access denied", {}});
-    EXPECT_FALSE(EnsurePortOpen(bench.link));
-    EXPECT_EQ(bench.journal, (Journal{"message Access denied", "end program"}));
-}
-
-TEST(EnsurePortOpenTest, NamesTheGroupThatGrantsAccessOnASecondLine)
-{
-    LinkBench bench;
-    bench.line.refuseToOpen({u"Access denied", u"dialout"});
-    EnsurePortOpen(bench.link);
-    EXPECT_EQ(bench.journal.front(), "message Access denied\r\njoin group dialout");
+    const struct {
+        PortError error;
+        bool unsaved;
+        const char* text;
+    } cases[] = {
+        {{u"Gone", {}, PortFault::absent, u"/dev/ttyUSB0"},
+         false,
+         "Gone\r\n\r\nCOM5 at /dev/ttyUSB0\r\nm673\r\n\r\nm678"},
+        {{u"Busy", {}, PortFault::busy, u"COM5"}, true, "Busy\r\n\r\nCOM5\r\nm674\r\n\r\nm678\r\nm679"},
+        {{u"No", u"dialout", PortFault::denied, u"COM5"},
+         false,
+         "No\r\n\r\nCOM5\r\nm675\r\njoin group dialout\r\n\r\nm678"},
+        {{u"No", {}, PortFault::notSerial}, false, "No\r\n\r\nCOM5\r\nm676\r\n\r\nm678"},
+        {{u"No", {}}, false, "No\r\n\r\nCOM5\r\nm677\r\n\r\nm678"},
+    };
+    for (const auto& [error, unsaved, text] : cases) {
+        LinkBench bench;
+        test::setText(bench.texts, 671, u"{1} at {2}");
+        test::setText(bench.texts, 672, u"{1}");
+        for (const int number : {673, 674, 675, 676, 677, 678, 679})
+            test::setText(bench.texts, number, u"m" + textFromNumber(number));
+        bench.state.portNumber = 5;
+        bench.link.unsavedWorkKept = unsaved;
+        bench.line.refuseToOpen(error);
+        EXPECT_FALSE(EnsurePortOpen(bench.link));
+        EXPECT_EQ(bench.journal, (Journal{std::string("message ") + text, "end program"}));
+    }
 }
 
 class ExchangeTest : public testing::Test

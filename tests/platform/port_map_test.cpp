@@ -20,54 +20,75 @@ protected:
     QtSettings settings_{folder_.filePath(QStringLiteral("Karvo.conf"))};
 };
 
-#ifdef Q_OS_WIN
-
-TEST_F(PortMapTest, EveryNumberIsTheNameOfItsDevice)
+// What a system lists, without asking one.
+PortSystem systemWith(PortNaming naming, std::vector<SystemPort> ports)
 {
-    settings_.save("Ports", "COM5", u"COM7");
-    const PortMap map(settings_, {{6, QStringLiteral("COM8")}});
-    EXPECT_EQ(map.device(5), QStringLiteral("COM5"));
-    EXPECT_EQ(map.device(6), QStringLiteral("COM6"));
-    EXPECT_EQ(map.device(31), QStringLiteral("COM31"));
+    return {naming, [ports = std::move(ports)] { return ports; }};
 }
 
-#else
-
-TEST_F(PortMapTest, TheFixedTableStandsBehindEverything)
-{
-    const PortMap map(settings_);
-    const std::vector<std::pair<int, const char*>> expected{
-        {1, "/dev/ttyS0"},    {4, "/dev/ttyS3"},    {5, "/dev/ttyUSB0"}, {12, "/dev/ttyUSB7"},
-        {13, "/dev/ttyACM0"}, {20, "/dev/ttyACM7"}, {21, "/dev/COM21"},  {31, "/dev/COM31"},
-    };
-    for (const auto& [number, device] : expected)
-        EXPECT_EQ(map.device(number).toStdString(), device) << number;
-}
-
-TEST_F(PortMapTest, TheMappingOfThisRunComesBeforeTheSettings)
+TEST_F(PortMapTest, ThisRunComesBeforeTheSettingsAndTheseBeforeTheTable)
 {
     settings_.save("Ports", "COM5", u" /dev/stored ");
     settings_.save("Ports", "COM6", u"/dev/stored6");
     settings_.save("Ports", "COM7", u"  ");
-    const PortMap map(settings_, {{5, QStringLiteral("/dev/first")}, {5, QStringLiteral("/dev/last")}});
-    EXPECT_EQ(map.device(5).toStdString(), "/dev/last");
-    EXPECT_EQ(map.device(6).toStdString(), "/dev/stored6");
-    EXPECT_EQ(map.device(7).toStdString(), "/dev/ttyUSB2") << "an empty value is none";
+    const std::vector<PortMapping> given{{5, QStringLiteral("/dev/first")}, {5, QStringLiteral("COM40")}};
+    const std::tuple<int, const char*, const char*> expected[] = {
+        {1, "/dev/ttyS0", "COM1"},           {4, "/dev/ttyS3", "COM4"},     {5, "COM40", "COM40"},
+        {6, "/dev/stored6", "/dev/stored6"}, {7, "/dev/ttyUSB2", "COM7"},   {12, "/dev/ttyUSB7", "COM12"},
+        {13, "/dev/ttyACM0", "COM13"},       {20, "/dev/ttyACM7", "COM20"}, {31, "/dev/COM31", "COM31"}};
+    const PortMap onUnix(settings_, given, systemWith(PortNaming::unixDevices, {}));
+    const PortMap onWindows(settings_, given, systemWith(PortNaming::windows, {}));
+    for (const auto& [number, unixName, windowsName] : expected) {
+        EXPECT_EQ(onUnix.device(number).toStdString(), unixName) << number;
+        EXPECT_EQ(onWindows.device(number).toStdString(), windowsName) << number;
+    }
     EXPECT_EQ(PortMap(settings_).device(5).toStdString(), "/dev/stored");
 }
 
-TEST_F(PortMapTest, DescribesAllPortsInTheirOrder)
+TEST_F(PortMapTest, TellsWhatIsPluggedInAndOffersNumbersForTheRest)
 {
-    const PortMap map(settings_, {{2, QStringLiteral("/dev/nothing-here")}});
-    const auto descriptions = map.describePorts();
-    ASSERT_EQ(descriptions.size(), 31U);
-    EXPECT_EQ(descriptions[0].device.toStdString(), "/dev/ttyS0");
-    EXPECT_EQ(descriptions[1].device.toStdString(), "/dev/nothing-here");
-    EXPECT_EQ(descriptions[1].description.toStdString(), "");
-    EXPECT_EQ(descriptions[30].device.toStdString(), "/dev/COM31");
+    const QString link = folder_.filePath(QStringLiteral("by-id"));
+    ASSERT_TRUE(QFile::link(QStringLiteral("/dev/null"), link));
+    settings_.save("Ports", "COM30", u"COM99");
+    const struct {
+        PortNaming naming;
+        std::vector<SystemPort> ports;
+        std::vector<PortMapping> given;
+        std::vector<int> present;
+        std::vector<std::pair<int, const char*>> fresh;
+    } cases[] = {
+        {PortNaming::windows,
+         {{QStringLiteral("COM3"), QStringLiteral("COM3"), QStringLiteral("built in")},
+          {QStringLiteral("COM31"), QStringLiteral("COM31"), {}},
+          {QStringLiteral("COM40"), QStringLiteral("COM40"), QStringLiteral("USB")},
+          {QStringLiteral("COM41"), QStringLiteral("COM41"), {}},
+          {QStringLiteral("COM42"), QStringLiteral("COM42"), {}}},
+         {{7, QStringLiteral("com40")}, {28, QStringLiteral("COM50")}},
+         {3, 7, 31},
+         {{29, "COM41"}, {27, "COM42"}}}, // COM30 and COM28 are mapped, COM31 is there
+        {PortNaming::unixDevices,
+         {{QStringLiteral("/dev/ttyUSB0"), QStringLiteral("ttyUSB0"), {}},
+          {QStringLiteral("/dev/ttyAMA0"), QStringLiteral("ttyAMA0"), {}}},
+         {{9, link}, {10, folder_.filePath(QStringLiteral("none"))}},
+         {5, 9},
+         {{31, "/dev/ttyAMA0"}}},
+    };
+    for (const auto& [naming, ports, given, present, fresh] : cases) {
+        const PortMap map(settings_, given, systemWith(naming, ports));
+        const auto descriptions = map.describePorts();
+        ASSERT_EQ(descriptions.size(), 31U);
+        std::vector<int> found;
+        for (std::size_t i = 0; i < descriptions.size(); ++i) {
+            if (descriptions[i].isPresent)
+                found.push_back(static_cast<int>(i) + 1);
+        }
+        EXPECT_EQ(found, present);
+        std::vector<std::pair<int, std::string>> offered;
+        for (const NewPort& port : map.newPorts())
+            offered.emplace_back(port.number, port.device.toStdString());
+        EXPECT_EQ(offered, (std::vector<std::pair<int, std::string>>(fresh.begin(), fresh.end())));
+    }
 }
-
-#endif
 
 TEST(PortMapping, TakesANameAndADevice)
 {

@@ -183,14 +183,24 @@ TEST_F(QtSerialPortTest, ClosedInItsOwnNoticeItStaysQuiet)
     EXPECT_FALSE(port_.open());
 }
 
-TEST_F(QtSerialPortTest, AMissingDeviceIsToldInTheSystemsWords)
+TEST_F(QtSerialPortTest, ARefusalTellsTheDeviceAndWhy)
 {
-    settings_.save("Ports", "COM5", u"/dev/no-such-device");
-    const auto error = port_.open();
-    ASSERT_TRUE(error);
-    EXPECT_EQ(error->description, Text(u"No such file or directory"));
-    EXPECT_EQ(error->accessGroup, Text());
-    EXPECT_FALSE(port_.isOpen());
+    const std::tuple<Text, PortFault, Text> cases[] = {
+        {u"/dev/no-such-device", PortFault::absent, u"No such file or directory"},
+        {u"/dev/null", PortFault::notSerial, u""},
+        {u"/etc", PortFault::notSerial, u""}};
+    for (const auto& [device, fault, words] : cases) {
+        settings_.save("Ports", "COM5", device);
+        const auto error = port_.open();
+        ASSERT_TRUE(error) << utf8FromText(device);
+        EXPECT_EQ(error->fault, fault) << utf8FromText(device);
+        EXPECT_EQ(error->device, device);
+        EXPECT_FALSE(error->description.empty());
+        if (!words.empty()) {
+            EXPECT_EQ(error->description, words);
+        }
+        EXPECT_FALSE(port_.isOpen());
+    }
 }
 
 TEST_F(QtSerialPortTest, ADeviceInUseIsRefused)
@@ -200,18 +210,8 @@ TEST_F(QtSerialPortTest, ADeviceInUseIsRefused)
     second.setPortNumber(5);
     const auto error = second.open();
     ASSERT_TRUE(error);
-    EXPECT_FALSE(error->description.empty());
-    EXPECT_EQ(error->accessGroup, Text()) << "no group would help";
+    EXPECT_EQ(error->fault, PortFault::busy);
     EXPECT_TRUE(port_.isOpen());
-}
-
-TEST_F(QtSerialPortTest, WhatIsNoSerialDeviceIsRefused)
-{
-    settings_.save("Ports", "COM5", u"/dev/null");
-    const auto error = port_.open();
-    ASSERT_TRUE(error);
-    EXPECT_FALSE(error->description.empty());
-    EXPECT_FALSE(port_.isOpen());
 }
 
 TEST_F(QtSerialPortTest, TakesTheSettingsOfTheFirmwareUpdates)
@@ -241,13 +241,24 @@ TEST_F(QtSerialPortTest, WhatADeviceCanNotDoIsNoHangUp)
 
 TEST(PortError, NamesTheGroupThatGrantsAccess)
 {
-    const QString denied = QStringLiteral("Permission denied");
-    const QString dialout = QStringLiteral("dialout");
-    EXPECT_EQ(portError(denied, {true, dialout}).description, Text(u"Permission denied"));
-    EXPECT_EQ(portError(denied, {true, dialout}).accessGroup, Text(u"dialout"));
-    EXPECT_EQ(portError(denied, {true, QStringLiteral("root")}).accessGroup, Text());
-    EXPECT_EQ(portError(denied, {true, QString()}).accessGroup, Text());
-    EXPECT_EQ(portError(denied, {false, dialout}).accessGroup, Text()) << "busy, not denied";
+    const struct {
+        DeviceAccess access;
+        Text group;
+        PortFault fault;
+    } cases[] = {
+        {{true, QStringLiteral("dialout")}, u"dialout", PortFault::denied},
+        {{true, QStringLiteral("root")}, u"", PortFault::denied},
+        {{true, QString()}, u"", PortFault::denied},
+        {{false, QStringLiteral("dialout")}, u"", PortFault::busy},
+    };
+    for (const auto& [access, group, fault] : cases) {
+        const auto error = portError(
+            {QSerialPort::PermissionError, QStringLiteral("Permission denied"), QStringLiteral("/dev/x")},
+            access);
+        EXPECT_EQ(error.description, Text(u"Permission denied"));
+        EXPECT_EQ(error.accessGroup, group);
+        EXPECT_EQ(error.fault, fault);
+    }
 }
 
 } // namespace

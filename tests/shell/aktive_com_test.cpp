@@ -28,6 +28,7 @@ LanguageTables searchTexts()
     texts.captions[134] = u"0134Nehmen";
     texts.captions[135] = u"0135Abbrechen";
     texts.captions[136] = u"0136Noch einmal";
+    texts.captions[138] = u"0138neu: {1}";
     return texts;
 }
 
@@ -38,13 +39,14 @@ struct SearchBench {
     LinkState state;
     LanguageTables texts = searchTexts();
     std::vector<PortDevice> devices = std::vector<PortDevice>(31);
-    Aktive_COM dialog{state, line, settings, texts, [this] { return devices; }};
+    std::vector<NewPortDevice> fresh;
+    Aktive_COM dialog{state, line, settings, texts, [this] { return devices; }, [this] { return fresh; }};
 
     SearchBench()
     {
         state.portNumber = 7;
         devices[4] = {QStringLiteral("/dev/ttyUSB0"), QStringLiteral("USB Serial")};
-        devices[6] = {QStringLiteral("/dev/ttyUSB2"), QString()};
+        devices[6] = {QStringLiteral("COM7"), QString()};
     }
     QListWidget& list() { return *dialog.findChild<QListWidget*>(QStringLiteral("Ports")); }
     QPushButton& button(const char* name)
@@ -79,20 +81,8 @@ TEST(AktiveCom, OffersThePortsThatAreThere)
     EXPECT_EQ(bench.dialog.objectName().toStdString(), "Aktive_COM");
     EXPECT_EQ(bench.found(), (std::vector<std::string>{"COM3", "COM5", "COM7"}));
     EXPECT_EQ(bench.list().item(1)->toolTip().toStdString(), "Gerät /dev/ttyUSB0: USB Serial");
-    EXPECT_EQ(bench.list().item(2)->toolTip().toStdString(), "/dev/ttyUSB2");
+    EXPECT_EQ(bench.list().item(2)->toolTip().toStdString(), "") << "nothing but the name again";
     EXPECT_EQ(bench.list().currentRow(), 2) << "the port in use is chosen at first";
-}
-
-TEST(AktiveCom, SaysWhatItIsDoing)
-{
-    SearchBench bench;
-    bench.line.stayPresent({5});
-    bench.dialog.show();
-    EXPECT_EQ(bench.heading(), "Suche läuft");
-    EXPECT_FALSE(bench.button("OK").isEnabled());
-    EXPECT_FALSE(bench.button("SearchAgain").isEnabled());
-    ASSERT_TRUE(QTest::qWaitFor([&] { return bench.list().count() == 1; }));
-    EXPECT_TRUE(bench.button("OK").isEnabled());
 }
 
 TEST(AktiveCom, OkTakesTheChosenPort)
@@ -107,6 +97,21 @@ TEST(AktiveCom, OkTakesTheChosenPort)
     EXPECT_EQ(bench.line.portNumber(), 5);
     EXPECT_EQ(bench.settings.values["Parameter/Com_Port"], Text(u"5"));
     EXPECT_FALSE(bench.line.isOpen());
+}
+
+TEST(AktiveCom, OkGivesANumberToADeviceThatHasNone)
+{
+    SearchBench bench;
+    bench.line.stayPresent({3});
+    bench.fresh = {{31, {QStringLiteral("COM40"), QStringLiteral("USB Serial")}}};
+    bench.search();
+    EXPECT_EQ(bench.found(), (std::vector<std::string>{"COM3", "COM31"}));
+    EXPECT_EQ(bench.list().item(1)->toolTip().toStdString(), "neu: Gerät COM40: USB Serial");
+    bench.list().setCurrentRow(1);
+    bench.button("OK").click();
+    EXPECT_EQ(bench.settings.values["Ports/COM31"], Text(u"COM40"));
+    EXPECT_EQ(bench.settings.values["Parameter/Com_Port"], Text(u"31"));
+    EXPECT_EQ(bench.state.portNumber, 31);
 }
 
 TEST(AktiveCom, CancelKeepsThePortAsItWas)
@@ -130,6 +135,8 @@ TEST(AktiveCom, SaysSoWhenThereIsNoneAndSearchesAgain)
     EXPECT_FALSE(bench.button("OK").isEnabled());
     bench.line.stayPresent({9});
     bench.button("SearchAgain").click();
+    EXPECT_EQ(bench.heading(), "Suche läuft");
+    EXPECT_FALSE(bench.button("SearchAgain").isEnabled());
     ASSERT_TRUE(QTest::qWaitFor([&] { return bench.list().count() == 1; }));
     EXPECT_EQ(bench.found(), std::vector<std::string>{"COM9"});
 }

@@ -157,13 +157,35 @@ TEST(HauptformFiles, KeepsUnsavedChangesUntilTheProgramEndsCleanly)
     next.files.content["recovery.kvr"] = kept;
     next.state.recovery.file = "recovery.kvr";
     next.driver.expectBox(
-        QString::fromStdU16String(filledIn(next.state.texts.message(Message::recoveryQuestion),
-                                           std::vector{textFromUtf8(bus.string())})),
+        QString::fromStdU16String(filledIn(
+            next.state.texts.message(Message::recoveryQuestion),
+            std::vector<Text>{textFromUtf8(bus.string()), u"2026-11-24 08:05", u"1", u"recovery.kvr.old"})),
         QStringLiteral("Ja"));
     EXPECT_TRUE(offerRecovery(next.bench));
     EXPECT_EQ(next.state.set.table.value(48), 7);
     EXPECT_TRUE(next.window->isWindowModified());
     EXPECT_EQ(next.state.set.listPath, bus);
+}
+
+TEST(HauptformFiles, ARefusedPortEndsTheProgramAndKeepsWhatIsUnsaved)
+{
+    FilesBench bench;
+    bench.state.recovery.file = "recovery.kvr";
+    bench.expectDialog("Abgespeicherte Liste", QStringLiteral("bus.kvr"));
+    bench.item("mnu_open").trigger();
+    bench.change(48, 7);
+    bench.find<QComboBox>("COM").setCurrentIndex(3); // the interface is at COM5
+    bench.driver.expect(QStringLiteral("refused"), [&](QWidget& window) {
+        const QString text = qobject_cast<QMessageBox*>(&window)->text();
+        EXPECT_TRUE(
+            text.startsWith(QStringLiteral("No such file or directory\r\n\r\nDie Schnittstelle COM4 ")))
+            << text.toStdString();
+        EXPECT_TRUE(text.endsWith(bench.message(Message::unsavedWorkKept)));
+        window.close();
+    });
+    bench.find<QPushButton>("Einzelne_speichern").click();
+    EXPECT_TRUE(bench.prompts.hasEnded());
+    EXPECT_TRUE(bench.files.content.count("recovery.kvr"));
 }
 
 } // namespace karvo::test

@@ -105,6 +105,20 @@ TEST(Hauptform, TellsTheDeviceOfAPortInItsToolTip)
     EXPECT_EQ(ports.itemData(0, Qt::ToolTipRole).toString().toStdString(), "/dev/ttyS0");
 }
 
+TEST(Hauptform, SaysBesideThePortThatNothingIsPluggedIn)
+{
+    WindowBench bench;
+    auto& note = bench.find<QLabel>("COM_Note");
+    EXPECT_FALSE(note.isVisible());
+    bench.devices[1].isAbsent = true;
+    bench.find<QComboBox>("COM").setCurrentIndex(1);
+    EXPECT_TRUE(note.isVisible());
+    EXPECT_EQ(note.text().toStdString(), "COM2 ist nicht angesteckt");
+    EXPECT_EQ(bench.find<QComboBox>("COM").accessibleDescription(), note.text());
+    bench.devices[1].isAbsent = false;
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !note.isVisible(); })) << "found as soon as it is there";
+}
+
 TEST(Hauptform, HasItsDesignCaptionsInGerman)
 {
     WindowBench bench;

@@ -1,5 +1,6 @@
 #include "shell/recovery_slot.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -18,6 +19,17 @@ TEST(RecoverySlot, ProgramsSideBySideHaveFilesOfTheirOwn)
     auto second = RecoverySlot::take(path);
     ASSERT_TRUE(second);
     EXPECT_EQ(second->file(), path / "recovery-2.kvr");
+
+    // However many there are, each has a place; those of ten more are only looked for.
+    std::vector<std::unique_ptr<RecoverySlot>> more;
+    for (int place = 3; place <= 12; ++place) {
+        more.push_back(RecoverySlot::take(path));
+        ASSERT_TRUE(more.back());
+        EXPECT_EQ(more.back()->file(), path / ("recovery-" + std::to_string(place) + ".kvr"));
+    }
+    more.clear();
+    EXPECT_EQ(QDir(folder.filePath(QStringLiteral("new/deep"))).entryList({QStringLiteral("*.lock")}).size(),
+              2);
 
     // The second one crashes with changes; whoever starts next takes care of them.
     QFile left(QString::fromStdString(second->file().string()));

@@ -29,9 +29,10 @@ public:
         journal_.push_back("message " + utf8FromText(text));
     }
     void error(const Text& text) override { journal_.push_back("error " + utf8FromText(text)); }
-    bool question(const Text& text, QuestionKind, ProposedAnswer) override
+    bool question(const Text& text, QuestionKind, ProposedAnswer proposed) override
     {
-        journal_.push_back("question " + utf8FromText(text));
+        journal_.push_back("question " + utf8FromText(text) +
+                           (proposed == ProposedAnswer::yes ? " [yes]" : ""));
         if (answers_.empty()) {
             ADD_FAILURE() << "unexpected question: " << utf8FromText(text);
             return false;

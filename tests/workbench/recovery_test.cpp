@@ -24,7 +24,9 @@ protected:
     {
         test::setCaption(state.texts, 161, u"changed");
         test::setText(state.texts, 710, u"no list");
-        test::setText(state.texts, 723, u"restore {1}?");
+        test::setText(state.texts, 723, u"restore {1} of {2}, {3}? else {4}");
+        test::setText(state.texts, 679, u"kept");
+        test::setCaption(state.texts, 17, u"Address:");
         test::setText(state.texts, 724, u"{1}: {2}");
         addFile("CV_Standart_kv07.txt", test::smallDescription("Standard KV07", "Wort "));
         files.content["lists/bus.kvr"] = bytesOf(list);
@@ -45,8 +47,11 @@ TEST_F(RecoveryTest, ChangesAreOfferedAtTheNextStart)
     startAnew();
     journal.clear();
     prompts.answer(true);
+    files.saveFailure = u"disk full"; // what is on disk must do until the list is there
     ASSERT_TRUE(offerRecovery(bench));
-    EXPECT_EQ(journal.front(), "question restore lists/bus.kvr?");
+    files.saveFailure.reset();
+    EXPECT_EQ(journal.front(),
+              "question restore lists/bus.kvr of 2026-11-24 08:05, 1? else config/recovery.old [yes]");
     EXPECT_EQ(state.set.table.value(1), 44);
     EXPECT_EQ(state.set.listPath, "lists/bus.kvr");
     EXPECT_TRUE(state.set.unsavedChanges);
@@ -65,8 +70,10 @@ TEST_F(RecoveryTest, AListWithoutAFileIsRecoveredToo)
     ASSERT_TRUE(showOfflineList(bench, "mnu_kv07"));
     change(7);
     startAnew();
+    journal.clear();
     prompts.answer(true);
     ASSERT_TRUE(offerRecovery(bench));
+    EXPECT_EQ(journal.front().substr(0, 46), "question restore Standard KV07, Address: 7 of ");
     EXPECT_EQ(state.set.table.value(1), 7);
     EXPECT_TRUE(state.set.listPath.empty());
     EXPECT_EQ(state.set.loadedData, u"KV07  Firmware = 0 | CV_Standart_kv07.txt");
@@ -99,8 +106,28 @@ TEST_F(RecoveryTest, WhatIsDeclinedIsPutAside)
     EXPECT_FALSE(offerRecovery(bench));
     EXPECT_TRUE(state.set.isEmpty());
     EXPECT_FALSE(isKept());
+    files.content["config/recovery"] = bytesOf("Karvo recovery;\r\n\r\n" + list);
+    prompts.answer(false);
+    EXPECT_FALSE(offerRecovery(bench));
+    EXPECT_EQ(files.content["config/recovery.old2"], bytesOf(list));
     ASSERT_TRUE(openList(bench, "config/recovery.old"));
     EXPECT_EQ(state.set.table.value(1), 43);
+}
+
+TEST_F(RecoveryTest, ABoxBeforeTheEndSaysThatWorkIsKept)
+{
+    ASSERT_TRUE(openList(bench, "lists/bus.kvr"));
+    EXPECT_EQ(withUnsavedWork(state, u"end"), u"end");
+    change(43);
+    EXPECT_EQ(withUnsavedWork(state, u"end"), u"end\r\nkept");
+    EXPECT_TRUE(bench.link().unsavedWorkKept);
+    files.saveFailure = u"disk full";
+    change(44);
+    EXPECT_EQ(withUnsavedWork(state, u"end"), u"end");
+    files.saveFailure.reset();
+    change(45);
+    ASSERT_TRUE(saveListAs(bench, "lists/bus.kvr"));
+    EXPECT_FALSE(bench.link().unsavedWorkKept);
 }
 
 TEST_F(RecoveryTest, ADamagedFileIsPutAsideAndNotAskedAboutAgain)
@@ -115,7 +142,7 @@ TEST_F(RecoveryTest, ADamagedFileIsPutAsideAndNotAskedAboutAgain)
     prompts.answer(true);
     EXPECT_FALSE(offerRecovery(bench));
     EXPECT_EQ(journal.back(), "message no list");
-    EXPECT_EQ(files.content["config/recovery.old"], bytesOf("binary"));
+    EXPECT_EQ(files.content["config/recovery.old5"], bytesOf("binary"));
 }
 
 TEST_F(RecoveryTest, ValuesBeforeTheChangesAreReadWithCare)

@@ -27,6 +27,18 @@ TEST_F(StartTest, TheFirstStartLeavesAllFiveSettings)
     EXPECT_FALSE(state.expert);
 }
 
+TEST_F(StartTest, TheOnlyPortThatIsThereIsTakenWhereNoneIsStored)
+{
+    const std::pair<std::vector<int>, int> cases[] = {{{}, 1}, {{5}, 5}, {{5, 6}, 1}};
+    for (const auto& [present, number] : cases) {
+        settings.values.clear();
+        readSettings(state, settings, present);
+        EXPECT_EQ(state.link.portNumber, number);
+    }
+    readSettings(state, settings, {9});
+    EXPECT_EQ(state.link.portNumber, 1) << "stored by now";
+}
+
 TEST_F(StartTest, WhatIsStoredIsKept)
 {
     settings.values = {{"Parameter/ATMELpath", u"D:\\hex"},

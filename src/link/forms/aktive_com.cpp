@@ -3,6 +3,7 @@
 #include "link/port_choice.h"
 #include "ui/captions.h"
 #include "ui/fixed_width_list.h"
+#include "ui/typed_text.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>
@@ -17,13 +18,14 @@ namespace karvo
 {
 
 Aktive_COM::Aktive_COM(LinkState& state, SerialPort& port, Settings& settings, const LanguageTables& texts,
-                       ListPortDevices listDevices, QWidget* parent)
+                       ListPortDevices listDevices, ListNewPorts listNewPorts, QWidget* parent)
     : QDialog(parent),
       state_(state),
       port_(port),
       settings_(settings),
       texts_(texts),
       listDevices_(std::move(listDevices)),
+      listNewPorts_(std::move(listNewPorts)),
       heading_(new QLabel(this)),
       ports_(new FixedWidthList(this)),
       searchAgain_(new QPushButton(buttonText(texts.caption(Caption::portSearchAgain)), this)),
@@ -78,7 +80,7 @@ void Aktive_COM::startSearch()
     if (searching_)
         return;
     searching_ = true;
-    showPorts({});
+    showPorts({}, {});
     heading_->setText(buttonText(texts_.caption(Caption::portSearchRunning)));
     ports_->setEmptyHint(QString());
     searchAgain_->setEnabled(false);
@@ -88,27 +90,33 @@ void Aktive_COM::startSearch()
 
 void Aktive_COM::search()
 {
-    showPorts(searchPorts(state_, port_));
+    const auto present = searchPorts(state_, port_);
+    showPorts(present, listNewPorts_ ? listNewPorts_() : std::vector<NewPortDevice>());
     heading_->setText(buttonText(texts_.caption(Caption::portSearchFound)));
     ports_->setEmptyHint(qtText(texts_.caption(Caption::portSearchNothing)));
     searchAgain_->setEnabled(true);
     unsetCursor();
     searching_ = false;
-    (present_.empty() ? static_cast<QWidget*>(searchAgain_) : ports_)->setFocus();
+    (ports_->count() == 0 ? static_cast<QWidget*>(searchAgain_) : ports_)->setFocus();
 }
 
-void Aktive_COM::showPorts(const std::vector<int>& present)
+void Aktive_COM::showPorts(const std::vector<int>& present, const std::vector<NewPortDevice>& fresh)
 {
     present_ = present;
+    fresh_ = fresh;
     const auto devices = present.empty() ? std::vector<PortDevice>() : listDevices_();
     std::vector<FixedWidthList::Row> rows;
     for (const int number : present)
         rows.push_back({portName(number), portTip(texts_, devices, number)});
+    for (const auto& [number, device] : fresh) {
+        const QString words = deviceText(texts_, device, number);
+        rows.push_back({portName(number), filledCaption(texts_, Caption::newPortDevice, {typedText(words)})});
+    }
     ports_->setRows(rows);
     for (int row = 0; row < ports_->count(); ++row)
         ports_->item(row)->setToolTip(rows[static_cast<std::size_t>(row)].name);
     take_->setEnabled(false);
-    if (present.empty())
+    if (rows.empty())
         return;
     const auto current = std::find(present.begin(), present.end(), state_.portNumber);
     ports_->setCurrentRow(current == present.end() ? 0 : static_cast<int>(current - present.begin()));
@@ -119,7 +127,14 @@ void Aktive_COM::accept()
     const int row = ports_->currentRow();
     if (searching_ || row < 0)
         return;
-    choosePort(state_, port_, settings_, present_[static_cast<std::size_t>(row)]);
+    const auto index = static_cast<std::size_t>(row);
+    if (index >= present_.size()) {
+        const NewPortDevice& chosen = fresh_[index - present_.size()];
+        storePortDevice(settings_, chosen.number, typedText(chosen.device.device));
+        choosePort(state_, port_, settings_, chosen.number);
+    } else {
+        choosePort(state_, port_, settings_, present_[index]);
+    }
     QDialog::accept();
 }
 

@@ -18,7 +18,8 @@ namespace karvo
 
 class FixedWidthList;
 
-// Searches as soon as it is shown. OK takes the chosen port as the program's; cancel leaves the number as it
+// Searches as soon as it is shown. OK takes the chosen port as the program's, and gives a
+// device that has no number yet the one that it is shown with; cancel leaves the number as it
 // was.
 class Aktive_COM : public QDialog
 {
@@ -26,7 +27,7 @@ class Aktive_COM : public QDialog
 
 public:
     Aktive_COM(LinkState& state, SerialPort& port, Settings& settings, const LanguageTables& texts,
-               ListPortDevices listDevices, QWidget* parent = nullptr);
+               ListPortDevices listDevices, ListNewPorts listNewPorts, QWidget* parent = nullptr);
 
     void accept() override;
 
@@ -37,14 +38,16 @@ private:
     void build();
     void startSearch();
     void search();
-    void showPorts(const std::vector<int>& present);
+    void showPorts(const std::vector<int>& present, const std::vector<NewPortDevice>& fresh);
 
     LinkState& state_;
     SerialPort& port_;
     Settings& settings_;
     const LanguageTables& texts_;
     ListPortDevices listDevices_;
-    std::vector<int> present_; // in the order of the list
+    ListNewPorts listNewPorts_;
+    std::vector<int> present_;         // in the order of the list
+    std::vector<NewPortDevice> fresh_; // behind them
     bool searching_ = false;
     QLabel* heading_;
     FixedWidthList* ports_;

@@ -11,15 +11,21 @@ QString portName(int number)
     return QStringLiteral("COM%1").arg(number);
 }
 
-QString portTip(const LanguageTables& texts, const std::vector<PortDevice>& devices, int number)
+QString deviceText(const LanguageTables& texts, const PortDevice& device, int number)
 {
-    if (number < 1 || static_cast<std::size_t>(number) > devices.size())
-        return {};
-    const PortDevice& device = devices[static_cast<std::size_t>(number) - 1];
+    if (device.device == portName(number))
+        return device.description;
     if (device.description.isEmpty())
         return device.device;
     return filledCaption(texts, Caption::portToolTip,
                          {typedText(device.device), typedText(device.description)});
+}
+
+QString portTip(const LanguageTables& texts, const std::vector<PortDevice>& devices, int number)
+{
+    if (number < 1 || static_cast<std::size_t>(number) > devices.size())
+        return {};
+    return deviceText(texts, devices[static_cast<std::size_t>(number) - 1], number);
 }
 
 } // namespace karvo

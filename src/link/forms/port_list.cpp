@@ -24,6 +24,13 @@ void PortList::showPort(int number)
     setCurrentIndex(number - 1);
 }
 
+bool PortList::isAbsent() const
+{
+    const auto devices = listDevices_ ? listDevices_() : std::vector<PortDevice>();
+    const auto index = static_cast<std::size_t>(currentIndex());
+    return index < devices.size() && devices[index].isAbsent;
+}
+
 bool PortList::event(QEvent* event)
 {
     if (event->type() == QEvent::ToolTip)

@@ -19,6 +19,9 @@ public:
     // Without a signal.
     void showPort(int number);
 
+    // Whether nothing is plugged in at the chosen port, as far as is known.
+    bool isAbsent() const;
+
 signals:
     // The person has chosen a port, perhaps the same again.
     void portChosen(int number);
