@@ -54,6 +54,7 @@ ExitCode runPorts(Workbench& bench, const PortMap& map, const CliArguments& argu
         present.push_back({number, description.device, description.description});
     }
     printPorts(present, arguments.json);
+    printNewPorts(map.newPorts());
     return ExitCode::done;
 }
 

@@ -110,9 +110,9 @@ void printPorts(const std::vector<PresentPort>& ports, bool json)
     QJsonArray array;
     for (const PresentPort& port : ports) {
         if (!json) {
-            const QString line =
-                QStringLiteral("COM%1  %2  %3").arg(port.number).arg(port.device, port.description);
-            printLine(stdout, toText(line.trimmed()));
+            const QString name = QStringLiteral("COM%1").arg(port.number);
+            const QString device = port.device == name ? QString() : QStringLiteral("  ") + port.device;
+            printLine(stdout, toText((name + device + QStringLiteral("  ") + port.description).trimmed()));
             continue;
         }
         array.append(QJsonObject{{QStringLiteral("port"), port.number},
@@ -121,6 +121,14 @@ void printPorts(const std::vector<PresentPort>& ports, bool json)
     }
     if (json)
         printJson(QJsonDocument(array));
+}
+
+void printNewPorts(const std::vector<NewPort>& ports)
+{
+    for (const NewPort& port : ports) {
+        const QString line = QStringLiteral("%1  %2  (--map-port COM%3=%1)");
+        printLine(stderr, toText(line.arg(port.device, port.description, QString::number(port.number))));
+    }
 }
 
 void printOfflineLists(bool json)
