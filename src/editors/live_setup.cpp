@@ -73,15 +73,6 @@ std::span<const LiveControl> LiveSetup::controlsOf(LiveWindow window)
     return positionControls;
 }
 
-bool LiveSetup::isPossible(LiveWindow window, const CvTable& table)
-{
-    const auto controls = controlsOf(window);
-    // The servo's position goes with the times.
-    return isCvValue(table.value(otherPositionCv)) &&
-           std::all_of(controls.begin(), controls.end(),
-                       [&](const LiveControl& control) { return isCvValue(table.value(control.cv)); });
-}
-
 int LiveSetup::valueOf(int cv) const
 {
     return at(cv).now;

@@ -27,11 +27,10 @@ struct LiveControl {
 class LiveSetup
 {
 public:
-    // The table has values for the window's CVs.
+    // The table has values for the window's CVs, and for CV173 (editor_gate.h sees to it).
     LiveSetup(LiveWindow window, const CvTable& table);
 
     static std::span<const LiveControl> controlsOf(LiveWindow window);
-    static bool isPossible(LiveWindow window, const CvTable& table);
 
     std::span<const LiveControl> controls() const { return controlsOf(window_); }
     int valueOf(int cv) const;

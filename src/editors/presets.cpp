@@ -2,6 +2,7 @@
 
 #include "cvdata/main_list.h"
 #include "editors/distance_table.h"
+#include "editors/editor_gate.h"
 #include "editors/preset_merge.h"
 #include "editors/step_edit.h"
 #include "program/path_text.h"
@@ -37,8 +38,8 @@ void warn(Workbench& bench, Message message, std::span<const Text> arguments)
     bench.prompts.message(filledIn(bench.state.texts.message(message), arguments), PromptIcon::warning);
 }
 
-// The CV set that a preset is loaded into, or saved from, stands and has a speed table.
-bool isSetReady(Workbench& bench, Message missing, Message advice)
+// The CV set that a preset is loaded into, or saved from, stands and is of a kind that has its CVs.
+bool isSetReady(Workbench& bench, Message missing, Message advice, Editor editor = Editor::presets)
 {
     const LanguageTables& texts = bench.state.texts;
     if (bench.state.set.isEmpty()) {
@@ -47,8 +48,8 @@ bool isSetReady(Workbench& bench, Message missing, Message advice)
                               PromptIcon::information);
         return false;
     }
-    if (!hasSpeedTable(bench.state.set.profile)) {
-        bench.prompts.message(texts.message(Message::noSpeedTable), PromptIcon::information);
+    if (const auto reason = whyNotOpen(editor, bench.state.set, texts)) {
+        bench.prompts.message(*reason, PromptIcon::information);
         return false;
     }
     return !bench.state.lineBusy;
@@ -297,7 +298,7 @@ bool saveOwnPreset(Workbench& bench, const Text& title)
 
 std::optional<WritePlan> planOfBaseAndTop(Workbench& bench, const Preset& preset)
 {
-    if (!isSetReady(bench, Message::presetNeedsSet, Message::presetNeedsSetAdvice))
+    if (!isSetReady(bench, Message::presetNeedsSet, Message::presetNeedsSetAdvice, Editor::baseAndTop))
         return std::nullopt;
     const auto path = bench.state.userFolders.speedSteps.find(bench.files, pathOf(preset.stepFile));
     const auto content = readPresetFile(bench, path);

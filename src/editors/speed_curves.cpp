@@ -98,11 +98,6 @@ Text tooHigh(int highest, const LanguageTables& texts)
 
 } // namespace
 
-bool hasSpeedTable(const DecoderProfile& profile)
-{
-    return profile.model != Model::receiver && profile.model != Model::xtModule;
-}
-
 int highestSpeed(const DecoderProfile& profile)
 {
     if (profile.generation == Generation::f5)

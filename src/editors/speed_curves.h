@@ -22,9 +22,6 @@ inline constexpr int lowestMiddleRise = 15; // from step 1 to step 14, at least
 inline constexpr int lowestUpperRise = 14;  // from step 14 to step 28, at least
 inline constexpr int middleStep = 14;
 
-// Receivers are without one.
-bool hasSpeedTable(const DecoderProfile& profile);
-
 // The highest value that the editor allows: 180 for the KV04 until 2008, 120 for the generation F5, else 168.
 int highestSpeed(const DecoderProfile& profile);
 

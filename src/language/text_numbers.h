@@ -115,9 +115,7 @@ enum class Message {
     middleStepRange = 765,    // {1} and {2}: its limits
     lastStepTooLow = 766,     // {1}: its lowest value
     stepOutsideRange = 767,   // {1}: the step, {2} and {3}: its limits
-    noSpeedTable = 768,
     baseAndTopWritten = 769,
-    noServoCvs = 770,
     servoWritten = 771,
     replacePresetsQuestion = 772, // {1} and {2}: the paths
     preFileWrong = 773,           // {1}: the path, {2}: the line
@@ -131,6 +129,14 @@ enum class Message {
     shippedStaysAsItIs = 812,      // {1}: the path
     servoWithoutPower = 813,       // {1}: CV112, {2}: the servo
     writeServoQuestion = 814,
+    editorNeedsList = 774,
+    editorNotForModel = 775,      // {1}: the list's model, {2}: those that it is for
+    editorLacksCvs = 776,         // {1}: the list's model, {2}: the CVs
+    editorLacksValues = 777,      // {1}: the CVs
+    noAddressTicked = 778,        // question; {1}: what is written all the same
+    equalAddressesQuestion = 779, // {1}: the address
+    servoAddressWrong = 780,      // {1}: the servo
+    discardQuestion = 900,
     notAListFile = 710,     // {1}: the path, {2}: the line
     listFileTooLong = 711,  // {1}: the path, {2}: the line
     listWithoutModel = 712, // {1}: the path
@@ -444,6 +450,13 @@ enum class Caption {
     liveClosing = 452,
     outcomeOtherSteps = 453,
     shippedTablesIn = 454, // {1}: the folder
+    servoAddressesTitle = 392,
+    servo1AddressField = 393,
+    servo2AddressField = 394,
+    servoAddressRange = 395,
+    nothingTicked = 396,
+    servoTakeOverNote = 397,
+    outcomeAddressUnconfirmed = 829,
     hexLineForm = 600,
     hexLineLength = 601,
     hexLineSum = 602,
@@ -501,6 +514,7 @@ enum class Caption {
     dialogFolder = 711,
     dialogFileName = 712,
     dialogFileType = 713,
+    keepEditingButton = 714,
     writtenSuccessfully = 873,
     readAll = 884, // caption of the button Start and status text of a read
     noReplyStatus = 887,

@@ -4,6 +4,7 @@
 #include "cvdata/forms/cv_panel.h"
 #include "program/path_text.h"
 #include "shell/main_menu.h"
+#include "shell/menu_tree.h"
 #include "shell/port_bar.h"
 #include "shell/status_line.h"
 #include "ui/captions.h"
@@ -93,6 +94,7 @@ void Hauptform::applyCaptions()
     list_->setEmptyHint(qtText(texts_.caption(Caption::emptyListHint)));
     panel_->applyCaptions(texts_);
     statusLine_->applyCaptions(texts_);
+    showEditorReasons();
 }
 
 void Hauptform::showList()
@@ -145,11 +147,18 @@ void Hauptform::showAvailability()
     const bool hasList = !set.isEmpty();
     const bool hasCurrentCv = hasList && cv >= 1 && cv <= CvTable::lastRow && set.table.value(cv).has_value();
     menu_->setAvailable(state_.lineBusy, hasList, hasCurrentCv);
+    showEditorReasons();
     panel_->setAvailable({.changing = idle && hasCurrentCv,
                           .takingBack = idle && isChanged(set, cv),
                           .takingAllBack = idle && !changedCvs(set).empty(),
                           .writingOne = idle && hasCurrentCv,
                           .writingChanged = idle && hasList});
+}
+
+void Hauptform::showEditorReasons()
+{
+    for (const EditorItem& item : editorItems())
+        menu_->setReason(item.name, whyNotOpen(item.editor, state_.set, texts_));
 }
 
 QString Hauptform::title() const

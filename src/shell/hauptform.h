@@ -1,6 +1,7 @@
 // The main window: the program's hub.
 #pragma once
 
+#include "editors/editor_gate.h"
 #include "firmware/forms/stop_question.h"
 #include "link/forms/port_devices.h"
 #include "program/archive.h"
@@ -78,6 +79,7 @@ private:
     void showDetails();
     void showLineBusy(bool busy);
     void showAvailability();
+    void showEditorReasons();
     QString title() const;
 
     // hauptform_actions.cpp
@@ -110,6 +112,7 @@ private:
 
     // hauptform_editors.cpp
     void connectEditors();
+    bool mayOpen(Editor editor);
     void editAddresses();
     void editBraking(std::string_view preset);
     void editSpeedSteps();

@@ -43,9 +43,20 @@ void Hauptform::connectPresets()
     }
 }
 
-void Hauptform::editAddresses()
+// An item that is disabled can not be chosen; what opens without one asks here too.
+bool Hauptform::mayOpen(Editor editor)
 {
     if (!takePendingValue())
+        return false;
+    const auto reason = whyNotOpen(editor, state_.set, texts_);
+    if (reason)
+        bench_.prompts.message(*reason, PromptIcon::information);
+    return !reason;
+}
+
+void Hauptform::editAddresses()
+{
+    if (!mayOpen(Editor::addresses))
         return;
     DCC_Adresse editor(state_.set.table, bench_.prompts, texts_, this);
     if (editor.exec() == QDialog::Accepted)
@@ -54,7 +65,7 @@ void Hauptform::editAddresses()
 
 void Hauptform::editBraking(std::string_view preset)
 {
-    if (!takePendingValue())
+    if (!mayOpen(Editor::braking))
         return;
     Bremsen editor(bench_, preset, this);
     if (editor.exec() == QDialog::Accepted)
@@ -63,12 +74,9 @@ void Hauptform::editBraking(std::string_view preset)
 
 void Hauptform::editSpeedSteps()
 {
-    if (!takePendingValue())
+    if (!mayOpen(Editor::speedSteps))
         return;
-    const DecoderProfile& profile = state_.set.profile;
-    if (!hasSpeedTable(profile))
-        bench_.prompts.message(texts_.message(Message::noSpeedTable), PromptIcon::information);
-    else if (profile.generation == Generation::f5)
+    if (state_.set.profile.generation == Generation::f5)
         FahrstufenF5(bench_, this).exec();
     else
         Fahrstufen(bench_, this).exec();

@@ -23,20 +23,18 @@ std::optional<WritePlan> setUp(Workbench& bench, QWidget* parent)
 
 void Hauptform::connectServos()
 {
-    const auto on = [this](std::string_view item, LiveWindow kind, auto setUpWindow) {
-        connect(menu_->action(item), &QAction::triggered, this, [this, kind, setUpWindow] {
-            if (state_.lineBusy || !takePendingValue())
+    const auto on = [this](std::string_view item, Editor editor, auto setUpWindow) {
+        connect(menu_->action(item), &QAction::triggered, this, [this, editor, setUpWindow] {
+            if (state_.lineBusy || !mayOpen(editor))
                 return;
-            if (!LiveSetup::isPossible(kind, state_.set.table))
-                bench_.prompts.message(texts_.message(Message::noServoCvs), PromptIcon::information);
-            else if (const auto plan = setUpWindow(bench_, this))
+            if (const auto plan = setUpWindow(bench_, this))
                 writeEdited(*plan, Message::servoWritten);
         });
     };
-    on("mnu_servo_setup", LiveWindow::bothServos, &setUp<Servo_Setup2>);
-    on("mnu_servo1", LiveWindow::firstServo, &setUp<Servo_Setup3>);
-    on("mnu_servo2", LiveWindow::secondServo, &setUp<Servo_Setup4>);
-    on("mnu_RZeit_setup", LiveWindow::times, &setUp<RZeit_Setup>);
+    on("mnu_servo_setup", Editor::bothServos, &setUp<Servo_Setup2>);
+    on("mnu_servo1", Editor::firstServo, &setUp<Servo_Setup3>);
+    on("mnu_servo2", Editor::secondServo, &setUp<Servo_Setup4>);
+    on("mnu_RZeit_setup", Editor::servoTimes, &setUp<RZeit_Setup>);
 }
 
 } // namespace karvo

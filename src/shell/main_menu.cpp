@@ -23,6 +23,12 @@ QString objectNameOf(std::string_view name)
     return QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size()));
 }
 
+void tell(QAction& item, const QString& words)
+{
+    item.setStatusTip(words);
+    item.setToolTip(words);
+}
+
 } // namespace
 
 MainMenu::MainMenu(QMenuBar* bar) : QObject(bar), languages_(new QActionGroup(this))
@@ -59,8 +65,7 @@ void MainMenu::applyCaptions(const LanguageTables& texts)
     for (const Item& item : items_) {
         item.action->setText(buttonText(texts.menuCaption(item.captionNumber)));
         const bool missing = !item.opensMenu && availabilityOf(item.name) == Availability::notBuilt;
-        item.action->setStatusTip(missing ? notAvailable : QString());
-        item.action->setToolTip(missing ? notAvailable : QString());
+        tell(*item.action, missing ? notAvailable : QString());
     }
 }
 
@@ -97,6 +102,14 @@ void MainMenu::setAvailable(bool lineBusy, bool hasList, bool hasCurrentCv)
             break;
         }
     }
+}
+
+void MainMenu::setReason(std::string_view name, const std::optional<Text>& reason)
+{
+    QAction& item = *action(name);
+    if (reason)
+        item.setEnabled(false);
+    tell(item, reason ? qtText(*reason) : QString());
 }
 
 bool MainMenu::eventFilter(QObject* watched, QEvent* event)

@@ -7,6 +7,7 @@
 #include <QObject>
 
 #include <cstddef>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -38,6 +39,9 @@ public:
 
     // A current CV is one of a list.
     void setAvailable(bool lineBusy, bool hasList, bool hasCurrentCv);
+
+    // Disables an item for a reason, which it tells; without one it stays as it is and tells nothing.
+    void setReason(std::string_view name, const std::optional<Text>& reason);
 
 protected:
     // A disabled item of the bar is never highlighted, so its reason is told when the mouse comes over it.

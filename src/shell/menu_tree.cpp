@@ -239,6 +239,23 @@ constexpr AvailableItem availableItems[] = {
     {"mnu_version", Availability::idle},
 };
 
+constexpr EditorItem editors[] = {
+    {"mnu_fahrstufen", Editor::speedSteps},  {"mnu_bremsen", Editor::braking},
+    {"mnu_Faller", Editor::braking},         {"mnu_CI46", Editor::braking},
+    {"mnu_CI26", Editor::braking},           {"mnu_FS_CI26_1", Editor::baseAndTop},
+    {"mnu_FS_CI26_2", Editor::baseAndTop},   {"mnu_FS_CI46_1", Editor::baseAndTop},
+    {"mnu_FS_CI46_2", Editor::baseAndTop},   {"mnu_FS_Faller", Editor::baseAndTop},
+    {"mnu_Eg_EigenFz", Editor::presets},     {"mnu_Eg_CI26_1", Editor::presets},
+    {"mnu_Eg_CI26_2", Editor::presets},      {"mnu_Eg_CI46_1", Editor::presets},
+    {"mnu_Eg_CI46_2", Editor::presets},      {"mnu_Eg_Faller", Editor::presets},
+    {"mnu_Sg_EigenFz", Editor::presets},     {"mnu_Sg_CI26_1", Editor::presets},
+    {"mnu_Sg_CI26_2", Editor::presets},      {"mnu_Sg_CI46_1", Editor::presets},
+    {"mnu_Sg_CI46_2", Editor::presets},      {"mnu_Sg_Faller", Editor::presets},
+    {"mnu_dcc_adresse", Editor::addresses},  {"mnu_servo_setup", Editor::bothServos},
+    {"mnu_servo1", Editor::firstServo},      {"mnu_servo2", Editor::secondServo},
+    {"mnu_RZeit_setup", Editor::servoTimes},
+};
+
 constexpr MenuShortcut shortcuts[] = {
     {"mnu_open", "Ctrl+O"},          {"mnu_save", "Ctrl+S"},
     {"mnu_save_as", "Ctrl+Shift+S"}, {"mnu_exit", "Ctrl+Q"},
@@ -275,6 +292,11 @@ Availability availabilityOf(std::string_view name)
     const auto* const found = std::find_if(std::begin(availableItems), std::end(availableItems),
                                            [&](const AvailableItem& item) { return item.name == name; });
     return found == std::end(availableItems) ? Availability::notBuilt : found->availability;
+}
+
+std::span<const EditorItem> editorItems()
+{
+    return editors;
 }
 
 std::span<const MenuShortcut> menuShortcuts()

@@ -1,6 +1,8 @@
 // The menu of the main window: every item in its place, and when it can be used.
 #pragma once
 
+#include "editors/editor_gate.h"
+
 #include <cstddef>
 #include <span>
 #include <string_view>
@@ -30,6 +32,14 @@ enum class Availability {
 
 // Of items; menus can always be opened.
 Availability availabilityOf(std::string_view name);
+
+// An item that can be used only where its editor opens.
+struct EditorItem {
+    std::string_view name;
+    Editor editor;
+};
+
+std::span<const EditorItem> editorItems();
 
 struct MenuShortcut {
     std::string_view name;

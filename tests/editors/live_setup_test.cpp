@@ -118,17 +118,6 @@ TEST(LiveSetup, TimesGoOverOneChannelAndExcludeEachOther)
     EXPECT_EQ(setup.stored(2).value, 40);
 }
 
-TEST(LiveSetup, NeedsItsCvs)
-{
-    CvTable table = servoTable();
-    EXPECT_TRUE(LiveSetup::isPossible(LiveWindow::bothServos, table));
-    EXPECT_TRUE(LiveSetup::isPossible(LiveWindow::times, table));
-    table.at(175, Column::value).clear();
-    EXPECT_TRUE(LiveSetup::isPossible(LiveWindow::secondServo, table));
-    EXPECT_FALSE(LiveSetup::isPossible(LiveWindow::times, table));
-    EXPECT_FALSE(LiveSetup::isPossible(LiveWindow::firstServo, CvTable()));
-}
-
 TEST(LiveFollow, SendsOnOpeningOnEachTickAndWhenCancelled)
 {
     FollowBench bench(LiveWindow::firstServo);

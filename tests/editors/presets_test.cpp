@@ -35,7 +35,8 @@ struct PresetBench : test::TestBench {
                                            {762, u"{1}: value in line {2}"},
                                            {763, u"{1}: too long from {2}"},
                                            {764, u"unusable {1}"},
-                                           {768, u"no speed table"},
+                                           {775, u"{1} is not {2}"},
+                                           {776, u"{1} lacks {2}"},
                                            {772, u"replace {1} and {2}?"},
                                            {773, u"{1}: not in line {2}"},
                                            {806, u"outside in {1}:"},
@@ -261,7 +262,15 @@ TEST(PresetsTest, NeedsAListWithSpeedSteps)
     PresetBench receiver;
     receiver.state.set.profile.model = Model::receiver;
     EXPECT_FALSE(loadPreset(receiver.bench, preset("Faller")));
-    EXPECT_EQ(receiver.journal, (Journal{"message no speed table"}));
+    EXPECT_FALSE(planOfBaseAndTop(receiver.bench, preset("Faller")));
+    EXPECT_EQ(receiver.journal, (Journal(2, "message KV-R is not KV04, KV05, KV06, KV07, KV08")));
+    PresetBench v1;
+    v1.put("fs/FS_Faller.fcr", stepFile("97;12;x\r\n70;140;x\r\n"));
+    for (int cv = 70; cv <= 97; ++cv)
+        v1.state.set.table.at(cv, Column::factoryValue).clear();
+    EXPECT_FALSE(savePreset(v1.bench, preset("Faller")));
+    EXPECT_EQ(v1.journal, (Journal{"message KV07 lacks CV70-97"}));
+    EXPECT_TRUE(planOfBaseAndTop(v1.bench, preset("Faller"))) << "CV2 and CV5 are all that it needs";
 }
 
 TEST(PresetsTest, LoadsTwoFilesThatArePicked)

@@ -43,9 +43,6 @@ TEST(SpeedCurvesTest, TheHighestValueIsTheGenerations)
     EXPECT_EQ(highestSpeed(kv07), 168);
     EXPECT_EQ(highestLinearSpeed(kv04), 180);
     EXPECT_EQ(highestLinearSpeed(f5), 80);
-    EXPECT_TRUE(hasSpeedTable(kv04));
-    EXPECT_FALSE(hasSpeedTable(profileWith(Model::receiver, Generation::standard)));
-    EXPECT_FALSE(hasSpeedTable(profileWith(Model::xtModule, Generation::standard)));
 }
 
 TEST(SpeedCurvesTest, EachCurveToTheLetter)

@@ -80,11 +80,6 @@ TEST(HauptformPresets, TheEditorOfTheGenerationOpens)
         });
         bench.item("mnu_fahrstufen").trigger();
     }
-    PresetWindowBench bench;
-    bench.showOfflineList();
-    bench.state.set.profile.model = Model::receiver;
-    bench.driver.expectBox(bench.message(Message::noSpeedTable), QStringLiteral("OK"));
-    bench.item("mnu_fahrstufen").trigger();
 }
 
 } // namespace karvo::test

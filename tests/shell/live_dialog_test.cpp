@@ -174,13 +174,4 @@ TEST(ServoSetup, AServoWithoutPowerIsToldAndAskedAbout)
     EXPECT_EQ(window.result(), QDialog::Accepted);
 }
 
-TEST(ServoSetup, SaysSoWithoutServoValues)
-{
-    ServoBench bench;
-    bench.state.set.table.at(174, Column::value).clear();
-    bench.driver.expectBox(bench.message(Message::noServoCvs), QStringLiteral("OK"));
-    bench.item("mnu_RZeit_setup").trigger();
-    EXPECT_EQ(bench.count(), 0U);
-}
-
 } // namespace karvo::test

@@ -285,6 +285,26 @@ TEST(MainMenu, EnablesWhatNeedsAListOnceOneStands)
     EXPECT_FALSE(bench.item("mnu_write_single").isEnabled());
 }
 
+TEST(MainMenu, SaysWhyAnEditorDoesNotOpen)
+{
+    WindowBench bench;
+    EXPECT_EQ(bench.item("mnu_bremsen").toolTip().toStdString(),
+              bench.message(Message::editorNeedsList).toStdString());
+    EXPECT_TRUE(bench.item("mnu_Sg_Faller").isEnabled()) << "it says itself what is missing";
+    bench.showOfflineList();
+    EXPECT_TRUE(bench.item("mnu_bremsen").isEnabled());
+    EXPECT_EQ(bench.item("mnu_bremsen").statusTip(), QString());
+    bench.state.set.profile.model = Model::receiver;
+    bench.view.listChanged();
+    const std::string german = bench.item("mnu_bremsen").statusTip().toStdString();
+    EXPECT_TRUE(german.starts_with("Das gibt es nur bei KV04")) << german;
+    for (const char* name : {"mnu_bremsen", "mnu_CI46", "mnu_FS_Faller", "mnu_Eg_Faller", "mnu_fahrstufen"})
+        EXPECT_FALSE(bench.item(name).isEnabled()) << name;
+    EXPECT_TRUE(bench.item("mnu_dcc_adresse").isEnabled());
+    bench.item("mnu_english").trigger();
+    EXPECT_EQ(bench.item("mnu_bremsen").toolTip().toStdString().substr(0, 9), "Only KV04");
+}
+
 TEST(MainMenu, MarksTheLanguageInUse)
 {
     BenchSetup setup;
