@@ -5,6 +5,8 @@
 
 #include <QLineEdit>
 
+#include <functional>
+
 namespace karvo::test
 {
 namespace
@@ -72,11 +74,38 @@ TEST(Bremsen, RefusesValuesOutsideTheirRange)
     bench.journal.clear();
     find<QAction>(window, "mnu_saveas").trigger();
     EXPECT_EQ(bench.journal.size(), 1U) << "said, and no file dialog";
+    threshold.clear();
+    window.show();
+    for (const auto& act : {std::function<void()>([&] { find<QPushButton>(window, "OKButton").click(); }),
+                            std::function<void()>([&] { find<QAction>(window, "mnu_saveas").trigger(); })}) {
+        bench.journal.clear();
+        find<QLineEdit>(window, "Text1").setFocus();
+        act();
+        EXPECT_EQ(bench.journal.size(), 1U) << "an emptied field is told";
+        EXPECT_EQ(window.focusWidget(), &threshold);
+    }
     threshold.setText(QStringLiteral("96"));
     find<QPushButton>(window, "OKButton").click();
     EXPECT_EQ(window.result(), QDialog::Accepted);
     ASSERT_EQ(window.plan().size(), 4U);
     EXPECT_EQ(window.plan()[1].value, 96);
+}
+
+TEST(Bremsen, EnterEndsAnEntryAndNeverWrites)
+{
+    BrakingBench bench;
+    Bremsen window(bench.bench, {});
+    window.show();
+    auto& field = find<QLineEdit>(window, "Text1");
+    field.setText(QStringLiteral("300"));
+    QTest::keyClick(&field, Qt::Key_Return);
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_EQ(bench.journal.size(), 1U) << "refused";
+    field.setText(QStringLiteral("30"));
+    QTest::keyClick(&field, Qt::Key_Enter);
+    EXPECT_TRUE(window.isVisible());
+    find<QAction>(window, "mnu_aktuell").trigger();
+    EXPECT_TRUE(window.close()) << "nothing to lose";
 }
 
 TEST(Bremsen, SavesAFileOfItsOwn)

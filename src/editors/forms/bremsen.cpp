@@ -36,12 +36,13 @@ constexpr Field fields[] = {{"Text1", Caption::brakeValueField},
 } // namespace
 
 Bremsen::Bremsen(Workbench& bench, std::string_view preset, QWidget* parent)
-    : QDialog(parent), bench_(bench), texts_(bench.state.texts)
+    : EditorDialog(bench.state.texts, parent), bench_(bench), texts_(bench.state.texts)
 {
     build();
     showTableValues();
     if (!preset.empty())
         loadPresetTimes(preset);
+    nothingToLose();
 }
 
 void Bremsen::build()
@@ -105,10 +106,12 @@ QWidget* Bremsen::buttons()
     auto* const writing =
         box->addButton(buttonText(texts_.caption(Caption::writeToVehicle)), QDialogButtonBox::ActionRole);
     writing->setObjectName(QStringLiteral("OKButton"));
-    writing->setDefault(true);
+    writing->setAutoDefault(false); // Enter ends an entry, and never writes to the vehicle
     auto* const cancel =
         box->addButton(buttonText(texts_.caption(Caption::cancelButton)), QDialogButtonBox::RejectRole);
     cancel->setObjectName(QStringLiteral("CancelButton"));
+    cancel->setAutoDefault(false);
+    cancel->setFocusPolicy(Qt::TabFocus); // a click does not leave the field first, which would check it
     connect(writing, &QPushButton::clicked, this, &Bremsen::write);
     connect(box, &QDialogButtonBox::rejected, this, &QDialog::reject);
     return box;
@@ -147,8 +150,7 @@ void Bremsen::save()
 {
     const auto planned = planOfDistances(typed());
     if (const auto* const wrong = std::get_if<std::size_t>(&planned)) {
-        refused_[*wrong].clear();
-        checkField(*wrong);
+        refuse(*wrong);
         return;
     }
     const UserFolders& folders = bench_.state.userFolders;
@@ -161,8 +163,9 @@ void Bremsen::save()
                                  {},
                                  OtherFileKind{u"*.kvr", u"kvr", folders.cvLists.own}};
     const auto path = bench_.prompts.saveFile(request);
-    if (path && !isAmongShipped(bench_, folders.distances, *path))
-        saveContent(bench_, *path, distanceFileContent(typed(), bench_.state.set.descriptionLines));
+    if (path && !isAmongShipped(bench_, folders.distances, *path) &&
+        saveContent(bench_, *path, distanceFileContent(typed(), bench_.state.set.descriptionLines)))
+        nothingToLose();
 }
 
 // Nothing, after a message, when it can not be opened. What is not understood in it is told.
@@ -219,6 +222,13 @@ void Bremsen::checkField(std::size_t place)
     fields_[place]->selectAll();
 }
 
+// Said again, though it was said when the field was left: the person has just asked for the whole.
+void Bremsen::refuse(std::size_t place)
+{
+    refused_[place].reset();
+    checkField(place);
+}
+
 void Bremsen::explain()
 {
     const auto line = [this](Message start, Message end) {
@@ -233,8 +243,7 @@ void Bremsen::write()
 {
     auto planned = planOfDistances(typed());
     if (const auto* const wrong = std::get_if<std::size_t>(&planned)) {
-        refused_[*wrong].clear();
-        checkField(*wrong);
+        refuse(*wrong);
         return;
     }
     plan_ = std::move(std::get<WritePlan>(planned));

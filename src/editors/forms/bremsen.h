@@ -2,14 +2,14 @@
 #pragma once
 
 #include "editors/distance_table.h"
+#include "ui/editor_dialog.h"
 #include "ui/parting.h"
 #include "workbench/workbench.h"
-
-#include <QDialog>
 
 #include <array>
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string_view>
 
 class QLabel;
@@ -21,7 +21,7 @@ class QPushButton;
 namespace karvo
 {
 
-class Bremsen : public QDialog
+class Bremsen : public EditorDialog
 {
     Q_OBJECT
 
@@ -51,14 +51,15 @@ private:
     DistanceValues typed() const;
     void checkField(std::size_t place);
     void explain();
+    void refuse(std::size_t place);
     void write();
 
     Workbench& bench_;
     const LanguageTables& texts_;
     WritePlan plan_;
-    std::array<QLineEdit*, distanceCvCount> fields_{}; // in the order of distanceCvs()
-    std::array<QString, distanceCvCount> refused_;     // what a field held when it was refused last
-    bool telling_ = false;                             // a refusal is being shown
+    std::array<QLineEdit*, distanceCvCount> fields_{};            // in the order of distanceCvs()
+    std::array<std::optional<QString>, distanceCvCount> refused_; // what a field held when refused last
+    bool telling_ = false;                                        // a refusal is being shown
 };
 
 } // namespace karvo
