@@ -12,6 +12,22 @@ constexpr int longAddress(int high, int low)
     return high * 256 + low;
 }
 
+constexpr int highPartOf(int address)
+{
+    return address / 256;
+}
+
+constexpr int lowPartOf(int address)
+{
+    return address % 256;
+}
+
+// Whether a CV holds an address of the vehicle, or a part of one. CV29 and CV21 put them to use.
+constexpr bool isAddressPart(int cv)
+{
+    return cv == 1 || cv == 3 || (cv >= 15 && cv <= 18);
+}
+
 // Whether CV29 (bit 5) selects the long form, for both addresses.
 bool usesLongAddresses(const CvTable& table);
 

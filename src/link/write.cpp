@@ -17,8 +17,6 @@ constexpr int receiverCode = 80;
 constexpr int levelledCv = 99; // firmware below its level does not know this CV
 constexpr int lowestFirmwareLevel = 3;
 constexpr int restartCv = 161; // the decoder restarts instead of acknowledging it
-constexpr int firstServoAddressCv = 248;
-constexpr int secondServoAddressCv = 250;
 constexpr int firstSilentCv = 243;
 constexpr int lastSilentCv = 246;
 
@@ -149,12 +147,7 @@ void noticeSuccess(Link& link, int cv)
     const bool silent = cv == resetCv || (cv >= firstSilentCv && cv <= lastSilentCv);
     if (suppressed || silent || !link.state.noticeAfterWrite)
         return;
-    Text cvText = u"CV " + textFromNumber(cv) + u"  ";
-    if (cv == firstServoAddressCv)
-        cvText = u"CV11 + CV12  ";
-    else if (cv == secondServoAddressCv)
-        cvText = u"CV13 + CV14  ";
-    link.prompts.message(cvText + link.texts.message(Message::writtenNotice), PromptIcon::information);
+    link.prompts.message(writtenNotice(cv, link.texts), PromptIcon::information);
 }
 
 // Only a receiver says by its acknowledge whether the reset has happened.
@@ -167,6 +160,16 @@ void tellAfterReset(Link& link, WriteEnd end)
 }
 
 } // namespace
+
+Text writtenNotice(int cv, const LanguageTables& texts)
+{
+    Text cvText = u"CV " + textFromNumber(cv) + u"  ";
+    if (cv == firstServoTakeOverCv)
+        cvText = u"CV11 + CV12  ";
+    else if (cv == secondServoTakeOverCv)
+        cvText = u"CV13 + CV14  ";
+    return cvText + texts.message(Message::writtenNotice);
+}
 
 WriteEnd writeCv(Link& link, const WriteCommand& command)
 {

@@ -29,6 +29,17 @@ struct WriteCommand {
 
 inline constexpr int resetCv = 59; // whatever is written to it sets the decoder back
 
+// Of receivers: writing one of them puts the address of a servo to use, and it reads 0 again.
+inline constexpr int firstServoTakeOverCv = 248;  // CV11 and CV12
+inline constexpr int secondServoTakeOverCv = 250; // CV13 and CV14
+constexpr bool isTakeOverCv(int cv)
+{
+    return cv == firstServoTakeOverCv || cv == secondServoTakeOverCv;
+}
+
+// What is said of a CV that was written: "CV 48  ...", "CV11 + CV12  ..." of the one that takes both over.
+Text writtenNotice(int cv, const LanguageTables& texts);
+
 // Identifies the decoder, announces the value and sends it, once. The port stays open.
 WriteEnd writeCv(Link& link, const WriteCommand& command);
 

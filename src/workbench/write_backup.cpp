@@ -70,7 +70,7 @@ void noteWrite(ProgramState& state, int cv, int value)
 {
     if (cv == resetCv)
         state.keptBlock.reset(); // all of them may have changed
-    else if (state.keptBlock)
+    else if (state.keptBlock && !isTakeOverCv(cv))
         (*state.keptBlock)[static_cast<std::size_t>(cv)] = static_cast<std::uint8_t>(value);
 }
 

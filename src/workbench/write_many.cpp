@@ -100,7 +100,8 @@ void refuseMissingServoCvs(Workbench& bench, const WritePlan& plan)
 void takePlannedValues(CvSet& set, const WritePlan& plan)
 {
     for (const PlannedWrite& write : plan) {
-        if (!set.table.describes(write.cv) || set.table.value(write.cv) == write.value)
+        const bool isOrder = isTakeOverCv(write.cv); // no value that the decoder keeps
+        if (isOrder || !set.table.describes(write.cv) || set.table.value(write.cv) == write.value)
             continue;
         set.table.setValue(write.cv, write.value);
         noteChange(set);

@@ -17,6 +17,9 @@ namespace karvo
 //  - Each CV is written once. ProgramState::stopRequested ends it before the next one. A CV whose value is
 //    refused is passed over, and three refusals in a row end the write, as does anything that speaks for the
 //    line or the decoder itself: then the rest would fail likewise, each with its box.
+//  - CV29 and CV21 are left out when an address before them was not confirmed, and so are a receiver's CV248
+//  and
+//    CV250: they would put an address to use that nobody has chosen.
 //  - A CV that was written is no longer marked. The report says what each CV did.
 // The boxes that announce the success of single writes do not come.
 

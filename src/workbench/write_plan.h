@@ -12,11 +12,12 @@ namespace karvo
 // Why a CV that was to be written is left out.
 enum class WriteSkip {
     none,
-    notUsed,       // the description, which gives others a factory value, gives it none
-    decodersOwn,   // the decoder alone decides its value, as of CV7 and CV8
-    reset,         // CV59: whatever is written sets the decoder back
-    outsideLimits, // a list from elsewhere holds a value that the description does not allow
-    otherSteps     // a speed step in a plan with others outside their limits
+    notUsed,           // the description, which gives others a factory value, gives it none
+    decodersOwn,       // the decoder alone decides its value, as of CV7 and CV8
+    reset,             // CV59: whatever is written sets the decoder back
+    outsideLimits,     // a list from elsewhere holds a value that the description does not allow
+    otherSteps,        // a speed step in a plan with others outside their limits
+    addressUnconfirmed // it would put an address to use that the decoder has not confirmed
 };
 
 struct PlannedWrite {

@@ -23,6 +23,8 @@ Caption captionOfSkip(WriteSkip skip)
         return Caption::outcomeOutsideLimits;
     case WriteSkip::otherSteps:
         return Caption::outcomeOtherSteps;
+    case WriteSkip::addressUnconfirmed:
+        return Caption::outcomeAddressUnconfirmed;
     case WriteSkip::none:
         break;
     }
@@ -70,6 +72,7 @@ bool isWanted(const WriteOutcome& outcome)
     case WriteSkip::none:
     case WriteSkip::outsideLimits:
     case WriteSkip::otherSteps:
+    case WriteSkip::addressUnconfirmed:
         break;
     }
     return true;

@@ -1,6 +1,7 @@
 #include "workbench/write_run.h"
 
 #include "cvdata/changes.h"
+#include "cvdata/dcc_address.h"
 #include "link/series_write.h"
 #include "workbench/describe.h"
 
@@ -35,6 +36,34 @@ bool endsTheRun(WriteEnd end)
     return false;
 }
 
+constexpr int configurationCv = 29; // which form of address
+constexpr int modeCv = 21;          // whether the second address too
+constexpr int secondShortCv = 3;
+
+// Whether a CV puts to use what another one holds.
+bool putsToUse(int cv, int part)
+{
+    switch (cv) {
+    case configurationCv:
+    case modeCv:
+        return isAddressPart(part);
+    case firstServoTakeOverCv:
+        return part == 11 || part == 12;
+    case secondServoTakeOverCv:
+        return part == 13 || part == 14;
+    default:
+        return false;
+    }
+}
+
+// Whether the decoder holds something else in the CV than was meant for it. A second address of 0 is none.
+bool isUnconfirmed(const WriteOutcome& outcome)
+{
+    if (outcome.skip == WriteSkip::outsideLimits)
+        return outcome.cv != secondShortCv || outcome.value != 0;
+    return outcome.skip == WriteSkip::none && outcome.end != WriteEnd::written;
+}
+
 class Run
 {
 public:
@@ -60,6 +89,8 @@ public:
                 ++at;
             } else if (bench_.state.stopRequested) {
                 report_.end = WriteManyEnd::stoppedByUser;
+            } else if (putsUnconfirmedToUse(at)) {
+                report_.outcomes[at++].skip = WriteSkip::addressUnconfirmed;
             } else {
                 at += writeFrom(at);
             }
@@ -81,6 +112,16 @@ private:
         }
         judge(*report_.outcomes[at + count - 1].end);
         return count;
+    }
+
+    // The decoder would answer to an address that nobody meant.
+    bool putsUnconfirmedToUse(std::size_t at) const
+    {
+        const auto& outcomes = report_.outcomes;
+        return std::any_of(outcomes.begin(), outcomes.begin() + static_cast<std::ptrdiff_t>(at),
+                           [&](const WriteOutcome& before) {
+                               return putsToUse(outcomes[at].cv, before.cv) && isUnconfirmed(before);
+                           });
     }
 
     void writeSeriesAt(std::size_t at)
