@@ -1,6 +1,7 @@
 #include "editors/dcc_addresses.h"
 
 #include "cvdata/dcc_address.h"
+#include "editors/editor_gate.h"
 #include "program/binary_text.h"
 
 #include <algorithm>
@@ -51,68 +52,69 @@ std::optional<int> within(TextView typed, int lowest, int highest)
     return number && *number >= lowest && *number <= highest ? number : std::nullopt;
 }
 
-void addLong(WritePlan& plan, int address, const LongCvs& cvs)
+// The limits of an address in one of the forms, and what is said beyond them.
+struct FormRules {
+    int lowest;
+    int highest;
+    Message firstWrong;
+    Message secondWrong;
+};
+
+constexpr FormRules shortRules = {1, 126, Message::firstShortAddressWrong, Message::secondShortAddressWrong};
+constexpr FormRules longRules = {128, 9999, Message::firstLongAddressWrong, Message::secondLongAddressWrong};
+
+const FormRules& rulesOf(AddressForm form)
 {
-    plan.push_back({cvs.high, address / 256});
-    plan.push_back({cvs.low, address % 256});
+    return form == AddressForm::longForm ? longRules : shortRules;
+}
+
+bool mayLackSecond(const TypedAddresses& addresses)
+{
+    const TextView typed = trimmed(addresses.second);
+    if (typed.empty())
+        return !addresses.writeSecond || addresses.form == AddressForm::longForm;
+    return !addresses.writeSecond && numberFromText(typed) == 0;
+}
+
+void addAddress(WritePlan& plan, AddressForm form, int address, int shortCv, const LongCvs& cvs)
+{
+    if (form == AddressForm::shortForm) {
+        plan.push_back({shortCv, address});
+        return;
+    }
+    plan.push_back({cvs.high, highPartOf(address)});
+    plan.push_back({cvs.low, lowPartOf(address)});
 }
 
 void addSwitches(WritePlan& plan, const TypedAddresses& addresses, const CvTable& table)
 {
     plan.push_back({configurationCv, addresses.form == AddressForm::longForm ? longAddresses : 0});
+    if (!addresses.secondAnswers)
+        return;
     const int mode = modeOf(table);
-    const int change = (addresses.secondAnswers ? 1 : 0) - (answersToSecond(mode) ? 1 : 0);
+    const int change = (*addresses.secondAnswers ? 1 : 0) - (answersToSecond(mode) ? 1 : 0);
     plan.push_back({modeCv, mode + change * secondAddressWeight});
 }
 
-std::variant<WritePlan, Message> planOfShort(const TypedAddresses& addresses, const CvTable& table)
+Text listOf(const WritePlan& plan)
 {
-    constexpr int lowest = 1;
-    constexpr int highest = 126;
-    const auto first = within(addresses.first, lowest, highest);
-    if (!first)
-        return Message::firstShortAddressWrong;
-    const auto second = within(addresses.second, lowest, highest);
-    if (!second)
-        return Message::secondShortAddressWrong;
-    WritePlan plan;
-    if (addresses.writeFirst)
-        plan.push_back({firstShortCv, *first});
-    if (addresses.writeSecond)
-        plan.push_back({secondShortCv, *second});
-    addSwitches(plan, addresses, table);
-    return plan;
-}
-
-std::variant<WritePlan, Message> planOfLong(const TypedAddresses& addresses, const CvTable& table)
-{
-    constexpr int lowest = 128;
-    constexpr int highest = 9999;
-    const auto first = within(addresses.first, lowest, highest);
-    if (!first)
-        return Message::firstLongAddressWrong;
-    const bool hasSecond = !trimmed(addresses.second).empty();
-    const auto second = within(addresses.second, lowest, highest);
-    if (hasSecond && !second)
-        return Message::secondLongAddressWrong;
-    WritePlan plan;
-    if (addresses.writeFirst)
-        addLong(plan, *first, firstLong);
-    if (addresses.writeSecond && second)
-        addLong(plan, *second, secondLong);
-    addSwitches(plan, addresses, table);
-    return plan;
+    Text list;
+    for (const PlannedWrite& write : plan)
+        list += (list.empty() ? Text() : u", ") + plannedLine(write);
+    return list;
 }
 
 } // namespace
 
-TypedAddresses addressesOf(const CvTable& table)
+TypedAddresses addressesOf(const CvSet& set)
 {
+    const CvTable& table = set.table;
     TypedAddresses addresses;
     addresses.form = usesLongAddresses(table) ? AddressForm::longForm : AddressForm::shortForm;
     addresses.first = firstAddressOf(table, addresses.form);
     addresses.second = secondAddressOf(table, addresses.form);
-    addresses.secondAnswers = answersToSecond(modeOf(table));
+    if (dealsWith(Editor::addresses, set, modeCv))
+        addresses.secondAnswers = answersToSecond(modeOf(table));
     return addresses;
 }
 
@@ -128,8 +130,35 @@ Text secondAddressOf(const CvTable& table, AddressForm form)
 
 std::variant<WritePlan, Message> planOfAddresses(const TypedAddresses& addresses, const CvTable& table)
 {
-    return addresses.form == AddressForm::shortForm ? planOfShort(addresses, table)
-                                                    : planOfLong(addresses, table);
+    const FormRules& rules = rulesOf(addresses.form);
+    const auto first = within(addresses.first, rules.lowest, rules.highest);
+    if (!first)
+        return rules.firstWrong;
+    const auto second = within(addresses.second, rules.lowest, rules.highest);
+    if (!second && !mayLackSecond(addresses))
+        return rules.secondWrong;
+    WritePlan plan;
+    if (addresses.writeFirst)
+        addAddress(plan, addresses.form, *first, firstShortCv, firstLong);
+    if (addresses.writeSecond && second)
+        addAddress(plan, addresses.form, *second, secondShortCv, secondLong);
+    addSwitches(plan, addresses, table);
+    return plan;
+}
+
+std::optional<Text> questionBefore(const TypedAddresses& addresses, const WritePlan& plan,
+                                   const LanguageTables& texts)
+{
+    if (std::none_of(plan.begin(), plan.end(),
+                     [](const PlannedWrite& write) { return isAddressPart(write.cv); })) {
+        const Text words[] = {listOf(plan)};
+        return filledIn(texts.message(Message::noAddressTicked), words);
+    }
+    const auto first = numberFromText(trimmed(addresses.first));
+    if (!first || numberFromText(trimmed(addresses.second)) != first)
+        return std::nullopt;
+    const Text words[] = {textFromNumber(*first)};
+    return filledIn(texts.message(Message::equalAddressesQuestion), words);
 }
 
 Text plannedLine(const PlannedWrite& write)

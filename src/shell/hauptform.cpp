@@ -159,6 +159,7 @@ void Hauptform::showEditorReasons()
 {
     for (const EditorItem& item : editorItems())
         menu_->setReason(item.name, whyNotOpen(item.editor, state_.set, texts_));
+    portBar_->setServoAddresses(!state_.lineBusy, whyNotOpen(Editor::servoAddresses, state_.set, texts_));
 }
 
 QString Hauptform::title() const

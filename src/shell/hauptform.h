@@ -114,6 +114,7 @@ private:
     void connectEditors();
     bool mayOpen(Editor editor);
     void editAddresses();
+    void editServoAddresses();
     void editBraking(std::string_view preset);
     void editSpeedSteps();
     void connectPresets();
@@ -123,7 +124,8 @@ private:
     void savePresetOf(const Preset& preset);
     void saveOwn();
     void writeBaseAndTop(const Preset& preset);
-    void writeEdited(const WritePlan& plan, Message done);
+    bool writeEdited(const WritePlan& plan, const Text& done);
+    bool isInList(const WritePlan& plan) const;
 
     // hauptform_servos.cpp
     void connectServos();

@@ -2,6 +2,7 @@
 #include "editors/forms/bremsen.h"
 #include "editors/forms/dcc_adresse.h"
 #include "editors/forms/fahrstufen_f5.h"
+#include "editors/forms/servo_addresse.h"
 #include "editors/presets.h"
 #include "program/path_text.h"
 #include "shell/hauptform.h"
@@ -9,6 +10,8 @@
 #include "workbench/write_many.h"
 
 #include <QAction>
+
+#include <algorithm>
 
 namespace karvo
 {
@@ -58,9 +61,20 @@ void Hauptform::editAddresses()
 {
     if (!mayOpen(Editor::addresses))
         return;
-    DCC_Adresse editor(state_.set.table, bench_.prompts, texts_, this);
-    if (editor.exec() == QDialog::Accepted)
-        writeEdited(editor.plan(), Message::addressesWritten);
+    DCC_Adresse editor(state_.set, bench_.prompts, texts_, this);
+    while (editor.exec() == QDialog::Accepted &&
+           !writeEdited(editor.plan(), texts_.message(Message::addressesWritten))) {
+    }
+}
+
+void Hauptform::editServoAddresses()
+{
+    if (!mayOpen(Editor::servoAddresses))
+        return;
+    Servo_Addresse editor(state_.set, bench_.prompts, texts_, this);
+    while (editor.exec() == QDialog::Accepted &&
+           !writeEdited(editor.plan(), servoAddressesWritten(editor.plan(), texts_))) {
+    }
 }
 
 void Hauptform::editBraking(std::string_view preset)
@@ -68,8 +82,9 @@ void Hauptform::editBraking(std::string_view preset)
     if (!mayOpen(Editor::braking))
         return;
     Bremsen editor(bench_, preset, this);
-    if (editor.exec() == QDialog::Accepted)
-        writeEdited(editor.plan(), Message::distancesWritten);
+    while (editor.exec() == QDialog::Accepted &&
+           !writeEdited(editor.plan(), texts_.message(Message::distancesWritten))) {
+    }
 }
 
 void Hauptform::editSpeedSteps()
@@ -125,18 +140,31 @@ void Hauptform::saveOwn()
 void Hauptform::writeBaseAndTop(const Preset& preset)
 {
     if (const auto plan = planOfBaseAndTop(bench_, preset))
-        writeEdited(*plan, Message::baseAndTopWritten);
+        writeEdited(*plan, texts_.message(Message::baseAndTopWritten));
 }
 
-// Success is claimed only when each CV was written; else the report tells what was and what was not.
-void Hauptform::writeEdited(const WritePlan& plan, Message done)
+// Success is claimed only when each CV was written; else the report tells what was and what was not. False
+// when the write came to nothing before the values stood in the list: they are in the editor alone, which
+// opens again.
+bool Hauptform::writeEdited(const WritePlan& plan, const Text& done)
 {
+    auto end = WriteManyEnd::busy;
     operate([&] {
         const auto report = writeValues(bench_, plan, keepBackup_);
-        if (report.end == WriteManyEnd::finished && report.isClean())
-            bench_.prompts.message(texts_.message(done), PromptIcon::information);
+        end = report.end;
+        if (end == WriteManyEnd::finished && report.isClean())
+            bench_.prompts.message(done, PromptIcon::information);
         else
             showReport(report);
+    });
+    const bool isOver = end == WriteManyEnd::finished || end == WriteManyEnd::ended || closing_;
+    return isOver || isInList(plan);
+}
+
+bool Hauptform::isInList(const WritePlan& plan) const
+{
+    return std::all_of(plan.begin(), plan.end(), [this](const PlannedWrite& write) {
+        return isTakeOverCv(write.cv) || state_.set.table.value(write.cv) == write.value;
     });
 }
 

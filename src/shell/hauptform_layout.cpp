@@ -150,6 +150,7 @@ void Hauptform::connectControls()
 {
     connect(portBar_, &PortBar::portChosen, this, &Hauptform::choosePortNumber);
     connect(portBar_, &PortBar::readWanted, this, [this] { read(ReadStarter::button); });
+    connect(portBar_, &PortBar::servoAddressesWanted, this, &Hauptform::editServoAddresses);
     connect(list_, &FixedWidthList::currentRowChanged, this, &Hauptform::chooseRow);
     connect(panel_, &CvPanel::numberEntered, this, &Hauptform::enterNumber);
     const auto onKey = [this](Qt::Key key, const char* name, auto handler) {

@@ -28,7 +28,7 @@ void Hauptform::connectServos()
             if (state_.lineBusy || !mayOpen(editor))
                 return;
             if (const auto plan = setUpWindow(bench_, this))
-                writeEdited(*plan, Message::servoWritten);
+                writeEdited(*plan, texts_.message(Message::servoWritten));
         });
     };
     on("mnu_servo_setup", Editor::bothServos, &setUp<Servo_Setup2>);

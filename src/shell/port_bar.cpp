@@ -86,6 +86,7 @@ PortBar::PortBar(const LanguageTables& texts, ListPortDevices listDevices, QWidg
     noteTimer_.setInterval(lookEvery);
     connect(&noteTimer_, &QTimer::timeout, this, &PortBar::updateNote);
     connect(start_, &QPushButton::clicked, this, &PortBar::readWanted);
+    connect(servoAddress_, &QPushButton::clicked, this, &PortBar::servoAddressesWanted);
 }
 
 QLabel* PortBar::addText(const char* name)
@@ -132,9 +133,6 @@ void PortBar::applyCaptions(const LanguageTables& texts)
     firstLabel_->setText(qtText(texts.caption(Caption::firstAddress)));
     secondLabel_->setText(qtText(texts.caption(Caption::secondAddress)));
     servoAddress_->setText(buttonText(texts.caption(Caption::servoAddress)));
-    servoAddress_->setEnabled(false);
-    servoAddress_->setToolTip(qtText(texts.caption(Caption::notAvailable)));
-    servoAddress_->setStatusTip(servoAddress_->toolTip());
     updateNote();
 }
 
@@ -178,6 +176,14 @@ void PortBar::setLineBusy(bool busy)
 {
     ports_->setEnabled(!busy);
     start_->setEnabled(!busy);
+}
+
+void PortBar::setServoAddresses(bool available, const std::optional<Text>& reason)
+{
+    const QString words = reason ? qtText(*reason) : QString();
+    servoAddress_->setEnabled(available && !reason);
+    servoAddress_->setToolTip(words);
+    servoAddress_->setStatusTip(words);
 }
 
 void PortBar::focusStart()

@@ -7,6 +7,8 @@
 #include <QTimer>
 #include <QWidget>
 
+#include <optional>
+
 class QLabel;
 class QPushButton;
 
@@ -28,12 +30,16 @@ public:
     void setLineBusy(bool busy);
     void focusStart();
 
+    // The button for the servos' addresses; `reason`: why its window does not open.
+    void setServoAddresses(bool available, const std::optional<Text>& reason);
+
 protected:
     bool event(QEvent* event) override;
 
 signals:
     void portChosen(int number);
     void readWanted();
+    void servoAddressesWanted();
 
 private:
     QLabel* addText(const char* name);

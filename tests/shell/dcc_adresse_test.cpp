@@ -1,4 +1,5 @@
 // The DCC addresses in the main window, written to a simulated decoder.
+#include "editors/forms/dcc_adresse.h"
 #include "window_bench.h"
 
 #include <QCheckBox>
@@ -75,6 +76,7 @@ TEST(DccAdresse, AWrongAddressWritesNothing)
         },
         "Command2");
     bench.driver.expectBox(bench.message(Message::secondShortAddressWrong), QStringLiteral("OK"));
+    bench.driver.expectBox(bench.message(Message::discardQuestion), QStringLiteral("Verwerfen"));
     bench.item("mnu_dcc_adresse").trigger();
     EXPECT_EQ(bench.held(1), 3);
     EXPECT_TRUE(bench.kept.empty());
@@ -94,6 +96,94 @@ TEST(DccAdresse, WhatWasNotWrittenIsTold)
     EXPECT_EQ(bench.held(1), 3);
     EXPECT_EQ(bench.state.set.table.value(1), 12) << "it stays in the list, marked";
     EXPECT_TRUE(bench.state.set.list[0].changed);
+}
+
+TEST(DccAdresse, KeepsWhatWasTypedInEachForm)
+{
+    AddressBench bench;
+    DCC_Adresse window(bench.state.set, bench.prompts, bench.state.texts);
+    window.show();
+    auto& longForm = *window.findChild<QRadioButton*>(QStringLiteral("LongForm"));
+    const auto shown = [&] {
+        return window.findChild<QLineEdit*>(QStringLiteral("Erste_Adresse"))->text().toStdString() + " " +
+               window.findChild<QLineEdit*>(QStringLiteral("Zweite_Adresse"))->text().toStdString();
+    };
+    AddressBench::type(window, "12", "13");
+    longForm.setChecked(true);
+    AddressBench::type(window, "500", "600");
+    window.findChild<QRadioButton*>(QStringLiteral("ShortForm"))->setChecked(true);
+    EXPECT_EQ(shown(), "12 13");
+    AddressBench::type(window, "3", "4");
+    QTest::keyClick(window.findChild<QLineEdit*>(QStringLiteral("Erste_Adresse")), Qt::Key_Return);
+    EXPECT_TRUE(window.isVisible()) << "Enter writes nothing";
+    bench.driver.expectBox(bench.message(Message::discardQuestion), QStringLiteral("Weiter bearbeiten"));
+    window.close(); // the long addresses would be lost
+    longForm.setChecked(true);
+    EXPECT_EQ(shown(), "500 600");
+    window.hide();
+}
+
+TEST(DccAdresse, AskedFirstWhereNoAddressIsTicked)
+{
+    AddressBench bench;
+    bench.expectDialog(
+        [](QDialog& dialog) {
+            for (const char* const tick : {"Erste_AD", "Zweite_AD"})
+                dialog.findChild<QCheckBox*>(QString::fromLatin1(tick))->setChecked(false);
+            dialog.findChild<QPushButton*>(QStringLiteral("Command1"))->click();
+            EXPECT_TRUE(dialog.isVisible());
+            for (const char* const tick : {"Erste_AD", "Zweite_AD"})
+                dialog.findChild<QCheckBox*>(QString::fromLatin1(tick))->setChecked(true);
+        },
+        "Command2");
+    bench.driver.expect(QStringLiteral("only the switches"), [](QWidget& box) { box.close(); });
+    bench.item("mnu_dcc_adresse").trigger();
+    EXPECT_TRUE(bench.kept.empty());
+}
+
+TEST(DccAdresse, WhatCameToNothingIsOfferedAgain)
+{
+    AddressBench bench;
+    bench.state.link.identified = false;
+    bench.port.simulator().setFault(sim::Fault::unknownIdentification);
+    bench.expectDialog([](QDialog& dialog) { AddressBench::type(dialog, "12", "13"); }, "Command1");
+    for (const char* const refusal : {"unknown decoder", "nothing written"})
+        bench.driver.expect(QString::fromLatin1(refusal), [](QWidget& box) { box.close(); });
+    bench.expectDialog(
+        [](QDialog& dialog) {
+            EXPECT_EQ(dialog.findChild<QLineEdit*>(QStringLiteral("Erste_Adresse"))->text(),
+                      QStringLiteral("12"));
+        },
+        "Command2");
+    bench.driver.expectBox(bench.message(Message::discardQuestion), QStringLiteral("Verwerfen"));
+    bench.item("mnu_dcc_adresse").trigger();
+}
+
+TEST(ServoAddresse, WritesBothCvsOfEachServoThatIsTicked)
+{
+    AddressBench bench;
+    bench.driver.expect(QStringLiteral("Servo_Addresse"), [](QWidget& dialog) {
+        auto* const writing = dialog.findChild<QPushButton*>(QStringLiteral("Command1"));
+        auto* const second = dialog.findChild<QCheckBox*>(QStringLiteral("Servo2_AD"));
+        auto* const first = dialog.findChild<QCheckBox*>(QStringLiteral("Servo1_AD"));
+        first->setChecked(false);
+        second->setChecked(false);
+        EXPECT_FALSE(writing->isEnabled());
+        first->setChecked(true);
+        dialog.findChild<QLineEdit*>(QStringLiteral("Servo1_Adresse"))->setText(QStringLiteral("10000"));
+        writing->click();
+        EXPECT_TRUE(dialog.isVisible());
+        dialog.findChild<QLineEdit*>(QStringLiteral("Servo1_Adresse"))->setText(QStringLiteral("9999"));
+        EXPECT_EQ(dialog.findChild<QLabel*>(QStringLiteral("Plan"))->text().toStdString(),
+                  "CV11 = 39\nCV12 = 15");
+        writing->click();
+    });
+    bench.driver.expect(QStringLiteral("refused"), [](QWidget& box) { box.close(); });
+    bench.driver.expectBox(QStringLiteral("CV11 + CV12  ") + bench.message(Message::writtenNotice),
+                           QStringLiteral("OK"));
+    bench.find<QPushButton>("Servo_Addr").click();
+    EXPECT_EQ(bench.held(11), 39);
+    EXPECT_EQ(bench.held(12), 15);
 }
 
 } // namespace karvo::test

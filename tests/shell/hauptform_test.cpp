@@ -159,12 +159,19 @@ TEST(Hauptform, SpeaksEveryLanguageOnEveryControl)
     }
 }
 
-TEST(Hauptform, DisablesWhatIsNotBuilt)
+TEST(Hauptform, SaysWhyTheServosHaveNoAddresses)
 {
     WindowBench bench;
     auto& button = bench.find<QPushButton>("Servo_Addr");
     EXPECT_FALSE(button.isEnabled());
-    EXPECT_EQ(button.toolTip().toStdString(), "Diese Funktion gibt es in dieser Version noch nicht.");
+    EXPECT_EQ(button.toolTip(), bench.message(Message::editorNeedsList));
+    bench.showOfflineList();
+    EXPECT_TRUE(button.isEnabled());
+    EXPECT_EQ(button.toolTip(), QString());
+    bench.state.set.profile.model = Model::kv05;
+    bench.view.listChanged();
+    EXPECT_FALSE(button.isEnabled());
+    EXPECT_TRUE(button.toolTip().startsWith(QStringLiteral("Das gibt es nur bei KV07")));
 }
 
 TEST(Hauptform, ChangesTheLanguageAtOnceAndKeepsTheValues)

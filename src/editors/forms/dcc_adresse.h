@@ -2,53 +2,49 @@
 #pragma once
 
 #include "editors/dcc_addresses.h"
+#include "editors/forms/address_window.h"
 #include "program/prompts.h"
 
-#include <QDialog>
+#include <array>
 
-class QCheckBox;
-class QLabel;
-class QLineEdit;
 class QRadioButton;
 
 namespace karvo
 {
 
-struct LanguageTables;
-
-class DCC_Adresse : public QDialog
+class DCC_Adresse : public AddressWindow
 {
     Q_OBJECT
 
 public:
-    DCC_Adresse(const CvTable& table, Prompts& prompts, const LanguageTables& texts,
-                QWidget* parent = nullptr);
+    DCC_Adresse(const CvSet& set, Prompts& prompts, const LanguageTables& texts, QWidget* parent = nullptr);
 
-    // What is to be written, once the dialog was accepted.
-    const WritePlan& plan() const { return plan_; }
+protected:
+    bool holdsWork() const override;
+    void showPlan() override;
+    void write() override;
 
 private:
-    void build();
-    QLabel* label(Caption caption);
-    QCheckBox* checkBox(const char* name, Caption caption, bool checked);
-    QWidget* buttons();
-    void showAddresses();
-    void showPlan();
-    TypedAddresses typed() const;
-    void write();
+    // What both fields hold in one form.
+    struct Fields {
+        QString first;
+        QString second;
+        bool operator==(const Fields&) const = default;
+    };
 
-    const CvTable& table_;
+    void build(std::optional<bool> secondAnswers);
+    void showForm();
+    TypedAddresses typed() const;
+    Fields fieldsOf(AddressForm form) const;
+
+    const CvSet& set_;
     Prompts& prompts_;
-    const LanguageTables& texts_;
-    WritePlan plan_;
     QRadioButton* shortForm_;
     QRadioButton* longForm_;
-    QLineEdit* first_;
-    QLineEdit* second_;
-    QCheckBox* writeFirst_;
-    QCheckBox* writeSecond_;
-    QCheckBox* secondAnswers_;
-    QLabel* planned_;
+    AddressRow first_{};
+    AddressRow second_{};
+    QCheckBox* secondAnswers_ = nullptr; // nothing where the model has no such switch
+    Fields otherForm_;                   // what the form that is not shown holds
 };
 
 } // namespace karvo
