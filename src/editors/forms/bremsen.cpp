@@ -119,19 +119,19 @@ QWidget* Bremsen::buttons()
 
 void Bremsen::showTableValues()
 {
-    show(distanceValuesOf(bench_.state.set.table), 0);
+    showValues(distanceValuesOf(bench_.state.set.table), 0);
 }
 
 void Bremsen::loadPreset(std::string_view name)
 {
     if (const auto file = read(presetPath(name)))
-        show(file->values, 0);
+        showValues(file->values, 0);
 }
 
 void Bremsen::loadPresetTimes(std::string_view name)
 {
     if (const auto file = read(presetPath(name)))
-        show(file->values, firstPresetTime);
+        showValues(file->values, firstPresetTime);
 }
 
 void Bremsen::loadChosenFile()
@@ -142,7 +142,7 @@ void Bremsen::loadChosenFile()
         {texts_.caption(Caption::loadFile), folder.own, u"*.bcr", u"bcr", {}, std::nullopt, folder.shipped});
     const auto file = path ? read(*path) : std::nullopt;
     if (file)
-        show(file->values, 0);
+        showValues(file->values, 0);
 }
 
 // Nothing that a decoder would not take is saved: the file is there to be written later.
@@ -191,7 +191,7 @@ std::filesystem::path Bremsen::presetPath(std::string_view name)
 }
 
 // A value that is missing leaves its field as it is.
-void Bremsen::show(const DistanceValues& values, std::size_t first)
+void Bremsen::showValues(const DistanceValues& values, std::size_t first)
 {
     for (std::size_t place = first; place < values.size(); ++place) {
         if (!values[place].empty())

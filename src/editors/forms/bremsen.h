@@ -47,7 +47,7 @@ private:
     void save();
     std::optional<DistanceFile> read(const std::filesystem::path& path);
     std::filesystem::path presetPath(std::string_view name);
-    void show(const DistanceValues& values, std::size_t first);
+    void showValues(const DistanceValues& values, std::size_t first);
     DistanceValues typed() const;
     void checkField(std::size_t place);
     void explain();
