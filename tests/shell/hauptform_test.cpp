@@ -272,6 +272,7 @@ TEST(Hauptform, LetsTheKeyboardReachEverythingInReadingOrder)
     }
     std::erase(order, std::string());
     EXPECT_EQ(order, (std::vector<std::string>{"Start",
+                                               "Servo_Addr",
                                                "List1",
                                                "CV_Nummer",
                                                "CV_Wert",
