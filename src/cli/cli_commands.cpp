@@ -4,6 +4,7 @@
 #include "cli/list_output.h"
 #include "cli/terminal.h"
 #include "cvdata/description_choice.h"
+#include "link/fault_text.h"
 #include "link/identification.h"
 #include "link/port_choice.h"
 #include "platform/text_conversion.h"
@@ -70,7 +71,7 @@ ExitCode runIdentify(Workbench& bench, const CliArguments& arguments)
         return ExitCode::done;
     case IdentificationEnd::timedOut:
         bench.state.link.timeOut = false;
-        bench.prompts.message(bench.state.texts.message(Message::noReply), PromptIcon::none);
+        bench.prompts.message(noReplyText(link));
         return ExitCode::noReply;
     case IdentificationEnd::unknown:
         return ExitCode::unknownDecoder;

@@ -85,6 +85,11 @@ ExitCode finish(Workbench& bench, const WriteReport& report, const CliArguments&
     return exitCodeOf(report);
 }
 
+bool isResetAlone(const CliArguments& arguments)
+{
+    return arguments.changes.size() == 1 && arguments.changes.front().cv == resetCv;
+}
+
 } // namespace
 
 ExitCode runWrite(Workbench& bench, const CliArguments& arguments)
@@ -97,6 +102,8 @@ ExitCode runWrite(Workbench& bench, const CliArguments& arguments)
     const auto end = readIntoList(bench, ReadStarter::other);
     if (!end)
         return ExitCode::fileTrouble;
+    if (*end != ReadEnd::read && isResetAlone(arguments) && bench.state.link.identified)
+        return finish(bench, writeReset(bench, arguments.changes.front().value, backupIn(bench)), arguments);
     if (*end != ReadEnd::read)
         return exitCodeOf(*end);
     std::vector<int> cvs;

@@ -58,6 +58,7 @@ void startUnchanged(CvSet& set)
 {
     set.baseline = valuesOf(set.table);
     set.unsavedChanges = false;
+    set.acceptedVehicle.reset();
 }
 
 void measureAgainst(CvSet& set, const CvImage& image)

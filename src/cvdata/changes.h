@@ -18,8 +18,8 @@ bool isChanged(const CvSet& set, int cv);
 // Ascending.
 std::vector<int> changedCvs(const CvSet& set);
 
-// The values now in the table are what later ones are changes of, and nothing is unsaved: after a read, and
-// after a list has been opened or shown.
+// The values now in the table are what later ones are changes of, nothing is unsaved, and no vehicle of
+// another build has been accepted: after a read, and after a list has been opened or shown.
 void startUnchanged(CvSet& set);
 
 // What the decoder holds is what the table's values are changes of. A CV without a value in the table is not

@@ -35,7 +35,9 @@ struct CvSet {
     int currentNumber = 0;          // the current CV; 0 when none
     std::filesystem::path listPath; // the list file that was opened or saved last; empty when there is none
     std::optional<Processor> fileProcessor; // of an opened list: nothing when it names none that is known
-    Text loadedData;                        // what is loaded: two texts joined by " | "
+    std::optional<DecoderProfile>
+        acceptedVehicle; // of another build than the list; may be written all the same
+    Text loadedData;     // what is loaded: two texts joined by " | "
     MainList list;
 
     bool isEmpty() const { return list.empty(); }

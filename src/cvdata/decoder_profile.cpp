@@ -1,5 +1,6 @@
 #include "cvdata/decoder_profile.h"
 
+#include <optional>
 #include <tuple>
 
 namespace karvo
@@ -34,14 +35,14 @@ bool isFrom(const FirmwareDate& date, int year, int month)
     return std::tie(date.year, date.month) >= std::tie(year, month);
 }
 
-Processor processorOf(const CvImage& image, Model model)
+std::optional<Processor> processorIn(const CvImage& image)
 {
     if (image[signatureCv] == 0x1E && image[signatureCv + 1] == 0x94 && image[signatureCv + 2] == 0x06)
         return Processor::atmega168;
     if (image[signatureCv] == 0x1E && image[signatureCv + 1] == 0x95 &&
         (image[signatureCv + 2] == 0x0F || image[signatureCv + 2] == 0x14))
         return Processor::atmega328;
-    return usualProcessor(model);
+    return std::nullopt;
 }
 
 Generation kv04Generation(TextView identification, int firmware)
@@ -139,7 +140,9 @@ DecoderProfile profileOf(int typeCode, TextView identification, const CvImage& i
     profile.typeCode = typeCode;
     profile.model = modelOfTypeCode(typeCode);
     profile.generation = generationOf(typeCode, identification, image);
-    profile.processor = processorOf(image, profile.model);
+    const auto processor = processorIn(image);
+    profile.processor = processor.value_or(usualProcessor(profile.model));
+    profile.processorIsRead = processor.has_value();
     profile.firmwareVersion = image[firmwareCv];
     profile.subLevel = image[subLevelCv];
     profile.firmwareLevel = receiver.firmwareLevel;

@@ -43,7 +43,8 @@ struct DecoderProfile {
     Model model = Model::kv07;
     Generation generation = Generation::standard;
     Processor processor = Processor::atmega328;
-    int firmwareVersion = 0; // 0 in an offline list
+    bool processorIsRead = false; // from the decoder's memory; else it is the usual one of the model
+    int firmwareVersion = 0;      // 0 in an offline list
     int subLevel = 0;
     int firmwareLevel = 3;
     FirmwareDate firmwareDate;

@@ -106,7 +106,8 @@ std::optional<ListModel> modelOfWords(const std::vector<TextView>& words)
         Text generation;
         for (auto next = word + 1; next != preset; ++next)
             generation += (generation.empty() ? u"" : u" ") + Text(*next);
-        return ListModel{profileOf(*formOf(*word, generation)), preset != words.end()};
+        const HeaderForm& form = *formOf(*word, generation);
+        return ListModel{profileOf(form), preset != words.end(), form.generation == generation};
     }
     return std::nullopt;
 }
@@ -117,7 +118,7 @@ std::optional<ListModel> modelOfHeader(TextView header)
 {
     const TextView name = header.substr(0, header.find(versionMark));
     auto model = name.find(moduleName) != TextView::npos
-                     ? std::optional<ListModel>(ListModel{moduleProfile(), false})
+                     ? std::optional<ListModel>(ListModel{moduleProfile()})
                      : modelOfWords(wordsOf(name));
     if (!model)
         return std::nullopt;

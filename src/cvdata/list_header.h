@@ -11,6 +11,8 @@ namespace karvo
 struct ListModel {
     DecoderProfile profile; // model, generation and firmware version; the processor is the model's usual one
     bool isPreset = false;  // the values of a bus or a fire engine
+    bool namesGeneration =
+        true; // false: the words behind the model are not known, and the first form stands in
 };
 
 // "Standard KV07 F5*5" is a KV07 of generation F5, firmware 5. Words that no model has are passed over, so

@@ -175,6 +175,7 @@ std::optional<UpdateEnd> askModel(Workbench& bench)
 std::optional<UpdateEnd> callUpdateMode(Workbench& bench)
 {
     bench.state.link.lastReply.clear();
+    breakLineRun(bench.state.link);
     bench.port.write({'B'});
     if (bench.wait.pause(aroundLetters) == WaitResult::ended)
         return UpdateEnd::ended;

@@ -51,6 +51,15 @@ enum class Message {
     portRefusedUnknown = 677,
     programEnds = 678,
     unsavedWorkKept = 679,
+    listOfOtherBuild = 430, // question; `otherGeneration`, `otherProcessor` and `writeToOtherBuild` follow
+    otherGeneration = 431,  // {1}: of the list, {2}: of the vehicle
+    otherProcessor = 432,   // {1}: of the list, {2}: of the vehicle
+    writeToOtherBuild = 433,
+    blockNotKeepable = 434,  // question
+    accessGroupAdvice = 660, // {1}: the group
+    bytesOfReply = 661,      // {1} of {2}; line below `noReply`
+    nothingReceived = 662,   // likewise
+    replyWas = 663,          // {1}: the reply; line below `unknownDecoder`
     notADescription = 680,   // {1}: the path
     descriptionFaults = 681, // {1}: the path, {2}: how many lines, {3}: the first of them
     outsideLimits = 682,     // {1}: CV, {2}: the value, {3} and {4}: its limits
@@ -515,6 +524,11 @@ enum class Caption {
     dialogFileName = 712,
     dialogFileType = 713,
     keepEditingButton = 714,
+    buildStandard = 800, // behind a model's name, as the next
+    buildFrom2009 = 801,
+    buildUndated = 802,
+    buildMay2010 = 803,
+    buildNovember2012 = 804,
     writtenSuccessfully = 873,
     readAll = 884, // caption of the button Start and status text of a read
     noReplyStatus = 887,

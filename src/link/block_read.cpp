@@ -1,5 +1,6 @@
 #include "link/block_read.h"
 
+#include "link/fault_text.h"
 #include "link/identification.h"
 #include "program/check_byte.h"
 
@@ -29,7 +30,7 @@ void showReadStatus(Link& link)
 ReadEnd reportNoReplyToRead(Link& link)
 {
     link.state.timeOut = false;
-    link.prompts.message(link.texts.message(Message::noReply));
+    link.prompts.message(noReplyText(link));
     link.view.showStatus(link.texts.caption(Caption::noReplyStatus));
     return ReadEnd::noReply;
 }
@@ -47,6 +48,7 @@ ReadEnd fetchBlock(Link& link, CvImage& image)
     }
     if (takeBlock(link.state.lastReply, image))
         return ReadEnd::read;
+    breakLineRun(link.state);
     link.prompts.message(link.texts.message(Message::wrongCheckByte));
     showReadStatus(link);
     return ReadEnd::wrongCheckByte;

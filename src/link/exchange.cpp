@@ -76,6 +76,15 @@ WaitResult waitForRestOfIdentification(Link& link, std::size_t count)
     return result == WaitResult::timedOut ? WaitResult::met : result;
 }
 
+void noteUse(Link& link)
+{
+    LinkState& state = link.state;
+    const auto now = link.wait.now();
+    if (!state.lastUse || now - *state.lastUse > longestPauseOfRun)
+        ++state.run;
+    state.lastUse = now;
+}
+
 bool reportRefusedPort(Link& link, const PortError& error)
 {
     link.prompts.message(portRefusedText(link, error), PromptIcon::stop);
@@ -94,6 +103,7 @@ std::optional<PortError> tryToOpen(LinkState& state, SerialPort& port)
     }
     if (port.isOpen())
         return std::nullopt;
+    breakLineRun(state);
     port.setPortNumber(state.portNumber);
     return port.open();
 }
@@ -108,6 +118,7 @@ bool openWith(Link& link, const LineSettings& settings)
 {
     if (link.port.isOpen())
         link.port.close();
+    breakLineRun(link.state);
     link.state.otherSettings = true;
     link.port.setSettings(settings);
     link.port.setPortNumber(link.state.portNumber);
@@ -121,6 +132,7 @@ ExchangeEnd Exchange(Link& link, const Bytes& command, ReplyLength replyLength, 
     if (pointer == Pointer::hourglass)
         link.view.showHourglass(true);
     link.state.timeOut = false;
+    link.state.awaitedBytes = replyLength.count;
     link.state.outgoingFrame = command;
     link.port.write(link.state.outgoingFrame);
 
@@ -129,13 +141,28 @@ ExchangeEnd Exchange(Link& link, const Bytes& command, ReplyLength replyLength, 
         result = waitForRestOfIdentification(link, replyLength.count);
     const bool hungUp = !link.port.isOpen();
     link.state.lastReply = link.port.readAll();
+    if (result != WaitResult::met || hungUp)
+        breakLineRun(link.state);
     if (result == WaitResult::ended)
         return ExchangeEnd::ended;
     link.state.timeOut = result == WaitResult::timedOut || hungUp;
     if (link.state.timeOut)
         return ExchangeEnd::timedOut;
+    noteUse(link);
     link.state.interfaceAnswered = true;
     return ExchangeEnd::replied;
+}
+
+bool lineRunLasts(const Link& link, int run)
+{
+    const LinkState& state = link.state;
+    return state.run == run && state.lastUse && link.port.isOpen() && !state.otherSettings &&
+           link.wait.now() - *state.lastUse <= longestPauseOfRun;
+}
+
+void breakLineRun(LinkState& state)
+{
+    state.lastUse.reset();
 }
 
 bool IsAck(const Bytes& reply)

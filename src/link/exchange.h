@@ -44,6 +44,17 @@ bool openWith(Link& link, const LineSettings& settings);
 ExchangeEnd Exchange(Link& link, const Bytes& command, ReplyLength replyLength,
                      Pointer pointer = Pointer::unchanged);
 
+// A run of the line: exchanges without a fault on a port that stays open, none of them more than a minute
+// behind the one before, and always the same decoder that answers. While it lasts, the vehicle on the line is
+// taken for the one that was met in it. LinkState::run is its number.
+inline constexpr std::chrono::seconds longestPauseOfRun{60};
+
+// Whether the run of that number still lasts.
+bool lineRunLasts(const Link& link, int run);
+
+// Something went wrong, or something was done to the decoder: the next exchange begins another run.
+void breakLineRun(LinkState& state);
+
 // True when the reply's first byte is 6.
 bool IsAck(const Bytes& reply);
 

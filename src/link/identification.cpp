@@ -1,5 +1,7 @@
 #include "link/identification.h"
 
+#include "link/fault_text.h"
+
 #include <algorithm>
 #include <string_view>
 
@@ -56,6 +58,12 @@ ExchangeEnd askForPresence(Link& link, Pointer pointer)
     return Exchange(link, identifyCommand, ReplyLength::identification(), pointer);
 }
 
+void noteWhoAnswered(Link& link)
+{
+    if (textFromWindows1252(link.state.lastReply) != link.state.identification)
+        breakLineRun(link.state);
+}
+
 IdentificationEnd IdentifyDecoder(Link& link, ReadOnlyReceiver readOnlyReceiver, Pointer pointer)
 {
     switch (askForPresence(link, pointer)) {
@@ -67,8 +75,9 @@ IdentificationEnd IdentifyDecoder(Link& link, ReadOnlyReceiver readOnlyReceiver,
         break;
     }
     const auto typeCode = typeCodeOf(link.state.lastReply, readOnlyReceiver);
+    noteWhoAnswered(link);
     if (!typeCode) {
-        link.prompts.message(link.texts.message(Message::unknownDecoder));
+        link.prompts.message(unknownDecoderText(link));
         return IdentificationEnd::unknown;
     }
     link.state.typeCode = *typeCode;

@@ -28,6 +28,9 @@ std::size_t blockReplyLength(int typeCode);
 // open.
 ExchangeEnd askForPresence(Link& link, Pointer pointer = Pointer::unchanged);
 
+// Ends the line's run when the reply to "%" is not that of the decoder that was identified last.
+void noteWhoAnswered(Link& link);
+
 // Asks the interface for its decoder. The port must be open.
 IdentificationEnd IdentifyDecoder(Link& link, ReadOnlyReceiver readOnlyReceiver,
                                   Pointer pointer = Pointer::unchanged);

@@ -10,6 +10,7 @@
 #include <array>
 #include <chrono>
 #include <cstdint>
+#include <optional>
 
 namespace karvo
 {
@@ -21,9 +22,12 @@ struct LinkState {
     int portNumber = 1; // 1 to 31
     Bytes outgoingFrame;
     Bytes lastReply;
-    bool timeOut = false; // the last wait timed out or hung up, and nobody has reported it yet
+    bool timeOut = false;         // the last wait timed out or hung up, and nobody has reported it yet
+    std::size_t awaitedBytes = 0; // how many the last exchange waited for
     std::chrono::milliseconds timeOutInterval = usualTimeOut;
-    int typeCode = 0;               // see docs/protocol.md, "The line"
+    int run = 0;                                      // the run of exchanges without a fault that now lasts
+    std::optional<std::chrono::microseconds> lastUse; // its last exchange; see lineRunLasts()
+    int typeCode = 0;                                 // see docs/protocol.md, "The line"
     Text identification;            // the two characters of the last identification that was recognised
     bool identified = false;        // a decoder has been identified since the program started
     bool interfaceAnswered = false; // the programming interface has answered an exchange

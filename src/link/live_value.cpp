@@ -1,5 +1,6 @@
 #include "link/live_value.h"
 
+#include "link/fault_text.h"
 #include "link/identification.h"
 #include "program/check_byte.h"
 
@@ -25,7 +26,7 @@ std::optional<LiveEnd> exchange(Link& link, const Bytes& command, ReplyLength le
         link.state.timeOut = false;
         if (!link.port.isOpen())
             return LiveEnd::lineLost;
-        link.prompts.message(link.texts.message(Message::noReply));
+        link.prompts.message(noReplyText(link));
         return LiveEnd::noReply;
     case ExchangeEnd::replied:
         break;
@@ -37,6 +38,7 @@ std::optional<LiveEnd> identify(Link& link)
 {
     if (const auto end = exchange(link, identifyCommand, ReplyLength::atLeast(identificationLength)))
         return end;
+    noteWhoAnswered(link);
     const auto typeCode = typeCodeOf(link.state.lastReply, ReadOnlyReceiver::refused);
     if (!typeCode || *typeCode == trailerCode)
         return LiveEnd::unknownDecoder;
@@ -50,6 +52,7 @@ std::optional<LiveEnd> announce(Link& link)
         return end;
     if (IsAck(link.state.lastReply))
         return std::nullopt;
+    breakLineRun(link.state);
     link.prompts.message(link.texts.message(Message::announcementRefused));
     return LiveEnd::refused;
 }

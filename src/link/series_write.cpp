@@ -24,7 +24,7 @@ private:
 } // namespace
 
 std::array<WriteEnd, seriesLength> writeSeries(Link& link, const std::array<int, seriesLength>& values,
-                                               int firmwareLevel, const Text& onlyFor)
+                                               const Text& onlyFor)
 {
     std::array<WriteEnd, seriesLength> ends;
     ends.fill(WriteEnd::ended);
@@ -32,7 +32,7 @@ std::array<WriteEnd, seriesLength> writeSeries(Link& link, const std::array<int,
     for (std::size_t i = 0; i < seriesLength; ++i) {
         const int cv = firstSeriesCv + static_cast<int>(i);
         link.view.showStatus(link.view.statusText() + u" " + textFromNumber(cv) + u" ");
-        ends[i] = writeCv(link, {cv, values[i], firmwareLevel, onlyFor});
+        ends[i] = writeCv(link, {.cv = cv, .value = values[i], .onlyFor = onlyFor});
         if (ends[i] == WriteEnd::ended || link.wait.pause(pauseAfterWrite) == WaitResult::ended)
             break;
     }

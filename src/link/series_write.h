@@ -16,6 +16,6 @@ inline constexpr std::size_t seriesLength = lastSeriesCv - firstSeriesCv + 1;
 // shown, and the next CV follows. After the end of the program nothing more is sent; what was not sent is
 // `ended`.
 std::array<WriteEnd, seriesLength> writeSeries(Link& link, const std::array<int, seriesLength>& values,
-                                               int firmwareLevel, const Text& onlyFor);
+                                               const Text& onlyFor);
 
 } // namespace karvo

@@ -1,9 +1,8 @@
 #include "link/write.h"
 
+#include "link/fault_text.h"
 #include "link/identification.h"
 #include "program/check_byte.h"
-
-#include <optional>
 
 namespace karvo
 {
@@ -42,18 +41,6 @@ Text resetQuestion(const Link& link)
     return question;
 }
 
-// What forbids the write before anything is sent.
-std::optional<WriteEnd> guardBefore(Link& link, const WriteCommand& command)
-{
-    if (command.cv == resetCv && !link.prompts.question(resetQuestion(link)))
-        return WriteEnd::refusedByUser;
-    if (command.cv == levelledCv && command.firmwareLevel < lowestFirmwareLevel) {
-        link.prompts.message(link.texts.message(Message::cv99NeedsFirmware));
-        return WriteEnd::guarded;
-    }
-    return std::nullopt;
-}
-
 // KV07 and KV08 have captions of their own. Silence after "%" is told as what happened; silence after "EWS",
 // when the interface has just answered, as what to do with the vehicle.
 struct SilenceCaptions {
@@ -66,7 +53,7 @@ constexpr SilenceCaptions silentDecoder{Caption::writeAgainKv07, Caption::writeA
 void tellNoReply(Link& link)
 {
     link.state.timeOut = false;
-    link.prompts.message(link.texts.message(Message::noReply));
+    link.prompts.message(noReplyText(link));
 }
 
 WriteEnd reportSilence(Link& link, const SilenceCaptions& captions)
@@ -75,24 +62,6 @@ WriteEnd reportSilence(Link& link, const SilenceCaptions& captions)
     tellNoReply(link);
     link.view.showStatus(link.texts.caption(newer ? captions.newerModels : captions.others));
     return WriteEnd::noReply;
-}
-
-std::optional<WriteEnd> identifyForWrite(Link& link, const WriteCommand& command)
-{
-    switch (IdentifyDecoder(link, ReadOnlyReceiver::refused)) {
-    case IdentificationEnd::ended:
-        return WriteEnd::ended;
-    case IdentificationEnd::timedOut:
-        return reportSilence(link, silentInterface);
-    case IdentificationEnd::unknown:
-        link.prompts.message(link.texts.message(Message::nothingWritten));
-        return WriteEnd::unknownDecoder;
-    case IdentificationEnd::identified:
-        break;
-    }
-    if (!command.onlyFor.empty() && command.onlyFor != link.state.identification)
-        return WriteEnd::otherDecoder;
-    return std::nullopt;
 }
 
 std::optional<WriteEnd> announceWrite(Link& link)
@@ -159,6 +128,19 @@ void tellAfterReset(Link& link, WriteEnd end)
     link.prompts.message(link.texts.message(message), PromptIcon::information);
 }
 
+WriteEnd send(Link& link, const WriteCommand& command)
+{
+    if (!EnsurePortOpen(link))
+        return WriteEnd::ended;
+    if (const auto end = identifyForWrite(link))
+        return *end;
+    if (!command.onlyFor.empty() && command.onlyFor != link.state.identification)
+        return WriteEnd::otherDecoder;
+    if (const auto end = announceWrite(link))
+        return *end;
+    return sendValue(link, command);
+}
+
 } // namespace
 
 Text writtenNotice(int cv, const LanguageTables& texts)
@@ -171,18 +153,43 @@ Text writtenNotice(int cv, const LanguageTables& texts)
     return cvText + texts.message(Message::writtenNotice);
 }
 
+std::optional<WriteEnd> guardWrite(Link& link, const WriteCommand& command)
+{
+    if (command.cv == resetCv && !link.prompts.question(resetQuestion(link)))
+        return WriteEnd::refusedByUser;
+    if (command.cv == levelledCv && command.firmwareLevel < lowestFirmwareLevel) {
+        link.prompts.message(link.texts.message(Message::cv99NeedsFirmware));
+        return WriteEnd::guarded;
+    }
+    return std::nullopt;
+}
+
+std::optional<WriteEnd> identifyForWrite(Link& link)
+{
+    switch (IdentifyDecoder(link, ReadOnlyReceiver::refused)) {
+    case IdentificationEnd::ended:
+        return WriteEnd::ended;
+    case IdentificationEnd::timedOut:
+        return reportSilence(link, silentInterface);
+    case IdentificationEnd::unknown:
+        link.prompts.message(link.texts.message(Message::nothingWritten));
+        return WriteEnd::unknownDecoder;
+    case IdentificationEnd::identified:
+        break;
+    }
+    return std::nullopt;
+}
+
 WriteEnd writeCv(Link& link, const WriteCommand& command)
 {
-    if (const auto end = guardBefore(link, command))
-        return *end;
+    if (!command.guarded) {
+        if (const auto end = guardWrite(link, command))
+            return *end;
+    }
     link.view.showStatus(link.texts.caption(Caption::writingCv) + textFromNumber(command.cv));
-    if (!EnsurePortOpen(link))
-        return WriteEnd::ended;
-    if (const auto end = identifyForWrite(link, command))
-        return *end;
-    if (const auto end = announceWrite(link))
-        return *end;
-    const auto end = sendValue(link, command);
+    const auto end = send(link, command);
+    if (end != WriteEnd::written && end != WriteEnd::unconfirmed)
+        breakLineRun(link.state);
     if (end == WriteEnd::written)
         noticeSuccess(link, command.cv);
     if (command.cv == resetCv && (end == WriteEnd::written || end == WriteEnd::frameRefused))

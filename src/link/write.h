@@ -3,6 +3,8 @@
 
 #include "link/link.h"
 
+#include <optional>
+
 namespace karvo
 {
 
@@ -25,6 +27,7 @@ struct WriteCommand {
     int value;             // 0 to 255
     int firmwareLevel = 3; // ReceiverValues::firmwareLevel
     Text onlyFor = {};     // the identification that the decoder has to give; empty: any that can be written
+    bool guarded = false;  // guardWrite() has let it through already
 };
 
 inline constexpr int resetCv = 59; // whatever is written to it sets the decoder back
@@ -40,7 +43,15 @@ constexpr bool isTakeOverCv(int cv)
 // What is said of a CV that was written: "CV 48  ...", "CV11 + CV12  ..." of the one that takes both over.
 Text writtenNotice(int cv, const LanguageTables& texts);
 
-// Identifies the decoder, announces the value and sends it, once. The port stays open.
+// What stands before the first byte of a write: the question before a reset, and CV99 of old firmware.
+// Nothing when the write may go on.
+std::optional<WriteEnd> guardWrite(Link& link, const WriteCommand& command);
+
+// Sends "%". Nothing when a decoder that can be written has answered; else what went wrong has been shown.
+std::optional<WriteEnd> identifyForWrite(Link& link);
+
+// Guards the write unless that has been done, identifies the decoder, announces the value and sends it, once.
+// The port stays open.
 WriteEnd writeCv(Link& link, const WriteCommand& command);
 
 } // namespace karvo

@@ -1,5 +1,9 @@
 #include "platform/qt_wait.h"
 
+#ifdef __linux__
+#include <ctime>
+#endif
+
 namespace karvo
 {
 
@@ -66,6 +70,18 @@ WaitResult QtWait::until(const std::function<bool()>& condition, std::chrono::mi
         if (ended_)
             return WaitResult::ended;
     }
+}
+
+std::chrono::microseconds QtWait::now() const
+{
+    using namespace std::chrono;
+#ifdef __linux__
+    // Linux stops the clock of `steady_clock` while the computer sleeps.
+    timespec sinceStart{};
+    if (clock_gettime(CLOCK_BOOTTIME, &sinceStart) == 0)
+        return duration_cast<microseconds>(seconds(sinceStart.tv_sec) + nanoseconds(sinceStart.tv_nsec));
+#endif
+    return duration_cast<microseconds>(steady_clock::now().time_since_epoch());
 }
 
 void QtWait::wake()

@@ -20,6 +20,8 @@ public:
     // Asserts that no wait is under way; where assertions are off, such a call returns `ended` at once.
     WaitResult until(const std::function<bool()>& condition, std::chrono::milliseconds limit) override;
 
+    std::chrono::microseconds now() const override;
+
     // From any code of the window thread, the condition itself included.
     void wake() override;
 

@@ -22,6 +22,9 @@ public:
     // after each wake(). Sleeps between events. Waits never nest.
     virtual WaitResult until(const std::function<bool()>& condition, std::chrono::milliseconds limit) = 0;
 
+    // On a clock that never goes back, since an arbitrary start; it runs on while the computer sleeps.
+    virtual std::chrono::microseconds now() const = 0;
+
     // The awaited state may have changed; called by whoever changes it. Without a wait under way it does
     // nothing.
     virtual void wake() = 0;

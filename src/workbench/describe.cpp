@@ -173,11 +173,6 @@ void takeDescription(Workbench& bench, Description description, const std::strin
     set.descriptionPath = bench.state.programFolder / fileName;
 }
 
-DecoderProfile profileOfImage(const ProgramState& state)
-{
-    return profileOf(state.link.typeCode, state.link.identification, state.image, state.receiver);
-}
-
 void takeValues(CvTable& table, const CvImage& image)
 {
     for (int cv = 1; cv <= CvTable::lastRow; ++cv) {

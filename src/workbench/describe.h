@@ -31,9 +31,6 @@ Text typeText(const DecoderProfile& profile, const LanguageTables& texts);
 // file, stay.
 void takeDescription(Workbench& bench, Description description, const std::string& fileName);
 
-// Which decoder the image was read from; right after the read.
-DecoderProfile profileOfImage(const ProgramState& state);
-
 // The values of a decoder's block into the rows that the description names.
 void takeValues(CvTable& table, const CvImage& image);
 

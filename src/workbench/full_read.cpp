@@ -5,6 +5,7 @@
 #include "cvdata/expert_choice.h"
 #include "workbench/describe.h"
 #include "workbench/line_use.h"
+#include "workbench/write_backup.h"
 
 namespace karvo
 {
@@ -69,9 +70,9 @@ std::optional<ReadEnd> readIntoList(Workbench& bench, ReadStarter starter)
     const auto end = readDecoder(link, bench.state.image, bench.state.receiver);
     if (end != ReadEnd::read)
         return end;
-    const auto profile = profileOfImage(bench.state);
-    bench.state.unkeptImage = profile;
-    if (!showReadDecoder(bench, profile))
+    const auto block = blockJustRead(bench.state.link, bench.state.image);
+    noteRead(bench.state, block);
+    if (!showReadDecoder(bench, block.profile))
         return std::nullopt;
     showListFilled(bench);
     return end;

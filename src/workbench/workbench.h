@@ -24,6 +24,14 @@ struct RecoveryState {
     bool holdsChanges = false;  // the file has what is unsaved on the bench
 };
 
+// A block that was read, and the decoder that it is of.
+struct DecoderBlock {
+    CvImage image{};
+    DecoderProfile profile;
+    Text identification;
+    int lineRun = 0; // in which it was read; see lineRunLasts()
+};
+
 struct ProgramState {
     std::filesystem::path programFolder; // where the text files lie
     UserFolders userFolders;             // where the user's files lie
@@ -35,14 +43,13 @@ struct ProgramState {
     ReceiverValues receiver;
     CvSet set;
     RecoveryState recovery;
-    Text hexFolder;                            // start folder of the HEX file dialogs
-    bool expert = false;                       // expert mode
-    bool readStartedByButton = false;          // during a read that the button `Start` has begun
-    bool lineBusy = false;                     // an operation has the line
-    bool stopRequested = false;                // a write of many CVs is to end before its next one
-    std::optional<DecoderProfile> unkeptImage; // whose block the image is, until that has been kept as a file
-    std::optional<CvImage> keptBlock; // the block that was kept last, with what has been written since
-    std::filesystem::path keptFile;   // where that block was kept; empty when none was in this run
+    Text hexFolder;                        // start folder of the HEX file dialogs
+    bool expert = false;                   // expert mode
+    bool readStartedByButton = false;      // during a read that the button `Start` has begun
+    bool lineBusy = false;                 // an operation has the line
+    bool stopRequested = false;            // a write of many CVs is to end before its next one
+    std::optional<DecoderBlock> keptBlock; // the one kept as a file last, with what has been written since
+    std::filesystem::path keptFile;        // where that block was kept; empty when none was in this run
     std::set<std::filesystem::path> faultyFiles; // of the program folder, of which has been told in this run
     int automaticVariant = 0;                    // bus or fire-engine variant 0 to 3 of the offline lists
     int speedStepViews = 0;          // above 0 the speed-step editor only shows what the last reply holds

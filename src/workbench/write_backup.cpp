@@ -2,7 +2,7 @@
 
 #include "cvdata/changes.h"
 #include "cvdata/description_choice.h"
-#include "link/write.h"
+#include "link/read.h"
 #include "workbench/describe.h"
 
 #include <algorithm>
@@ -13,20 +13,14 @@ namespace karvo
 namespace
 {
 
-// The CVs that can be written; beyond them stand measurements that differ from read to read.
 constexpr std::size_t lastWritableCv = 256;
+constexpr int noLineRun = 0; // they are counted from 1
 
-bool isKept(const ProgramState& state)
-{
-    return state.keptBlock && std::equal(state.image.begin() + 1, state.image.begin() + lastWritableCv + 1,
-                                         state.keptBlock->begin() + 1);
-}
-
-std::optional<CvSet> setOfBlock(Workbench& bench, const DecoderProfile& profile)
+std::optional<CvSet> setOfBlock(Workbench& bench, const DecoderBlock& block)
 {
     ProgramState& state = bench.state;
     CvSet set;
-    set.profile = profile;
+    set.profile = block.profile;
     const auto fileName = descriptionFileName(set.profile, state.language);
     auto description = loadDescription(bench, fileName, set.profile);
     if (!description)
@@ -35,7 +29,7 @@ std::optional<CvSet> setOfBlock(Workbench& bench, const DecoderProfile& profile)
     set.descriptionLines = std::move(description->lines);
     set.rowCount = description->rowCount;
     set.descriptionPath = state.programFolder / fileName;
-    takeValues(set.table, state.image);
+    takeValues(set.table, block.image);
     set.modelCode = modelCode(set.profile.model);
     startUnchanged(set);
     return set;
@@ -43,13 +37,26 @@ std::optional<CvSet> setOfBlock(Workbench& bench, const DecoderProfile& profile)
 
 } // namespace
 
-bool keepBlockBeforeWrite(Workbench& bench, const KeepBackup& keep)
+DecoderBlock blockJustRead(const LinkState& state, const CvImage& image)
+{
+    const auto receiver = receiverValuesOf(state.typeCode, image);
+    return {image, profileOf(state.typeCode, state.identification, image, receiver), state.identification,
+            state.run};
+}
+
+bool isKept(const ProgramState& state, const DecoderBlock& block)
+{
+    const auto& kept = state.keptBlock;
+    return kept && kept->identification == block.identification &&
+           std::equal(block.image.begin() + 1, block.image.begin() + lastWritableCv + 1,
+                      kept->image.begin() + 1);
+}
+
+bool keepBlock(Workbench& bench, const DecoderBlock& block, const KeepBackup& keep)
 {
     ProgramState& state = bench.state;
-    if (!state.unkeptImage)
-        return true;
-    if (!isKept(state)) {
-        const auto set = setOfBlock(bench, *state.unkeptImage);
+    if (!isKept(state, block)) {
+        const auto set = setOfBlock(bench, block);
         if (!set)
             return false;
         const auto kept = keep(*set);
@@ -59,19 +66,30 @@ bool keepBlockBeforeWrite(Workbench& bench, const KeepBackup& keep)
                                   PromptIcon::warning);
             return false;
         }
-        state.keptBlock = state.image;
         state.keptFile = kept.file;
     }
-    state.unkeptImage.reset();
+    state.keptBlock = block;
     return true;
 }
 
-void noteWrite(ProgramState& state, int cv, int value)
+void noteRead(ProgramState& state, const DecoderBlock& block)
 {
-    if (cv == resetCv)
-        state.keptBlock.reset(); // all of them may have changed
-    else if (state.keptBlock && !isTakeOverCv(cv))
-        (*state.keptBlock)[static_cast<std::size_t>(cv)] = static_cast<std::uint8_t>(value);
+    if (state.keptBlock)
+        state.keptBlock->lineRun = isKept(state, block) ? block.lineRun : noLineRun;
+}
+
+void noteWrite(ProgramState& state, int cv, int value, WriteEnd end)
+{
+    if (cv == resetCv && mayHaveReset(end))
+        state.keptBlock.reset();
+    else if (state.keptBlock && !isTakeOverCv(cv) &&
+             (end == WriteEnd::written || end == WriteEnd::unconfirmed))
+        state.keptBlock->image[static_cast<std::size_t>(cv)] = static_cast<std::uint8_t>(value);
+}
+
+bool mayHaveReset(WriteEnd end)
+{
+    return end == WriteEnd::written || end == WriteEnd::frameRefused || end == WriteEnd::unacknowledged;
 }
 
 } // namespace karvo

@@ -11,8 +11,9 @@ namespace karvo
 {
 
 // How a write of many goes:
-//  - The decoder on the line, identified first when none has been in this run, has to be of the list's model.
-//  - The block is read; what the vehicle holds is kept; what differs from it is marked in the list.
+//  - Before the first byte of it stands the guard (write_guard.h). The writes of the whole list always read
+//  the
+//    block, and mark in the list what differs from it.
 //  - Speed steps outside their limits are asked about: the table is written whole or not at all.
 //  - Each CV is written once. ProgramState::stopRequested ends it before the next one. A CV whose value is
 //    refused is passed over, and three refusals in a row end the write, as does anything that speaks for the
@@ -30,11 +31,14 @@ WriteReport writeChanged(Workbench& bench, const KeepBackup& keepBackup);
 // All CVs of the list, but for those that the decoder alone decides.
 WriteReport writeAll(Workbench& bench, const KeepBackup& keepBackup);
 
-// These values, in the plan's order and without a block read: what an editor has made. They stand in the list
-// first; what was not written stays marked there.
+// These values, in the plan's order: what an editor has made. They stand in the list first; what was not
+// written stays marked there, whatever the reason.
 WriteReport writeValues(Workbench& bench, const WritePlan& plan, const KeepBackup& keepBackup);
 
-// Just these, right after a read of the same decoder: without a further block.
+// CV59 alone, for which no list is needed: a decoder whose memory can not be read can be set back.
+WriteReport writeReset(Workbench& bench, int value, const KeepBackup& keepBackup);
+
+// Just these, with their values in the list.
 WriteReport writeChosen(Workbench& bench, const std::vector<int>& cvs, const KeepBackup& keepBackup);
 
 } // namespace karvo

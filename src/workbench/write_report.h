@@ -25,6 +25,7 @@ enum class WriteManyEnd {
     nothingToWrite, // the list is empty, or the decoder holds all of its values already
     busy,           // another operation has the line
     otherModel,     // the list belongs to another model; reported, nothing was written
+    declined,       // a question about the vehicle was answered No; nothing was written
     backupFailed,   // what the decoder held could not be kept; reported, nothing was written
     noReply,        // to the identification or the block read; reported, nothing was written
     unknownDecoder, // reported, nothing was written

@@ -67,12 +67,11 @@ bool isUnconfirmed(const WriteOutcome& outcome)
 class Run
 {
 public:
-    Run(Workbench& bench, const WritePlan& plan)
-        : bench_(bench), link_(bench.link()), decoder_(bench.state.link.identification)
+    Run(Workbench& bench, std::vector<WriteOutcome> outcomes, const Text& decoder, RunKind kind)
+        : bench_(bench), link_(bench.link()), decoder_(decoder)
     {
-        for (const PlannedWrite& write : plan)
-            report_.outcomes.push_back({write.cv, write.value, write.skip});
-        bench_.state.link.manyUnderWay = true;
+        report_.outcomes = std::move(outcomes);
+        bench_.state.link.manyUnderWay = kind == RunKind::many;
     }
     ~Run()
     {
@@ -85,7 +84,7 @@ public:
     WriteReport carryOut()
     {
         for (std::size_t at = 0; at < report_.outcomes.size() && report_.end == WriteManyEnd::finished;) {
-            if (report_.outcomes[at].skip != WriteSkip::none) {
+            if (!isDue(report_.outcomes[at])) {
                 ++at;
             } else if (bench_.state.stopRequested) {
                 report_.end = WriteManyEnd::stoppedByUser;
@@ -108,7 +107,9 @@ private:
             writeSeriesAt(at);
         } else {
             const WriteOutcome& outcome = report_.outcomes[at];
-            take(at, writeCv(link_, {outcome.cv, outcome.value, firmwareLevel(), decoder_}));
+            take(at,
+                 writeCv(link_,
+                         {.cv = outcome.cv, .value = outcome.value, .onlyFor = decoder_, .guarded = true}));
         }
         judge(*report_.outcomes[at + count - 1].end);
         return count;
@@ -129,7 +130,7 @@ private:
         std::array<int, seriesLength> values{};
         for (std::size_t i = 0; i < seriesLength; ++i)
             values[i] = report_.outcomes[at + i].value;
-        const auto ends = writeSeries(link_, values, firmwareLevel(), decoder_);
+        const auto ends = writeSeries(link_, values, decoder_);
         for (std::size_t i = 0; i < seriesLength; ++i)
             take(at + i, ends[i]);
     }
@@ -141,7 +142,7 @@ private:
             return false;
         for (std::size_t i = 0; i < seriesLength; ++i) {
             const bool isNext = outcomes[at + i].cv == firstSeriesCv + static_cast<int>(i);
-            if (!isNext || outcomes[at + i].skip != WriteSkip::none)
+            if (!isNext || !isDue(outcomes[at + i]))
                 return false;
         }
         return true;
@@ -150,8 +151,7 @@ private:
     std::size_t remainingAfter(std::size_t at) const
     {
         return static_cast<std::size_t>(std::count_if(
-            report_.outcomes.begin() + static_cast<std::ptrdiff_t>(at) + 1, report_.outcomes.end(),
-            [](const WriteOutcome& outcome) { return outcome.skip == WriteSkip::none; }));
+            report_.outcomes.begin() + static_cast<std::ptrdiff_t>(at) + 1, report_.outcomes.end(), isDue));
     }
 
     void take(std::size_t at, WriteEnd end)
@@ -159,31 +159,20 @@ private:
         WriteOutcome& outcome = report_.outcomes[at];
         outcome.end = end;
         refusals_ = end == WriteEnd::frameRefused ? refusals_ + 1 : 0;
-        if (end != WriteEnd::written)
-            return;
-        markWritten(bench_.state.set, outcome.cv);
-        noteWrite(bench_.state, outcome.cv, outcome.value);
+        noteWrite(bench_.state, outcome.cv, outcome.value, end);
+        CvSet& set = bench_.state.set;
+        if (end == WriteEnd::written && set.table.value(outcome.cv) == outcome.value)
+            markWritten(set, outcome.cv);
     }
 
     // After a series its last CV tells whether the line still works: a failure before it was passed over.
     void judge(WriteEnd end)
     {
-        if (end == WriteEnd::otherDecoder)
-            reportOtherDecoder();
         if (end == WriteEnd::ended)
             report_.end = WriteManyEnd::ended;
         else if (endsTheRun(end) || refusals_ >= mostRefusalsInARow)
             report_.end = WriteManyEnd::stoppedByFault;
     }
-
-    void reportOtherDecoder()
-    {
-        const Text identifications[] = {bench_.state.link.identification, decoder_};
-        bench_.prompts.message(filledIn(bench_.state.texts.message(Message::otherDecoder), identifications),
-                               PromptIcon::warning);
-    }
-
-    int firmwareLevel() const { return bench_.state.receiver.firmwareLevel; }
 
     Workbench& bench_;
     Link link_;
@@ -192,6 +181,13 @@ private:
     int refusals_ = 0; // in a row
 };
 
+// Else the status says, or a message has said, why nothing was written.
+bool hasRun(WriteManyEnd end)
+{
+    return end == WriteManyEnd::finished || end == WriteManyEnd::stoppedByUser ||
+           end == WriteManyEnd::stoppedByFault;
+}
+
 void showSummary(Workbench& bench, const WriteReport& report)
 {
     const Text counts[] = {textFromNumber(static_cast<long long>(report.countOf(WriteEnd::written))),
@@ -199,36 +195,69 @@ void showSummary(Workbench& bench, const WriteReport& report)
     bench.view.showStatus(filledIn(bench.state.texts.caption(Caption::writeSummary), counts));
 }
 
-bool anyToWrite(const WritePlan& plan)
+std::vector<WriteOutcome> outcomesOf(const WritePlan& plan)
 {
-    return std::any_of(plan.begin(), plan.end(),
-                       [](const PlannedWrite& write) { return write.skip == WriteSkip::none; });
+    std::vector<WriteOutcome> outcomes;
+    for (const PlannedWrite& write : plan)
+        outcomes.push_back({write.cv, write.value, write.skip});
+    return outcomes;
 }
 
-WriteReport nothingDone(const WritePlan& plan, WriteManyEnd end)
+std::optional<WriteManyEnd> passGuard(WriteGuard& guard)
 {
-    WriteReport report{end, {}};
-    for (const PlannedWrite& write : plan)
-        report.outcomes.push_back({write.cv, write.value, write.skip});
+    if (!guard.hasMetVehicle()) {
+        if (const auto end = guard.meetVehicle(BlockUse::backup))
+            return end;
+    }
+    return guard.keepBlock();
+}
+
+// Whether the first of these that was written found another decoder.
+bool beganWithOtherDecoder(const WriteReport& report, const std::vector<WriteOutcome>& outcomes)
+{
+    const auto first = std::find_if(outcomes.begin(), outcomes.end(), isDue) - outcomes.begin();
+    return report.outcomes[static_cast<std::size_t>(first)].end == WriteEnd::otherDecoder;
+}
+
+void reportOtherDecoder(Workbench& bench, const Text& expected)
+{
+    const Text identifications[] = {bench.state.link.identification, expected};
+    bench.prompts.message(filledIn(bench.state.texts.message(Message::otherDecoder), identifications),
+                          PromptIcon::warning);
+}
+
+// Where the vehicle was changed without a sign of it, the first write finds out, and nothing has been
+// written: then the new one is met as any other.
+WriteReport carryOut(Workbench& bench, const std::vector<WriteOutcome>& outcomes, WriteGuard& guard,
+                     RunKind kind)
+{
+    if (const auto end = passGuard(guard))
+        return {*end, outcomes};
+    auto report = Run(bench, outcomes, guard.decoder(), kind).carryOut();
+    if (beganWithOtherDecoder(report, outcomes) && guard.mustMeetAnew())
+        return carryOut(bench, outcomes, guard, kind);
+    if (report.countOf(WriteEnd::otherDecoder) != 0)
+        reportOtherDecoder(bench, guard.decoder());
     return report;
 }
 
 } // namespace
 
-WriteReport runPlan(Workbench& bench, const WritePlan& plan, const KeepBackup& keepBackup)
+WriteReport runPlan(Workbench& bench, const WritePlan& plan, WriteGuard& guard, RunKind kind)
 {
     if (plan.empty()) {
         bench.view.showStatus(bench.state.texts.caption(Caption::nothingToWrite));
         fillList(bench);
-        return nothingDone(plan, WriteManyEnd::nothingToWrite);
+        return {WriteManyEnd::nothingToWrite, {}};
     }
-    if (anyToWrite(plan) && !keepBlockBeforeWrite(bench, keepBackup)) {
+    WriteReport report{WriteManyEnd::finished, outcomesOf(plan)};
+    askBeforeSending(bench, report.outcomes);
+    if (anyDue(report.outcomes))
+        report = carryOut(bench, report.outcomes, guard, kind);
+    const bool mayHaveChanged = kind == RunKind::many || report.countOf(WriteEnd::written) != 0;
+    if (mayHaveChanged && !bench.state.set.isEmpty()) // a reset needs no list
         fillList(bench);
-        return nothingDone(plan, WriteManyEnd::backupFailed);
-    }
-    auto report = Run(bench, plan).carryOut();
-    fillList(bench);
-    if (report.end != WriteManyEnd::ended)
+    if (kind == RunKind::many && hasRun(report.end))
         showSummary(bench, report);
     return report;
 }

@@ -2,15 +2,18 @@
 #pragma once
 
 #include "workbench/workbench.h"
-#include "workbench/write_backup.h"
+#include "workbench/write_guard.h"
 #include "workbench/write_plan.h"
 #include "workbench/write_report.h"
 
 namespace karvo
 {
 
-// Keeps the block that was read, writes the plan's CVs in its order and makes the list anew. The line has to
-// be in use by the caller, and the decoder to be written the one that was identified last.
-WriteReport runPlan(Workbench& bench, const WritePlan& plan, const KeepBackup& keepBackup);
+// Whether a success is told by each write, or by the caller at the end.
+enum class RunKind { single, many };
+
+// Lets the plan through the guard, unless it has met the vehicle already, writes its CVs in its order and
+// makes the list anew. The line has to be in use by the caller.
+WriteReport runPlan(Workbench& bench, const WritePlan& plan, WriteGuard& guard, RunKind kind);
 
 } // namespace karvo

@@ -11,7 +11,7 @@ namespace karvo
 {
 
 // Writes the current CV's value from the table. Nothing when there is none to write, when another operation
-// has the line, or, after a message, when what the vehicle held could not be kept.
+// has the line, or, after a message, when the guard before a write (write_guard.h) did not let it through.
 std::optional<WriteEnd> writeSingle(Workbench& bench, const KeepBackup& keepBackup);
 
 // Sets the decoder back to its factory values through CV59, which asks first, and then offers to read it.

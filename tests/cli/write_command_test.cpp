@@ -72,12 +72,17 @@ TEST_F(WriteCommandTest, ExitCodesTellWhatWentWrong)
          "The decoder is not ready"},
         {"CV161=1", "kv07", "refused-frame", 0, "CV161 = 1  sent, not acknowledged; please read again\n",
          "0 of 1 CVs"},
-        {"CV48=5", "receiver-readonly", "none", 5, "CV48 = 5  not written, unknown decoder\n",
+        {"CV48=5", "receiver-readonly", "none", 5, "CV48 = 5  not written, ended before\n",
          "Nothing was written"},
         {"CV48=5", "kv07", "silence", 4, "", "does not reply"},
         {"CV48=5", "kv07", "wrong-check-byte", 6, "", "wrong check byte"},
         {"CV59=1", "kv07", "none", 7, "CV59 = 1  not written, as you wished\n", "--yes answers"},
         {"CV59=1 --yes", "kv07", "none", 0, "CV59 = 1  written\n", "The reset command has been sent"},
+        {"CV59=1 --yes", "kv07", "wrong-check-byte", 7, "CV59 = 1  not written, ended before\n",
+         "--force backup answers"},
+        {"CV59=1 --yes --force backup", "kv07", "wrong-check-byte", 0, "CV59 = 1  written\n",
+         "The reset command has been sent"},
+        {"CV59=1 --yes", "kv07", "silence", 4, "", "does not reply"},
     };
     for (const auto& [line, decoder, fault, exitCode, out, err] : cases) {
         const auto outcome = write(QLatin1String(line), decoder, fault);
@@ -106,6 +111,22 @@ TEST_F(WriteCommandTest, AListIsWrittenWhereItDiffers)
     EXPECT_EQ(other.exitCode, 7);
     EXPECT_TRUE(other.err.contains(QStringLiteral("belongs to a KV07, but the vehicle has a KV04")));
     EXPECT_EQ(write(QStringLiteral("--from %1").arg(pathOf("none.kvr"))).exitCode, 1);
+}
+
+TEST_F(WriteCommandTest, AListForAnotherGenerationIsWrittenWhereThePersonSaysSo)
+{
+    readInto("lane.kvr", "kv07-lc");
+    const auto line = QStringLiteral("--from %1").arg(pathOf("lane.kvr"));
+    const auto asked = write(line);
+    EXPECT_EQ(asked.exitCode, 7);
+    EXPECT_TRUE(asked.out.isEmpty());
+    EXPECT_TRUE(
+        asked.err.contains(QStringLiteral("KV07 LaneControl, Firmware 6, in the vehicle: KV07 standard")))
+        << asked.err.toStdString();
+    EXPECT_TRUE(backups().isEmpty());
+    EXPECT_EQ(write(line + QStringLiteral(" --yes")).exitCode, 7);
+    EXPECT_EQ(write(line + QStringLiteral(" --force vehicle")).exitCode, 0);
+    EXPECT_EQ(backups().size(), 1);
 }
 
 TEST_F(WriteCommandTest, WithoutABackupNothingIsWritten)

@@ -157,7 +157,7 @@ TEST(LiveFollow, AFailureIsToldOnceAndAMovementTriesAgain)
 {
     FollowBench bench;
     bench.follow.tick();
-    EXPECT_EQ(bench.journal.back(), "message no reply");
+    EXPECT_EQ(bench.journal.back(), "message no reply\r\nnothing came");
     EXPECT_FALSE(bench.follow.isFollowing());
     bench.journal.clear();
     bench.follow.tick();

@@ -165,7 +165,7 @@ TEST_F(IdentifyTest, ALoneCharacterIsUnknownAfterFiftyMilliseconds)
     EXPECT_EQ(bench.line.now(), 55ms);
     EXPECT_EQ(bench.state.typeCode, 8);
     EXPECT_FALSE(bench.state.identified);
-    EXPECT_EQ(bench.journal.back(), "message unknown decoder");
+    EXPECT_EQ(bench.journal.back(), "message unknown decoder\r\nreply \"2\"");
 }
 
 TEST_F(IdentifyTest, TheReadOnlyReceiverIsRefusedWhereItIsToBeWritten)

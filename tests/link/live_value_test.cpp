@@ -72,13 +72,15 @@ TEST(LiveValue, AFailureEndsTheExchangeAndIsTold)
         Journal journal;
     };
     const Case cases[] = {
-        {{}, LiveEnd::noReply, {"open 1", "write 37", "message no reply"}},
-        {{{'2'}}, LiveEnd::noReply, {"open 1", "write 37", "message no reply"}},
-        {{kv07}, LiveEnd::noReply, {"open 1", "write 37", "write 69 87 77", "message no reply"}},
+        {{}, LiveEnd::noReply, {"open 1", "write 37", "message no reply\r\nnothing came"}},
+        {{{'2'}}, LiveEnd::noReply, {"open 1", "write 37", "message no reply\r\n1 of 2 bytes"}},
+        {{kv07},
+         LiveEnd::noReply,
+         {"open 1", "write 37", "write 69 87 77", "message no reply\r\nnothing came"}},
         {{kv07, {7, 6}}, LiveEnd::refused, {"open 1", "write 37", "write 69 87 77", "message m294"}},
         {{kv07, {6}},
          LiveEnd::noReply,
-         {"open 1", "write 37", "write 69 87 77", "write 2 5 7", "message no reply"}},
+         {"open 1", "write 37", "write 69 87 77", "write 2 5 7", "message no reply\r\nnothing came"}},
         {{kv07, {6}, {21}}, LiveEnd::sent, {"open 1", "write 37", "write 69 87 77", "write 2 5 7"}},
     };
     for (const Case& expected : cases) {

@@ -54,7 +54,8 @@ TEST_F(ReadTest, ALongBlockThatStopsAt513BytesTimesOut)
     EXPECT_EQ(bench.line.now(), 10000ms);
     EXPECT_EQ(bench.state.timeOutInterval, 5000ms);
     const Journal end(bench.journal.end() - 3, bench.journal.end());
-    EXPECT_EQ(end, (Journal{"message no reply", "status no reply status", "no hourglass"}));
+    EXPECT_EQ(end,
+              (Journal{"message no reply\r\n513 of 1025 bytes", "status no reply status", "no hourglass"}));
     EXPECT_TRUE(bench.line.isOpen());
     EXPECT_EQ(image, CvImage{});
 }
@@ -64,9 +65,9 @@ TEST_F(ReadTest, SilenceClosesThePortAndTheNextReadOpensItAgain)
     EXPECT_EQ(read(), ReadEnd::noReply);
     EXPECT_EQ(bench.line.now(), 5000ms);
     EXPECT_FALSE(bench.state.timeOut);
-    EXPECT_EQ(bench.journal,
-              (Journal{"status read all", "open 1", "hourglass", "write 37", "message no reply",
-                       "status no reply status", "close", "no hourglass"}));
+    EXPECT_EQ(bench.journal, (Journal{"status read all", "open 1", "hourglass", "write 37",
+                                      "message no reply\r\nnothing came", "status no reply status", "close",
+                                      "no hourglass"}));
     bench.line.replyWith({'1', '4'});
     bench.line.replyWith(blockOf(512));
     EXPECT_EQ(read(), ReadEnd::read);
@@ -88,7 +89,7 @@ TEST_F(ReadTest, AnUnknownDecoderEndsTheReadWithItsStatus)
     bench.line.replyWith({'9', '9'});
     EXPECT_EQ(read(), ReadEnd::unknownDecoder);
     const Journal end(bench.journal.end() - 3, bench.journal.end());
-    EXPECT_EQ(end, (Journal{"message unknown decoder", "status read all", "no hourglass"}));
+    EXPECT_EQ(end, (Journal{"message unknown decoder\r\nreply \"99\"", "status read all", "no hourglass"}));
     EXPECT_TRUE(bench.line.isOpen());
 }
 
@@ -114,7 +115,8 @@ TEST_F(ReadTest, AHangUpInTheBlockIsATimeOutAndTheNextReadWorks)
     EXPECT_EQ(bench.line.now(), 600ms);
     EXPECT_FALSE(bench.state.timeOut);
     const Journal end(bench.journal.end() - 3, bench.journal.end());
-    EXPECT_EQ(end, (Journal{"message no reply", "status no reply status", "no hourglass"}));
+    EXPECT_EQ(end,
+              (Journal{"message no reply\r\n100 of 1025 bytes", "status no reply status", "no hourglass"}));
     bench.journal.clear();
     bench.line.replyWith({'2', '7'});
     bench.line.replyWith(blockOf(1024));

@@ -70,7 +70,7 @@ TEST_F(SavePathReadTest, TheLongBlockHasFiveSecondsOnly)
     EXPECT_EQ(bench.line.now() - start, 5000ms);
     EXPECT_EQ(image, before);
     const Journal end(bench.journal.end() - 3, bench.journal.end());
-    EXPECT_EQ(end, (Journal{"message no reply", "status no reply status", "no hourglass"}));
+    EXPECT_EQ(end, (Journal{"message no reply\r\nnothing came", "status no reply status", "no hourglass"}));
     EXPECT_TRUE(bench.line.isOpen());
 }
 
@@ -78,7 +78,7 @@ TEST_F(SavePathReadTest, SilenceClosesThePortBeforeItIsTold)
 {
     EXPECT_EQ(read(1), ReadEnd::noReply);
     EXPECT_EQ(bench.journal, (Journal{"open 1", "hourglass", "write 37", "close", "no hourglass",
-                                      "message no reply", "status no reply status"}));
+                                      "message no reply\r\nnothing came", "status no reply status"}));
     EXPECT_EQ(image, before);
 }
 

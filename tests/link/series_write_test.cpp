@@ -23,7 +23,7 @@ protected:
         bench.line.replyWith({6});
         bench.line.replyWith(frameReply);
     }
-    std::array<WriteEnd, 5> write() { return writeSeries(bench.link, {10, 20, 30, 40, 50}, 3, {}); }
+    std::array<WriteEnd, 5> write() { return writeSeries(bench.link, {10, 20, 30, 40, 50}, {}); }
 
     LinkBench bench;
 };

@@ -83,7 +83,8 @@ TEST_F(WriteTest, SilenceAfterTheIdentificationIsNamedByTheTypeKnownBefore)
         bench.state.typeCode = typeCode;
         EXPECT_EQ(write(48, 1), WriteEnd::noReply);
         const Journal end(bench.journal.end() - 3, bench.journal.end());
-        EXPECT_EQ(end, (Journal{"write 37", "message no reply", std::string("status ") + status}));
+        EXPECT_EQ(end,
+                  (Journal{"write 37", "message no reply\r\nnothing came", std::string("status ") + status}));
         EXPECT_FALSE(bench.state.timeOut);
         EXPECT_TRUE(bench.line.isOpen());
     }
@@ -100,7 +101,8 @@ TEST_F(WriteTest, SilenceAfterTheAnnouncementIsNamedByTheTypeJustIdentified)
         EXPECT_EQ(write(48, 1), WriteEnd::noReply);
         EXPECT_EQ(bench.line.now() - before, 5000ms);
         const Journal end(bench.journal.end() - 3, bench.journal.end());
-        EXPECT_EQ(end, (Journal{"write 69 87 83", "message no reply", std::string("status ") + status}));
+        EXPECT_EQ(end, (Journal{"write 69 87 83", "message no reply\r\nnothing came",
+                                std::string("status ") + status}));
         EXPECT_TRUE(bench.line.isOpen());
     }
 }
@@ -111,18 +113,24 @@ TEST_F(WriteTest, SilenceAfterTheFrameLeavesItUncertain)
     bench.line.replyWith(ack);
     EXPECT_EQ(write(48, 1), WriteEnd::unacknowledged);
     const Journal end(bench.journal.end() - 3, bench.journal.end());
-    EXPECT_EQ(end, (Journal{"write 47 1 48", "message no reply", "status menu 76"}));
+    EXPECT_EQ(end, (Journal{"write 47 1 48", "message no reply\r\nnothing came", "status menu 76"}));
     EXPECT_FALSE(bench.state.timeOut);
 }
 
-TEST_F(WriteTest, AnUnknownDecoderIsToldAndThatNothingWasWritten)
+TEST_F(WriteTest, AnUnknownDecoderIsToldWithItsReplyAndThatNothingWasWritten)
 {
-    for (const char* const identification : {"81", "99", "2", "27\r"}) {
+    const std::pair<std::string, const char*> cases[] = {{"81", "\"81\""},
+                                                         {"2", "\"2\""},
+                                                         {"27\r", "0x32 0x37 0x0D"},
+                                                         {"\xB2 7", "0xB2 0x20 0x37"},
+                                                         {"0123456789abcdefg", "\"0123456789abcdef\" ..."}};
+    for (const auto& [identification, reply] : cases) {
         bench.journal.clear();
-        answerAs(identification);
+        answerAs(identification.c_str());
         EXPECT_EQ(write(48, 1), WriteEnd::unknownDecoder) << identification;
         const Journal end(bench.journal.end() - 3, bench.journal.end());
-        EXPECT_EQ(end, (Journal{"write 37", "message unknown decoder", "message m572"})) << identification;
+        EXPECT_EQ(end, (Journal{"write 37", std::string("message unknown decoder\r\nreply ") + reply,
+                                "message m572"}));
     }
 }
 

@@ -26,6 +26,9 @@ inline LanguageTables linkTexts()
     setText(texts, 234, u"unknown decoder");
     setText(texts, 273, u"wrong check byte");
     setText(texts, 660, u"join group {1}");
+    setText(texts, 661, u"{1} of {2} bytes");
+    setText(texts, 662, u"nothing came");
+    setText(texts, 663, u"reply {1}");
     setCaption(texts, 884, u"read all");
     setCaption(texts, 887, u"no reply status");
     return texts;

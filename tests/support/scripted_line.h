@@ -38,7 +38,7 @@ public:
     void onWait(std::function<void()> act) { onWait_ = std::move(act); }
     void addWaitingBytes(const Bytes& bytes) { waiting_.insert(waiting_.end(), bytes.begin(), bytes.end()); }
     bool hasUnusedReplies() const { return !replies_.empty(); }
-    std::chrono::milliseconds now() const { return now_; }
+    std::chrono::microseconds now() const override { return now_; }
 
     void setPortNumber(int number) override { number_ = number; }
     int portNumber() const override { return number_; }

@@ -29,8 +29,14 @@ public:
         journal_.push_back("message " + utf8FromText(text));
     }
     void error(const Text& text) override { journal_.push_back("error " + utf8FromText(text)); }
-    bool question(const Text& text, QuestionKind, ProposedAnswer proposed) override
+    // Of the last question.
+    QuestionKind lastKind = QuestionKind::usual;
+    ProposedAnswer lastProposed = ProposedAnswer::no;
+
+    bool question(const Text& text, QuestionKind kind, ProposedAnswer proposed) override
     {
+        lastKind = kind;
+        lastProposed = proposed;
         journal_.push_back("question " + utf8FromText(text) +
                            (proposed == ProposedAnswer::yes ? " [yes]" : ""));
         if (answers_.empty()) {

@@ -14,7 +14,7 @@ public:
     explicit SimulatedLine(sim::Simulator simulator) : simulator_(std::move(simulator)) {}
 
     const sim::Simulator& simulator() const { return simulator_; }
-    sim::Time now() const { return now_; }
+    sim::Time now() const override { return now_; }
 
     void setFault(sim::Fault fault) { simulator_.setFault(fault); }
     // The adapter is pulled with the n-th write from now on (from 1), which is lost.

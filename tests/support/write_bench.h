@@ -5,8 +5,22 @@
 #include "workbench/full_read.h"
 #include "workbench/write_backup.h"
 
+#include <cstdio>
+#include <initializer_list>
+
 namespace karvo::test
 {
+
+// blockOf(512) with other values at some positions, and its check byte.
+inline Bytes blockWith(std::initializer_list<std::pair<std::size_t, std::uint8_t>> values)
+{
+    Bytes block = blockOf(512);
+    for (const auto& [cv, value] : values) {
+        block.back() = static_cast<std::uint8_t>(block.back() + value - block[cv - 1]);
+        block[cv - 1] = value;
+    }
+    return block;
+}
 
 struct WriteBench : TestBench {
     std::vector<CvSet> kept;
@@ -20,13 +34,20 @@ struct WriteBench : TestBench {
     WriteBench()
     {
         addWriteTexts(state.texts);
+        for (const int number : {430, 433, 434})
+            setText(state.texts, number, u"m" + textFromNumber(number));
+        setText(state.texts, 431, u"build {1} / {2}");
+        setText(state.texts, 432, u"processor {1} / {2}");
         setText(state.texts, 683, u"list of {1}, vehicle {2}");
         setText(state.texts, 684, u"not kept: {1}");
         setText(state.texts, 685, u"now {1}, before {2}");
         setCaption(state.texts, 161, u"changed");
         setCaption(state.texts, 180, u"nothing to write");
         setCaption(state.texts, 181, u"{1} of {2} written");
+        setCaption(state.texts, 800, u"standard");
+        setCaption(state.texts, 804, u"newer");
         addFile("CV_Standart172_v1_5.txt", smallDescription("Standard KV05", "Wort "));
+        addFile("CV_Standart_November12_5.txt", smallDescription("Standard KV05 November12", "Wort "));
     }
 
     // The value that blockOf() has for a CV.
@@ -39,16 +60,53 @@ struct WriteBench : TestBench {
         readIntoList(bench, ReadStarter::other);
         journal.clear();
     }
-    void answerSaveRead(const Bytes& block = blockOf(512))
+    // The identification and the block read with which a write begins.
+    void answerMeeting(const Bytes& block = blockOf(512), const Bytes& identification = {'1', '5'})
     {
-        line.replyWith({'1', '5'});
+        line.replyWith(identification);
+        line.replyWith(identification);
         line.replyWith(block);
     }
-    void answerWrite(const Bytes& frameReply = {6})
+    void answerWrite(const Bytes& frameReply = {6}, const Bytes& identification = {'1', '5'})
     {
-        line.replyWith({'1', '5'});
+        line.replyWith(identification);
         line.replyWith({6});
         line.replyWith(frameReply);
+    }
+
+    // What has happened since the last call, in short: "%", "ER", "EWS", a frame as "48=200", "?" for a
+    // question, "!" for a message, and "kept".
+    std::string passed()
+    {
+        std::string steps;
+        for (const auto& entry : journal) {
+            const auto step = stepOf(entry);
+            steps += step.empty() || steps.empty() ? step : " " + step;
+        }
+        journal.clear();
+        return steps;
+    }
+
+private:
+    static std::string stepOf(const std::string& entry)
+    {
+        const std::pair<const char*, const char*> steps[] = {
+            {"write 37", "%"}, {"write 69 82", "ER"}, {"write 69 87 83", "EWS"}};
+        for (const auto& [written, step] : steps) {
+            if (entry == written)
+                return step;
+        }
+        if (entry.starts_with("question"))
+            return "?";
+        if (entry.starts_with("message"))
+            return "!";
+        if (entry.starts_with("kept"))
+            return "kept";
+        int address = 0;
+        int value = 0;
+        if (std::sscanf(entry.c_str(), "write %d %d", &address, &value) == 2)
+            return std::to_string(address + 1) + "=" + std::to_string(value);
+        return {};
     }
 };
 

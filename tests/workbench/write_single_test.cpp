@@ -14,21 +14,31 @@ using test::Journal;
 
 class WriteSingleTest : public testing::Test, protected test::WriteBench
 {
+protected:
+    std::optional<WriteEnd> write(const Bytes& frameReply = {6})
+    {
+        answerMeeting();
+        answerWrite(frameReply);
+        return writeSingle(bench, keep);
+    }
 };
 
-TEST_F(WriteSingleTest, WritesTheCurrentCvsValueAndTakesItsMarkAway)
+TEST_F(WriteSingleTest, MeetsTheVehicleKeepsItsBlockAndWritesTheCurrentCvsValue)
 {
     readKv05();
     state.set.currentNumber = 48;
     changeValue(bench, 48, 200);
+    state.set.table.setValue(49, 17); // the read that comes first does not touch the list
     EXPECT_EQ(state.set.list[47].text, u"CV48 = 200  changed");
-    answerWrite();
-    EXPECT_EQ(writeSingle(bench, keep), WriteEnd::written);
-    EXPECT_EQ(journal,
-              (Journal{"list changed", "busy", "kept 1", "status writing CV48", "write 37", "write 69 87 83",
-                       "write 47 200 247", "status c873", "idle", "list changed"}));
+    journal.clear();
+    EXPECT_EQ(write(), WriteEnd::written);
+    EXPECT_EQ(journal, (Journal{"busy", "write 37", "hourglass", "write 37", "hourglass", "write 69 82",
+                                "no hourglass", "kept 1", "status writing CV48", "write 37", "write 69 87 83",
+                                "write 47 200 247", "status c873", "list changed", "idle"}));
     EXPECT_EQ(state.set.list[47].text, u"CV48 = 200");
-    EXPECT_FALSE(state.set.unsavedChanges) << "the vehicle has it";
+    EXPECT_EQ(state.set.table.value(49), 17);
+    EXPECT_EQ(kept[0].table.value(48), blockValue(48));
+    EXPECT_EQ(kept[0].profile.typeCode, 1);
     EXPECT_FALSE(state.lineBusy);
 }
 
@@ -37,10 +47,9 @@ TEST_F(WriteSingleTest, WhatFailedStaysMarked)
     readKv05();
     state.set.currentNumber = 48;
     changeValue(bench, 48, 200);
-    answerWrite({21});
-    EXPECT_EQ(writeSingle(bench, keep), WriteEnd::frameRefused);
+    EXPECT_EQ(write({21}), WriteEnd::frameRefused);
     EXPECT_EQ(state.set.list[47].text, u"CV48 = 200  changed");
-    EXPECT_EQ(writeSingle(bench, keep), WriteEnd::noReply);
+    EXPECT_EQ(writeSingle(bench, keep), std::nullopt); // silence
     EXPECT_EQ(state.set.list[47].text, u"CV48 = 200  changed");
 }
 
@@ -57,114 +66,65 @@ TEST_F(WriteSingleTest, WithoutACvOrAValueNothingIsSent)
     EXPECT_TRUE(journal.empty());
 }
 
-TEST_F(WriteSingleTest, AListThatWasNeverReadCanBeWrittenSinglyAndHasNothingToKeep)
-{
-    showOfflineList(bench, "mnu_KV05");
-    state.set.currentNumber = 48;
-    answerWrite();
-    EXPECT_EQ(writeSingle(bench, keep), WriteEnd::written);
-    EXPECT_EQ(kept.size(), 0u);
-}
-
-TEST_F(WriteSingleTest, OnlyTheFirstWriteToAVehicleKeepsItsBlock)
-{
-    readKv05();
-    state.set.currentNumber = 48;
-    changeValue(bench, 48, 200);
-    answerWrite();
-    writeSingle(bench, keep);
-    answerWrite();
-    writeSingle(bench, keep);
-    ASSERT_EQ(kept.size(), 1u);
-    EXPECT_EQ(kept[0].table.value(48), blockValue(48)); // as it was in the vehicle
-    EXPECT_EQ(kept[0].descriptionPath.filename(), "CV_Standart172_v1_5.txt");
-    EXPECT_EQ(kept[0].profile.typeCode, 1);
-
-    // The same vehicle again holds what was written; nothing new is to be kept.
-    auto block = test::blockOf(512);
-    block[47] = 200;
-    block.back() = static_cast<std::uint8_t>(block.back() + 200 - blockValue(48));
-    readKv05(block);
-    state.set.currentNumber = 48;
-    answerWrite();
-    writeSingle(bench, keep);
-    EXPECT_EQ(kept.size(), 1u);
-
-    readKv05(test::blockOf(512)); // another one
-    state.set.currentNumber = 48;
-    answerWrite();
-    writeSingle(bench, keep);
-    EXPECT_EQ(kept.size(), 2u);
-}
-
 TEST_F(WriteSingleTest, WithoutABackupNothingIsWritten)
 {
     readKv05();
     state.set.currentNumber = 48;
     keepTrouble = u"disk full";
+    answerMeeting();
     EXPECT_EQ(writeSingle(bench, keep), std::nullopt);
-    EXPECT_EQ(journal, (Journal{"busy", "kept 1", "message not kept: disk full", "idle"}));
-    keepTrouble.reset();
-    answerWrite();
-    EXPECT_EQ(writeSingle(bench, keep), WriteEnd::written);
-    EXPECT_EQ(kept.size(), 2u);
-}
-
-TEST_F(WriteSingleTest, WithoutTheDescriptionForTheBackupNothingIsWritten)
-{
-    readKv05();
-    state.set.currentNumber = 48;
-    files.content.clear();
+    EXPECT_EQ(Journal(journal.end() - 3, journal.end()),
+              (Journal{"kept 1", "message not kept: disk full", "idle"}));
+    files.content.clear(); // nor without the description for it
+    answerMeeting();
     EXPECT_EQ(writeSingle(bench, keep), std::nullopt);
-    EXPECT_EQ(journal[1], "message cannot open program/CV_Standart172_v1_5.txt\r\ninstall again");
-    EXPECT_TRUE(kept.empty());
+    EXPECT_EQ(journal[journal.size() - 2],
+              "message cannot open program/CV_Standart172_v1_5.txt\r\ninstall again");
+    EXPECT_EQ(kept.size(), 1u);
 }
 
 TEST_F(WriteSingleTest, TheResetAsksWritesCv59AndOffersARead)
-{
-    readKv05();
-    prompts.answer(true);
-    answerWrite();
-    prompts.answer(false);
-    EXPECT_EQ(resetDecoder(bench, keep), WriteEnd::written);
-    const Journal end(journal.end() - 5, journal.end());
-    EXPECT_EQ(end, (Journal{"write 58 1 59", "status c873", "message m87", "idle", "question m686"}));
-
-    prompts.answer(true);
-    answerWrite();
-    prompts.answer(true);
-    line.replyWith({'1', '5'});
-    line.replyWith(test::blockOf(512));
-    EXPECT_EQ(resetDecoder(bench, keep), WriteEnd::written);
-    EXPECT_EQ(journal[journal.size() - 2], "status 176 CVs");
-    EXPECT_EQ(kept.size(), 1u);
-    state.set.currentNumber = 48;
-    answerWrite();
-    writeSingle(bench, keep);
-    EXPECT_EQ(kept.size(), 2u); // after a reset nobody knows what is kept
-}
-
-TEST_F(WriteSingleTest, TheReadAfterAResetAsksBeforeChangesAreLost)
 {
     test::setText(state.texts, 722, u"lose changes?");
     readKv05();
     changeValue(bench, 48, 200);
     prompts.answer(true);
+    answerMeeting();
+    answerWrite();
+    prompts.answer(false);
+    EXPECT_EQ(resetDecoder(bench, keep), WriteEnd::written);
+    EXPECT_EQ(journal.back(), "question m686");
+    EXPECT_EQ(passed(), "? % % ER kept % EWS 59=1 ! ?");
+
+    prompts.answer(true);
+    answerMeeting();
     answerWrite();
     prompts.answer(true);
-    prompts.answerSaveChanges(SaveChoice::cancel);
+    prompts.answerSaveChanges(SaveChoice::cancel); // changes are not lost without a question
     EXPECT_EQ(resetDecoder(bench, keep), WriteEnd::written);
     EXPECT_EQ(journal.back(), "save changes lose changes?");
     EXPECT_EQ(state.set.table.value(48), 200);
+
+    prompts.answer(true);
+    answerMeeting();
+    answerWrite();
+    prompts.answer(true);
+    prompts.answerSaveChanges(SaveChoice::discard);
+    line.replyWith({'1', '5'});
+    line.replyWith(test::blockOf(512));
+    EXPECT_EQ(resetDecoder(bench, keep), WriteEnd::written);
+    EXPECT_EQ(journal.back(), "idle");
+    EXPECT_EQ(journal[journal.size() - 2], "status 176 CVs");
 }
 
 TEST_F(WriteSingleTest, ADeclinedOrUnsentResetOffersNoRead)
 {
     prompts.answer(false);
     EXPECT_EQ(resetDecoder(bench, keep), WriteEnd::refusedByUser);
+    EXPECT_EQ(passed(), "?");
     prompts.answer(true);
-    EXPECT_EQ(resetDecoder(bench, keep), WriteEnd::noReply);
-    EXPECT_EQ(std::count(journal.begin(), journal.end(), "question m686"), 0);
+    EXPECT_EQ(resetDecoder(bench, keep), std::nullopt);
+    EXPECT_EQ(passed(), "? % !");
 }
 
 } // namespace

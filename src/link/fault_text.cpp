@@ -1,0 +1,58 @@
+#include "link/fault_text.h"
+
+#include <algorithm>
+
+namespace karvo
+{
+
+namespace
+{
+
+constexpr std::size_t mostBytesShown = 16; // more than these tell nobody more
+
+bool isPrintable(std::uint8_t byte)
+{
+    return byte > 0x20 && byte < 0x7F;
+}
+
+Text hexText(std::uint8_t byte)
+{
+    constexpr char16_t digits[] = u"0123456789ABCDEF";
+    return Text(u"0x") + digits[byte / 16] + digits[byte % 16];
+}
+
+Text shownReply(const Bytes& reply)
+{
+    const std::span<const std::uint8_t> shown(reply.data(), std::min(reply.size(), mostBytesShown));
+    Text text;
+    if (std::all_of(shown.begin(), shown.end(), isPrintable)) {
+        text = u"\"" + textFromWindows1252(shown) + u"\"";
+    } else {
+        for (const auto byte : shown)
+            text += (text.empty() ? u"" : u" ") + hexText(byte);
+    }
+    return shown.size() < reply.size() ? text + u" ..." : text;
+}
+
+} // namespace
+
+Text noReplyText(const Link& link)
+{
+    const LinkState& state = link.state;
+    Text extent = link.texts.message(Message::nothingReceived);
+    if (!state.lastReply.empty()) {
+        const Text counts[] = {textFromNumber(static_cast<long long>(state.lastReply.size())),
+                               textFromNumber(static_cast<long long>(state.awaitedBytes))};
+        extent = filledIn(link.texts.message(Message::bytesOfReply), counts);
+    }
+    return link.texts.message(Message::noReply) + Text(lineBreak) + extent;
+}
+
+Text unknownDecoderText(const Link& link)
+{
+    const Text reply[] = {shownReply(link.state.lastReply)};
+    return link.texts.message(Message::unknownDecoder) + Text(lineBreak) +
+           filledIn(link.texts.message(Message::replyWas), reply);
+}
+
+} // namespace karvo
