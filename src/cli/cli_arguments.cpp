@@ -34,7 +34,8 @@ const char* const commandHelp =
     "compare    what differs between two CV list files: compare A.kvr B.kvr\n"
     "set        change CVs in CV list files: set A.kvr B.kvr CV3=12 CV4=8\n"
     "write      write CVs to the decoder: write CV3=12 CV4=8; with --from what differs from a CV list\n"
-    "           file. What the decoder held is kept in the folder CV_listen first.\n"
+    "           file. What the decoder held is kept in the folder CV_listen first. Values beyond their\n"
+    "           limits are asked about, those of a list left out; --force limits writes both.\n"
     "flash      send a firmware to the decoder's boot loader: flash FIRMWARE.hex\n"
     "update     renew the firmware through the programming interface: update FIRMWARE.uhx\n"
     "unzip      unpack a ZIP archive into a folder: unzip ARCHIVE.zip FOLDER";
@@ -109,9 +110,8 @@ void describe(QCommandLineParser& parser)
                             "FILE.kvr|csv|txt"));
     parser.addOption(valued("from", "The CV list that write writes.", "FILE.kvr"));
     parser.addOption(
-        {QStringLiteral("dry-run"),
-         QStringLiteral(
-             "Show what set would change, or check what flash and update would send; do nothing.")});
+        {QStringLiteral("dry-run"), QStringLiteral("Show what set and write would change, or check what "
+                                                   "flash and update would send; do nothing.")});
     parser.addOption({QStringLiteral("yes"), QStringLiteral("Answer questions with yes.")});
     parser.addOption(valued(
         "force", "Answer with yes what --yes does not: limits, vehicle or backup; may be repeated.", "WHAT"));
@@ -197,18 +197,19 @@ QString whatIsWrongWithTheLine(const QCommandLineParser& parser)
     return {};
 }
 
-// An option that the command does not heed must not look as if it did: `write --dry-run` would write.
+// An option that the command does not heed must not look as if it did: `read --dry-run` would read.
 QString whatIsWrongWithOptions(const QCommandLineParser& parser, CliCommand command)
 {
     struct Heeded {
         const char* option;
         std::initializer_list<CliCommand> by;
     };
-    const Heeded options[] = {{"dry-run", {CliCommand::set, CliCommand::flash, CliCommand::update}},
-                              {"from", {CliCommand::write}},
-                              {"force", {CliCommand::write}},
-                              {"output", {CliCommand::read}},
-                              {"variant", {CliCommand::list}}};
+    const Heeded options[] = {
+        {"dry-run", {CliCommand::set, CliCommand::write, CliCommand::flash, CliCommand::update}},
+        {"from", {CliCommand::write}},
+        {"force", {CliCommand::write}},
+        {"output", {CliCommand::read}},
+        {"variant", {CliCommand::list}}};
     for (const auto& [option, by] : options) {
         if (parser.isSet(QLatin1String(option)) && std::find(by.begin(), by.end(), command) == by.end())
             return QStringLiteral("--%1 does not go with this command; --help tells.")

@@ -6,9 +6,9 @@
 namespace karvo
 {
 
-// With changes: reads the decoder, holds each value against its limits and writes it. With a CV list file:
-// writes what differs from the decoder. Prints a line for each CV. When a value is beyond its limits nothing
-// is written.
+// With changes: reads the decoder and writes the values; those that the description does not provide for are
+// asked about first. With a CV list file: writes what differs from the decoder, without such values. Prints a
+// line for each CV. A dry run reads, prints what would be written, and writes nothing.
 ExitCode runWrite(Workbench& bench, const CliArguments& arguments);
 
 } // namespace karvo

@@ -29,6 +29,12 @@ bool usesLongAddresses(const CvTable& table)
     return digits[digits.size() - 1 - longAddressBit] == u'1';
 }
 
+bool answersToSecondAddress(const CvTable& table)
+{
+    constexpr int secondAddressBit = 2;
+    return (table.value(21).value_or(0) & secondAddressBit) != 0;
+}
+
 Text firstAddress(const CvTable& table)
 {
     return addressFrom(table, 1, 17, 18);

@@ -28,6 +28,12 @@ constexpr bool isAddressPart(int cv)
     return cv == 1 || cv == 3 || (cv >= 15 && cv <= 18);
 }
 
+// Whether an address is made of it: a part of one, and CV29, which chooses the form.
+constexpr bool isAddressCv(int cv)
+{
+    return isAddressPart(cv) || cv == 29;
+}
+
 // Whether CV29 (bit 5) selects the long form, for both addresses.
 bool usesLongAddresses(const CvTable& table);
 
@@ -36,5 +42,8 @@ Text firstAddress(const CvTable& table);
 
 // CV3, or CV15 and CV16.
 Text secondAddress(const CvTable& table);
+
+// Whether CV21 (bit 1) makes the decoder answer to its second address too.
+bool answersToSecondAddress(const CvTable& table);
 
 } // namespace karvo

@@ -1,5 +1,6 @@
 #include "cvdata/main_list.h"
 
+#include "cvdata/battery.h"
 #include "cvdata/changes.h"
 #include "cvdata/cv_use.h"
 #include "cvdata/dcc_address.h"
@@ -23,10 +24,6 @@ constexpr int prefixedBit = 128;
 
 constexpr TextView speedTableGroupLabel = u"CV70 - CV97 ";
 
-// Millivolts per unit of the battery voltage that a KV07 or KV08 measures when it is read.
-constexpr std::size_t batteryPosition = 505;
-constexpr int batteryUnit = 20;
-
 enum class SpeedTable { steps, group, rows };
 
 SpeedTable speedTableOf(const DecoderProfile& profile)
@@ -45,12 +42,6 @@ SpeedTable speedTableOf(const DecoderProfile& profile)
         break;
     }
     return SpeedTable::rows;
-}
-
-Text nameOf(const CvTable& table, int cv)
-{
-    const Text& text = table.at(cv, Column::text);
-    return text.substr(0, text.find(lineBreak));
 }
 
 // Behind these CVs of a receiver a servo stands: its address is split over the CV before and the CV itself.
@@ -92,7 +83,7 @@ ListLine speedStepLine(const ListSource& source, int step)
     const int cv = cvOfSpeedStep(step);
     const auto inReply = speedStepInReply(source.rawReply, step);
     const Text value = inReply ? textFromNumber(*inReply) : source.table.at(cv, Column::value);
-    return {speedStepLabel(step) + value + source.speedStepUnit, nameOf(source.table, cv), cv};
+    return {speedStepLabel(step) + value + source.speedStepUnit, nameOfCv(source.table, cv), cv};
 }
 
 bool anyChanged(const ListSource& source, int firstCv, int lastCv)
@@ -124,7 +115,7 @@ void addServoLines(MainList& list, const ListSource& source, const ServoLine& se
 {
     const CvTable& table = source.table;
     addLine(list, source,
-            {Text(servo.label) + table.at(servo.cv, Column::value), nameOf(table, servo.cv), servo.cv},
+            {Text(servo.label) + table.at(servo.cv, Column::value), nameOfCv(table, servo.cv), servo.cv},
             servo.cv);
     const auto high = table.value(servo.cv - 1);
     const auto low = table.value(servo.cv);
@@ -136,7 +127,7 @@ void addSpeedTable(MainList& list, const ListSource& source, SpeedTable form)
 {
     if (form == SpeedTable::group) {
         addLine(list, source,
-                {Text(speedTableGroupLabel), nameOf(source.table, firstSpeedStepCv), firstSpeedStepCv},
+                {Text(speedTableGroupLabel), nameOfCv(source.table, firstSpeedStepCv), firstSpeedStepCv},
                 lastSpeedStepCv);
         return;
     }
@@ -147,15 +138,11 @@ void addSpeedTable(MainList& list, const ListSource& source, SpeedTable form)
 // "Akkuspannung = 3,92 Volt (196)", where the decoder has measured its battery.
 void addBatteryLine(MainList& list, const ListSource& source)
 {
-    const bool measures = source.profile.model == Model::kv07 || source.profile.model == Model::kv08;
-    if (!measures || source.rawReply.size() < batteryPosition || source.rawReply[batteryPosition - 1] == 0)
+    const auto units = measuredBattery(source.profile, source.rawReply);
+    if (!units)
         return;
-    const int raw = source.rawReply[batteryPosition - 1];
-    const int hundredths = raw * batteryUnit / 10;
-    const Text decimals = textFromNumber(100 + hundredths % 100).substr(1);
-    const Text point = source.decimalComma ? u"," : u".";
-    list.push_back({u"Akkuspannung = " + textFromNumber(hundredths / 100) + point + decimals + u" Volt (" +
-                        textFromNumber(raw) + u")",
+    list.push_back({u"Akkuspannung = " + voltsText(*units, source.decimalComma) + u" Volt (" +
+                        textFromNumber(*units) + u")",
                     Text(), 0});
 }
 
@@ -172,12 +159,18 @@ MainList fill_list1(const ListSource& source)
         if (servo != nullptr)
             addServoLines(list, source, *servo);
         else if (speedTable == SpeedTable::rows || !isSpeedStepCv(cv))
-            addLine(list, source, {cvLine(source, cv), nameOf(source.table, cv), cv}, cv);
+            addLine(list, source, {cvLine(source, cv), nameOfCv(source.table, cv), cv}, cv);
         else if (cv == firstSpeedStepCv)
             addSpeedTable(list, source, speedTable);
     }
     addBatteryLine(list, source);
     return list;
+}
+
+Text nameOfCv(const CvTable& table, int cv)
+{
+    const Text& text = table.at(cv, Column::text);
+    return text.substr(0, text.find(lineBreak));
 }
 
 Text cvLabel(int cv)

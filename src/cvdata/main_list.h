@@ -62,6 +62,9 @@ constexpr bool isSpeedStepCv(int cv)
 // position 1, counted from 1. Nothing for a reply that is none, such as a whole block.
 std::optional<int> speedStepInReply(std::span<const std::uint8_t> reply, int step);
 
+// What a CV is called: the first line of its text.
+Text nameOfCv(const CvTable& table, int cv);
+
 // The first line whose text starts with this CV's label, or the speed-step line that stands for it; nothing
 // for 0 and for a CV that has no line.
 std::optional<std::size_t> positionOf(const MainList& list, int cv);

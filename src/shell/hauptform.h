@@ -12,6 +12,7 @@
 #include "workbench/workbench.h"
 #include "workbench/write_backup.h"
 #include "workbench/write_plan.h"
+#include "workbench/write_preview.h"
 #include "workbench/write_report.h"
 
 #include <QMainWindow>
@@ -144,7 +145,9 @@ private:
     void writeAllCvs();
     void reset();
     void operate(const std::function<void()>& write);
-    void showReport(const WriteReport& report);
+    void writeMany(const std::function<WriteReport(const std::vector<int>&)>& write);
+    ConfirmPlan preview();
+    bool showReport(const WriteReport& report);
     void chooseNotice(bool wanted);
 
     // hauptform_firmware.cpp

@@ -150,12 +150,16 @@ bool Hauptform::writeEdited(const WritePlan& plan, const Text& done)
 {
     auto end = WriteManyEnd::busy;
     operate([&] {
-        const auto report = writeValues(bench_, plan, keepBackup_);
+        auto report = writeValues(bench_, plan, keepBackup_);
         end = report.end;
-        if (end == WriteManyEnd::finished && report.isClean())
+        if (end == WriteManyEnd::finished && report.isClean()) {
             bench_.prompts.message(done, PromptIcon::information);
-        else
-            showReport(report);
+            return;
+        }
+        while (showReport(report)) {
+            report = writeValues(bench_, restOf(plan, report.rest()), keepBackup_);
+            end = report.end;
+        }
     });
     const bool isOver = end == WriteManyEnd::finished || end == WriteManyEnd::ended || closing_;
     return isOver || isInList(plan);

@@ -8,6 +8,7 @@
 #include "ui/fixed_width_list.h"
 #include "ui/typed_text.h"
 #include "workbench/change_value.h"
+#include "workbench/forms/schreibvorschau.h"
 #include "workbench/write_many.h"
 #include "workbench/write_single.h"
 
@@ -134,19 +135,46 @@ void Hauptform::writeCurrent()
         operate([this] { writeSingle(bench_, keepBackup_); });
 }
 
+// The series is written whole, its rest too.
 void Hauptform::writeSeriesOfCurrent()
 {
-    operate([this] { showReport(writeChosen(bench_, seriesCvs(), keepBackup_)); });
+    writeMany([this](const std::vector<int>&) { return writeChosen(bench_, seriesCvs(), keepBackup_); });
 }
 
 void Hauptform::writeChangedCvs()
 {
-    operate([this] { showReport(writeChanged(bench_, keepBackup_)); });
+    writeMany([this](const std::vector<int>& only) {
+        return writeChanged(bench_, keepBackup_, {.confirm = preview(), .only = only});
+    });
 }
 
 void Hauptform::writeAllCvs()
 {
-    operate([this] { showReport(writeAll(bench_, keepBackup_)); });
+    writeMany([this](const std::vector<int>& only) {
+        return writeAll(bench_, keepBackup_, {.confirm = preview(), .only = only});
+    });
+}
+
+ConfirmPlan Hauptform::preview()
+{
+    return [this](WritePreview& preview) {
+        // Where everything is left out the report says so, with the reasons.
+        if (preview.countOfWritten() == 0 && !preview.rows.empty())
+            return PreviewAnswer::write;
+        Schreibvorschau window(preview, state_, this);
+        window.exec();
+        return closing_ ? PreviewAnswer::cancel : window.answer();
+    };
+}
+
+// `write`: just these CVs of what it is about, or all of it.
+void Hauptform::writeMany(const std::function<WriteReport(const std::vector<int>&)>& write)
+{
+    operate([&] {
+        auto report = write({});
+        while (showReport(report))
+            report = write(report.rest());
+    });
 }
 
 void Hauptform::reset()
@@ -154,16 +182,13 @@ void Hauptform::reset()
     operate([this] { resetDecoder(bench_, keepBackup_); });
 }
 
-// Where nothing was to be written, or a message has said why nothing was, there is nothing to list.
-void Hauptform::showReport(const WriteReport& report)
+// Where nothing was to be written, or a message has said why nothing was, there is nothing to list. True when
+// the rest is to be written.
+bool Hauptform::showReport(const WriteReport& report)
 {
-    const bool anyTurn = std::any_of(report.outcomes.begin(), report.outcomes.end(),
-                                     [](const WriteOutcome& outcome) { return outcome.end.has_value(); });
-    if (closing_ || !anyTurn)
-        return;
-    Schreibbericht(report, state_.keptBlock ? state_.userFolders.cvLists.own : std::filesystem::path(),
-                   texts_, this)
-        .exec();
+    if (closing_ || !report.hasRun())
+        return false;
+    return Schreibbericht(report, texts_, this).exec() == QDialog::Accepted && !closing_;
 }
 
 void Hauptform::chooseNotice(bool wanted)

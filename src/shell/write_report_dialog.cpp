@@ -1,6 +1,5 @@
 #include "shell/write_report_dialog.h"
 
-#include "program/path_text.h"
 #include "ui/captions.h"
 
 #include <QClipboard>
@@ -19,35 +18,24 @@ namespace karvo
 namespace
 {
 
-constexpr QSize usualSize(620, 440);
+constexpr QSize usualSize(820, 520);
 
-QString summaryOf(const WriteReport& report, const std::filesystem::path& backupFolder,
-                  const LanguageTables& texts)
+QString summaryText(const WriteReport& report, const LanguageTables& texts)
 {
-    QStringList lines{
-        filledCaption(texts, Caption::writeSummary,
-                      {textFromNumber(static_cast<long long>(report.countOf(WriteEnd::written))),
-                       textFromNumber(static_cast<long long>(report.countOfWanted()))})};
-    if (report.end == WriteManyEnd::stoppedByUser)
-        lines.append(qtText(texts.caption(Caption::writeStoppedByUser)));
-    if (report.end == WriteManyEnd::stoppedByFault)
-        lines.append(qtText(texts.caption(Caption::writeStoppedByFault)));
-    if (!backupFolder.empty())
-        lines.append(filledCaption(texts, Caption::blockWasKept, {pathText(backupFolder)}));
+    QStringList lines;
+    for (const Text& line : summaryOf(report, texts))
+        lines.append(qtText(line));
     return lines.join(u'\n');
 }
 
 } // namespace
 
-Schreibbericht::Schreibbericht(const WriteReport& report, const std::filesystem::path& backupFolder,
-                               const LanguageTables& texts, QWidget* parent)
-    : QDialog(parent), summary_(summaryOf(report, backupFolder, texts))
+Schreibbericht::Schreibbericht(const WriteReport& report, const LanguageTables& texts, QWidget* parent)
+    : QDialog(parent), text_(qtText(reportText(report, texts)))
 {
     setObjectName(QStringLiteral("Schreibbericht"));
     setWindowTitle(qtText(texts.caption(Caption::writeReportTitle)));
-    for (const WriteOutcome& outcome : report.outcomes)
-        lines_ += qtText(outcomeLine(outcome, texts)) + u'\n';
-    auto* const summary = new QLabel(summary_, this);
+    auto* const summary = new QLabel(summaryText(report, texts), this);
     summary->setObjectName(QStringLiteral("Zusammenfassung"));
     summary->setTextFormat(Qt::PlainText);
     summary->setWordWrap(true);
@@ -55,34 +43,43 @@ Schreibbericht::Schreibbericht(const WriteReport& report, const std::filesystem:
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(summary);
     layout->addWidget(table(report, texts), 1);
-    layout->addWidget(buttons(texts));
+    layout->addWidget(buttons(!report.rest().empty(), texts));
     resize(usualSize.boundedTo(screen()->availableSize()));
 }
 
 QTableWidget* Schreibbericht::table(const WriteReport& report, const LanguageTables& texts)
 {
-    auto* const table = new QTableWidget(static_cast<int>(report.outcomes.size()), 3, this);
+    const Caption headings[] = {Caption::writeReportCv, Caption::columnName, Caption::columnOldValue,
+                                Caption::columnNewValue, Caption::writeReportOutcome};
+    QStringList captions;
+    for (const Caption heading : headings)
+        captions.append(qtText(texts.caption(heading)));
+    auto* const table =
+        new QTableWidget(static_cast<int>(report.outcomes.size()), static_cast<int>(captions.size()), this);
     table->setObjectName(QStringLiteral("Ergebnisse"));
     table->setAccessibleName(windowTitle());
-    table->setHorizontalHeaderLabels({qtText(texts.caption(Caption::writeReportCv)),
-                                      qtText(texts.caption(Caption::writeReportValue)),
-                                      qtText(texts.caption(Caption::writeReportOutcome))});
+    table->setHorizontalHeaderLabels(captions);
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
     table->setTabKeyNavigation(false);
     table->verticalHeader()->hide();
     table->horizontalHeader()->setStretchLastSection(true);
-    int row = 0;
-    for (const WriteOutcome& outcome : report.outcomes) {
-        table->setItem(row, 0, new QTableWidgetItem(QStringLiteral("CV%1").arg(outcome.cv)));
-        table->setItem(row, 1, new QTableWidgetItem(QString::number(outcome.value)));
-        table->setItem(row, 2, new QTableWidgetItem(qtText(outcomeText(outcome, texts))));
-        ++row;
+    for (int row = 0; row < table->rowCount(); ++row) {
+        const WriteOutcome& outcome = report.outcomes[static_cast<std::size_t>(row)];
+        const QString parts[] = {QStringLiteral("CV%1").arg(outcome.cv), qtText(outcome.name),
+                                 qtText(heldText(outcome.held)), QString::number(outcome.value),
+                                 qtText(outcomeText(outcome, texts))};
+        for (int column = 0; column < table->columnCount(); ++column) {
+            auto* const item = new QTableWidgetItem(parts[column]);
+            item->setToolTip(parts[column]);
+            table->setItem(row, column, item);
+        }
     }
+    table->resizeColumnsToContents();
     return table;
 }
 
-QDialogButtonBox* Schreibbericht::buttons(const LanguageTables& texts)
+QDialogButtonBox* Schreibbericht::buttons(bool hasRest, const LanguageTables& texts)
 {
     auto* const box = new QDialogButtonBox(this);
     auto* const close =
@@ -94,12 +91,18 @@ QDialogButtonBox* Schreibbericht::buttons(const LanguageTables& texts)
     copyButton->setObjectName(QStringLiteral("Kopieren"));
     connect(copyButton, &QPushButton::clicked, this, &Schreibbericht::copy);
     connect(box, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    if (!hasRest)
+        return box;
+    auto* const goOn =
+        box->addButton(buttonText(texts.caption(Caption::writeRest)), QDialogButtonBox::AcceptRole);
+    goOn->setObjectName(QStringLiteral("Rest_schreiben"));
+    connect(box, &QDialogButtonBox::accepted, this, &QDialog::accept);
     return box;
 }
 
 void Schreibbericht::copy()
 {
-    QGuiApplication::clipboard()->setText(summary_ + QStringLiteral("\n\n") + lines_);
+    QGuiApplication::clipboard()->setText(text_);
 }
 
 } // namespace karvo

@@ -6,30 +6,26 @@
 
 #include <QDialog>
 
-#include <filesystem>
-
 class QDialogButtonBox;
 class QTableWidget;
 
 namespace karvo
 {
 
+// Accepted: the person wishes to go on with the rest, which is offered where there is one.
 class Schreibbericht : public QDialog
 {
     Q_OBJECT
 
 public:
-    // `backupFolder`: where the list lies that was made of the vehicle before; empty when none was.
-    Schreibbericht(const WriteReport& report, const std::filesystem::path& backupFolder,
-                   const LanguageTables& texts, QWidget* parent);
+    Schreibbericht(const WriteReport& report, const LanguageTables& texts, QWidget* parent);
 
 private:
     QTableWidget* table(const WriteReport& report, const LanguageTables& texts);
-    QDialogButtonBox* buttons(const LanguageTables& texts);
+    QDialogButtonBox* buttons(bool hasRest, const LanguageTables& texts);
     void copy();
 
-    QString summary_;
-    QString lines_;
+    QString text_;
 };
 
 } // namespace karvo

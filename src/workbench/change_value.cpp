@@ -22,6 +22,22 @@ void reportOutsideLimits(Workbench& bench, int cv, TextView typed, const ValueLi
                           PromptIcon::warning);
 }
 
+ChangeEnd reportNotInList(Workbench& bench)
+{
+    bench.prompts.message(bench.state.texts.caption(Caption::cvNotInList), PromptIcon::warning);
+    return ChangeEnd::notInList;
+}
+
+void takeValue(Workbench& bench, int cv, int value)
+{
+    CvSet& set = bench.state.set;
+    if (set.table.value(cv) != value) {
+        set.table.setValue(cv, value);
+        noteChange(set);
+    }
+    fillList(bench);
+}
+
 } // namespace
 
 ChangeEnd changeValue(Workbench& bench, int cv, TextView typed)
@@ -29,21 +45,25 @@ ChangeEnd changeValue(Workbench& bench, int cv, TextView typed)
     CvSet& set = bench.state.set;
     if (bench.state.lineBusy)
         return ChangeEnd::busy;
-    if (!isInList(set, cv)) {
-        bench.prompts.message(bench.state.texts.caption(Caption::cvNotInList), PromptIcon::warning);
-        return ChangeEnd::notInList;
-    }
+    if (!isInList(set, cv))
+        return reportNotInList(bench);
     const auto value = numberFromText(typed);
     const auto limits = limitsOf(set.table, cv);
     if (!value || !limits.allow(*value)) {
         reportOutsideLimits(bench, cv, typed, limits);
         return ChangeEnd::outsideLimits;
     }
-    if (set.table.value(cv) != value) {
-        set.table.setValue(cv, *value);
-        noteChange(set);
-    }
-    fillList(bench);
+    takeValue(bench, cv, *value);
+    return ChangeEnd::changed;
+}
+
+ChangeEnd takeValueForWrite(Workbench& bench, int cv, int value)
+{
+    if (bench.state.lineBusy)
+        return ChangeEnd::busy;
+    if (!isInList(bench.state.set, cv))
+        return reportNotInList(bench);
+    takeValue(bench, cv, value);
     return ChangeEnd::changed;
 }
 

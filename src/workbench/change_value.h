@@ -18,6 +18,9 @@ enum class ChangeEnd {
 ChangeEnd changeValue(Workbench& bench, int cv, TextView typed);
 ChangeEnd changeValue(Workbench& bench, int cv, int value);
 
+// The same for a value from 0 to 255 that may be outside its limits: who writes it asks about them then.
+ChangeEnd takeValueForWrite(Workbench& bench, int cv, int value);
+
 // The value as it was read, opened or written, for one CV or for all. True when a value was another; false
 // too while an operation has the line.
 bool takeBackValue(Workbench& bench, int cv);

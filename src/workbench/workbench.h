@@ -32,6 +32,14 @@ struct DecoderBlock {
     int lineRun = 0; // in which it was read; see lineRunLasts()
 };
 
+// For which list the person wished not to see the preview of a write any more, and what he left out then.
+struct AskNoMore {
+    std::filesystem::path listPath;
+    std::string offlineItem;
+    std::set<int> leftOut;
+    bool withoutVehiclesOwn = false; // nothing that makes a vehicle this one
+};
+
 struct ProgramState {
     std::filesystem::path programFolder; // where the text files lie
     UserFolders userFolders;             // where the user's files lie
@@ -50,6 +58,7 @@ struct ProgramState {
     bool stopRequested = false;            // a write of many CVs is to end before its next one
     std::optional<DecoderBlock> keptBlock; // the one kept as a file last, with what has been written since
     std::filesystem::path keptFile;        // where that block was kept; empty when none was in this run
+    std::optional<AskNoMore> askNoMore;
     std::set<std::filesystem::path> faultyFiles; // of the program folder, of which has been told in this run
     int automaticVariant = 0;                    // bus or fire-engine variant 0 to 3 of the offline lists
     int speedStepViews = 0;          // above 0 the speed-step editor only shows what the last reply holds

@@ -47,7 +47,6 @@ void askBeforeSending(Workbench& bench, std::vector<WriteOutcome>& outcomes)
         if (isDue(outcome))
             outcome.end = guardWrite(link, {outcome.cv, outcome.value, bench.state.receiver.firmwareLevel});
     }
-    // Questions about the values (limits, CVs that are not used or read-only) have their place here.
 }
 
 bool isDue(const WriteOutcome& outcome)

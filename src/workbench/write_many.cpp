@@ -2,6 +2,7 @@
 
 #include "cvdata/changes.h"
 #include "link/read.h"
+#include "workbench/describe.h"
 #include "workbench/line_use.h"
 #include "workbench/steps_outside.h"
 #include "workbench/write_guard.h"
@@ -43,9 +44,26 @@ void takePlannedValues(CvSet& set, const WritePlan& plan)
     }
 }
 
+// Shows what will be written. Nothing when the person has cancelled.
+std::optional<WritePlan> confirmed(Workbench& bench, const WritePlan& plan, const DecoderBlock& block,
+                                   const ConfirmPlan& confirm)
+{
+    ProgramState& state = bench.state;
+    return confirmPlan(state, plan, previewOf(plan, state.set, block.image, block.profile), confirm,
+                       isKept(state, block));
+}
+
+WriteReport cancelled(Workbench& bench)
+{
+    fillList(bench); // what differs from the vehicle is marked
+    bench.view.showStatus(bench.state.texts.caption(Caption::writtenNothing));
+    return without(WriteManyEnd::cancelled);
+}
+
 enum class Wanted { differences, all };
 
-WriteReport writeAfterRead(Workbench& bench, Wanted wanted, const KeepBackup& keepBackup)
+WriteReport writeAfterRead(Workbench& bench, Wanted wanted, const KeepBackup& keepBackup,
+                           const ListWrite& how)
 {
     if (bench.state.set.isEmpty())
         return without(WriteManyEnd::nothingToWrite);
@@ -57,23 +75,30 @@ WriteReport writeAfterRead(Workbench& bench, Wanted wanted, const KeepBackup& ke
         return without(*end);
     takeHeldValues(bench.state, *guard.block());
     const CvTable& table = bench.state.set.table;
-    auto plan = wanted == Wanted::all ? planOfAll(table) : planOfDifferences(table, bench.state.image);
+    const CvImage& image = bench.state.image;
+    auto plan = wanted == Wanted::all ? planOfAll(table, image, how.beyond)
+                                      : planOfDifferences(table, image, how.beyond);
+    if (!how.only.empty())
+        plan = restOf(std::move(plan), how.only);
     if (wanted == Wanted::differences)
         refuseMissingServoCvs(bench, plan);
     askAboutStepsOutside(bench, plan);
-    return runPlan(bench, plan, guard, RunKind::many);
+    const auto chosen = confirmed(bench, plan, *guard.block(), how.confirm);
+    if (!chosen && !plan.empty())
+        return cancelled(bench);
+    return runPlan(bench, chosen.value_or(WritePlan()), guard, RunKind::many);
 }
 
 } // namespace
 
-WriteReport writeChanged(Workbench& bench, const KeepBackup& keepBackup)
+WriteReport writeChanged(Workbench& bench, const KeepBackup& keepBackup, const ListWrite& how)
 {
-    return writeAfterRead(bench, Wanted::differences, keepBackup);
+    return writeAfterRead(bench, Wanted::differences, keepBackup, how);
 }
 
-WriteReport writeAll(Workbench& bench, const KeepBackup& keepBackup)
+WriteReport writeAll(Workbench& bench, const KeepBackup& keepBackup, const ListWrite& how)
 {
-    return writeAfterRead(bench, Wanted::all, keepBackup);
+    return writeAfterRead(bench, Wanted::all, keepBackup, how);
 }
 
 WriteReport writeValues(Workbench& bench, const WritePlan& plan, const KeepBackup& keepBackup)
@@ -90,7 +115,7 @@ WriteReport writeValues(Workbench& bench, const WritePlan& plan, const KeepBacku
 
 WriteReport writeReset(Workbench& bench, int value, const KeepBackup& keepBackup)
 {
-    const LineUse line(bench);
+    const LineUse line(bench, LineTask::lasting);
     if (!line.isGranted())
         return without(WriteManyEnd::busy);
     WriteGuard guard(bench, keepBackup);

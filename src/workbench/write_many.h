@@ -3,6 +3,7 @@
 
 #include "workbench/workbench.h"
 #include "workbench/write_backup.h"
+#include "workbench/write_preview.h"
 #include "workbench/write_report.h"
 
 #include <vector>
@@ -24,12 +25,19 @@ namespace karvo
 //  - A CV that was written is no longer marked. The report says what each CV did.
 // The boxes that announce the success of single writes do not come.
 
+// What is asked and shown of a write from the list, and which of its CVs it is about.
+struct ListWrite {
+    ConfirmPlan confirm = {}; // shows what will be written; nothing: it is written without that
+    BeyondLimits beyond = BeyondLimits::leftOut;
+    std::vector<int> only = {}; // the rest of an earlier write; empty: all
+};
+
 // The CVs whose value in the list differs from the decoder's. Where the model lacks CV11 to CV14 and their
 // values differ, a message says so, and the others are written.
-WriteReport writeChanged(Workbench& bench, const KeepBackup& keepBackup);
+WriteReport writeChanged(Workbench& bench, const KeepBackup& keepBackup, const ListWrite& how = {});
 
 // All CVs of the list, but for those that the decoder alone decides.
-WriteReport writeAll(Workbench& bench, const KeepBackup& keepBackup);
+WriteReport writeAll(Workbench& bench, const KeepBackup& keepBackup, const ListWrite& how = {});
 
 // These values, in the plan's order: what an editor has made. They stand in the list first; what was not
 // written stays marked there, whatever the reason.

@@ -31,18 +31,6 @@ void putInOrder(WritePlan& plan)
     });
 }
 
-WriteSkip skipOf(const CvTable& table, int cv)
-{
-    if (!isUsed(table, cv))
-        return WriteSkip::notUsed;
-    if (isReadOnly(table, cv))
-        return WriteSkip::decodersOwn;
-    if (cv == resetCv)
-        return WriteSkip::reset;
-    const auto value = table.value(cv);
-    return value && !limitsOf(table, cv).allow(*value) ? WriteSkip::outsideLimits : WriteSkip::none;
-}
-
 bool hasValue(const CvTable& table, int cv)
 {
     return table.describes(cv) && isCvValue(table.value(cv));
@@ -53,10 +41,10 @@ bool isSeriesCv(int cv)
     return cv >= firstSeriesCv && cv <= lastSeriesCv;
 }
 
-bool canWriteSeries(const CvTable& table)
+bool hasWholeSeries(const CvTable& table)
 {
     for (int cv = firstSeriesCv; cv <= lastSeriesCv; ++cv) {
-        if (!hasValue(table, cv) || skipOf(table, cv) != WriteSkip::none)
+        if (!hasValue(table, cv) || !isUsed(table, cv) || isReadOnly(table, cv))
             return false;
     }
     return true;
@@ -67,7 +55,7 @@ WritePlan planOf(const CvTable& table, const std::function<bool(int)>& isWanted)
     bool wantsSeries = false;
     for (int cv = firstSeriesCv; cv <= lastSeriesCv; ++cv)
         wantsSeries = wantsSeries || isWanted(cv);
-    const bool wholeSeries = wantsSeries && canWriteSeries(table);
+    const bool wholeSeries = wantsSeries && hasWholeSeries(table);
     WritePlan plan;
     for (int cv = 1; cv <= CvTable::lastRow; ++cv) {
         const bool withSeries = wholeSeries && isSeriesCv(cv);
@@ -89,32 +77,78 @@ void holdBackOtherSteps(WritePlan& plan)
     }
 }
 
-void markSkipped(WritePlan& plan, const CvTable& table)
+void markSkipped(WritePlan& plan, const CvTable& table, BeyondLimits beyond)
 {
+    for (PlannedWrite& write : plan) {
+        if (write.cv == resetCv)
+            write.skip = WriteSkip::reset;
+        else if (beyond == BeyondLimits::leftOut)
+            write.skip = limitsAgainst(table, write.cv, write.value);
+    }
+}
+
+void keepSeriesTogether(WritePlan& plan, const CvTable& table)
+{
+    const bool isTorn = std::any_of(plan.begin(), plan.end(), [](const PlannedWrite& write) {
+        return isSeriesCv(write.cv) && write.skip != WriteSkip::none;
+    });
+    if (!isTorn || !hasWholeSeries(table))
+        return;
+    for (PlannedWrite& write : plan) {
+        if (isSeriesCv(write.cv) && write.skip == WriteSkip::none)
+            write.skip = WriteSkip::withSeries;
+    }
+}
+
+WritePlan planFromList(const CvTable& table, const CvImage& block, BeyondLimits beyond,
+                       const std::function<bool(int)>& isWanted)
+{
+    auto plan = planOf(table, isWanted);
     for (PlannedWrite& write : plan)
-        write.skip = skipOf(table, write.cv);
+        write.held = block[static_cast<std::size_t>(write.cv)];
+    markSkipped(plan, table, beyond);
     holdBackOtherSteps(plan);
+    keepSeriesTogether(plan, table);
+    return plan;
 }
 
 } // namespace
 
-WritePlan planOfDifferences(const CvTable& table, const CvImage& block)
+WriteSkip limitsAgainst(const CvTable& table, int cv, int value)
 {
-    auto plan = planOf(table, [&](int cv) { return table.value(cv) != block[static_cast<std::size_t>(cv)]; });
-    markSkipped(plan, table);
-    return plan;
+    if (cv == resetCv)
+        return WriteSkip::none;
+    if (!isUsed(table, cv))
+        return WriteSkip::notUsed;
+    if (isReadOnly(table, cv))
+        return WriteSkip::decodersOwn;
+    return limitsOf(table, cv).allow(value) ? WriteSkip::none : WriteSkip::outsideLimits;
 }
 
-WritePlan planOfAll(const CvTable& table)
+WritePlan planOfDifferences(const CvTable& table, const CvImage& block, BeyondLimits beyond)
 {
-    auto plan = planOf(table, [](int) { return true; });
-    markSkipped(plan, table);
-    return plan;
+    return planFromList(table, block, beyond,
+                        [&](int cv) { return table.value(cv) != block[static_cast<std::size_t>(cv)]; });
+}
+
+WritePlan planOfAll(const CvTable& table, const CvImage& block, BeyondLimits beyond)
+{
+    return planFromList(table, block, beyond, [](int) { return true; });
 }
 
 WritePlan planOfChosen(const CvTable& table, const std::vector<int>& cvs)
 {
     return planOf(table, [&](int cv) { return std::find(cvs.begin(), cvs.end(), cv) != cvs.end(); });
+}
+
+WritePlan restOf(WritePlan plan, const std::vector<int>& cvs)
+{
+    const bool withSeries = std::any_of(cvs.begin(), cvs.end(), isSeriesCv);
+    std::erase_if(plan, [&](const PlannedWrite& write) {
+        return !(withSeries && isSeriesCv(write.cv)) &&
+               std::find(cvs.begin(), cvs.end(), write.cv) == cvs.end();
+    });
+    return plan;
 }
 
 bool lacksPlannedServoCv(const WritePlan& plan)

@@ -4,6 +4,7 @@
 #include "cvdata/cv_table.h"
 #include "link/link.h"
 
+#include <optional>
 #include <vector>
 
 namespace karvo
@@ -12,18 +13,25 @@ namespace karvo
 // Why a CV that was to be written is left out.
 enum class WriteSkip {
     none,
-    notUsed,           // the description, which gives others a factory value, gives it none
-    decodersOwn,       // the decoder alone decides its value, as of CV7 and CV8
-    reset,             // CV59: whatever is written sets the decoder back
-    outsideLimits,     // a list from elsewhere holds a value that the description does not allow
-    otherSteps,        // a speed step in a plan with others outside their limits
-    addressUnconfirmed // it would put an address to use that the decoder has not confirmed
+    notUsed,            // the description, which gives others a factory value, gives it none
+    decodersOwn,        // the decoder alone decides its value, as of CV7 and CV8
+    reset,              // CV59: whatever is written sets the decoder back
+    outsideLimits,      // a list from elsewhere holds a value that the description does not allow
+    otherSteps,         // a speed step in a plan with others outside their limits
+    addressUnconfirmed, // it would put an address to use that the decoder has not confirmed
+    withSeries,         // one of CV167 to CV171 can not be written, and none of them is without the others
+    unticked            // the person has left it out
 };
+
+// What stands against writing a value to a CV: outsideLimits, notUsed, decodersOwn, or none. The reset has a
+// question of its own.
+WriteSkip limitsAgainst(const CvTable& table, int cv, int value);
 
 struct PlannedWrite {
     int cv;
     int value;
     WriteSkip skip = WriteSkip::none;
+    std::optional<int> held = std::nullopt; // what the vehicle holds, as far as that is known
 };
 
 // CVs that the write of the changed ones refuses with a message of its own where the model lacks them.
@@ -35,18 +43,26 @@ constexpr bool isServoCv(int cv)
 // In the order of writing, which is ascending but for these: CV59 comes first, since it undoes what was
 // written before; the addresses, then CV29, which chooses between them, come behind the others, so that a
 // write that is stopped leaves a vehicle that drives under the address it had; CV161 comes last, since its
-// decoder restarts. Where the table has a value for all of CV167 to CV171, none of them is planned without
-// the others. The speed steps, CV70 to CV97, are written all or none: a curve with holes drives badly.
+// decoder restarts. Where the model uses CV167 to CV171 and the table has a value for all of them, none is
+// planned without the others, nor written. The speed steps, CV70 to
+// CV97, are written all or none: a curve with holes drives badly.
 using WritePlan = std::vector<PlannedWrite>;
 
+// Whether what the description does not provide for is planned with the rest.
+enum class BeyondLimits { leftOut, planned };
+
 // The CVs whose table value differs from the block's.
-WritePlan planOfDifferences(const CvTable& table, const CvImage& block);
+WritePlan planOfDifferences(const CvTable& table, const CvImage& block,
+                            BeyondLimits beyond = BeyondLimits::leftOut);
 
 // Every CV that has a value.
-WritePlan planOfAll(const CvTable& table);
+WritePlan planOfAll(const CvTable& table, const CvImage& block, BeyondLimits beyond = BeyondLimits::leftOut);
 
 // Just these, whatever they are; those without a value in the table are left out of the plan.
 WritePlan planOfChosen(const CvTable& table, const std::vector<int>& cvs);
+
+// The plan without all other CVs, in its order; one of CV167 to CV171 brings the others.
+WritePlan restOf(WritePlan plan, const std::vector<int>& cvs);
 
 // Whether the model is without one of CV11 to CV14 that is planned.
 bool lacksPlannedServoCv(const WritePlan& plan);

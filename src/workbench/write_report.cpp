@@ -1,6 +1,8 @@
 #include "workbench/write_report.h"
 
+#include "cvdata/dcc_address.h"
 #include "cvdata/main_list.h"
+#include "program/path_text.h"
 
 #include <algorithm>
 
@@ -9,27 +11,6 @@ namespace karvo
 
 namespace
 {
-
-Caption captionOfSkip(WriteSkip skip)
-{
-    switch (skip) {
-    case WriteSkip::notUsed:
-        return Caption::outcomeNotUsed;
-    case WriteSkip::decodersOwn:
-        return Caption::outcomeDecodersOwn;
-    case WriteSkip::reset:
-        return Caption::outcomeReset;
-    case WriteSkip::outsideLimits:
-        return Caption::outcomeOutsideLimits;
-    case WriteSkip::otherSteps:
-        return Caption::outcomeOtherSteps;
-    case WriteSkip::addressUnconfirmed:
-        return Caption::outcomeAddressUnconfirmed;
-    case WriteSkip::none:
-        break;
-    }
-    return Caption::outcomeNotReached;
-}
 
 Caption captionOfEnd(WriteEnd end)
 {
@@ -66,6 +47,7 @@ bool isWanted(const WriteOutcome& outcome)
     switch (outcome.skip) {
     case WriteSkip::decodersOwn:
     case WriteSkip::reset:
+    case WriteSkip::unticked:
         return false;
     case WriteSkip::notUsed:
         return isServoCv(outcome.cv);
@@ -73,6 +55,7 @@ bool isWanted(const WriteOutcome& outcome)
     case WriteSkip::outsideLimits:
     case WriteSkip::otherSteps:
     case WriteSkip::addressUnconfirmed:
+    case WriteSkip::withSeries:
         break;
     }
     return true;
@@ -81,6 +64,53 @@ bool isWanted(const WriteOutcome& outcome)
 bool isClean(const WriteOutcome& outcome)
 {
     return !isWanted(outcome) || outcome.end == WriteEnd::written || outcome.end == WriteEnd::unconfirmed;
+}
+
+bool isStillToWrite(const WriteOutcome& outcome)
+{
+    if (outcome.skip != WriteSkip::none)
+        return false;
+    if (!outcome.end)
+        return true;
+    switch (*outcome.end) {
+    case WriteEnd::written:
+    case WriteEnd::unconfirmed:
+    case WriteEnd::refusedByUser:
+    case WriteEnd::guarded:
+        return false;
+    case WriteEnd::frameRefused:
+        return isAddressCv(outcome.cv);
+    default:
+        return true;
+    }
+}
+
+Text numberText(std::size_t number)
+{
+    return textFromNumber(static_cast<long long>(number));
+}
+
+void addEnd(std::vector<Text>& lines, WriteManyEnd end, const LanguageTables& texts)
+{
+    if (end == WriteManyEnd::stoppedByUser)
+        lines.push_back(texts.caption(Caption::writeStoppedByUser));
+    if (end == WriteManyEnd::stoppedByFault)
+        lines.push_back(texts.caption(Caption::writeStoppedByFault));
+}
+
+void addLeftOut(std::vector<Text>& lines, const WriteReport& report, const LanguageTables& texts)
+{
+    std::vector<WriteSkip> skips;
+    for (const WriteOutcome& outcome : report.outcomes) {
+        if (outcome.skip != WriteSkip::none)
+            skips.push_back(outcome.skip);
+    }
+    if (skips.empty())
+        return;
+    const Text count[] = {numberText(skips.size())};
+    lines.push_back(filledIn(texts.caption(Caption::leftOutCount), count));
+    for (Text& reason : reasonsOf(skips, texts))
+        lines.push_back(u"    " + std::move(reason));
 }
 
 } // namespace
@@ -104,6 +134,55 @@ bool WriteReport::isClean() const
                        [](const WriteOutcome& outcome) { return karvo::isClean(outcome); });
 }
 
+bool WriteReport::hasRun() const
+{
+    const bool isThrough = end == WriteManyEnd::finished || end == WriteManyEnd::stoppedByUser ||
+                           end == WriteManyEnd::stoppedByFault;
+    return isThrough && !outcomes.empty();
+}
+
+std::vector<int> WriteReport::rest() const
+{
+    std::vector<int> cvs;
+    if (end != WriteManyEnd::stoppedByUser && end != WriteManyEnd::stoppedByFault)
+        return cvs;
+    for (const WriteOutcome& outcome : outcomes) {
+        if (isStillToWrite(outcome))
+            cvs.push_back(outcome.cv);
+    }
+    return cvs;
+}
+
+Caption captionOfSkip(WriteSkip skip)
+{
+    switch (skip) {
+    case WriteSkip::notUsed:
+        return Caption::outcomeNotUsed;
+    case WriteSkip::decodersOwn:
+        return Caption::outcomeDecodersOwn;
+    case WriteSkip::reset:
+        return Caption::outcomeReset;
+    case WriteSkip::outsideLimits:
+        return Caption::outcomeOutsideLimits;
+    case WriteSkip::otherSteps:
+        return Caption::outcomeOtherSteps;
+    case WriteSkip::addressUnconfirmed:
+        return Caption::outcomeAddressUnconfirmed;
+    case WriteSkip::withSeries:
+        return Caption::outcomeWithSeries;
+    case WriteSkip::unticked:
+        return Caption::outcomeUnticked;
+    case WriteSkip::none:
+        break;
+    }
+    return Caption::outcomeNotReached;
+}
+
+Text heldText(std::optional<int> held)
+{
+    return held ? textFromNumber(*held) : Text(u"---");
+}
+
 Text outcomeText(const WriteOutcome& outcome, const LanguageTables& texts)
 {
     return texts.caption(outcome.end ? captionOfEnd(*outcome.end) : captionOfSkip(outcome.skip));
@@ -112,6 +191,50 @@ Text outcomeText(const WriteOutcome& outcome, const LanguageTables& texts)
 Text outcomeLine(const WriteOutcome& outcome, const LanguageTables& texts)
 {
     return cvLabel(outcome.cv) + textFromNumber(outcome.value) + u"  " + outcomeText(outcome, texts);
+}
+
+std::vector<Text> reasonsOf(std::span<const WriteSkip> skips, const LanguageTables& texts)
+{
+    std::vector<std::pair<WriteSkip, int>> counts;
+    for (const WriteSkip skip : skips) {
+        const auto known = std::find_if(counts.begin(), counts.end(),
+                                        [&](const auto& counted) { return counted.first == skip; });
+        if (known == counts.end())
+            counts.emplace_back(skip, 1);
+        else
+            ++known->second;
+    }
+    std::vector<Text> lines;
+    for (const auto& [skip, count] : counts)
+        lines.push_back(textFromNumber(count) + u" \u00D7 " + texts.caption(captionOfSkip(skip)));
+    return lines;
+}
+
+std::vector<Text> summaryOf(const WriteReport& report, const LanguageTables& texts)
+{
+    const Text counts[] = {numberText(report.countOf(WriteEnd::written)), numberText(report.countOfWanted())};
+    std::vector<Text> lines{filledIn(texts.caption(Caption::writeSummary), counts)};
+    addEnd(lines, report.end, texts);
+    addLeftOut(lines, report, texts);
+    if (!report.addressNotice.empty())
+        lines.push_back(report.addressNotice);
+    const Text backup[] = {pathText(report.backup)};
+    if (!report.backup.empty())
+        lines.push_back(filledIn(texts.caption(Caption::backupFile), backup));
+    return lines;
+}
+
+Text reportText(const WriteReport& report, const LanguageTables& texts)
+{
+    Text text;
+    for (const Text& line : summaryOf(report, texts))
+        text += line + u'\n';
+    text += u'\n';
+    for (const WriteOutcome& outcome : report.outcomes) {
+        text += u"CV" + textFromNumber(outcome.cv) + u'\t' + outcome.name + u'\t' + heldText(outcome.held) +
+                u'\t' + textFromNumber(outcome.value) + u'\t' + outcomeText(outcome, texts) + u'\n';
+    }
+    return text;
 }
 
 } // namespace karvo

@@ -2,8 +2,11 @@
 
 #include "cvdata/changes.h"
 #include "cvdata/dcc_address.h"
+#include "cvdata/main_list.h"
 #include "link/series_write.h"
+#include "workbench/address_notice.h"
 #include "workbench/describe.h"
+#include "workbench/write_limits.h"
 
 #include <algorithm>
 
@@ -181,13 +184,6 @@ private:
     int refusals_ = 0; // in a row
 };
 
-// Else the status says, or a message has said, why nothing was written.
-bool hasRun(WriteManyEnd end)
-{
-    return end == WriteManyEnd::finished || end == WriteManyEnd::stoppedByUser ||
-           end == WriteManyEnd::stoppedByFault;
-}
-
 void showSummary(Workbench& bench, const WriteReport& report)
 {
     const Text counts[] = {textFromNumber(static_cast<long long>(report.countOf(WriteEnd::written))),
@@ -195,12 +191,33 @@ void showSummary(Workbench& bench, const WriteReport& report)
     bench.view.showStatus(filledIn(bench.state.texts.caption(Caption::writeSummary), counts));
 }
 
-std::vector<WriteOutcome> outcomesOf(const WritePlan& plan)
+std::vector<WriteOutcome> outcomesOf(const WritePlan& plan, const CvTable& table)
 {
     std::vector<WriteOutcome> outcomes;
-    for (const PlannedWrite& write : plan)
-        outcomes.push_back({write.cv, write.value, write.skip});
+    for (const PlannedWrite& write : plan) {
+        outcomes.push_back(
+            {write.cv, write.value, write.skip, std::nullopt, write.held, nameOfCv(table, write.cv)});
+    }
     return outcomes;
+}
+
+// What the vehicle held before; nothing for a CV of which that is not known.
+std::vector<WriteOutcome> withHeld(std::vector<WriteOutcome> outcomes,
+                                   const std::optional<DecoderBlock>& block)
+{
+    for (WriteOutcome& outcome : outcomes) {
+        if (block && !outcome.held)
+            outcome.held = block->image[static_cast<std::size_t>(outcome.cv)];
+    }
+    return outcomes;
+}
+
+Text noticeOf(const std::vector<WriteOutcome>& outcomes, const ProgramState& state)
+{
+    if (!state.keptBlock)
+        return addressNotice(outcomes, nullptr, state.texts);
+    const HeldBlock held{state.keptBlock->image, state.keptBlock->profile};
+    return addressNotice(outcomes, &held, state.texts);
 }
 
 std::optional<WriteManyEnd> passGuard(WriteGuard& guard)
@@ -233,7 +250,11 @@ WriteReport carryOut(Workbench& bench, const std::vector<WriteOutcome>& outcomes
 {
     if (const auto end = passGuard(guard))
         return {*end, outcomes};
-    auto report = Run(bench, outcomes, guard.decoder(), kind).carryOut();
+    const auto& kept = bench.state.keptBlock;
+    const auto backup = kept ? bench.state.keptFile : std::filesystem::path();
+    auto report = Run(bench, withHeld(outcomes, kept), guard.decoder(), kind).carryOut();
+    report.backup = backup;
+    report.addressNotice = noticeOf(report.outcomes, bench.state);
     if (beganWithOtherDecoder(report, outcomes) && guard.mustMeetAnew())
         return carryOut(bench, outcomes, guard, kind);
     if (report.countOf(WriteEnd::otherDecoder) != 0)
@@ -250,14 +271,17 @@ WriteReport runPlan(Workbench& bench, const WritePlan& plan, WriteGuard& guard, 
         fillList(bench);
         return {WriteManyEnd::nothingToWrite, {}};
     }
-    WriteReport report{WriteManyEnd::finished, outcomesOf(plan)};
+    WriteReport report{WriteManyEnd::finished, outcomesOf(plan, bench.state.set.table)};
     askBeforeSending(bench, report.outcomes);
-    if (anyDue(report.outcomes))
+    // A plan that is made after the vehicle was met leaves out what the description does not provide for.
+    if (!guard.hasMetVehicle() && !mayWriteBeyondLimits(bench, report.outcomes))
+        report.end = WriteManyEnd::declined;
+    else if (anyDue(report.outcomes))
         report = carryOut(bench, report.outcomes, guard, kind);
     const bool mayHaveChanged = kind == RunKind::many || report.countOf(WriteEnd::written) != 0;
     if (mayHaveChanged && !bench.state.set.isEmpty()) // a reset needs no list
         fillList(bench);
-    if (kind == RunKind::many && hasRun(report.end))
+    if (kind == RunKind::many && report.hasRun())
         showSummary(bench, report);
     return report;
 }

@@ -19,7 +19,10 @@ std::optional<WriteEnd> writeOne(Workbench& bench, const KeepBackup& keepBackup,
     if (!line.isGranted())
         return std::nullopt;
     WriteGuard guard(bench, keepBackup);
-    return runPlan(bench, {{cv, value}}, guard, RunKind::single).outcomes.front().end;
+    const auto report = runPlan(bench, {{cv, value}}, guard, RunKind::single);
+    if (!report.addressNotice.empty())
+        bench.prompts.message(report.addressNotice, PromptIcon::warning);
+    return report.outcomes.front().end;
 }
 
 } // namespace

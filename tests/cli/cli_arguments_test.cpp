@@ -79,7 +79,6 @@ TEST(CliArgumentsTest, RefusesWhatItDoesNotKnow)
                                    "write CV3=1 --simulate=",
                                    "read --fault silence",
                                    "read --no-pace",
-                                   "write CV3=1 --dry-run",
                                    "read --dry-run",
                                    "set a.kvr CV3=1 --from b.kvr",
                                    "write CV3=1 --output a.kvr",

@@ -62,8 +62,11 @@ TEST_F(WriteCommandTest, ExitCodesTellWhatWentWrong)
         const char* err; // a part of it
     };
     const Case cases[] = {
-        {"CV1=0", "kv07", "none", 2, "", "CV1 cannot take the value 0."},
-        {"CV48=5 CV1=127", "kv07", "none", 2, "", "CV1 cannot take the value 127."}, // none is written then
+        {"CV48=5 CV1=127", "kv07", "none", 7, // none is written then
+         "CV48 = 5  not written, ended before\nCV1  = 127  not written, ended before\n",
+         "CV1 = 127: 1 to 126 are allowed"},
+        {"CV1=0 --yes", "kv07", "none", 7, "CV1  = 0  not written, ended before\n", "--force limits answers"},
+        {"CV1=127 --force limits", "kv07", "none", 0, "CV1  = 127  written\n", ""},
         {"CV200=1", "kv07", "none", 2, "", "is not in the list"},
         {"CV48=5 CV49=6", "kv07", "refused-frame", 7,
          "CV48 = 5  not accepted by the decoder\nCV49 = 6  not accepted by the decoder\n", "0 of 2 CVs"},
@@ -72,7 +75,7 @@ TEST_F(WriteCommandTest, ExitCodesTellWhatWentWrong)
          "The decoder is not ready"},
         {"CV161=1", "kv07", "refused-frame", 0, "CV161 = 1  sent, not acknowledged; please read again\n",
          "0 of 1 CVs"},
-        {"CV48=5", "receiver-readonly", "none", 5, "CV48 = 5  not written, ended before\n",
+        {"CV3=5", "receiver-readonly", "none", 5, "CV3  = 5  not written, ended before\n",
          "Nothing was written"},
         {"CV48=5", "kv07", "silence", 4, "", "does not reply"},
         {"CV48=5", "kv07", "wrong-check-byte", 6, "", "wrong check byte"},
@@ -106,6 +109,12 @@ TEST_F(WriteCommandTest, AListIsWrittenWhereItDiffers)
     EXPECT_EQ(changed.exitCode, 0) << changed.err.toStdString();
     EXPECT_EQ(changed.out, QStringLiteral("CV7  = 99  left out, read only\nCV48 = 5  written\n"));
     EXPECT_EQ(backups().size(), 1);
+
+    const auto preview = write(QStringLiteral("--dry-run --from %1").arg(pathOf("bus.kvr")));
+    EXPECT_EQ(preview.exitCode, 0) << preview.err.toStdString();
+    EXPECT_TRUE(preview.out.startsWith(QStringLiteral("CV7  = "))) << preview.out.toStdString();
+    EXPECT_TRUE(preview.out.endsWith(QStringLiteral("To be written: 1. Left out: 1.\n")));
+    EXPECT_EQ(backups().size(), 1) << "a dry run writes and keeps nothing";
 
     const auto other = write(QStringLiteral("--from %1").arg(pathOf("bus.kvr")), "kv04");
     EXPECT_EQ(other.exitCode, 7);
@@ -149,6 +158,14 @@ TEST_F(WriteCommandTest, JsonTellsEachOutcome)
     EXPECT_EQ(first.value(QStringLiteral("value")).toInt(), 5);
     EXPECT_TRUE(first.value(QStringLiteral("written")).toBool());
     EXPECT_EQ(first.value(QStringLiteral("outcome")).toString(), QStringLiteral("written"));
+
+    const auto preview = write(QStringLiteral("CV48=5 CV3=200 --json --dry-run"));
+    const auto object = QJsonDocument::fromJson(preview.out.toUtf8()).object();
+    EXPECT_EQ(object.value(QStringLiteral("toBeWritten")).toInt(), 1);
+    const auto row = object.value(QStringLiteral("cvs")).toArray().at(1).toObject();
+    EXPECT_EQ(row.value(QStringLiteral("new")).toInt(), 200);
+    EXPECT_FALSE(row.value(QStringLiteral("written")).toBool());
+    EXPECT_EQ(backups().size(), 1);
 }
 
 } // namespace

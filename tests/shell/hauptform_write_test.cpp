@@ -35,19 +35,29 @@ struct WriteWindowBench : WindowBench {
     }
     void click(const char* button) { find<QPushButton>(button).click(); }
 
-    // The report comes next; its rows, as "CV2 12 geschrieben", are kept.
-    void expectReport()
+    // The preview comes next; `act` may change its ticks before the write goes on.
+    void expectPreview(std::function<void(QWidget&)> act = [](QWidget&) {})
     {
-        driver.expect(QStringLiteral("report"), [this](QWidget& dialog) {
+        driver.expect(QStringLiteral("preview"), [act](QWidget& dialog) {
+            EXPECT_EQ(dialog.objectName(), QStringLiteral("Schreibvorschau"));
+            act(dialog);
+            dialog.findChild<QPushButton*>(QStringLiteral("OKButton"))->click();
+        });
+    }
+
+    // The report comes next; its rows, as "CV2 9 12 geschrieben", are kept.
+    void expectReport(const char* button = "Schliessen")
+    {
+        driver.expect(QStringLiteral("report"), [this, button](QWidget& dialog) {
             EXPECT_EQ(dialog.objectName(), QStringLiteral("Schreibbericht"));
             const auto& table = *dialog.findChild<QTableWidget*>(QStringLiteral("Ergebnisse"));
             for (int row = 0; row < table.rowCount(); ++row)
-                rows.push_back((table.item(row, 0)->text() + u' ' + table.item(row, 1)->text() + u' ' +
-                                table.item(row, 2)->text())
+                rows.push_back((table.item(row, 0)->text() + u' ' + table.item(row, 2)->text() + u' ' +
+                                table.item(row, 3)->text() + u' ' + table.item(row, 4)->text())
                                    .toStdString());
             summary = dialog.findChild<QLabel*>(QStringLiteral("Zusammenfassung"))->text().toStdString();
             dialog.findChild<QPushButton*>(QStringLiteral("Kopieren"))->click();
-            dialog.findChild<QPushButton*>(QStringLiteral("Schliessen"))->click();
+            dialog.findChild<QPushButton*>(QString::fromLatin1(button))->click();
         });
     }
 
@@ -87,20 +97,84 @@ TEST(HauptformWrite, WritesWhatWasTypedAndNotTaken)
 TEST(HauptformWrite, WritesTheChangedOnesAndReportsEach)
 {
     WriteWindowBench bench;
+    const auto before = std::to_string(bench.held(48));
     bench.change(48, 11);
     bench.change(52, 12);
+    bench.expectPreview();
     bench.expectReport();
     bench.click("Alle_speichern");
     EXPECT_TRUE(bench.driver.isDone());
-    EXPECT_EQ(bench.rows, (std::vector<std::string>{"CV48 11 geschrieben", "CV52 12 geschrieben"}));
+    EXPECT_EQ(bench.rows.front(), "CV48 " + before + " 11 geschrieben");
+    EXPECT_EQ(bench.rows.size(), 2U);
     EXPECT_NE(bench.summary.find("2 von 2"), std::string::npos) << bench.summary;
-    EXPECT_NE(bench.summary.find("Ordner lists"), std::string::npos) << bench.summary;
+    EXPECT_NE(bench.summary.find("kept.kvr"), std::string::npos) << bench.summary;
     const auto copied = QGuiApplication::clipboard()->text().toStdString();
-    EXPECT_NE(copied.find("CV48 = 11  geschrieben"), std::string::npos) << copied;
+    EXPECT_NE(copied.find("\t11\tgeschrieben"), std::string::npos) << copied;
     EXPECT_EQ(bench.held(48), 11);
     EXPECT_EQ(bench.held(52), 12);
-    bench.click("Alle_speichern"); // no report: nothing is left
-    EXPECT_EQ(bench.rows.size(), 2U);
+    bench.driver.expect(QStringLiteral("nothing is left"), [](QWidget& dialog) {
+        EXPECT_FALSE(dialog.findChild<QPushButton*>(QStringLiteral("OKButton"))->isEnabled());
+        EXPECT_TRUE(
+            dialog.findChild<QLabel*>(QStringLiteral("Anzahl"))->text().contains(QStringLiteral("Nichts")));
+        dialog.findChild<QPushButton*>(QStringLiteral("CancelButton"))->click();
+    });
+    bench.click("Alle_speichern");
+}
+
+TEST(HauptformWrite, ThePreviewDecidesWhatIsWritten)
+{
+    WriteWindowBench bench;
+    const int before = bench.held(1);
+    for (const int cv : {1, 48, 52, 168})
+        bench.change(cv, 21);
+    const int kept = bench.held(48);
+    bench.driver.expect(QStringLiteral("cancelled"), [](QWidget& dialog) { dialog.close(); });
+    bench.click("Alle_speichern");
+    EXPECT_TRUE(bench.kept.empty());
+    EXPECT_EQ(bench.held(52) == 21, false);
+    bench.expectPreview([](QWidget& dialog) {
+        auto& table = *dialog.findChild<QTableWidget*>(QStringLiteral("Vorschau"));
+        ASSERT_EQ(table.rowCount(), 8);
+        EXPECT_EQ(table.item(0, 0)->text(), QStringLiteral("CV48"));
+        EXPECT_EQ(table.item(0, 1)->text(), QStringLiteral("deutsch 48"));
+        EXPECT_EQ(table.item(0, 3)->text(), QStringLiteral("21"));
+        table.item(0, 0)->setCheckState(Qt::Unchecked);
+        dialog.findChild<QCheckBox*>(QStringLiteral("Kennung_lassen"))->click();
+        EXPECT_EQ(table.item(7, 0)->checkState(), Qt::Unchecked);
+        EXPECT_EQ(table.item(3, 0)->checkState(), Qt::Unchecked) << "the series stays together";
+        dialog.findChild<QCheckBox*>(QStringLiteral("Nicht_mehr_fragen"))->click();
+        EXPECT_TRUE(
+            dialog.findChild<QLabel*>(QStringLiteral("Anzahl"))->text().contains(QStringLiteral(": 1.")));
+    });
+    bench.expectReport();
+    bench.click("Alle_speichern");
+    EXPECT_EQ(bench.held(52), 21);
+    EXPECT_EQ(bench.held(48), kept);
+    EXPECT_EQ(bench.held(1), before);
+    bench.expectReport(); // without a preview, and what was left out stays out
+    bench.click("Alle_speichern");
+    EXPECT_EQ(bench.held(48), kept);
+    EXPECT_EQ(bench.held(1), before);
+}
+
+TEST(HauptformWrite, GoesOnWithTheRestAfterAStop)
+{
+    WriteWindowBench bench;
+    for (const int cv : {48, 52, 53})
+        bench.change(cv, 21);
+    const auto stopping =
+        QObject::connect(&bench.view, &MainWindowView::writeProgressShown, [&](int cv, std::size_t) {
+            if (cv == 48)
+                bench.state.stopRequested = true;
+        });
+    bench.expectPreview();
+    bench.expectReport("Rest_schreiben");
+    bench.expectPreview();
+    bench.expectReport();
+    bench.click("Alle_speichern");
+    EXPECT_EQ(bench.rows.size(), 5U) << "three, and the two that were left";
+    EXPECT_EQ(bench.held(53), 21);
+    QObject::disconnect(stopping);
 }
 
 TEST(HauptformWrite, StopsBetweenTwoCvsAndLeavesTheRestMarked)
@@ -113,6 +187,7 @@ TEST(HauptformWrite, StopsBetweenTwoCvsAndLeavesTheRestMarked)
         if (cv != 48)
             return;
         EXPECT_EQ(remaining, 2U);
+        bench.window->activateWindow();
         QTimer::singleShot(0, bench.window.get(), [&] {
             progress = bench.find<QProgressBar>("Progress").format().toStdString();
             EXPECT_FALSE(bench.find<QPushButton>("Alle_speichern").isEnabled());
@@ -124,10 +199,10 @@ TEST(HauptformWrite, StopsBetweenTwoCvsAndLeavesTheRestMarked)
     });
     bench.window->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(bench.window.get()));
+    bench.expectPreview();
     bench.expectReport();
     bench.click("Alle_speichern");
     EXPECT_EQ(progress, "CV48, noch 2");
-    EXPECT_EQ(bench.rows.front(), "CV48 21 geschrieben");
     EXPECT_EQ(bench.lineOf(48).find("geändert"), std::string::npos);
     EXPECT_NE(bench.lineOf(52).find("geändert"), std::string::npos);
     EXPECT_NE(bench.held(53), 21);
@@ -182,6 +257,7 @@ TEST(HauptformWrite, ClosesAfterTheCvThatIsBeingWritten)
                                  EXPECT_TRUE(bench.window->isVisible());
                              });
                      });
+    bench.expectPreview();
     bench.driver.expectBox(bench.message(Message::unsavedChangesQuestion), QStringLiteral("Verwerfen"));
     bench.click("Alle_speichern");
     EXPECT_FALSE(bench.window->isVisible());

@@ -69,6 +69,7 @@ TEST_F(WritePlanTest, OnlyWhatDiffersFromTheBlock)
     EXPECT_EQ(cvsOf(plan), (std::vector<int>{48}));
     EXPECT_EQ(plan[0].value, 7);
     EXPECT_EQ(plan[0].skip, WriteSkip::none);
+    EXPECT_EQ(plan[0].held, 8);
 }
 
 TEST_F(WritePlanTest, AddressesThenCv29ThenCv161ComeLast)
@@ -83,6 +84,12 @@ TEST_F(WritePlanTest, OneOfTheSeriesBringsAllFive)
 {
     block[169] = 8;
     EXPECT_EQ(cvsOf(planOfDifferences(table, block)), (std::vector<int>{167, 168, 169, 170, 171}));
+    EXPECT_TRUE(skipsOf(planOfDifferences(table, block)).empty());
+    table.at(170, Column::upperLimit) = u"6";
+    EXPECT_EQ(skipsOf(planOfDifferences(table, block)).at(169), WriteSkip::withSeries);
+    table.at(170, Column::upperLimit).clear();
+    EXPECT_EQ(cvsOf(restOf(planOfAll(table, block), {48, 171})),
+              (std::vector<int>{48, 167, 168, 169, 170, 171}));
     EXPECT_EQ(cvsOf(planOfChosen(table, {171, 48})), (std::vector<int>{48, 167, 168, 169, 170, 171}));
     table.at(170, Column::value).clear();
     EXPECT_EQ(cvsOf(planOfDifferences(table, block)), (std::vector<int>{169}));
@@ -99,8 +106,8 @@ TEST_F(WritePlanTest, WhatMustNotBeWrittenIsLeftOutWithItsReason)
     const std::map<int, WriteSkip> expected = {
         {7, WriteSkip::decodersOwn}, {8, WriteSkip::decodersOwn},    {20, WriteSkip::notUsed},
         {59, WriteSkip::reset},      {30, WriteSkip::outsideLimits}, {31, WriteSkip::outsideLimits}};
-    EXPECT_EQ(skipsOf(planOfAll(table)), expected);
-    EXPECT_EQ(planOfAll(table).size(), 200u);
+    EXPECT_EQ(skipsOf(planOfAll(table, block)), expected);
+    EXPECT_EQ(planOfAll(table, block).size(), 200u);
     block.fill(9);
     EXPECT_EQ(skipsOf(planOfDifferences(table, block)), expected);
 }

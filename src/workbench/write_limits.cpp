@@ -1,0 +1,90 @@
+#include "workbench/write_limits.h"
+
+#include "cvdata/cv_use.h"
+#include "cvdata/main_list.h"
+
+#include <map>
+
+namespace karvo
+{
+
+namespace
+{
+
+constexpr std::size_t mostLines = 12; // a box has room for so many
+
+// Steps of a curve share a line for each pair of limits.
+bool isStepOfCurve(const CvSet& set, const WriteOutcome& outcome)
+{
+    const bool isReceiver = set.profile.model == Model::receiver || set.profile.model == Model::xtModule;
+    return !isReceiver && outcome.cv >= firstSpeedStepCv && outcome.cv <= lastSpeedStepCv &&
+           limitsAgainst(set.table, outcome.cv, outcome.value) == WriteSkip::outsideLimits;
+}
+
+Text lineOf(const WriteOutcome& outcome, const CvTable& table, const LanguageTables& texts)
+{
+    const auto limits = limitsOf(table, outcome.cv);
+    const Text words[] = {u"CV" + textFromNumber(outcome.cv), textFromNumber(outcome.value),
+                          textFromNumber(limits.lower), textFromNumber(limits.upper)};
+    switch (limitsAgainst(table, outcome.cv, outcome.value)) {
+    case WriteSkip::notUsed:
+        return filledIn(texts.caption(Caption::valueUnused), words);
+    case WriteSkip::decodersOwn:
+        return filledIn(texts.caption(Caption::valueReadOnly), words);
+    default:
+        return filledIn(texts.caption(Caption::valueBeyondLimits), words);
+    }
+}
+
+std::vector<Text> linesOf(const std::vector<WriteOutcome>& beyond, const CvSet& set,
+                          const LanguageTables& texts)
+{
+    std::vector<Text> lines;
+    std::map<std::pair<int, int>, Text> steps; // by their limits
+    for (const WriteOutcome& outcome : beyond) {
+        if (!isStepOfCurve(set, outcome)) {
+            lines.push_back(lineOf(outcome, set.table, texts));
+            continue;
+        }
+        const auto limits = limitsOf(set.table, outcome.cv);
+        const Text step = textFromNumber(cvOfSpeedStep(outcome.cv)) + u" = " + textFromNumber(outcome.value);
+        Text& named = steps[{limits.lower, limits.upper}];
+        named = named.empty() ? step : step + u", " + named;
+    }
+    for (const auto& [limits, named] : steps) {
+        const Text words[] = {named, textFromNumber(limits.first), textFromNumber(limits.second)};
+        lines.push_back(filledIn(texts.caption(Caption::stepsBeyondLimits), words));
+    }
+    return lines;
+}
+
+Text questionAbout(const std::vector<Text>& lines, const LanguageTables& texts)
+{
+    Text question = texts.message(Message::limitsQuestion);
+    const std::size_t shown = lines.size() <= mostLines ? lines.size() : mostLines - 1;
+    for (std::size_t i = 0; i < shown; ++i)
+        question += Text(lineBreak) + lines[i];
+    if (shown != lines.size()) {
+        const Text more[] = {textFromNumber(static_cast<long long>(lines.size() - shown))};
+        question += Text(lineBreak) + filledIn(texts.caption(Caption::furtherValues), more);
+    }
+    return question + Text(lineBreak) + texts.message(Message::limitsQuestionLast);
+}
+
+} // namespace
+
+bool mayWriteBeyondLimits(Workbench& bench, const std::vector<WriteOutcome>& outcomes)
+{
+    const CvSet& set = bench.state.set;
+    std::vector<WriteOutcome> beyond;
+    for (const WriteOutcome& outcome : outcomes) {
+        const bool isDue = outcome.skip == WriteSkip::none && !outcome.end;
+        if (isDue && limitsAgainst(set.table, outcome.cv, outcome.value) != WriteSkip::none)
+            beyond.push_back(outcome);
+    }
+    return beyond.empty() ||
+           bench.prompts.question(questionAbout(linesOf(beyond, set, bench.state.texts), bench.state.texts),
+                                  QuestionKind::limits);
+}
+
+} // namespace karvo

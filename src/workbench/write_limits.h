@@ -1,0 +1,15 @@
+// Values that the description does not provide for: a write from the list leaves them out, and who gives a
+// value himself is asked.
+#pragma once
+
+#include "workbench/workbench.h"
+#include "workbench/write_report.h"
+
+namespace karvo
+{
+
+// Whether these CVs may be written: where nothing stands against one that is to be written, or after a Yes to
+// one question that names all that does.
+bool mayWriteBeyondLimits(Workbench& bench, const std::vector<WriteOutcome>& outcomes);
+
+} // namespace karvo
