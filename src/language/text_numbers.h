@@ -56,6 +56,8 @@ enum class Message {
     otherProcessor = 432,   // {1}: of the list, {2}: of the vehicle
     writeToOtherBuild = 433,
     blockNotKeepable = 434,  // question
+    numberNotInList = 635,   // {1}: the number
+    valueMissing = 636,      // {1}: CV, {2} and {3}: its limits
     accessGroupAdvice = 660, // {1}: the group
     bytesOfReply = 661,      // {1} of {2}; line below `noReply`
     nothingReceived = 662,   // likewise
@@ -270,6 +272,7 @@ enum class Caption {
     writeStoppedByUser = 71,
     writeStoppedByFault = 72,
     blockWasKept = 73, // {1}: the folder
+    receiverOnlyRead = 74,
     portSearchTitle = 130,
     portSearchRunning = 131,
     portSearchFound = 132,
@@ -279,6 +282,8 @@ enum class Caption {
     portSearchAgain = 136,
     portAbsentNote = 137, // {1}: the port
     newPortDevice = 138,  // {1}: a device that has no number yet
+    stopReading = 149,
+    readStopped = 150, // status text
     expertLabel = 160,
     changedMark = 161,
     nothingToWrite = 180,
@@ -387,6 +392,10 @@ enum class Caption {
     moreCvsCv = 258,
     moreCvsFileRefused = 259,
     moreCvsPreviewCounts = 260,
+    speedTableGroup = 261,
+    bitWithoutMeaning = 262,
+    bitWithoutMeaningSet = 263,
+    bitsOfNumber = 264,
     addressesTitle = 300,
     shortAddresses = 301,
     longAddresses = 302,

@@ -16,10 +16,20 @@ const Bytes readCommand = {'E', 'R'};
 
 } // namespace
 
+ReadGuard::ReadGuard(Link& link) : link_(link)
+{
+    link_.state.readUnderWay = true;
+    link_.view.showReading(true);
+}
+
 ReadGuard::~ReadGuard()
 {
+    link_.state.readUnderWay = false;
+    link_.view.showReading(false);
     link_.state.timeOutInterval = usualTimeOut;
     link_.view.showHourglass(false);
+    if (link_.stopRequested != nullptr && *link_.stopRequested)
+        link_.view.showStatus(link_.texts.caption(Caption::readStopped));
 }
 
 void showReadStatus(Link& link)

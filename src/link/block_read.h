@@ -11,14 +11,15 @@ enum class ReadEnd {
     noReply,        // reported; the image is unchanged
     unknownDecoder, // reported
     wrongCheckByte, // reported; the image is unchanged
-    ended           // the program is being closed
+    ended           // as ExchangeEnd::ended; the image is unchanged
 };
 
-// Takes the hourglass and the long time-out back on every way out of a read.
+// For as long as it lives a read is under way, which the person can stop. Takes the hourglass and the long
+// time-out back on every way out.
 class ReadGuard
 {
 public:
-    explicit ReadGuard(Link& link) : link_(link) {}
+    explicit ReadGuard(Link& link);
     ~ReadGuard();
     ReadGuard(const ReadGuard&) = delete;
     ReadGuard& operator=(const ReadGuard&) = delete;

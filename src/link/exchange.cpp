@@ -9,6 +9,10 @@ namespace
 constexpr std::uint8_t acknowledge = 6;
 constexpr std::chrono::milliseconds identificationGap{50};
 
+// A line on which nothing comes for this long is quiet; the longest reply is over after as many turns.
+constexpr std::chrono::milliseconds quietTime{100};
+constexpr int longestRestTurns = 30;
+
 Message causeOf(PortFault fault)
 {
     switch (fault) {
@@ -52,6 +56,32 @@ Text portRefusedText(const Link& link, const PortError& error)
     return text;
 }
 
+bool isStopped(const Link& link)
+{
+    return link.state.readUnderWay && link.stopRequested != nullptr && *link.stopRequested;
+}
+
+// What still comes meets a closed port.
+ExchangeEnd stopRead(Link& link)
+{
+    link.port.close();
+    link.state.replyCutOff = true;
+    return ExchangeEnd::ended;
+}
+
+// The interface goes on sending what it has begun: the next reply must not begin with it.
+bool letRestPass(Link& link)
+{
+    for (int turn = 0; link.state.replyCutOff && turn < longestRestTurns; ++turn) {
+        link.port.readAll();
+        if (link.wait.pause(quietTime) == WaitResult::ended)
+            return false;
+        link.state.replyCutOff = link.port.bytesWaiting() > 0;
+    }
+    link.state.replyCutOff = false;
+    return true;
+}
+
 WaitResult waitForCount(Link& link, ReplyLength replyLength)
 {
     const bool exact = replyLength.rule == ReplyLength::Rule::exactly;
@@ -60,7 +90,8 @@ WaitResult waitForCount(Link& link, ReplyLength replyLength)
         const auto waiting = link.port.bytesWaiting();
         if (exact)
             link.view.showProgress(waiting, replyLength.count);
-        return !link.port.isOpen() || (exact ? waiting == replyLength.count : waiting >= least);
+        return isStopped(link) || !link.port.isOpen() ||
+               (exact ? waiting == replyLength.count : waiting >= least);
     };
     const auto result = link.wait.until(arrived, link.state.timeOutInterval);
     if (exact)
@@ -111,7 +142,7 @@ std::optional<PortError> tryToOpen(LinkState& state, SerialPort& port)
 bool EnsurePortOpen(Link& link)
 {
     const auto error = tryToOpen(link.state, link.port);
-    return !error || reportRefusedPort(link, *error);
+    return error ? reportRefusedPort(link, *error) : letRestPass(link);
 }
 
 bool openWith(Link& link, const LineSettings& settings)
@@ -128,6 +159,8 @@ bool openWith(Link& link, const LineSettings& settings)
 
 ExchangeEnd Exchange(Link& link, const Bytes& command, ReplyLength replyLength, Pointer pointer)
 {
+    if (isStopped(link))
+        return stopRead(link);
     link.port.readAll();
     if (pointer == Pointer::hourglass)
         link.view.showHourglass(true);
@@ -137,7 +170,8 @@ ExchangeEnd Exchange(Link& link, const Bytes& command, ReplyLength replyLength, 
     link.port.write(link.state.outgoingFrame);
 
     auto result = waitForCount(link, replyLength);
-    if (result == WaitResult::met && replyLength.rule == ReplyLength::Rule::identification)
+    if (result == WaitResult::met && replyLength.rule == ReplyLength::Rule::identification &&
+        !isStopped(link))
         result = waitForRestOfIdentification(link, replyLength.count);
     const bool hungUp = !link.port.isOpen();
     link.state.lastReply = link.port.readAll();
@@ -145,6 +179,8 @@ ExchangeEnd Exchange(Link& link, const Bytes& command, ReplyLength replyLength, 
         breakLineRun(link.state);
     if (result == WaitResult::ended)
         return ExchangeEnd::ended;
+    if (isStopped(link))
+        return stopRead(link);
     link.state.timeOut = result == WaitResult::timedOut || hungUp;
     if (link.state.timeOut)
         return ExchangeEnd::timedOut;

@@ -22,7 +22,7 @@ struct ReplyLength {
 enum class ExchangeEnd {
     replied,  // the reply stands in LinkState::lastReply
     timedOut, // nothing, or not enough, within the time-out; or the line hung up
-    ended     // the program is being closed
+    ended     // the program is being closed, or the person has stopped a read: the port is closed then
 };
 
 // Whether the main window shows the hourglass from here on; whoever asked for it takes it away.
@@ -31,8 +31,8 @@ enum class Pointer { unchanged, hourglass };
 // Opens the port with the interface's settings, unless it is open with them. Nothing on success.
 std::optional<PortError> tryToOpen(LinkState& state, SerialPort& port);
 
-// Opens the port when it is closed. When that fails it shows the system's words and what to do, ends the
-// program and returns false.
+// Opens the port when it is closed, and lets the rest of a reply pass that a stop has cut off. When it can
+// not be opened it shows the system's words and what to do, ends the program and returns false.
 bool EnsurePortOpen(Link& link);
 
 // The same for a device that wants other settings, on a freshly opened port: settings take effect at an

@@ -18,8 +18,6 @@ struct Entry {
     int typeCode;
 };
 
-constexpr int readOnlyReceiverCode = 81;
-
 constexpr Entry identifications[] = {
     {"04", 0},
     {"14", 0},

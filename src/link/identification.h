@@ -9,13 +9,14 @@ namespace karvo
 {
 
 // Type code 81 answers a full read only; a write takes it for unknown.
+inline constexpr int readOnlyReceiverCode = 81;
 enum class ReadOnlyReceiver { refused, accepted };
 
 enum class IdentificationEnd {
     identified, // LinkState::typeCode and ::identification are set, ::lastReply is empty
     timedOut,   // not reported yet
     unknown,    // reported; the type code is unchanged
-    ended
+    ended       // as ExchangeEnd::ended
 };
 
 // The type code of a whole reply to "%".

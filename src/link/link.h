@@ -34,6 +34,8 @@ struct LinkState {
     bool otherSettings = false;     // the port has been opened with other settings than the interface's
     bool noticeAfterWrite = false;  // the person wants a box after each write that succeeded
     bool seriesUnderWay = false;    // a series of CVs is being written: no such boxes
+    bool readUnderWay = false;      // a block is being read: it ends when the person stops it
+    bool replyCutOff = false;       // a read was stopped; the rest of its reply may still be on its way
     bool manyUnderWay = false;      // a dialog or an operation writes many and tells the outcome itself: none
 };
 
@@ -60,6 +62,7 @@ struct Link {
     View& view;
     const LanguageTables& texts;
     bool unsavedWorkKept = false; // what is unsaved is offered at the next start, however the program ends
+    const bool* stopRequested = nullptr; // true: the person wants what is under way to end
 };
 
 } // namespace karvo

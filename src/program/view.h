@@ -24,6 +24,9 @@ public:
     // Which CV of several is being written, and how many come after it; CV 0 ends the display.
     virtual void showWriteProgress(int cv, std::size_t remaining) = 0;
 
+    // A block is being read, or no longer: whoever can stop it offers so.
+    virtual void showReading(bool /*underWay*/) {}
+
     virtual void showHourglass(bool shown) = 0;
 
     // While the line is busy, everything that would start an exchange or replace the tables in use is

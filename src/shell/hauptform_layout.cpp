@@ -136,6 +136,7 @@ void Hauptform::connectView(MainWindowView& view)
             [this](std::size_t done, std::size_t total) { statusLine_->showProgress(texts_, done, total); });
     connect(&view, &MainWindowView::writeProgressShown, this,
             [this](int cv, std::size_t remaining) { statusLine_->showWriteProgress(texts_, cv, remaining); });
+    connect(&view, &MainWindowView::readingShown, statusLine_, &StatusLine::showReading);
     connect(&view, &MainWindowView::hourglassShown, this, [this](bool shown) {
         if (shown)
             setCursor(Qt::WaitCursor);

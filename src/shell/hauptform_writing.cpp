@@ -57,7 +57,10 @@ void Hauptform::connectWriting()
     connect(list_, &FixedWidthList::digitTyped, panel_, &CvPanel::beginEntry);
     connect(list_, &FixedWidthList::entryWanted, panel_, [this] { panel_->beginEntry(); });
     connect(list_, &FixedWidthList::stepWanted, this, &Hauptform::stepValue);
-    connect(statusLine_, &StatusLine::stopWanted, this, [this] { state_.stopRequested = true; });
+    connect(statusLine_, &StatusLine::stopWanted, this, [this] {
+        state_.stopRequested = true;
+        bench_.wait.wake(); // a read does not go on waiting for its reply
+    });
     connect(&sequenceTimer_, &QTimer::timeout, this, &Hauptform::writeSeriesOfCurrent);
     connect(menu_->action("mnu_write_single"), &QAction::triggered, this, &Hauptform::writeCurrent);
     connect(menu_->action("mnu_write_all"), &QAction::triggered, this, &Hauptform::writeAllCvs);

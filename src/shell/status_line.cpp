@@ -67,6 +67,7 @@ void StatusLine::applyCaptions(const LanguageTables& texts)
     sign_->setAccessibleName(sign_->toolTip());
     progress_->setAccessibleName(qtText(texts.caption(Caption::readAll)));
     stopCaption_ = buttonText(texts.caption(Caption::stopWriting));
+    stopReadingCaption_ = buttonText(texts.caption(Caption::stopReading));
     stoppingCaption_ = buttonText(texts.caption(Caption::stoppingWrite));
     showStopping(false);
     if (simulation_ != nullptr)
@@ -99,14 +100,12 @@ void StatusLine::showWriteProgress(const LanguageTables& texts, int cv, std::siz
 {
     if (cv == 0) {
         progress_->hide();
-        stop_->hide();
-        showStopping(false);
+        withdrawStop();
         return;
     }
     if (!stop_->isVisible()) {
         toWrite_ = remaining + 1;
-        stop_->show();
-        stop_->setFocus();
+        offerStop();
     }
     progress_->setRange(0, static_cast<int>(toWrite_));
     progress_->setValue(static_cast<int>(toWrite_ - std::min(remaining + 1, toWrite_)));
@@ -116,10 +115,39 @@ void StatusLine::showWriteProgress(const LanguageTables& texts, int cv, std::siz
     progress_->show();
 }
 
+void StatusLine::showReading(bool underWay)
+{
+    reading_ = underWay;
+    if (underWay)
+        offerStop();
+    else
+        withdrawStop();
+}
+
+void StatusLine::offerStop()
+{
+    showStopping(false);
+    focusBefore_ = window()->focusWidget();
+    stop_->show();
+    stop_->setFocus();
+}
+
+void StatusLine::withdrawStop()
+{
+    if (stop_->hasFocus() && focusBefore_ != nullptr)
+        focusBefore_->setFocus();
+    stop_->hide();
+    showStopping(false);
+}
+
+// A read ends at once, a write after its CV.
 void StatusLine::showStopping(bool stopping)
 {
     stop_->setEnabled(!stopping);
-    stop_->setText(stopping ? stoppingCaption_ : stopCaption_);
+    if (reading_)
+        stop_->setText(stopReadingCaption_);
+    else
+        stop_->setText(stopping ? stoppingCaption_ : stopCaption_);
 }
 
 void StatusLine::showVersion(const QString& version)

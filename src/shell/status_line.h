@@ -3,6 +3,7 @@
 
 #include "language/language_tables.h"
 
+#include <QPointer>
 #include <QStatusBar>
 
 #include <cstddef>
@@ -31,6 +32,9 @@ public:
     // Which CV of many is being written, and a button that ends it; CV 0 takes both away.
     void showWriteProgress(const LanguageTables& texts, int cv, std::size_t remaining);
 
+    // A read is under way, which the button ends, or no longer.
+    void showReading(bool underWay);
+
     void showVersion(const QString& version);
 
     // A sign that changes its shape with every call while the line is in use.
@@ -41,6 +45,8 @@ signals:
     void stopWanted();
 
 private:
+    void offerStop();
+    void withdrawStop();
     void showStopping(bool stopping);
 
     QLabel* status_;
@@ -50,7 +56,10 @@ private:
     QLabel* simulation_ = nullptr; // in demo mode only
     QLabel* version_;
     QString stopCaption_;
+    QString stopReadingCaption_;
     QString stoppingCaption_;
+    QPointer<QWidget> focusBefore_; // what had the keyboard before the button took it
+    bool reading_ = false;
     std::size_t toWrite_ = 0; // of the write of many under way
 };
 

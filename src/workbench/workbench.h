@@ -55,7 +55,7 @@ struct ProgramState {
     bool expert = false;                   // expert mode
     bool readStartedByButton = false;      // during a read that the button `Start` has begun
     bool lineBusy = false;                 // an operation has the line
-    bool stopRequested = false;            // a write of many CVs is to end before its next one
+    bool stopRequested = false;            // a read is to end, or a write of many CVs before its next one
     std::optional<DecoderBlock> keptBlock; // the one kept as a file last, with what has been written since
     std::filesystem::path keptFile;        // where that block was kept; empty when none was in this run
     std::optional<AskNoMore> askNoMore;
@@ -75,7 +75,11 @@ struct Workbench {
     Settings& settings;
     StayAwake* stayAwake = nullptr; // nothing: the computer may sleep whenever it likes
 
-    Link link() { return {state.link, port, wait, prompts, view, state.texts, state.recovery.holdsChanges}; }
+    Link link()
+    {
+        return {state.link,          port, wait, prompts, view, state.texts, state.recovery.holdsChanges,
+                &state.stopRequested};
+    }
 };
 
 } // namespace karvo

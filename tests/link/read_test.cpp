@@ -1,4 +1,5 @@
 #include "link/read.h"
+#include "link/save_path_read.h"
 #include "support/link_bench.h"
 
 #include <gtest/gtest.h>
@@ -129,6 +130,40 @@ TEST_F(ReadTest, ClosingTheProgramShowsNothing)
     bench.line.endDuringNextWait();
     EXPECT_EQ(read(), ReadEnd::ended);
     EXPECT_EQ(bench.journal, (Journal{"status read all", "open 1", "hourglass", "write 37", "no hourglass"}));
+}
+
+// Within "%" and within the block, of the full read and of the one before a write.
+TEST_F(ReadTest, AStopEndsItSilentlyAndTheNextReadDoesNotMeetTheRest)
+{
+    for (const bool full : {true, false}) {
+        for (const int wait : {1, 2}) {
+            LinkBench stopped;
+            test::setCaption(stopped.texts, 150, u"stopped");
+            bool stop = false;
+            stopped.link.stopRequested = &stop;
+            stopped.state.typeCode = 7;
+            int waits = 0;
+            stopped.line.onWait([&] { stop = stop || ++waits == wait; });
+            const auto readIt = [&] {
+                return full ? readDecoder(stopped.link, image, receiver) : readForSave(stopped.link, image);
+            };
+            const Bytes block = blockOf(1024);
+            const Bytes rest(block.begin() + 600, block.end());
+            if (wait == 2)
+                stopped.line.replyWith({'2', '7'});
+            stopped.line.replyInPieces({{50ms, {block.begin(), block.begin() + 600}}, {120ms, rest}});
+            image.fill(9);
+            EXPECT_EQ(readIt(), ReadEnd::ended);
+            EXPECT_FALSE(stopped.line.isOpen());
+            EXPECT_EQ(image[1], 9);
+            EXPECT_EQ(stopped.line.now(), 0ms) << "at once";
+            EXPECT_EQ(stopped.journal.back(), "status stopped");
+            stop = false;
+            stopped.line.replyWith({'2', '7'});
+            stopped.line.replyWith(block);
+            EXPECT_EQ(readIt(), ReadEnd::read) << full << wait;
+        }
+    }
 }
 
 TEST_F(ReadTest, APortThatCanNotBeOpenedSendsNothing)

@@ -121,6 +121,34 @@ TEST(HauptformRead, RefusesASecondReadMeanwhile)
     EXPECT_EQ(bench.list().count(), linesAfterRead);
 }
 
+// On a line that says nothing, and within the block.
+TEST(HauptformRead, StopsByButtonAndByEscape)
+{
+    for (const auto fault : {sim::Fault::silence, sim::Fault::none}) {
+        WindowBench bench(with(fault, sim::Pace::line));
+        bench.showOfflineList();
+        bench.chooseCv(29);
+        bool stopped = false;
+        whileWaiting([&] {
+            stopped = bench.find<QPushButton>("Anhalten").isVisible();
+            if (fault == sim::Fault::none)
+                bench.press(Qt::Key_Escape);
+            else
+                bench.find<QPushButton>("Anhalten").click();
+        });
+        QElapsedTimer clock;
+        clock.start();
+        bench.find<QPushButton>("Start").click();
+        EXPECT_TRUE(stopped);
+        EXPECT_LT(clock.elapsed(), 1500) << "it waited for the reply";
+        EXPECT_FALSE(bench.port.isOpen());
+        EXPECT_EQ(bench.list().count(), 176);
+        EXPECT_EQ(bench.field("CV_Nummer"), "29");
+        EXPECT_FALSE(bench.find<QPushButton>("Anhalten").isVisible());
+        EXPECT_EQ(bench.text("Status"), utf8FromText(bench.state.texts.caption(Caption::readStopped)));
+    }
+}
+
 TEST(HauptformRead, ClosesOnlyOnceTheReadHasUnwound)
 {
     WindowBench bench(with(sim::Fault::silence));
