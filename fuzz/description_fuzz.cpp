@@ -22,7 +22,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         fuzz::check(cvDetails(description->table, line.cv).number == line.cv);
         fuzz::check(positionOf(list, line.cv).has_value());
     }
-    const auto hit = nextLineWith(list, description->table, description->header(), std::nullopt);
-    fuzz::check(!hit || *hit < list.size());
+    const auto hit = nextHit(list, description->table, description->header(), std::nullopt);
+    fuzz::check(!hit || hit->row < list.size());
     return 0;
 }

@@ -3,14 +3,13 @@
 #include "cli/terminal.h"
 #include "cvdata/cv_details.h"
 #include "cvdata/description_choice.h"
+#include "cvdata/text_report.h"
 #include "platform/text_conversion.h"
 #include "workbench/describe.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-
-#include <algorithm>
 
 namespace karvo
 {
@@ -33,10 +32,8 @@ QJsonObject cvObject(const CvTable& table, int cv)
 QJsonArray cvArray(const CvTable& table)
 {
     QJsonArray cvs;
-    for (int cv = 1; cv <= CvTable::lastRow; ++cv) {
-        if (table.describes(cv))
-            cvs.append(cvObject(table, cv));
-    }
+    for (const int cv : table.describedCvs())
+        cvs.append(cvObject(table, cv));
     return cvs;
 }
 
@@ -54,14 +51,6 @@ QJsonObject profileObject(const ProgramState& state)
         object.insert(QStringLiteral("processor"), toQString(processorName(set.profile.processor)));
     }
     return object;
-}
-
-std::size_t longestText(const MainList& list)
-{
-    std::size_t longest = 0;
-    for (const ListLine& line : list)
-        longest = std::max(longest, line.text.size());
-    return longest;
 }
 
 } // namespace
@@ -84,12 +73,9 @@ void printList(const ProgramState& state, bool json)
                                             {QStringLiteral("cvs"), cvArray(state.set.table)}}));
         return;
     }
-    const auto width = longestText(state.set.list) + 2;
     printLine(stdout, state.set.loadedData);
-    for (const ListLine& line : state.set.list) {
-        const Text padding(line.name.empty() ? 0 : width - line.text.size(), u' ');
-        printLine(stdout, line.text + padding + line.name);
-    }
+    for (const Text& line : linesOfEveryCv(state.set, state.texts))
+        printLine(stdout, line);
 }
 
 void printDecoder(const ProgramState& state, bool json)

@@ -11,7 +11,6 @@ namespace
 {
 
 constexpr TextView noValue = u"---";
-constexpr int speedSteps = 28;
 
 Text shownValue(const CvTable& table, int cv)
 {

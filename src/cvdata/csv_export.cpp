@@ -10,11 +10,9 @@ Bytes csvExport(const CvTable& table, CsvForm form)
     std::vector<Text> lines = {u"CV-Nummer;CV-Wert;CV-Text"};
     if (form == CsvForm::closedHeader)
         lines.front() += u";";
-    for (int cv = 1; cv <= CvTable::lastRow; ++cv) {
-        if (table.describes(cv))
-            lines.push_back(textFromNumber(cv) + u";" + table.at(cv, Column::value) + u";" +
-                            csvField(table.at(cv, Column::text)));
-    }
+    for (const int cv : table.describedCvs())
+        lines.push_back(textFromNumber(cv) + u";" + table.at(cv, Column::value) + u";" +
+                        csvField(table.at(cv, Column::text)));
     return contentOfLines(lines);
 }
 

@@ -26,6 +26,9 @@ struct CvDetails {
     Text advice;
     std::array<Text, 8> bits; // what each bit switches, weight 1 first; empty for a bit without a name
     bool isSetOfSwitches = false;
+
+    // Whether the bit means something; none of a number does.
+    bool isLive(std::size_t bit) const { return isSetOfSwitches && !bits[bit].empty(); }
 };
 
 // For a row that the description does not name: nothing but its number.

@@ -43,6 +43,17 @@ public:
     // Whether the description speaks of this CV.
     bool describes(int row) const { return !at(row, Column::number).empty(); }
 
+    // All CVs that it speaks of, ascending.
+    std::vector<int> describedCvs() const
+    {
+        std::vector<int> cvs;
+        for (int row = 1; row <= lastRow; ++row) {
+            if (describes(row))
+                cvs.push_back(row);
+        }
+        return cvs;
+    }
+
 private:
     static constexpr std::size_t columns = lastColumn + 1;
     static std::size_t index(int row, int column)

@@ -17,7 +17,49 @@ Text fieldAt(const std::vector<TextView>& fields, std::size_t index)
     return index < fields.size() ? withLineBreaks(fields[index]) : Text();
 }
 
+// A list line longer than this would need scrolling in most windows.
+constexpr std::size_t longestSentence = 75;
+constexpr std::size_t longestAbbreviation = 2; // "z. B.", "p. ej."
+
+bool isCapital(char16_t character)
+{
+    return lowerCase(Text(1, character)).front() != character;
+}
+
+// Whether the full stop, question or exclamation mark at `end` ends a sentence, and no abbreviation.
+bool endsSentence(TextView text, std::size_t end)
+{
+    if (TextView(u".!?").find(text[end]) == TextView::npos)
+        return false;
+    const auto next = text.find_first_not_of(u' ', end + 1);
+    if (next == TextView::npos)
+        return true;
+    const auto word = text.find_last_of(u' ', end);
+    const std::size_t length = end - (word == TextView::npos ? 0 : word + 1);
+    return next > end + 1 && isCapital(text[next]) && length > longestAbbreviation;
+}
+
+Text firstSentence(TextView text)
+{
+    text = text.substr(0, text.find(lineBreak));
+    for (std::size_t end = 0; end < text.size(); ++end) {
+        if (endsSentence(text, end))
+            return Text(text.substr(0, end + 1));
+    }
+    return Text(text);
+}
+
 } // namespace
+
+Text expertLine(const ExpertEntry& entry)
+{
+    Text line = firstSentence(trimmed(entry.knowledge));
+    if (line.empty())
+        return entry.name;
+    if (line.size() > longestSentence)
+        line = line.substr(0, line.rfind(u' ', longestSentence)) + u"\u2026";
+    return line;
+}
 
 std::optional<ExpertFile> parseExpertFile(std::span<const std::uint8_t> content)
 {

@@ -22,6 +22,10 @@ struct ExpertFile {
     std::vector<int> faultyLines; // left out: no CV number from 1 to 256, or a number for the second time
 };
 
+// What the list says of an entry: the first sentence of what experts know, cut at a word where it is long;
+// the name where nothing more is known.
+Text expertLine(const ExpertEntry& entry);
+
 // Nothing when no line speaks of a CV.
 std::optional<ExpertFile> parseExpertFile(std::span<const std::uint8_t> content);
 

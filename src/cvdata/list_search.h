@@ -8,10 +8,18 @@
 namespace karvo
 {
 
-// The next line behind `after` (from the top without it, and again from the top after the last) whose label,
-// name, explanations or bit texts hold the word, in any letter case. Nothing when no line does, or for an
-// empty word.
-std::optional<std::size_t> nextLineWith(const MainList& list, const CvTable& table, TextView word,
-                                        std::optional<std::size_t> after);
+// A line, and the CV for which it was found: one of those that the line stands for, or 0.
+struct ListHit {
+    std::size_t row;
+    int cv;
+
+    bool operator==(const ListHit&) const = default;
+};
+
+// The next CV behind `after` (from the top without it, and again from the top after the last) whose label,
+// name, explanations or bit texts hold the word, in any letter case. Nothing when none does, or for an empty
+// word.
+std::optional<ListHit> nextHit(const MainList& list, const CvTable& table, TextView word,
+                               std::optional<ListHit> after);
 
 } // namespace karvo

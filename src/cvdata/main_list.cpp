@@ -14,7 +14,6 @@ namespace karvo
 namespace
 {
 
-constexpr int speedSteps = 28;
 constexpr int resistantCv = 99; // unknown to decoders of a firmware level below 3
 constexpr int lowestLevelOfResistantCv = 3;
 constexpr int optionalCv = 153;
@@ -80,10 +79,10 @@ Text cvLine(const ListSource& source, int cv)
 
 ListLine speedStepLine(const ListSource& source, int step)
 {
-    const int cv = cvOfSpeedStep(step);
     const auto inReply = speedStepInReply(source.rawReply, step);
-    const Text value = inReply ? textFromNumber(*inReply) : source.table.at(cv, Column::value);
-    return {speedStepLabel(step) + value + source.speedStepUnit, nameOfCv(source.table, cv), cv};
+    const Text value =
+        inReply ? textFromNumber(*inReply) : source.table.at(cvOfSpeedStep(step), Column::value);
+    return speedStepLine(source.table, step, value, source.speedStepUnit);
 }
 
 bool anyChanged(const ListSource& source, int firstCv, int lastCv)
@@ -95,12 +94,11 @@ bool anyChanged(const ListSource& source, int firstCv, int lastCv)
     return false;
 }
 
-// Adds a line that stands for the CVs from its own to `lastCv`. What experts know of its CV stands below it,
-// indented and marked.
-void addLine(MainList& list, const ListSource& source, ListLine line, int lastCv)
+// What experts know of the line's CV stands below it, indented and marked.
+void addLine(MainList& list, const ListSource& source, ListLine line)
 {
     const int cv = line.cv;
-    line.changed = anyChanged(source, cv, lastCv);
+    line.changed = anyChanged(source, cv, std::max(cv, line.lastCv));
     if (line.changed)
         line.text += u"  " + source.changedMark;
     list.push_back(std::move(line));
@@ -108,15 +106,14 @@ void addLine(MainList& list, const ListSource& source, ListLine line, int lastCv
         return;
     const auto entry = source.expert->find(cv);
     if (entry != source.expert->end())
-        list.push_back({u"    " + source.expertLabel + u": " + entry->second.name, Text(), cv});
+        list.push_back({u"    " + source.expertLabel + u": " + expertLine(entry->second), Text(), cv});
 }
 
 void addServoLines(MainList& list, const ListSource& source, const ServoLine& servo)
 {
     const CvTable& table = source.table;
     addLine(list, source,
-            {Text(servo.label) + table.at(servo.cv, Column::value), nameOfCv(table, servo.cv), servo.cv},
-            servo.cv);
+            {Text(servo.label) + table.at(servo.cv, Column::value), nameOfCv(table, servo.cv), servo.cv});
     const auto high = table.value(servo.cv - 1);
     const auto low = table.value(servo.cv);
     const Text address = high && low ? textFromNumber(longAddress(*high, *low)) : Text();
@@ -127,12 +124,14 @@ void addSpeedTable(MainList& list, const ListSource& source, SpeedTable form)
 {
     if (form == SpeedTable::group) {
         addLine(list, source,
-                {Text(speedTableGroupLabel), nameOfCv(source.table, firstSpeedStepCv), firstSpeedStepCv},
-                lastSpeedStepCv);
+                {.text = Text(speedTableGroupLabel),
+                 .name = source.speedTableName,
+                 .cv = firstSpeedStepCv,
+                 .lastCv = lastSpeedStepCv});
         return;
     }
     for (int step = 1; step <= speedSteps; ++step)
-        addLine(list, source, speedStepLine(source, step), cvOfSpeedStep(step));
+        addLine(list, source, speedStepLine(source, step));
 }
 
 // "Akkuspannung = 3,92 Volt (196)", where the decoder has measured its battery.
@@ -159,7 +158,7 @@ MainList fill_list1(const ListSource& source)
         if (servo != nullptr)
             addServoLines(list, source, *servo);
         else if (speedTable == SpeedTable::rows || !isSpeedStepCv(cv))
-            addLine(list, source, {cvLine(source, cv), nameOfCv(source.table, cv), cv}, cv);
+            addLine(list, source, {cvLine(source, cv), nameOfCv(source.table, cv), cv});
         else if (cv == firstSpeedStepCv)
             addSpeedTable(list, source, speedTable);
     }
@@ -185,6 +184,12 @@ Text speedStepLabel(int step)
     return Text(3 - number.size(), u' ') + number + u" = ";
 }
 
+ListLine speedStepLine(const CvTable& table, int step, const Text& value, const Text& unit)
+{
+    const int cv = cvOfSpeedStep(step);
+    return {speedStepLabel(step) + value + unit, nameOfCv(table, cv), cv};
+}
+
 std::optional<int> speedStepInReply(std::span<const std::uint8_t> reply, int step)
 {
     constexpr std::size_t shortestTable = 55;
@@ -202,10 +207,10 @@ std::optional<std::size_t> positionOf(const MainList& list, int cv)
     const Text start = cvLabel(cv).substr(0, cv >= 100 ? 5 : 4);
     const auto labelled = std::find_if(list.begin(), list.end(),
                                        [&](const ListLine& line) { return line.text.starts_with(start); });
-    const auto found =
-        labelled != list.end()
-            ? labelled
-            : std::find_if(list.begin(), list.end(), [cv](const ListLine& line) { return line.cv == cv; });
+    const auto found = labelled != list.end()
+                           ? labelled
+                           : std::find_if(list.begin(), list.end(),
+                                          [cv](const ListLine& line) { return line.standsFor(cv); });
     if (found == list.end())
         return std::nullopt;
     return static_cast<std::size_t>(found - list.begin());

@@ -19,6 +19,9 @@ struct ListLine {
     Text name;            // what the CV is called; shown beside the text
     int cv;               // the CV that choosing the line shows; 0 for none
     bool changed = false; // a value of the line is marked as changed, by a word too
+    int lastCv = 0;       // of a line that stands for all from `cv` to this one; 0 for every other
+
+    bool standsFor(int number) const { return number == cv || (number > cv && number <= lastCv); }
 };
 
 using MainList = std::vector<ListLine>;
@@ -34,6 +37,7 @@ struct ListSource {
     Text expertLabel = {};                              // what marks it
     const CvValues* baseline = nullptr;                 // what a CV's value has to differ from to be marked
     Text changedMark = {};                              // the word that marks it, behind two blanks
+    Text speedTableName = {};                           // of the line that stands for the whole speed table
 };
 
 // One line for every row that the description names, in row order, with the special lines of the decoder's
@@ -46,6 +50,9 @@ Text cvLabel(int cv);
 // "  1 = " to " 28 = ".
 Text speedStepLabel(int step);
 
+// A speed step as a line, without a mark.
+ListLine speedStepLine(const CvTable& table, int step, const Text& value, const Text& unit);
+
 // Speed step n (1 to 28) is CV (98 - n), and the other way round.
 constexpr int cvOfSpeedStep(int step)
 {
@@ -53,6 +60,7 @@ constexpr int cvOfSpeedStep(int step)
 }
 constexpr int firstSpeedStepCv = 70;
 constexpr int lastSpeedStepCv = 97;
+inline constexpr int speedSteps = 28;
 constexpr bool isSpeedStepCv(int cv)
 {
     return cv >= firstSpeedStepCv && cv <= lastSpeedStepCv;
@@ -65,8 +73,8 @@ std::optional<int> speedStepInReply(std::span<const std::uint8_t> reply, int ste
 // What a CV is called: the first line of its text.
 Text nameOfCv(const CvTable& table, int cv);
 
-// The first line whose text starts with this CV's label, or the speed-step line that stands for it; nothing
-// for 0 and for a CV that has no line.
+// The first line whose text starts with this CV's label, or the line that stands for it as a speed step or
+// among others; nothing for 0 and for a CV that has no line.
 std::optional<std::size_t> positionOf(const MainList& list, int cv);
 
 } // namespace karvo

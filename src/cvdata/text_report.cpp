@@ -1,5 +1,6 @@
 #include "cvdata/text_report.h"
 
+#include "cvdata/changes.h"
 #include "program/path_text.h"
 
 #include <algorithm>
@@ -21,15 +22,39 @@ Text withoutForbiddenCharacters(TextView name)
     return safe;
 }
 
-std::size_t widestText(const MainList& list)
+// The list, each line that stands for many CVs followed by theirs.
+MainList withEveryCv(const CvSet& set, const LanguageTables& texts)
 {
-    std::size_t width = 0;
-    for (const ListLine& line : list)
-        width = std::max(width, line.text.size());
-    return width;
+    MainList lines;
+    for (const ListLine& line : set.list) {
+        lines.push_back(line);
+        for (int step = 1; line.lastCv != 0 && step <= speedSteps; ++step) {
+            const int cv = cvOfSpeedStep(step);
+            lines.push_back(speedStepLine(set.table, step, set.table.at(cv, Column::value),
+                                          texts.message(Message::unitOfSpeedStep)));
+            if (isChanged(set, cv))
+                lines.back().text += u"  " + texts.caption(Caption::changedMark);
+        }
+    }
+    return lines;
 }
 
 } // namespace
+
+std::vector<Text> linesOfEveryCv(const CvSet& set, const LanguageTables& texts)
+{
+    const MainList list = withEveryCv(set, texts);
+    std::size_t widest = 0;
+    for (const ListLine& line : list)
+        widest = std::max(widest, line.name.empty() ? 0 : line.text.size());
+    std::vector<Text> lines;
+    lines.reserve(list.size());
+    for (const ListLine& line : list) {
+        const Text padding(line.name.empty() ? 0 : widest + 2 - line.text.size(), u' ');
+        lines.push_back(line.text + padding + line.name);
+    }
+    return lines;
+}
 
 std::vector<Text> textReport(const CvSet& set, const LanguageTables& texts)
 {
@@ -41,11 +66,8 @@ std::vector<Text> textReport(const CvSet& set, const LanguageTables& texts)
     lines.push_back(vehicleName(set));
     lines.push_back(set.loadedData);
     lines.emplace_back();
-    const auto width = widestText(set.list) + 2;
-    for (const ListLine& line : set.list) {
-        const Text padding(line.name.empty() ? 0 : width - line.text.size(), u' ');
-        lines.push_back(line.text + padding + line.name);
-    }
+    for (Text& line : linesOfEveryCv(set, texts))
+        lines.push_back(std::move(line));
     return lines;
 }
 

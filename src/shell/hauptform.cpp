@@ -2,6 +2,7 @@
 
 #include "cvdata/changes.h"
 #include "cvdata/forms/cv_panel.h"
+#include "link/identification.h"
 #include "program/path_text.h"
 #include "shell/main_menu.h"
 #include "shell/menu_tree.h"
@@ -44,6 +45,7 @@ Hauptform::Hauptform(const MainWindowSetup& setup)
     connectFiles();
     connectEditors();
     connectServos();
+    connectEntry();
     connectWriting();
     connectFirmware();
     connectDownload();
@@ -60,7 +62,7 @@ void Hauptform::closeEvent(QCloseEvent* event)
 {
     savePlacement();
     if (!state_.lineBusy) {
-        const bool mayClose = ending_ || mayReplaceSet(bench_);
+        const bool mayClose = ending_ || (takePendingValue() && mayReplaceSet(bench_));
         if (mayClose && !ending_)
             dropRecovery(bench_);
         closing_ = closing_ && mayClose;
@@ -103,16 +105,13 @@ void Hauptform::showList()
     rows.reserve(state_.set.list.size());
     for (const ListLine& line : state_.set.list)
         rows.push_back({qtText(line.text), qtText(line.name)});
-    list_->setRows(rows);
+    list_->updateRows(rows);
     list_->setEmptyHint(qtText(texts_.caption(Caption::emptyListHint)));
     setWindowTitle(title());
     setWindowModified(state_.set.unsavedChanges);
     portBar_->showDecoder(state_);
     statusLine_->showVersion(qtText(state_.set.isOffline() ? offlineListVersion : programVersion));
-    if (const auto row = positionOf(state_.set.list, state_.set.currentNumber)) {
-        const QSignalBlocker quiet(list_); // nobody has chosen another CV
-        list_->setCurrentRow(static_cast<int>(*row));
-    }
+    showCurrentRow();
     showDetails();
     showAvailability();
 }
@@ -148,11 +147,15 @@ void Hauptform::showAvailability()
     const bool hasCurrentCv = hasList && cv >= 1 && cv <= CvTable::lastRow && set.table.value(cv).has_value();
     menu_->setAvailable(state_.lineBusy, hasList, hasCurrentCv);
     showEditorReasons();
-    panel_->setAvailable({.changing = idle && hasCurrentCv,
-                          .takingBack = idle && isChanged(set, cv),
-                          .takingAllBack = idle && !changedCvs(set).empty(),
-                          .writingOne = idle && hasCurrentCv,
-                          .writingChanged = idle && hasList});
+    const bool writable = state_.link.typeCode != readOnlyReceiverCode;
+    panel_->setAvailable(
+        {.choosing = hasList,
+         .changing = idle && hasCurrentCv,
+         .takingBack = idle && isChanged(set, cv),
+         .takingAllBack = idle && !changedCvs(set).empty(),
+         .writingOne = idle && hasCurrentCv && writable,
+         .writingChanged = idle && hasList && writable,
+         .whyNoWriting = writable ? QString() : qtText(texts_.caption(Caption::receiverOnlyRead))});
 }
 
 void Hauptform::showEditorReasons()

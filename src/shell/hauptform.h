@@ -1,6 +1,7 @@
 // The main window: the program's hub.
 #pragma once
 
+#include "cvdata/list_search.h"
 #include "editors/editor_gate.h"
 #include "firmware/forms/stop_question.h"
 #include "link/forms/port_devices.h"
@@ -92,14 +93,11 @@ private:
     void showStandard();
     void showWithoutDecoder();
     void changeLanguage(LanguageCode code);
-    void chooseRow(int row);
-    void enterNumber(int number);
-    bool goToCv(int number);
     void askCvNumber();
     void askWord();
     void findNext();
-    void searchWord(std::optional<std::size_t> after);
-    std::optional<std::size_t> chosenRow() const;
+    void searchWord(std::optional<ListHit> after);
+    std::optional<ListHit> chosenPlace() const;
     void showVersion();
     void showAbout();
     void showDecoderInfo();
@@ -131,14 +129,27 @@ private:
     // hauptform_servos.cpp
     void connectServos();
 
-    // hauptform_writing.cpp
-    void connectWriting();
-    void enterValue(const QString& typed);
-    void enterBits(int value);
+    // hauptform_entry.cpp
+    void connectEntry();
+    // What a menu item does, once what is typed has been settled.
+    void whenChosen(std::string_view item, std::function<void()> act);
+    void whenChosen(std::string_view item, void (Hauptform::*act)());
+    // Takes what is typed in the fields and not taken yet. To be called before anything acts, which must not
+    // go on when it is false: a message has said why, and the keyboard is in the field.
+    bool takePendingValue();
+    bool settleQuietly();
+    void refuseLeftEntry();
+    void chooseRow(int row);
+    bool goToCv(int number);
+    void goTo(const ListHit& place);
+    void showCurrentRow();
+    void chooseBit(int weight, bool on);
     void stepValue(int by);
     void takeBackCurrent();
     void takeBackAll();
-    bool takePendingValue();
+
+    // hauptform_writing.cpp
+    void connectWriting();
     void writeCurrent();
     void writeSeriesOfCurrent();
     void writeChangedCvs();
@@ -176,12 +187,14 @@ private:
     QTimer blinkTimer_;    // "Timer2"
     QTimer readTimer_;     // "Timer3": the deferred read
     QTimer sequenceTimer_; // "Timer4": the deferred write of the series CV167 to CV171
+    QTimer entryTimer_;    // a field was left with what can not be taken: it is refused with the next event
     Text word_;            // last searched
     const Clock& clock_;
     Archive& archive_;
     Downloader& downloader_;
     KeepBackup keepBackup_;
     StopQuestion stopQuestion_;
+    bool settling_ = false;     // what was typed is being settled: a box may be open
     bool writing_ = false;      // a write is under way
     bool transferring_ = false; // a transfer of firmware is under way, or its window still open
     bool closing_ = false;      // to be closed as soon as the operation under way has ended

@@ -1,5 +1,4 @@
 // What the main window's controls and menu items do.
-#include "cvdata/list_search.h"
 #include "link/forms/aktive_com.h"
 #include "link/port_choice.h"
 #include "shell/hauptform.h"
@@ -20,7 +19,7 @@ namespace karvo
 void Hauptform::read(ReadStarter starter)
 {
     readTimer_.stop();
-    if (!state_.lineBusy && !mayReplaceSet(bench_))
+    if (!state_.lineBusy && !(takePendingValue() && mayReplaceSet(bench_)))
         return;
     const auto end = readIntoList(bench_, starter);
     if (closing_) {
@@ -43,7 +42,7 @@ void Hauptform::clear()
 
 void Hauptform::choosePortNumber(int number)
 {
-    if (state_.lineBusy)
+    if (state_.lineBusy || !takePendingValue())
         portBar_->showPort(state_.link.portNumber);
     else
         choosePort(state_.link, bench_.port, bench_.settings, number);
@@ -93,35 +92,6 @@ void Hauptform::changeLanguage(LanguageCode code)
     describeAnew(bench_);
 }
 
-void Hauptform::chooseRow(int row)
-{
-    if (row < 0)
-        return;
-    state_.set.currentNumber = state_.set.list[static_cast<std::size_t>(row)].cv;
-    showDetails();
-    showAvailability();
-}
-
-void Hauptform::enterNumber(int number)
-{
-    const bool found = number == 0 || goToCv(number);
-    if (!state_.lineBusy)
-        bench_.view.showStatus(texts_.caption(found ? Caption::ready : Caption::cvNotInList));
-    showDetails(); // the number of the current CV again, where the typed one was none
-}
-
-// False for a CV that no line shows.
-bool Hauptform::goToCv(int number)
-{
-    const auto row = positionOf(state_.set.list, number);
-    if (!row)
-        return false;
-    state_.set.currentNumber = number;
-    list_->setCurrentRow(static_cast<int>(*row));
-    showAvailability();
-    return true;
-}
-
 void Hauptform::askCvNumber()
 {
     const auto typed = bench_.prompts.input(texts_.caption(Caption::searchIndexTitle),
@@ -144,30 +114,31 @@ void Hauptform::askWord()
         return;
     const bool again = *typed == word_;
     word_ = *typed;
-    searchWord(again ? chosenRow() : std::nullopt);
+    searchWord(again ? chosenPlace() : std::nullopt);
 }
 
 void Hauptform::findNext()
 {
-    if (!word_.empty() && !state_.lineBusy && !state_.set.isEmpty())
-        searchWord(chosenRow());
+    if (!word_.empty() && !state_.lineBusy && !state_.set.isEmpty() && takePendingValue())
+        searchWord(chosenPlace());
 }
 
-void Hauptform::searchWord(std::optional<std::size_t> after)
+void Hauptform::searchWord(std::optional<ListHit> after)
 {
-    const auto hit = nextLineWith(state_.set.list, state_.set.table, word_, after);
+    const auto hit = nextHit(state_.set.list, state_.set.table, word_, after);
     if (!hit) {
         bench_.prompts.message(texts_.caption(Caption::nothingFound), PromptIcon::information);
         return;
     }
-    list_->setCurrentRow(static_cast<int>(*hit));
+    goTo(*hit);
     list_->setFocus();
 }
 
-std::optional<std::size_t> Hauptform::chosenRow() const
+std::optional<ListHit> Hauptform::chosenPlace() const
 {
     const int row = list_->currentRow();
-    return row < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(row));
+    return row < 0 ? std::nullopt
+                   : std::optional(ListHit{static_cast<std::size_t>(row), state_.set.currentNumber});
 }
 
 void Hauptform::showVersion()

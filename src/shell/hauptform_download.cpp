@@ -15,8 +15,8 @@ namespace karvo
 
 void Hauptform::connectDownload()
 {
-    connect(menu_->action("mnu_download"), &QAction::triggered, this, &Hauptform::downloadArchive);
-    connect(menu_->action("mnu_unzip"), &QAction::triggered, this, &Hauptform::unpackArchive);
+    whenChosen("mnu_download", &Hauptform::downloadArchive);
+    whenChosen("mnu_unzip", &Hauptform::unpackArchive);
 }
 
 // The line is held meanwhile, and until the person has read how it went: nothing else may wait.

@@ -18,9 +18,7 @@ namespace karvo
 
 void Hauptform::connectEditors()
 {
-    const auto on = [this](std::string_view item, auto handler) {
-        connect(menu_->action(item), &QAction::triggered, this, handler);
-    };
+    const auto on = [this](std::string_view item, auto act) { whenChosen(item, act); };
     on("mnu_dcc_adresse", &Hauptform::editAddresses);
     on("mnu_bremsen", [this] { editBraking({}); });
     on("mnu_Faller", [this] { editBraking("Faller.bcr"); });
@@ -37,8 +35,7 @@ void Hauptform::connectPresets()
 {
     for (const Preset& preset : presets()) {
         const auto on = [&](const char* start, void (Hauptform::*act)(const Preset&)) {
-            connect(menu_->action(start + std::string(preset.kind)), &QAction::triggered, this,
-                    [this, act, &preset] { (this->*act)(preset); });
+            whenChosen(start + std::string(preset.kind), [this, act, &preset] { (this->*act)(preset); });
         };
         on("mnu_Eg_", &Hauptform::loadPresetOf);
         on("mnu_Sg_", &Hauptform::savePresetOf);

@@ -16,9 +16,7 @@ namespace karvo
 
 void Hauptform::connectFiles()
 {
-    const auto on = [this](std::string_view item, auto handler) {
-        connect(menu_->action(item), &QAction::triggered, this, handler);
-    };
+    const auto on = [this](std::string_view item, auto act) { whenChosen(item, act); };
     on("mnu_open", &Hauptform::openSavedList);
     on("mnu_save", [this] { save(&saveList, "mnu_save"); });
     on("mnu_save_as", [this] { save(&saveListUnderNewName, "mnu_save_as"); });

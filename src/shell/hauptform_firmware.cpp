@@ -29,8 +29,8 @@ std::filesystem::path startFolder(Workbench& bench, std::initializer_list<const 
 
 void Hauptform::connectFirmware()
 {
-    connect(menu_->action("mnu_kv07_Firmware"), &QAction::triggered, this, &Hauptform::upgrade);
-    connect(menu_->action("mnu_firmware"), &QAction::triggered, this, &Hauptform::updateFirmware);
+    whenChosen("mnu_kv07_Firmware", &Hauptform::upgrade);
+    whenChosen("mnu_firmware", &Hauptform::updateFirmware);
     connect(&stopQuestion_, &StopQuestion::agreed, this, [this] { closing_ = true; });
 }
 

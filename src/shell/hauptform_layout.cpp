@@ -31,6 +31,7 @@ constexpr std::string_view geometryKey = "Geometry";
 constexpr std::string_view splitterKey = "Splitter";
 
 constexpr QSize usualSize(1180, 760);
+constexpr QSize usualFrame(8, 40); // what a window's frame takes at most; it is not known before it is shown
 
 // Settings are texts.
 Text storedForm(const QByteArray& bytes)
@@ -117,7 +118,7 @@ void Hauptform::buildTimers()
 // Nonsense in the settings leaves the usual size and place.
 void Hauptform::restorePlacement()
 {
-    resize(usualSize.boundedTo(screen()->availableSize()));
+    resize(usualSize.boundedTo(screen()->availableSize() - usualFrame));
     restoreGeometry(fromStoredForm(bench_.settings.get(placementSection, geometryKey)));
     splitter_->restoreState(fromStoredForm(bench_.settings.get(placementSection, splitterKey)));
 }
@@ -152,8 +153,6 @@ void Hauptform::connectControls()
     connect(portBar_, &PortBar::portChosen, this, &Hauptform::choosePortNumber);
     connect(portBar_, &PortBar::readWanted, this, [this] { read(ReadStarter::button); });
     connect(portBar_, &PortBar::servoAddressesWanted, this, &Hauptform::editServoAddresses);
-    connect(list_, &FixedWidthList::currentRowChanged, this, &Hauptform::chooseRow);
-    connect(panel_, &CvPanel::numberEntered, this, &Hauptform::enterNumber);
     const auto onKey = [this](Qt::Key key, const char* name, auto handler) {
         auto* const shortcut = new QShortcut(QKeySequence(key), this);
         shortcut->setObjectName(QString::fromLatin1(name));
@@ -165,10 +164,8 @@ void Hauptform::connectControls()
 
 void Hauptform::connectMenu()
 {
-    const auto on = [this](std::string_view item, auto handler) {
-        connect(menu_->action(item), &QAction::triggered, this, handler);
-    };
-    on("mnu_exit", &Hauptform::close);
+    const auto on = [this](std::string_view item, auto act) { whenChosen(item, act); };
+    on("mnu_exit", [this] { close(); });
     on("mnu_read_all", [this] { read(ReadStarter::other); });
     on("mnu_standart", &Hauptform::showStandard);
     on("mnu_clear", &Hauptform::clear);

@@ -24,7 +24,7 @@ std::optional<WritePlan> setUp(Workbench& bench, QWidget* parent)
 void Hauptform::connectServos()
 {
     const auto on = [this](std::string_view item, Editor editor, auto setUpWindow) {
-        connect(menu_->action(item), &QAction::triggered, this, [this, editor, setUpWindow] {
+        whenChosen(item, [this, editor, setUpWindow] {
             if (state_.lineBusy || !mayOpen(editor))
                 return;
             if (const auto plan = setUpWindow(bench_, this))

@@ -26,6 +26,14 @@ QString nameOf(const QListWidgetItem& item)
     return item.data(nameRole).toString();
 }
 
+void fill(QListWidgetItem& item, const FixedWidthList::Row& row)
+{
+    item.setText(row.text);
+    item.setData(nameRole, row.name);
+    item.setData(Qt::AccessibleTextRole,
+                 row.name.isEmpty() ? row.text : row.text + QStringLiteral(", ") + row.name);
+}
+
 QString withoutTrailingBlanks(QString text)
 {
     while (text.endsWith(u' '))
@@ -81,13 +89,18 @@ void FixedWidthList::setRows(const std::vector<Row>& rows)
 {
     const QSignalBlocker quiet(this); // none of the rows in between is chosen by anybody
     clear();
-    for (const Row& row : rows) {
-        auto* const item = new QListWidgetItem(row.text, this);
-        item->setData(nameRole, row.name);
-        item->setData(Qt::AccessibleTextRole,
-                      row.name.isEmpty() ? row.text : row.text + QStringLiteral(", ") + row.name);
-    }
+    for (const Row& row : rows)
+        fill(*new QListWidgetItem(this), row);
     setCurrentRow(-1);
+    measureRows();
+}
+
+void FixedWidthList::updateRows(const std::vector<Row>& rows)
+{
+    if (static_cast<std::size_t>(count()) != rows.size())
+        return setRows(rows);
+    for (int row = 0; row < count(); ++row)
+        fill(*item(row), rows[static_cast<std::size_t>(row)]);
     measureRows();
 }
 

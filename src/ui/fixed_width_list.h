@@ -24,6 +24,10 @@ public:
     // Replaces all rows; none is chosen afterwards.
     void setRows(const std::vector<Row>& rows);
 
+    // The same, but as many rows as before only change their texts: the chosen one, and what is in sight,
+    // stay.
+    void updateRows(const std::vector<Row>& rows);
+
     // Shown in the middle of the list while it has no rows.
     void setEmptyHint(const QString& hint);
 

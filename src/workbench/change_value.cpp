@@ -16,9 +16,15 @@ bool isInList(const CvSet& set, int cv)
 
 void reportOutsideLimits(Workbench& bench, int cv, TextView typed, const ValueLimits& limits)
 {
-    const Text arguments[] = {textFromNumber(cv), Text(trimmed(typed)), textFromNumber(limits.lower),
-                              textFromNumber(limits.upper)};
-    bench.prompts.message(filledIn(bench.state.texts.message(Message::outsideLimits), arguments),
+    const LanguageTables& texts = bench.state.texts;
+    const Text value(trimmed(typed));
+    const Text number = textFromNumber(cv);
+    const Text lower = textFromNumber(limits.lower);
+    const Text upper = textFromNumber(limits.upper);
+    const Text missing[] = {number, lower, upper};
+    const Text refused[] = {number, value, lower, upper};
+    bench.prompts.message(value.empty() ? filledIn(texts.message(Message::valueMissing), missing)
+                                        : filledIn(texts.message(Message::outsideLimits), refused),
                           PromptIcon::warning);
 }
 

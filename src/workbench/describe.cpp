@@ -220,7 +220,8 @@ void fillList(Workbench& bench)
     set.list = fill_list1(
         {set.table, set.profile, set.rawReply, state.texts.message(Message::unitOfSpeedStep),
          state.language != LanguageCode::english, &set.expert, state.texts.caption(Caption::expertLabel),
-         set.baseline ? &*set.baseline : nullptr, state.texts.caption(Caption::changedMark)});
+         set.baseline ? &*set.baseline : nullptr, state.texts.caption(Caption::changedMark),
+         state.texts.caption(Caption::speedTableGroup)});
     set.loadedData = loadedDataText(state);
     keepRecovery(bench);
     bench.view.listChanged();

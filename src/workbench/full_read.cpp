@@ -3,9 +3,13 @@
 #include "cvdata/changes.h"
 #include "cvdata/description_choice.h"
 #include "cvdata/expert_choice.h"
+#include "link/identification.h"
 #include "workbench/describe.h"
 #include "workbench/line_use.h"
 #include "workbench/write_backup.h"
+
+#include <algorithm>
+#include <iterator>
 
 namespace karvo
 {
@@ -28,9 +32,33 @@ private:
     ProgramState& state_;
 };
 
+// What makes a vehicle this one: its addresses and its numbers.
+constexpr int identityCvs[] = {1, 3, 15, 16, 17, 18, 29, 168, 169, 170, 171};
+
+// Whether the list on the bench is that of the decoder that has just been read, with what was written to it
+// since.
+bool isSameVehicle(const CvSet& set, const DecoderProfile& profile, const CvImage& image)
+{
+    if (set.isEmpty() || set.isOffline() || !set.baseline || set.profile.typeCode != profile.typeCode)
+        return false;
+    return std::all_of(std::begin(identityCvs), std::end(identityCvs), [&](int cv) {
+        const auto index = static_cast<std::size_t>(cv);
+        const auto before = numberFromText((*set.baseline)[index]);
+        return !before || *before == image[index];
+    });
+}
+
+// The first one of the list.
+int firstCv(const CvTable& table)
+{
+    const auto cvs = table.describedCvs();
+    return cvs.empty() ? 0 : cvs.front();
+}
+
 bool showReadDecoder(Workbench& bench, const DecoderProfile& profile)
 {
     ProgramState& state = bench.state;
+    const int chosenBefore = isSameVehicle(state.set, profile, state.image) ? state.set.currentNumber : 0;
     const auto fileName = descriptionFileName(profile, state.language);
     auto description = loadDescription(bench, fileName, profile);
     if (!description)
@@ -45,7 +73,7 @@ bool showReadDecoder(Workbench& bench, const DecoderProfile& profile)
     state.set.offlineItem.clear();
     state.set.listPath.clear(); // it belongs to the set that was there before
     state.set.fileProcessor.reset();
-    state.set.currentNumber = 0;
+    state.set.currentNumber = chosenBefore != 0 ? chosenBefore : firstCv(state.set.table);
     takeExpertFile(bench, expertFileName(profile, state.language));
     fillList(bench);
     reportFaults(bench, fileName, faults);
@@ -54,6 +82,8 @@ bool showReadDecoder(Workbench& bench, const DecoderProfile& profile)
 
 void showListFilled(Workbench& bench)
 {
+    if (bench.state.link.typeCode == readOnlyReceiverCode)
+        return bench.view.showStatus(bench.state.texts.caption(Caption::receiverOnlyRead));
     const Text count[] = {textFromNumber(bench.state.set.rowCount)};
     bench.view.showStatus(filledIn(bench.state.texts.caption(Caption::listFilled), count));
 }

@@ -110,6 +110,8 @@ std::optional<WriteManyEnd> WriteGuard::readBlock(BlockUse use)
         block_ = blockJustRead(bench_.state.link, image);
         return std::nullopt;
     }
+    if (end == ReadEnd::ended && bench_.state.stopRequested)
+        return WriteManyEnd::stoppedByUser;
     if (use == BlockUse::plan || end == ReadEnd::ended)
         return endOf(end);
     return writeWithoutBackup();

@@ -130,5 +130,24 @@ TEST(ExpertFileTest, EntriesAreFoundByTheirNumberAndFaultsByTheirLine)
     EXPECT_FALSE(parseExpertFile(test::bytesOf("only a header\r\n")));
 }
 
+TEST(ExpertFileTest, ALineSaysTheFirstSentenceOfWhatIsKnown)
+{
+    const Text longText(30, u'a');
+    const struct {
+        Text knowledge;
+        Text line;
+    } cases[] = {
+        {u"", u"name"},
+        {u"  ", u"name"},
+        {u"Nur ein Satz", u"Nur ein Satz"},
+        {u"Das gilt. Sonst nicht.", u"Das gilt."},
+        {u"Werte z. B. 10 oder 3.5 sind gut. Mehr nicht.", u"Werte z. B. 10 oder 3.5 sind gut."},
+        {u"Was dann?\r\nDas.", u"Was dann?"},
+        {longText + u' ' + longText + u' ' + longText, longText + u' ' + longText + u"\u2026"},
+    };
+    for (const auto& [knowledge, line] : cases)
+        EXPECT_EQ(expertLine({u"name", knowledge}), line) << utf8FromText(knowledge);
+}
+
 } // namespace
 } // namespace karvo

@@ -1,3 +1,4 @@
+#include "cvdata/changes.h"
 #include "cvdata/csv_export.h"
 #include "cvdata/text_report.h"
 #include "support/link_bench.h"
@@ -51,6 +52,24 @@ TEST_F(TextReportTest, HoldsTheLinesInTwoColumns)
     EXPECT_EQ(textReport(set, texts),
               (std::vector<Text>{u"Bus 7", set.loadedData, u"", u"CV1  = 3    Adresse", u"CV100 = 12  Licht",
                                  u"Akku"}));
+}
+
+TEST_F(TextReportTest, ALineForTheWholeSpeedTableIsFollowedByItsSteps)
+{
+    test::setText(texts, 301, u" of 168   ");
+    test::setCaption(texts, 161, u"changed");
+    for (int cv = 70; cv <= 97; ++cv)
+        set.table.at(cv, Column::value) = textFromNumber(200 - cv);
+    startUnchanged(set);
+    set.table.at(97, Column::value) = u"9";
+    set.table.at(97, Column::text) = u"step one";
+    set.list[1] = {.text = u"CV70 - CV97 ", .name = u"table", .cv = 70, .lastCv = 97};
+    const auto lines = linesOfEveryCv(set, texts);
+    ASSERT_EQ(lines.size(), 3u + 28u);
+    EXPECT_EQ(lines[1], u"CV70 - CV97                 table");
+    EXPECT_EQ(lines[2], u"  1 = 9 of 168     changed  step one");
+    EXPECT_EQ(lines[29], u" 28 = 130 of 168   ");
+    EXPECT_EQ(textReport(set, texts).size(), 3u + lines.size());
 }
 
 TEST_F(TextReportTest, SaysFirstWhenNothingWasRead)

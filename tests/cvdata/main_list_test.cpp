@@ -91,6 +91,29 @@ TEST_F(MainListTest, OneGroupLineStandsForTheSpeedTableOfKv05AndKv06)
         profile.model = model;
         EXPECT_EQ(texts(), (Lines{"CV69 = 9", "CV70 - CV97 ", "CV98 = 9"}));
     }
+    table.at(80, Column::text) = u"Fahrstufe 18";
+    const auto list = fill_list1({.table = table,
+                                  .profile = profile,
+                                  .rawReply = {},
+                                  .speedStepUnit = {},
+                                  .decimalComma = true,
+                                  .speedTableName = u"Tabelle"});
+    EXPECT_EQ(list[1].name, u"Tabelle");
+    for (const int cv : {70, 71, 97})
+        EXPECT_EQ(positionOf(list, cv), 1u) << cv;
+    EXPECT_EQ(positionOf(list, 98), 2u);
+    const struct {
+        TextView word;
+        std::optional<ListHit> after;
+        std::optional<ListHit> hit;
+    } searches[] = {{u"tabelle", {}, ListHit{1, 70}},
+                    {u"stufe 18", {}, ListHit{1, 80}},
+                    {u"cv91", {}, ListHit{1, 91}},
+                    {u"cv9", ListHit{1, 90}, ListHit{1, 91}},
+                    {u"cv9", ListHit{1, 97}, ListHit{2, 98}},
+                    {u"stufe 18", ListHit{1, 80}, ListHit{1, 80}}};
+    for (const auto& [word, after, hit] : searches)
+        EXPECT_EQ(nextHit(list, table, word, after), hit) << utf8FromText(word);
 }
 
 TEST_F(MainListTest, AReplyThatCarriesTheSpeedTableGivesItsStepsByPosition)
@@ -156,14 +179,15 @@ TEST_F(MainListTest, SearchGoesOnFromTheLastHitAndStartsOver)
     describe(3, u"4", u"Zweite ADRESSE");
     table.at(2, Column::explanation) = u"Lässt das Fahrzeug anfahren";
     const auto list = fill();
-    EXPECT_EQ(nextLineWith(list, table, u"adresse", std::nullopt), 0u);
-    EXPECT_EQ(nextLineWith(list, table, u"adresse", 0), 2u);
-    EXPECT_EQ(nextLineWith(list, table, u"adresse", 2), 0u);
-    EXPECT_EQ(nextLineWith(list, table, u" LÄSST ", std::nullopt), 1u);
-    EXPECT_EQ(nextLineWith(list, table, u"CV3", std::nullopt), 2u);
-    EXPECT_EQ(nextLineWith(list, table, u"Weiche", 1), std::nullopt);
-    EXPECT_EQ(nextLineWith(list, table, u"  ", 1), std::nullopt);
-    EXPECT_EQ(nextLineWith({}, table, u"x", 1), std::nullopt);
+    const ListHit second{1, 2};
+    EXPECT_EQ(nextHit(list, table, u"adresse", std::nullopt), (ListHit{0, 1}));
+    EXPECT_EQ(nextHit(list, table, u"adresse", ListHit{0, 1}), (ListHit{2, 3}));
+    EXPECT_EQ(nextHit(list, table, u"adresse", ListHit{2, 3}), (ListHit{0, 1}));
+    EXPECT_EQ(nextHit(list, table, u" LÄSST ", std::nullopt), second);
+    EXPECT_EQ(nextHit(list, table, u"CV3", std::nullopt), (ListHit{2, 3}));
+    EXPECT_EQ(nextHit(list, table, u"Weiche", second), std::nullopt);
+    EXPECT_EQ(nextHit(list, table, u"  ", second), std::nullopt);
+    EXPECT_EQ(nextHit({}, table, u"x", second), std::nullopt);
 }
 
 TEST_F(MainListTest, AddressesFollowBitFiveOfCv29)

@@ -136,7 +136,7 @@ TEST_F(ReadTest, ClosingTheProgramShowsNothing)
 TEST_F(ReadTest, AStopEndsItSilentlyAndTheNextReadDoesNotMeetTheRest)
 {
     for (const bool full : {true, false}) {
-        for (const int wait : {1, 2}) {
+        for (const int wait : {1, 3}) { // the second is for the identification's second character
             LinkBench stopped;
             test::setCaption(stopped.texts, 150, u"stopped");
             bool stop = false;
@@ -149,7 +149,7 @@ TEST_F(ReadTest, AStopEndsItSilentlyAndTheNextReadDoesNotMeetTheRest)
             };
             const Bytes block = blockOf(1024);
             const Bytes rest(block.begin() + 600, block.end());
-            if (wait == 2)
+            if (wait == 3)
                 stopped.line.replyWith({'2', '7'});
             stopped.line.replyInPieces({{50ms, {block.begin(), block.begin() + 600}}, {120ms, rest}});
             image.fill(9);

@@ -149,6 +149,34 @@ TEST(HauptformRead, StopsByButtonAndByEscape)
     }
 }
 
+TEST(HauptformRead, OffersNoWriteToAReceiverThatCanBeReadOnly)
+{
+    BenchSetup setup;
+    setup.decoder = "receiver-readonly";
+    WindowBench bench(setup);
+    bench.files.content[bench.state.programFolder / "CV_Standart_receiver.txt"] =
+        bytesOf("Standard KV05-XT\r\n1;3;name;0;255;3;;;;;;;;;;;\r\n\r\n");
+    const auto reason = utf8FromText(bench.state.texts.caption(Caption::receiverOnlyRead));
+    const auto expectOff = [&](bool off) {
+        for (const char* name : {"Einzelne_speichern", "Alle_speichern"}) {
+            const auto& button = bench.find<QPushButton>(name);
+            EXPECT_EQ(button.isEnabled(), !off) << name;
+            EXPECT_EQ(button.toolTip().toStdString(), off ? reason : "") << name;
+        }
+    };
+    bench.find<QPushButton>("Start").click();
+    EXPECT_EQ(bench.list().count(), 1);
+    EXPECT_EQ(bench.text("Status"), reason);
+    expectOff(true);
+    bench.item("mnu_kv07").trigger();
+    bench.chooseCv(2);
+    expectOff(true); // until the next read
+    bench.port.simulator() = sim::Simulator(*sim::decoderByName("kv07"), sim::Pace::none, sim::Fault::none);
+    bench.find<QPushButton>("Start").click();
+    EXPECT_EQ(bench.list().count(), linesAfterRead);
+    expectOff(false);
+}
+
 TEST(HauptformRead, ClosesOnlyOnceTheReadHasUnwound)
 {
     WindowBench bench(with(sim::Fault::silence));

@@ -263,7 +263,7 @@ TEST(Hauptform, LetsTheKeyboardReachEverythingInReadingOrder)
 {
     WindowBench bench;
     bench.showOfflineList();
-    bench.chooseCv(2);
+    bench.chooseCv(29);
     std::vector<std::string> order;
     auto* const start = bench.find<QComboBox>("COM").nextInFocusChain();
     for (QWidget* widget = start; order.empty() || widget != start; widget = widget->nextInFocusChain()) {
@@ -271,29 +271,11 @@ TEST(Hauptform, LetsTheKeyboardReachEverythingInReadingOrder)
         order.push_back(stop ? widget->objectName().toStdString() : std::string());
     }
     std::erase(order, std::string());
-    EXPECT_EQ(order, (std::vector<std::string>{"Start",
-                                               "Servo_Addr",
-                                               "List1",
-                                               "CV_Nummer",
-                                               "CV_Wert",
-                                               "Enter_Taste",
-                                               "CV_Fabrik",
-                                               "Bezeichnung",
-                                               "Check128",
-                                               "Check64",
-                                               "Check32",
-                                               "Check16",
-                                               "Check8",
-                                               "Check4",
-                                               "Check2",
-                                               "Check1",
-                                               "Zusatz_Text",
-                                               "var_Text",
-                                               "Text1",
-                                               "Einzelne_speichern",
-                                               "Alle_speichern",
-                                               "Hinweis_nach_Schreiben",
-                                               "COM"}));
+    EXPECT_EQ(order, (std::vector<std::string>{"Start", "Servo_Addr", "List1", "CV_Nummer", "CV_Wert",
+                                               "Enter_Taste", "CV_Fabrik", "Bezeichnung", "Check8", "Check2",
+                                               "Check1", "Zusatz_Text", "var_Text", "Einzelne_speichern",
+                                               "Alle_speichern", "Hinweis_nach_Schreiben", "COM"}))
+        << "without the bits that mean nothing";
 }
 
 TEST(Hauptform, GivesTheTextsOfAnotherLanguageTheWidthTheyNeed)

@@ -163,7 +163,7 @@ TEST(Vergleichen, TheExpertPasswordIsExact)
     on.trigger();
     EXPECT_EQ(bench.settings.values["Parameter/Expert"], u"1");
     EXPECT_TRUE(off.isVisible() && !on.isVisible());
-    EXPECT_EQ(bench.state.set.list[1].text, u"    Experte: tief");
+    EXPECT_EQ(bench.state.set.list[1].text, u"    Experte: Wissen");
     off.trigger();
     EXPECT_EQ(bench.settings.values["Parameter/Expert"], u"0");
     EXPECT_EQ(bench.state.set.list[1].text, u"CV2  = 1");

@@ -35,7 +35,7 @@ inline std::string kv07Description(const std::string& word)
             content += "2;20;" + word + " two;1;200;18;explains " + word + "$second line;0 = off;only if " +
                        word + ";;;;;;;;\r\n";
         else if (row == 29)
-            content += "29;6;" + word + " switches;0;255;0;many;sum;;" + word + " one$two$$" + word +
+            content += "29;6;" + word + " switches;0;14;0;many;sum;;" + word + " one$two$$" + word +
                        " eight;;;;;;;\r\n";
         else
             content += number + ";" + std::to_string(row % 100) + ";" + word + " " + number +
@@ -49,6 +49,7 @@ struct BenchSetup {
     sim::Pace pace = sim::Pace::none;
     sim::Fault fault = sim::Fault::none;
     bool simulatedInterface = false;
+    const char* decoder = "kv07";
 };
 
 struct WindowBench {
@@ -70,7 +71,7 @@ struct WindowBench {
     std::unique_ptr<Hauptform> window;
 
     explicit WindowBench(const BenchSetup& setup = {})
-        : port(sim::Simulator(*sim::decoderByName("kv07"), setup.pace, setup.fault), 5)
+        : port(sim::Simulator(*sim::decoderByName(setup.decoder), setup.pace, setup.fault), 5)
     {
         state.programFolder = "program";
         state.link.portNumber = 5;
@@ -150,12 +151,17 @@ struct WindowBench {
         ASSERT_TRUE(row) << number;
         list().setCurrentRow(static_cast<int>(*row));
     }
+    // Into a field, and nothing more.
+    void type(const char* name, const char* digits)
+    {
+        auto& field = find<QLineEdit>(name);
+        field.selectAll();
+        QTest::keyClicks(&field, QString::fromLatin1(digits));
+    }
     void typeNumber(const char* digits)
     {
-        auto& number = find<QLineEdit>("CV_Nummer");
-        number.selectAll();
-        QTest::keyClicks(&number, QString::fromLatin1(digits));
-        QTest::keyClick(&number, Qt::Key_Return);
+        type("CV_Nummer", digits);
+        QTest::keyClick(&find<QLineEdit>("CV_Nummer"), Qt::Key_Return);
     }
 };
 

@@ -53,6 +53,23 @@ TEST(FixedWidthList, PlacesNamesBehindTheLongestNamedText)
     EXPECT_LT(list.nameColumn(), metrics.horizontalAdvance(QStringLiteral("Akkuspannung = 3,92 Volt (196)")));
 }
 
+TEST(FixedWidthList, UpdatesAsManyRowsInPlace)
+{
+    FixedWidthList list;
+    list.setRows(rows);
+    list.setCurrentRow(1);
+    auto changed = rows;
+    changed[1].text = QStringLiteral("  1 = 4 von 255  ");
+    const QSignalSpy chosen(&list, &QListWidget::currentRowChanged);
+    list.updateRows(changed);
+    EXPECT_EQ(list.currentRow(), 1);
+    EXPECT_EQ(list.currentItem()->text().toStdString(), "  1 = 4 von 255  ");
+    EXPECT_TRUE(chosen.isEmpty());
+    changed.pop_back();
+    list.updateRows(changed);
+    EXPECT_EQ(list.currentRow(), -1);
+}
+
 TEST(FixedWidthList, ReplacesRowsWithoutChoosingAny)
 {
     FixedWidthList list;

@@ -1,6 +1,7 @@
 #include "support/test_bench.h"
 #include "workbench/change_value.h"
 #include "workbench/offline_list.h"
+#include "workbench/take_entry.h"
 
 #include <gtest/gtest.h>
 
@@ -19,6 +20,8 @@ protected:
         test::setCaption(state.texts, 25, u"not in the list");
         test::setCaption(state.texts, 161, u"changed");
         test::setText(state.texts, 682, u"CV{1} not {2}, {3} to {4}");
+        test::setText(state.texts, 635, u"no CV{1}");
+        test::setText(state.texts, 636, u"CV{1} empty, {2} to {3}");
         addFile("CV_Standart_kv07.txt",
                 "Standard KV07\r\n1;3;a;1;126;3;\r\n2;4;b;;x;4;\r\n3;5;c;-5;900;5;\r\n");
         showOfflineList(bench, "mnu_kv07");
@@ -39,6 +42,45 @@ TEST_F(ChangeValueTest, AChangeShowsInTheListAndTheCurrentCvStays)
     EXPECT_EQ(journal, (Journal{"list changed"}));
 }
 
+TEST_F(ChangeValueTest, WhatIsTypedIsTakenOrRefusedWithOneMessage)
+{
+    using enum EntryEnd;
+    const auto none = std::nullopt;
+    const struct {
+        TypedEntry typed;
+        EntryEnd end;
+        int current; // it was 2
+        std::optional<const char*> message;
+    } cases[] = {
+        {{none, u"9"}, taken, 2, none},
+        {{u"3", none}, taken, 3, none},
+        {{u"1", u"9"}, taken, 1, none},
+        {{u"", none}, taken, 2, none},
+        {{u"0", u"8"}, taken, 2, none},
+        {{u"4", u"9"}, numberRefused, 2, "message no CV4"},
+        {{u"1", u"127"}, valueRefused, 1, "message CV1 not 127, 1 to 126"},
+        {{none, u""}, valueRefused, 2, "message CV2 empty, 0 to 255"},
+    };
+    for (const auto& [typed, end, current, message] : cases) {
+        showOfflineList(bench, "mnu_kv07");
+        state.set.currentNumber = 2;
+        journal.clear();
+        EXPECT_EQ(canBeTaken(state.set, typed), end == taken);
+        EXPECT_EQ(takeEntry(bench, typed), end);
+        EXPECT_EQ(state.set.currentNumber, current);
+        for (int cv = 1; cv <= 3; ++cv) {
+            const bool changed = end == taken && typed.value && cv == current;
+            EXPECT_EQ(state.set.table.at(cv, Column::value), changed ? *typed.value : textFromNumber(cv + 2));
+        }
+        std::erase(journal, "list changed");
+        EXPECT_EQ(journal, message ? Journal{*message} : Journal{});
+    }
+    state.lineBusy = true;
+    journal.clear();
+    EXPECT_EQ(takeEntry(bench, {u"4", u"9"}), taken) << "no box over an operation";
+    EXPECT_TRUE(journal.empty());
+}
+
 TEST_F(ChangeValueTest, TheSameValueIsNoChange)
 {
     EXPECT_EQ(changeValue(bench, 1, u" 03 "), ChangeEnd::changed);
@@ -54,7 +96,7 @@ TEST_F(ChangeValueTest, LimitsAreNamedAndNothingChanges)
         const char* message;
     };
     const Case cases[] = {{1, u"0", "CV1 not 0, 1 to 126"},      {1, u"127", "CV1 not 127, 1 to 126"},
-                          {1, u"", "CV1 not , 1 to 126"},        {1, u" 3,5 ", "CV1 not 3,5, 1 to 126"},
+                          {1, u"", "CV1 empty, 1 to 126"},       {1, u" 3,5 ", "CV1 not 3,5, 1 to 126"},
                           {1, u"-1", "CV1 not -1, 1 to 126"},    {2, u"256", "CV2 not 256, 0 to 255"},
                           {3, u"256", "CV3 not 256, 0 to 255"},  {3, u"-1", "CV3 not -1, 0 to 255"},
                           {2, u"0x10", "CV2 not 0x10, 0 to 255"}};

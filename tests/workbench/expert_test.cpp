@@ -1,5 +1,6 @@
 #include "support/test_bench.h"
 #include "workbench/decoder_info.h"
+#include "workbench/expert_mode.h"
 #include "workbench/full_read.h"
 #include "workbench/language_change.h"
 #include "workbench/offline_list.h"
@@ -37,7 +38,7 @@ TEST_F(ExpertModeTest, LinesStandBelowTheirCvAndAreMarked)
 {
     ASSERT_TRUE(showOfflineList(bench, "mnu_kv07"));
     EXPECT_EQ(state.set.list[1].text, u"CV2  = 1");
-    EXPECT_EQ(state.set.list[2].text, u"    Expert: zwei");
+    EXPECT_EQ(state.set.list[2].text, u"    Expert: Tiefes Wissen");
     EXPECT_EQ(state.set.list[2].cv, 2);
     EXPECT_EQ(state.set.expert.at(2).knowledge, u"Tiefes Wissen");
     const auto step = positionOf(state.set.list, 97);
@@ -54,6 +55,19 @@ TEST_F(ExpertModeTest, WithoutExpertModeNothingIsSaidOrShown)
     EXPECT_EQ(state.set.list[2].text, u"CV3  = 1");
     EXPECT_TRUE(state.set.expert.empty());
     EXPECT_EQ(journal, (test::Journal{"list changed"}));
+}
+
+TEST_F(ExpertModeTest, SwitchedWhileTheLineIsBusyItLeavesTheListAlone)
+{
+    ASSERT_TRUE(showOfflineList(bench, "mnu_kv07"));
+    for (const bool busy : {true, false}) {
+        journal.clear();
+        state.lineBusy = busy;
+        setExpertMode(bench, false);
+        EXPECT_EQ(journal.empty(), busy);
+        EXPECT_EQ(state.set.expert.empty(), !busy);
+        EXPECT_EQ(settings.values.at("Parameter/Expert"), u"0");
+    }
 }
 
 TEST_F(ExpertModeTest, AMissingExpertFileIsNamedAndTheListShownAllTheSame)

@@ -1,3 +1,4 @@
+#include "cvdata/changes.h"
 #include "support/test_bench.h"
 #include "workbench/describe.h"
 #include "workbench/full_read.h"
@@ -102,6 +103,49 @@ TEST_F(FullReadTest, WhatIsNoDescriptionOrHasFaultsIsSaidOnce)
     EXPECT_EQ(std::count(journal.begin(), journal.end(),
                          "message program/CV_Standart172_v1_6.txt ends with line 4"),
               1);
+}
+
+TEST_F(FullReadTest, TheSameVehicleKeepsItsChosenCvAndAnyOtherBeginsWithTheFirst)
+{
+    addFile("CV_Standart172_v1_5.txt", smallDescription("Standard KV05", "Wort "));
+    addFile("CV_Standart172_v1_6.txt", smallDescription("Standard KV06", "Wort "));
+    const struct {
+        const char* what;
+        Bytes identification;
+        int cv; // that this one of the block holds another value
+        std::function<void()> before;
+        int chosen;
+    } cases[] = {
+        {"once more", {'1', '5'}, 0, [] {}, 40},
+        {"another setting", {'1', '5'}, 52, [] {}, 40},
+        {"another address", {'1', '5'}, 1, [] {}, 1},
+        {"the address that was written",
+         {'1', '5'},
+         1,
+         [this] {
+             state.set.table.setValue(1, 8);
+             markWritten(state.set, 1);
+         },
+         40},
+        {"another model", {'1', '6'}, 0, [] {}, 1},
+        {"an offline list before", {'1', '5'}, 0, [this] { state.set.offlineItem = "mnu_KV05"; }, 1},
+    };
+    for (const auto& c : cases) {
+        answerAs({'1', '5'}, 512);
+        ASSERT_EQ(read(), ReadEnd::read);
+        state.set.currentNumber = 40;
+        c.before();
+        Bytes block = blockOf(512);
+        if (c.cv != 0) {
+            ++block[static_cast<std::size_t>(c.cv) - 1];
+            ++block.back();
+        }
+        line.replyWith(c.identification);
+        line.replyWith(block);
+        ASSERT_EQ(read(), ReadEnd::read) << c.what;
+        EXPECT_EQ(state.set.currentNumber, c.chosen) << c.what;
+        clearDisplay(bench);
+    }
 }
 
 TEST_F(FullReadTest, ASecondOperationIsRefused)

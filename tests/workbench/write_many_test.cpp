@@ -205,23 +205,29 @@ private:
 
 TEST_F(WriteManyTest, ItCanBeStoppedBetweenTwoCvs)
 {
-    const std::pair<int, const char*> cases[] = {{49, "% % ER kept % EWS 48=200 % EWS 49=200"},
-                                                 {0, "% % ER kept"}};
-    for (const auto& [cv, before] : cases) {
-        StoppingView stopping(journal, state, cv);
-        readAndChange({48, 49, 50, 51});
-        state.stopRequested = true; // left over from an earlier write
-        Workbench stopped{state, line, line, prompts, stopping, files, settings};
-        answerMeeting();
-        if (cv != 0)
-            answerWrites(2);
-        const auto report = writeChanged(stopped, keep);
-        EXPECT_EQ(report.end, WriteManyEnd::stoppedByUser);
-        EXPECT_EQ(report.outcomes[3].end, std::nullopt);
-        EXPECT_EQ(passed(), before);
-        EXPECT_EQ(isMarked(49), cv == 0);
-        EXPECT_TRUE(isMarked(50));
-    }
+    StoppingView stopping(journal, state, 49);
+    readAndChange({48, 49, 50, 51});
+    state.stopRequested = true; // left over from an earlier write
+    Workbench stopped{state, line, line, prompts, stopping, files, settings};
+    answerMeeting();
+    answerWrites(2);
+    const auto report = writeChanged(stopped, keep);
+    EXPECT_EQ(report.end, WriteManyEnd::stoppedByUser);
+    EXPECT_EQ(report.outcomes[3].end, std::nullopt);
+    EXPECT_EQ(passed(), "% % ER kept % EWS 48=200 % EWS 49=200");
+    EXPECT_FALSE(isMarked(49));
+    EXPECT_TRUE(isMarked(50));
+}
+
+TEST_F(WriteManyTest, AStopWhileTheBlockIsReadWritesNothing)
+{
+    StoppingView stopping(journal, state, 0);
+    readAndChange({48, 49});
+    Workbench stopped{state, line, line, prompts, stopping, files, settings};
+    answerMeeting();
+    const auto report = writeChanged(stopped, keep);
+    EXPECT_EQ(report.end, WriteManyEnd::stoppedByUser);
+    EXPECT_TRUE(report.outcomes.empty());
 }
 
 TEST_F(WriteManyTest, TheSeriesIsWrittenWholeWithItsPauses)

@@ -40,7 +40,8 @@ BitBoxes::BitBoxes(QWidget* parent) : QGroupBox(parent), sumLabel_(new QLabel(th
         boxes_[i] = new WrappingCheckBox(this);
         boxes_[i]->setObjectName(QStringLiteral("Check%1").arg(bitWeight(i)));
         connect(boxes_[i], &QCheckBox::toggled, this, &BitBoxes::showSum);
-        connect(boxes_[i], &QCheckBox::clicked, this, [this] { emit valueChosen(value()); });
+        connect(boxes_[i], &QCheckBox::clicked, this,
+                [this, i](bool on) { emit bitChosen(bitWeight(i), on); });
         layout->addWidget(boxes_[i]);
     }
     sumLabel_->setObjectName(QStringLiteral("Errechneter_Wert_Label"));
@@ -60,19 +61,46 @@ void BitBoxes::applyCaptions(const LanguageTables& texts)
 {
     setTitle(buttonText(texts.caption(Caption::bits)));
     sumLabel_->setText(buttonText(texts.caption(Caption::computedValue)));
+    ofNumber_ = qtText(texts.caption(Caption::bitsOfNumber));
+    withoutMeaning_ = qtText(texts.caption(Caption::bitWithoutMeaning));
+    withoutMeaningSet_ = qtText(texts.caption(Caption::bitWithoutMeaningSet));
     showSum();
 }
 
 void BitBoxes::showCv(const CvDetails& details, const LanguageTables& texts)
 {
-    const auto ticked = bitsOfValue(numberFromText(details.value).value_or(0));
+    details_ = details;
     for (std::size_t i = 0; i < boxes_.size(); ++i) {
-        const QSignalBlocker quiet(boxes_[i]);
         boxes_[i]->setText(boxText(details, i, texts));
-        boxes_[i]->setChecked(ticked[i]);
+        boxes_[i]->setEnabled(details.isLive(i));
         boxes_[i]->updateGeometry();
     }
+    showValue(numberFromText(details.value).value_or(0));
+}
+
+void BitBoxes::showValue(int value)
+{
+    const auto ticked = bitsOfValue(value);
+    for (std::size_t i = 0; i < boxes_.size(); ++i) {
+        const QSignalBlocker quiet(boxes_[i]);
+        boxes_[i]->setChecked(ticked[i]);
+    }
     showSum();
+    showReasons();
+}
+
+void BitBoxes::showReasons()
+{
+    for (std::size_t i = 0; i < boxes_.size(); ++i) {
+        QString reason;
+        if (details_.number != 0 && !details_.isSetOfSwitches)
+            reason = ofNumber_;
+        else if (details_.number != 0 && !details_.isLive(i))
+            reason = boxes_[i]->isChecked() ? withoutMeaningSet_ : withoutMeaning_;
+        boxes_[i]->setToolTip(reason);
+        boxes_[i]->setStatusTip(reason);
+        boxes_[i]->setAccessibleDescription(reason);
+    }
 }
 
 int BitBoxes::value() const

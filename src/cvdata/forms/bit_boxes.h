@@ -26,19 +26,28 @@ public:
     void applyCaptions(const LanguageTables& texts);
 
     // Ticks the boxes as the value has its bits (none for a CV without a value), and names what they switch.
+    // Boxes of bits that mean nothing are disabled and say so.
     void showCv(const CvDetails& details, const LanguageTables& texts);
 
+    // Ticks the boxes as this value of the same CV has its bits, from 0 to 255.
+    void showValue(int value);
+
 signals:
-    // Somebody has ticked or cleared a box: the value that all of them make.
-    void valueChosen(int value);
+    // Somebody has ticked or cleared a box.
+    void bitChosen(int weight, bool on);
 
 private:
     int value() const;
     void showSum();
+    void showReasons();
 
     std::array<WrappingCheckBox*, 8> boxes_; // weight 1 first
     QLabel* sumLabel_;
     QLabel* sum_;
+    CvDetails details_;
+    QString ofNumber_; // why a box is disabled
+    QString withoutMeaning_;
+    QString withoutMeaningSet_;
 };
 
 } // namespace karvo

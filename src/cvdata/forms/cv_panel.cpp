@@ -2,8 +2,10 @@
 
 #include "cvdata/forms/bit_boxes.h"
 #include "ui/captions.h"
+#include "ui/typed_text.h"
 
 #include <QCheckBox>
+#include <QFocusEvent>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -11,7 +13,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRegularExpressionValidator>
-#include <QShortcut>
 #include <QVBoxLayout>
 
 namespace karvo
@@ -21,6 +22,27 @@ namespace
 {
 
 constexpr int fieldWidth = 6; // digits, with some air
+
+// Another window or a menu comes and goes, and the field is as it was.
+bool leavesField(Qt::FocusReason reason)
+{
+    return reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason &&
+           reason != Qt::MenuBarFocusReason;
+}
+
+void setReason(QWidget& widget, const QString& reason)
+{
+    widget.setToolTip(reason);
+    widget.setStatusTip(reason);
+    widget.setAccessibleDescription(reason);
+}
+
+void returnTo(QLineEdit& field, const Text& typed)
+{
+    field.setText(qtText(typed));
+    field.setFocus();
+    field.selectAll();
+}
 
 void showText(QLabel& label, const Text& text)
 {
@@ -56,9 +78,12 @@ CvPanel::CvPanel(QWidget* parent)
 {
     group_->setObjectName(QStringLiteral("CurrentCv"));
     notice_->setObjectName(QStringLiteral("Hinweis_nach_Schreiben"));
-    for (QLineEdit* field : {number_, value_})
+    for (QLineEdit* field : {number_, value_}) {
         field->setValidator(
             new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[0-9]{0,3}")), field));
+        field->installEventFilter(this);
+        connect(field, &QLineEdit::textEdited, this, [this, field] { settleOtherField(field); });
+    }
     factory_->setReadOnly(true);
     QFont bold = name_->font();
     bold.setBold(true);
@@ -85,19 +110,36 @@ CvPanel::CvPanel(QWidget* parent)
 
 void CvPanel::connectControls()
 {
-    const auto enterValue = [this] { emit valueEntered(value_->text()); };
-    connect(number_, &QLineEdit::returnPressed, this, &CvPanel::enterNumber);
-    connect(value_, &QLineEdit::returnPressed, this, enterValue);
-    connect(takeValue_, &QPushButton::clicked, this, enterValue);
-    connect(bits_, &BitBoxes::valueChosen, this, &CvPanel::bitsChosen);
+    connect(number_, &QLineEdit::returnPressed, this, &CvPanel::settlingWanted);
+    connect(value_, &QLineEdit::returnPressed, this, &CvPanel::valueEntered);
+    connect(value_, &QLineEdit::textChanged, this, &CvPanel::followValue);
+    connect(takeValue_, &QPushButton::clicked, this, &CvPanel::valueEntered);
+    connect(bits_, &BitBoxes::bitChosen, this, &CvPanel::bitChosen);
     connect(takeBack_, &QPushButton::clicked, this, &CvPanel::takeBackWanted);
     connect(takeAllBack_, &QPushButton::clicked, this, &CvPanel::takeBackAllWanted);
     connect(writeSingle_, &QPushButton::clicked, this, &CvPanel::writeSingleWanted);
     connect(writeChanged_, &QPushButton::clicked, this, &CvPanel::writeChangedWanted);
     connect(notice_, &QCheckBox::clicked, this, &CvPanel::noticeChosen);
-    auto* const escape = new QShortcut(QKeySequence(Qt::Key_Escape), value_);
-    escape->setContext(Qt::WidgetShortcut);
-    connect(escape, &QShortcut::activated, this, &CvPanel::cancelEntry);
+}
+
+// Escape is the field's own only while it has something to give up or is open for typing: else it ends what
+// is under way.
+bool CvPanel::eventFilter(QObject* watched, QEvent* event)
+{
+    const auto* const field = qobject_cast<QLineEdit*>(watched);
+    const auto isEscape = [&] { return static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape; };
+    if (event->type() == QEvent::FocusOut && isPending(field) &&
+        leavesField(static_cast<QFocusEvent*>(event)->reason())) {
+        emit entryLeft();
+    } else if (event->type() == QEvent::ShortcutOverride && isEscape() &&
+               (isPending(field) || !value_->isReadOnly())) {
+        event->accept();
+        return true;
+    } else if (event->type() == QEvent::KeyPress && isEscape()) {
+        cancelEntry();
+        return true;
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 QGridLayout* CvPanel::fieldsLayout()
@@ -151,9 +193,13 @@ void CvPanel::applyCaptions(const LanguageTables& texts)
 
 void CvPanel::showCv(const CvDetails& details, const Text& expert, const LanguageTables& texts)
 {
-    number_->setText(details.number == 0 ? QString() : QString::number(details.number));
+    shownNumber_ = details.number == 0 ? QString() : QString::number(details.number);
     shownValue_ = qtText(details.value);
+    number_->setText(shownNumber_);
+    const bool chosen = value_->hasSelectedText();
     value_->setText(shownValue_);
+    if (chosen)
+        value_->selectAll(); // the next key types over it still
     factory_->setText(qtText(details.factoryValue));
     const bool limited = !details.lowerLimit.empty() && !details.upperLimit.empty();
     limits_->setText(limited ? qtText(details.lowerLimit + u' ' + texts.caption(Caption::limitsTo) + u' ' +
@@ -170,6 +216,7 @@ void CvPanel::showCv(const CvDetails& details, const Text& expert, const Languag
 
 void CvPanel::setAvailable(const PanelAvailability& available)
 {
+    number_->setReadOnly(!available.choosing);
     value_->setReadOnly(!available.changing);
     takeValue_->setEnabled(available.changing);
     bits_->setEnabled(available.changing);
@@ -177,6 +224,8 @@ void CvPanel::setAvailable(const PanelAvailability& available)
     takeAllBack_->setEnabled(available.takingAllBack);
     writeSingle_->setEnabled(available.writingOne);
     writeChanged_->setEnabled(available.writingChanged);
+    for (QPushButton* button : {writeSingle_, writeChanged_})
+        setReason(*button, available.whyNoWriting);
 }
 
 void CvPanel::setNotice(bool wanted)
@@ -195,20 +244,56 @@ void CvPanel::beginEntry(const QString& digit)
         value_->setText(digit);
 }
 
-std::optional<QString> CvPanel::pendingValue() const
+bool CvPanel::isPending(const QLineEdit* field) const
 {
-    return value_->text() == shownValue_ ? std::nullopt : std::optional(value_->text());
+    return field->text() != (field == number_ ? shownNumber_ : shownValue_);
+}
+
+TypedEntry CvPanel::pendingEntry() const
+{
+    const auto typed = [this](const QLineEdit* field) {
+        return isPending(field) ? std::optional(typedText(field->text())) : std::nullopt;
+    };
+    return {typed(number_), typed(value_)};
+}
+
+void CvPanel::returnToNumber(const Text& typed)
+{
+    returnTo(*number_, typed);
+}
+
+void CvPanel::returnToValue(const Text& typed)
+{
+    returnTo(*value_, typed);
+}
+
+// A value belongs to the CV whose number was typed before it, and not to the one whose number comes after it:
+// only one of the fields is ever under way.
+void CvPanel::settleOtherField(QLineEdit* typed)
+{
+    const QLineEdit* const other = typed == number_ ? value_ : number_;
+    if (!isPending(other))
+        return;
+    const QString text = typed->text();
+    typed->setText(typed == number_ ? shownNumber_ : shownValue_);
+    emit settlingWanted();
+    if (!isPending(other))
+        typed->setText(text);
+}
+
+// Not what is no value of a CV.
+void CvPanel::followValue()
+{
+    const auto value = numberFromText(typedText(value_->text()));
+    if (isCvValue(value))
+        bits_->showValue(*value);
 }
 
 void CvPanel::cancelEntry()
 {
+    number_->setText(shownNumber_);
     value_->setText(shownValue_);
     emit entryCancelled();
-}
-
-void CvPanel::enterNumber()
-{
-    emit numberEntered(number_->text().toInt());
 }
 
 QLabel* CvPanel::addLabel(const char* name)

@@ -2,11 +2,10 @@
 #pragma once
 
 #include "cvdata/cv_details.h"
+#include "cvdata/typed_entry.h"
 #include "language/language_tables.h"
 
 #include <QWidget>
-
-#include <optional>
 
 class QCheckBox;
 class QGridLayout;
@@ -23,11 +22,13 @@ class BitBoxes;
 
 // What can be done with the current CV, and with the list.
 struct PanelAvailability {
+    bool choosing = false;   // there is a list in which to choose
     bool changing = false;   // the current CV has a value, and nothing is going on
     bool takingBack = false; // the current CV differs from what was read
     bool takingAllBack = false;
     bool writingOne = false;
     bool writingChanged = false;
+    QString whyNoWriting; // told where nothing can be written to this decoder at all; else empty
 };
 
 class CvPanel : public QWidget
@@ -48,14 +49,20 @@ public:
     // Puts the keyboard into the value, over what stands there, or with a first digit in its place.
     void beginEntry(const QString& digit = QString());
 
-    // What stands in the value's field, when it is another value than the one shown.
-    std::optional<QString> pendingValue() const;
+    // What stands in the fields and is not what showCv() has shown.
+    TypedEntry pendingEntry() const;
+
+    // What was refused stands in its field again, with the keyboard over it.
+    void returnToNumber(const Text& typed);
+    void returnToValue(const Text& typed);
 
 signals:
-    // A number of at most three digits was entered; 0 when the field was empty.
-    void numberEntered(int number);
-    void valueEntered(const QString& typed);
-    void bitsChosen(int value);
+    // The keyboard has left a field, not for another window or for a menu.
+    void entryLeft();
+    // What is typed has to be settled now: it was entered, or the other field is being typed in.
+    void settlingWanted();
+    void valueEntered();
+    void bitChosen(int weight, bool on);
     void entryCancelled();
     void takeBackWanted();
     void takeBackAllWanted();
@@ -63,11 +70,16 @@ signals:
     void writeChangedWanted();
     void noticeChosen(bool wanted);
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     QGridLayout* fieldsLayout();
     QHBoxLayout* takeBackLayout();
     void connectControls();
-    void enterNumber();
+    void settleOtherField(QLineEdit* typed);
+    void followValue();
+    bool isPending(const QLineEdit* field) const;
     void cancelEntry();
     QLabel* addLabel(const char* name);
     QLineEdit* addField(const char* name);
@@ -95,6 +107,7 @@ private:
     QPushButton* writeSingle_;
     QPushButton* writeChanged_;
     QCheckBox* notice_;
+    QString shownNumber_;
     QString shownValue_;
 };
 
