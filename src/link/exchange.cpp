@@ -1,5 +1,7 @@
 #include "link/exchange.h"
 
+#include <algorithm>
+
 namespace karvo
 {
 
@@ -88,6 +90,7 @@ WaitResult waitForCount(Link& link, ReplyLength replyLength)
     const std::size_t least = replyLength.rule == ReplyLength::Rule::atLeast ? replyLength.count : 1;
     const auto arrived = [&] {
         const auto waiting = link.port.bytesWaiting();
+        link.state.arrivedBytes = std::max(link.state.arrivedBytes, waiting);
         if (exact)
             link.view.showProgress(waiting, replyLength.count);
         return isStopped(link) || !link.port.isOpen() ||
@@ -165,6 +168,7 @@ ExchangeEnd Exchange(Link& link, const Bytes& command, ReplyLength replyLength, 
     if (pointer == Pointer::hourglass)
         link.view.showHourglass(true);
     link.state.timeOut = false;
+    link.state.arrivedBytes = 0;
     link.state.awaitedBytes = replyLength.count;
     link.state.outgoingFrame = command;
     link.port.write(link.state.outgoingFrame);

@@ -40,8 +40,8 @@ Text noReplyText(const Link& link)
 {
     const LinkState& state = link.state;
     Text extent = link.texts.message(Message::nothingReceived);
-    if (!state.lastReply.empty()) {
-        const Text counts[] = {textFromNumber(static_cast<long long>(state.lastReply.size())),
+    if (state.arrivedBytes != 0) {
+        const Text counts[] = {textFromNumber(static_cast<long long>(state.arrivedBytes)),
                                textFromNumber(static_cast<long long>(state.awaitedBytes))};
         extent = filledIn(link.texts.message(Message::bytesOfReply), counts);
     }

@@ -24,6 +24,7 @@ struct LinkState {
     Bytes lastReply;
     bool timeOut = false;         // the last wait timed out or hung up, and nobody has reported it yet
     std::size_t awaitedBytes = 0; // how many the last exchange waited for
+    std::size_t arrivedBytes = 0; // how many came, those included that a hang-up took away again
     std::chrono::milliseconds timeOutInterval = usualTimeOut;
     int run = 0;                                      // the run of exchanges without a fault that now lasts
     std::optional<std::chrono::microseconds> lastUse; // its last exchange; see lineRunLasts()
