@@ -35,6 +35,7 @@ public:
             start = Clock::now();
     }
     void showStep(const UploadStep& /*step*/) override { end = Clock::now(); }
+    void showSilence(EraseState /*erase*/) override {}
     bool stopRequested() override { return false; }
 
     Clock::time_point start;
@@ -45,6 +46,7 @@ public:
 class RecordTimer : public UpdateObserver
 {
 public:
+    void showHeader(const Text& /*header*/) override {}
     void showStart(const Text& /*text*/) override {}
     void showRecords(std::size_t sent, std::size_t total) override
     {
@@ -69,8 +71,7 @@ double pagesRatio(const std::filesystem::path& programFolder)
         image.data.push_back(static_cast<std::uint8_t>(i * 7 + i / 256));
     PageTimer timer;
     const auto report = uploadImage(bench.workbench, image, timer);
-    const bool whole = report.end == UploadEnd::sent && report.missingReplies() == 1 &&
-                       bench.port.simulator().bootLoader().flash() == image.data;
+    const bool whole = report.isAccepted() && bench.port.simulator().bootLoader().flash() == image.data;
     return whole ? seconds(timer.end - timer.start) / pagesWireSeconds : failed;
 }
 

@@ -20,10 +20,17 @@ const char* const exitCodes =
     "Exit codes: 0 done, 1 a file could not be read, 2 wrong arguments, 3 the port could not be "
     "opened, 4 no reply, 5 unknown decoder, 6 the data arrived damaged, 7 refused or only partly written. "
     "compare: 0 equal, 1 different, 2 trouble. "
-    "flash: 0 every message was sent, 1 the file is damaged, 4 not one reply came, 7 cut off. "
-    "update: 0 every record was sent, 1 the file is damaged, 4 no reply, and nothing was changed, 5 no KV07, "
-    "KV08 "
-    "or receiver, 7 broken off; after a 7 the decoder's firmware is incomplete.";
+    "flash: 0 the loader accepted every page, 1 the file is damaged, 4 not one reply came, 7 something was "
+    "refused, "
+    "unanswered or cut off: repeat it. "
+    "update: 0 the interface acknowledged every record, 1 the file is damaged, 4 no reply, and nothing was "
+    "changed, "
+    "5 no KV07, KV08 or receiver, 7 declined, not confirmed or broken off: but for a declined question the "
+    "decoder's "
+    "firmware may be incomplete. "
+    "unzip: 0 all was unpacked, 1 there is no such archive, 6 it is damaged, empty or refused, 7 the folder "
+    "could not "
+    "be written; but for a 7 nothing was unpacked.";
 
 const char* const commandHelp =
     "ports      the ports that are there\n"

@@ -3,12 +3,11 @@
 #include "cli/terminal.h"
 #include "firmware/interface_update.h"
 #include "firmware/unpack.h"
-#include "firmware/upload.h"
-#include "link/identification.h"
+#include "firmware/update_checks.h"
+#include "firmware/upload_verdict.h"
 #include "platform/qt_clock.h"
 #include "platform/text_conversion.h"
 #include "platform/zip_archive.h"
-#include "workbench/line_use.h"
 
 namespace karvo
 {
@@ -19,7 +18,7 @@ namespace
 class TerminalUpload : public UploadObserver
 {
 public:
-    explicit TerminalUpload(View& view) : view_(view) {}
+    TerminalUpload(View& view, const LanguageTables& texts) : view_(view), texts_(texts) {}
     ~TerminalUpload() override { view_.showProgress(0, 0); }
     TerminalUpload(const TerminalUpload&) = delete;
     TerminalUpload& operator=(const TerminalUpload&) = delete;
@@ -29,10 +28,15 @@ public:
         view_.showProgress(progress.page == 0 ? 0 : progress.page - 1, progress.pages);
     }
     void showStep(const UploadStep& /*step*/) override {}
+    void showSilence(EraseState /*erase*/) override
+    {
+        view_.showStatus(texts_.caption(Caption::noLoaderReplies));
+    }
     bool stopRequested() override { return false; }
 
 private:
     View& view_;
+    const LanguageTables& texts_;
 };
 
 class TerminalUpdate : public UpdateObserver
@@ -40,6 +44,7 @@ class TerminalUpdate : public UpdateObserver
 public:
     explicit TerminalUpdate(View& view) : view_(view) {}
 
+    void showHeader(const Text& header) override { view_.showStatus(header); }
     void showStart(const Text& text) override { view_.showStatus(text); }
     void showRecords(std::size_t sent, std::size_t total) override { view_.showProgress(sent, total); }
     void showEnd() override { view_.showProgress(0, 0); }
@@ -80,16 +85,13 @@ Text updatePlanText(const LanguageTables& texts, const UpdateFile& file)
     return filledIn(texts.caption(Caption::updatePlan), numbers);
 }
 
-ExitCode exitCodeOf(UploadEnd end)
+ExitCode exitCodeOf(const UploadReport& report)
 {
-    switch (end) {
-    case UploadEnd::sent:
-        return ExitCode::done;
-    case UploadEnd::portRefused:
+    if (report.end == UploadEnd::portRefused)
         return ExitCode::portRefused;
-    default:
-        return ExitCode::notAllWritten;
-    }
+    if (!report.anyReply())
+        return ExitCode::noReply; // there is no loader, or it is not listening
+    return report.isAccepted() ? ExitCode::done : ExitCode::notAllWritten;
 }
 
 ExitCode exitCodeOf(UpdateEnd end)
@@ -111,17 +113,6 @@ ExitCode exitCodeOf(UpdateEnd end)
     }
 }
 
-// An update is refused until the interface has answered once in this run. False when there is no port.
-bool askInterface(Workbench& bench)
-{
-    const LineUse line(bench);
-    Link link = bench.link();
-    if (!EnsurePortOpen(link))
-        return false;
-    askForPresence(link); // the update itself reports a silent interface
-    return true;
-}
-
 } // namespace
 
 ExitCode runFlash(Workbench& bench, const CliArguments& arguments)
@@ -133,15 +124,11 @@ ExitCode runFlash(Workbench& bench, const CliArguments& arguments)
         printLine(stdout, uploadPlanText(bench.state.texts, *image));
         return ExitCode::done;
     }
-    TerminalUpload observer(bench.view);
+    TerminalUpload observer(bench.view, bench.state.texts);
     const auto report = uploadImage(bench, *image, observer);
-    if (report.end == UploadEnd::portRefused)
-        return ExitCode::portRefused;
-    const Text numbers[] = {numberText(report.steps.size()), numberText(report.pagesSent()),
-                            numberText(report.missingReplies())};
-    printLine(stdout, filledIn(bench.state.texts.caption(Caption::uploadSummary), numbers));
-    // Not one word from the loader: there is none, or it is not listening.
-    return report.missingReplies() == report.steps.size() ? ExitCode::noReply : exitCodeOf(report.end);
+    if (!report.steps.empty())
+        printLines(stdout, uploadVerdict(bench.state.texts, report));
+    return exitCodeOf(report);
 }
 
 ExitCode runUpdate(Workbench& bench, const CliArguments& arguments)
@@ -152,10 +139,11 @@ ExitCode runUpdate(Workbench& bench, const CliArguments& arguments)
         if (!file)
             return ExitCode::fileTrouble;
         printLine(stdout, updatePlanText(bench.state.texts, *file));
+        printLine(stdout, updateHeaderText(bench.state.texts, *file));
+        for (const Text& finding : unusualIn(bench.state.texts, *file))
+            printLine(stdout, finding);
         return ExitCode::done;
     }
-    if (!askInterface(bench))
-        return ExitCode::portRefused;
     const QtClock clock;
     TerminalUpdate observer(bench.view);
     return exitCodeOf(
@@ -176,9 +164,8 @@ ExitCode runUnzip(Workbench& bench, const CliArguments& arguments)
         return ExitCode::done;
     case UnzipEnd::notPlaced:
         return ExitCode::notAllWritten;
-    case UnzipEnd::notReadable:
-        return bench.files.exists(toPath(arguments.operands.at(0))) ? ExitCode::damagedData
-                                                                    : ExitCode::fileTrouble;
+    case UnzipEnd::missing:
+        return ExitCode::fileTrouble;
     default:
         return ExitCode::damagedData;
     }

@@ -68,9 +68,14 @@ void printLine(std::FILE* stream, TextView text)
     std::fputs((utf8FromText(text) + "\n").c_str(), stream);
 }
 
+void printLines(std::FILE* stream, const Text& text)
+{
+    printLine(stream, withPlainLineEnds(text));
+}
+
 void TerminalPrompts::message(const Text& text, PromptIcon)
 {
-    printLine(stderr, withPlainLineEnds(text));
+    printLines(stderr, text);
 }
 
 bool TerminalPrompts::question(const Text& text, QuestionKind kind, ProposedAnswer)

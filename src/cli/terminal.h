@@ -71,4 +71,7 @@ private:
 // One line of text and a line end, as UTF-8.
 void printLine(std::FILE* stream, TextView text);
 
+// The same for a text of several lines.
+void printLines(std::FILE* stream, const Text& text);
+
 } // namespace karvo

@@ -59,6 +59,7 @@ void startUnchanged(CvSet& set)
     set.baseline = valuesOf(set.table);
     set.unsavedChanges = false;
     set.acceptedVehicle.reset();
+    set.precedesUpdate = false;
 }
 
 void measureAgainst(CvSet& set, const CvImage& image)

@@ -22,6 +22,7 @@ inline constexpr std::string_view openedListItem = "mnu_open";
 struct CvSet {
     CvTable table;
     std::optional<CvValues> baseline;   // what the table's values are changes of; nothing: no value is marked
+    bool precedesUpdate = false;        // read from a decoder whose firmware has been updated since
     bool unsavedChanges = false;        // values have changed since the set was read, opened or saved
     std::vector<Text> descriptionLines; // as in Description::lines
     int rowCount = 0;

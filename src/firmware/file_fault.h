@@ -8,9 +8,6 @@
 namespace karvo
 {
 
-// No firmware is near that size; a file up to it is read, so that what is wrong with it can be told.
-inline constexpr std::size_t firmwareFileLimit = std::size_t{32} * 1024 * 1024; // bytes
-
 enum class FileFault {
     otherFirstLine, // HEX: not the line with which every image for the boot loader begins
     lineForm,       // HEX: no ":" followed by pairs of hexadecimal digits

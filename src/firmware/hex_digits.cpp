@@ -30,4 +30,17 @@ std::optional<Bytes> bytesFromHex(TextView digits)
     return bytes;
 }
 
+Text hexText(const Bytes& bytes)
+{
+    constexpr TextView digits = u"0123456789ABCDEF";
+    Text text;
+    for (const auto byte : bytes) {
+        if (!text.empty())
+            text += u' ';
+        text += digits[byte / 16U];
+        text += digits[byte % 16U];
+    }
+    return text;
+}
+
 } // namespace karvo

@@ -1,13 +1,15 @@
 #include "firmware/interface_update.h"
 
+#include "firmware/firmware_file.h"
+#include "firmware/hex_digits.h"
 #include "firmware/reply_wait.h"
+#include "firmware/update_checks.h"
+#include "firmware/update_transfer.h"
 #include "link/exchange.h"
 #include "link/identification.h"
 #include "program/path_text.h"
 #include "workbench/line_use.h"
 #include "workbench/recovery.h"
-
-#include <numeric>
 
 namespace karvo
 {
@@ -17,108 +19,19 @@ namespace
 
 using namespace std::chrono_literals;
 
-// The interface's receiver is slow: these are minimums.
-constexpr std::chrono::milliseconds afterFirstByte = 5ms;
-constexpr std::chrono::milliseconds aroundLetters = 10ms;
-constexpr std::chrono::milliseconds beforeRecords = 25ms;
-constexpr std::chrono::milliseconds beforeSum = 50ms;
-
+constexpr std::chrono::milliseconds betweenLetters = 10ms; // a minimum: the interface's receiver is slow
 constexpr std::size_t identificationLength = 2;
 constexpr int receiverCode = 80;
+
+struct ChosenUpdate {
+    std::filesystem::path path;
+    UpdateFile file;
+};
 
 bool isUpdatable(std::optional<int> model)
 {
     return model && (*model == 7 || *model == 8 || *model == receiverCode);
 }
-
-// Ends the transfer from wherever it stands.
-struct Interrupted {
-    UpdateEnd end;
-};
-
-class Transfer
-{
-public:
-    Transfer(Workbench& bench, const UpdateSetup& setup, const UpdateFile& file)
-        : bench_(bench), setup_(setup), file_(file)
-    {
-    }
-
-    UpdateEnd run()
-    {
-        try {
-            return sendAll();
-        } catch (const Interrupted& interrupted) {
-            return interrupted.end;
-        }
-    }
-
-private:
-    UpdateEnd sendAll()
-    {
-        announce();
-        const std::size_t total = file_.records.size();
-        for (std::size_t sent = 0; sent < total;) {
-            sendRecord(file_.records[sent]);
-            ++sent;
-            const bool endsABlock = sent % recordsOfABlock == 0 || sent == total;
-            if (endsABlock)
-                pause(aroundLetters);
-            setup_.observer.showRecords(sent, total);
-            if (endsABlock && sent != total && setup_.observer.stopRequested())
-                return UpdateEnd::stopped;
-        }
-        return close();
-    }
-
-    // Nothing answers the closing block: whether it went out shows only in the port that took it.
-    UpdateEnd close()
-    {
-        if (bench_.port.isOpen())
-            bench_.port.write(closingBlock(setup_.clock.now()));
-        return bench_.port.isOpen() ? UpdateEnd::sent : UpdateEnd::brokenOff;
-    }
-
-    void announce()
-    {
-        pause(beforeRecords);
-        sendAndWait({'A'});
-        sendAndWait(file_.start);
-        const auto command = windows1252FromText(bench_.state.texts.message(Message::updateCommand));
-        sendAndWait(command.value_or(Bytes()));
-    }
-
-    void sendRecord(const UpdateRecord& record)
-    {
-        bench_.port.write({record.front()});
-        pause(afterFirstByte);
-        for (std::size_t i = 1; i < record.size(); ++i)
-            bench_.port.write({record[i]});
-        pause(beforeSum);
-        sendAndWait(recordSum(record));
-    }
-
-    void pause(std::chrono::milliseconds duration)
-    {
-        if (bench_.wait.pause(duration) == WaitResult::ended)
-            throw Interrupted{UpdateEnd::ended};
-    }
-
-    // The reply is not examined.
-    void sendAndWait(const Bytes& bytes)
-    {
-        Link link = bench_.link();
-        link.state.outgoingFrame = bytes;
-        link.port.write(bytes);
-        const auto end = awaitReply(link, 1);
-        if (end != ReplyEnd::replied)
-            throw Interrupted{end == ReplyEnd::ended ? UpdateEnd::ended : UpdateEnd::brokenOff};
-    }
-
-    Workbench& bench_;
-    const UpdateSetup& setup_;
-    const UpdateFile& file_;
-};
 
 UpdateEnd reportNoReply(Workbench& bench)
 {
@@ -137,10 +50,30 @@ std::optional<UpdateEnd> openPort(Workbench& bench)
         return std::nullopt;
     const Text text = Text(lineBreak) + Text(lineBreak) + error->description +
                       bench.state.texts.message(Message::updateNotStartedQuestion);
-    if (bench.prompts.question(withUnsavedWork(bench.state, text)))
-        return UpdateEnd::portRefused;
-    bench.prompts.endProgram();
-    return UpdateEnd::ended;
+    if (!bench.prompts.question(withUnsavedWork(bench.state, text)))
+        bench.prompts.endProgram();
+    return UpdateEnd::portRefused;
+}
+
+// An interface that has not been asked in this run is asked once: behind an update that broke off it may
+// answer while the decoder cannot be read. Nothing when it has answered.
+std::optional<UpdateEnd> findInterface(Workbench& bench)
+{
+    if (bench.state.link.interfaceAnswered)
+        return std::nullopt;
+    if (const auto end = openPort(bench))
+        return *end;
+    Link link = bench.link();
+    const auto asked = askForPresence(link);
+    if (asked == ExchangeEnd::replied)
+        return std::nullopt;
+    if (asked == ExchangeEnd::ended)
+        return UpdateEnd::ended;
+    bench.port.close();
+    const LanguageTables& texts = bench.state.texts;
+    bench.prompts.message(texts.message(Message::interfaceSilent1) + Text(lineBreak) +
+                          texts.message(Message::interfaceSilent2));
+    return UpdateEnd::notAnswered;
 }
 
 std::optional<UpdateEnd> awaitReplyOrReport(Workbench& bench, std::size_t count)
@@ -156,31 +89,50 @@ std::optional<UpdateEnd> awaitReplyOrReport(Workbench& bench, std::size_t count)
     }
 }
 
-std::optional<UpdateEnd> askModel(Workbench& bench)
+// The decoder's type code, or why it can not be updated.
+std::variant<int, UpdateEnd> askModel(Workbench& bench)
 {
     LinkState& state = bench.state.link;
     bench.port.readAll(); // what is left of an exchange before
     state.outgoingFrame = {'%'};
     bench.port.write(state.outgoingFrame);
     if (const auto end = awaitReplyOrReport(bench, identificationLength))
-        return end;
-    if (!isUpdatable(typeCodeOf(state.lastReply, ReadOnlyReceiver::refused))) {
-        bench.prompts.message(bench.state.texts.message(Message::modelNotUpdatable));
-        return UpdateEnd::wrongModel;
-    }
-    return std::nullopt;
+        return *end;
+    const auto model = typeCodeOf(state.lastReply, ReadOnlyReceiver::refused);
+    if (isUpdatable(model))
+        return *model;
+    bench.prompts.message(bench.state.texts.message(Message::modelNotUpdatable));
+    return UpdateEnd::wrongModel;
+}
+
+// All that is unusual stands in one question.
+bool mayBeSent(Workbench& bench, const ChosenUpdate& update, int model)
+{
+    const LanguageTables& texts = bench.state.texts;
+    auto findings = otherModelsIn(texts, update.file, update.path, model);
+    for (Text& finding : unusualIn(texts, update.file))
+        findings.push_back(std::move(finding));
+    if (findings.empty())
+        return true;
+    Text question = updateHeaderText(texts, update.file) + Text(lineBreak);
+    for (const Text& finding : findings)
+        question += finding + Text(lineBreak);
+    return bench.prompts.question(question + texts.message(Message::updateFindingsQuestion));
 }
 
 // Sends the letters that call the interface's update mode.
-std::optional<UpdateEnd> callUpdateMode(Workbench& bench)
+std::optional<UpdateEnd> callUpdateMode(Workbench& bench, UpdateVerdict& verdict)
 {
     bench.state.link.lastReply.clear();
     breakLineRun(bench.state.link);
     bench.port.write({'B'});
-    if (bench.wait.pause(aroundLetters) == WaitResult::ended)
+    if (bench.wait.pause(betweenLetters) == WaitResult::ended)
         return UpdateEnd::ended;
     bench.port.write({'O'});
-    return awaitReplyOrReport(bench, 1);
+    if (const auto end = awaitReplyOrReport(bench, 1))
+        return *end;
+    verdict.note(0, bench.state.link.lastReply);
+    return std::nullopt;
 }
 
 Text runningText(const LanguageTables& texts)
@@ -192,22 +144,64 @@ Text runningText(const LanguageTables& texts)
     return text;
 }
 
-UpdateEnd transfer(Workbench& bench, const UpdateSetup& setup, const UpdateFile& file)
+Text notConfirmedText(const LanguageTables& texts, const UpdateVerdict& verdict)
+{
+    const auto number = [](std::size_t value) { return textFromNumber(static_cast<long long>(value)); };
+    const Text where = verdict.firstRefused() == 0
+                           ? texts.caption(Caption::updateCallName)
+                           : texts.caption(Caption::updateRecordName, {number(verdict.firstRefused())});
+    return texts.message(Message::updateNotConfirmed,
+                         {where, hexText(verdict.firstRefusal()), number(verdict.refusals())});
+}
+
+// What a list shows that was read from the decoder is what it held before.
+void markListStale(Workbench& bench)
+{
+    CvSet& set = bench.state.set;
+    if (set.isEmpty() || set.isOffline())
+        return;
+    set.precedesUpdate = true;
+    bench.view.listChanged();
+}
+
+void tellEnd(Workbench& bench, UpdateEnd end, std::size_t records, const UpdateVerdict& verdict)
+{
+    const LanguageTables& texts = bench.state.texts;
+    switch (end) {
+    case UpdateEnd::brokenOff:
+        bench.prompts.message(withUnsavedWork(bench.state, texts.message(Message::updateBrokenOff)),
+                              PromptIcon::stop);
+        bench.prompts.endProgram();
+        break;
+    case UpdateEnd::stopped:
+        bench.prompts.message(texts.message(Message::updateStopped), PromptIcon::warning);
+        break;
+    case UpdateEnd::notConfirmed:
+        markListStale(bench);
+        bench.view.showStatus(texts.caption(Caption::updateUnconfirmed));
+        bench.prompts.message(notConfirmedText(texts, verdict), PromptIcon::warning);
+        break;
+    case UpdateEnd::sent:
+        markListStale(bench);
+        bench.view.showStatus(
+            texts.caption(Caption::updateAcknowledged, {textFromNumber(static_cast<long long>(records))}));
+        break;
+    default:
+        break;
+    }
+}
+
+UpdateEnd transfer(Workbench& bench, const UpdateSetup& setup, const UpdateFile& file, UpdateVerdict& verdict)
 {
     setup.observer.showStart(runningText(bench.state.texts));
     setup.observer.showRecords(0, file.records.size());
-    const auto end = Transfer(bench, setup, file).run();
+    const auto end = sendUpdate(bench, setup, file, verdict);
     setup.observer.showEnd();
-    if (end == UpdateEnd::brokenOff) {
-        const Text text = bench.state.texts.message(Message::updateBrokenOff);
-        bench.prompts.message(withUnsavedWork(bench.state, text), PromptIcon::stop);
-        bench.prompts.endProgram();
-    } else if (end == UpdateEnd::sent)
-        bench.view.showStatus(bench.state.texts.caption(Caption::updateSent));
+    tellEnd(bench, end, file.records.size(), verdict);
     return end;
 }
 
-std::optional<UpdateFile> chooseUpdateFile(Workbench& bench, const UpdateSetup& setup)
+std::optional<ChosenUpdate> chooseUpdateFile(Workbench& bench, const UpdateSetup& setup)
 {
     const auto path = setup.chooseFile();
     if (!path || path->filename() == proposedUpdate) {
@@ -215,7 +209,29 @@ std::optional<UpdateFile> chooseUpdateFile(Workbench& bench, const UpdateSetup& 
         return std::nullopt;
     }
     setup.showFile(*path);
-    return readUpdateFile(bench, *path);
+    auto file = readUpdateFile(bench, *path);
+    return file ? std::optional<ChosenUpdate>({*path, std::move(*file)}) : std::nullopt;
+}
+
+// Up to here nothing has changed in the decoder.
+UpdateEnd sendChosen(Workbench& bench, const UpdateSetup& setup, const ChosenUpdate& update)
+{
+    if (const auto end = openPort(bench))
+        return *end;
+    const auto model = askModel(bench);
+    if (const auto* const end = std::get_if<UpdateEnd>(&model))
+        return *end;
+    setup.observer.showHeader(updateHeaderText(bench.state.texts, update.file));
+    if (!mayBeSent(bench, update, std::get<int>(model)))
+        return UpdateEnd::declined;
+    if (setup.observer.stopRequested()) {
+        bench.prompts.message(bench.state.texts.message(Message::updateStoppedBefore));
+        return UpdateEnd::stopped;
+    }
+    UpdateVerdict verdict;
+    if (const auto end = callUpdateMode(bench, verdict))
+        return *end;
+    return transfer(bench, setup, update.file, verdict);
 }
 
 } // namespace
@@ -232,16 +248,12 @@ std::optional<std::filesystem::path> chooseUpdate(Workbench& bench, const std::f
 
 std::optional<UpdateFile> readUpdateFile(Workbench& bench, const std::filesystem::path& path)
 {
-    const LanguageTables& texts = bench.state.texts;
-    const auto content = bench.files.readWhole(path, firmwareFileLimit);
-    if (!content) {
-        bench.prompts.message(texts.message(Message::cannotOpenFile) + u" " + pathText(path) + u" " +
-                              texts.message(Message::cannotOpenFileAdvice));
+    const auto content = readFirmwareFile(bench, path);
+    if (!content)
         return std::nullopt;
-    }
     auto parsed = parseUpdateFile(*content);
     if (const auto* const refusal = std::get_if<FileRefusal>(&parsed)) {
-        bench.prompts.message(refusalText(texts, path, *refusal));
+        bench.prompts.message(refusalText(bench.state.texts, path, *refusal));
         return std::nullopt;
     }
     return std::move(std::get<UpdateFile>(parsed));
@@ -252,36 +264,10 @@ UpdateEnd updateThroughInterface(Workbench& bench, const UpdateSetup& setup)
     const LineUse line(bench, LineTask::lasting);
     if (!line.isGranted())
         return UpdateEnd::lineBusy;
-    const LanguageTables& texts = bench.state.texts;
-    if (!bench.state.link.interfaceAnswered) {
-        bench.prompts.message(texts.message(Message::interfaceSilent1) + Text(lineBreak) +
-                              texts.message(Message::interfaceSilent2));
-        return UpdateEnd::notAnswered;
-    }
-    const auto file = chooseUpdateFile(bench, setup);
-    if (!file)
-        return UpdateEnd::noFile;
-    if (const auto end = openPort(bench))
+    if (const auto end = findInterface(bench))
         return *end;
-    if (const auto end = askModel(bench))
-        return *end;
-    if (setup.observer.stopRequested())
-        return UpdateEnd::stopped; // nothing has changed in the decoder yet
-    if (const auto end = callUpdateMode(bench))
-        return *end;
-    return transfer(bench, setup, *file);
-}
-
-Bytes closingBlock(const DateTime& date)
-{
-    const auto byte = [](int number) { return static_cast<std::uint8_t>(number); };
-    return {'X', 'F', '0', '1', byte(date.year - 2000), byte(date.month), byte(date.day), 'C', 'I'};
-}
-
-Bytes recordSum(const UpdateRecord& record)
-{
-    const unsigned sum = std::accumulate(record.begin(), record.end(), 0U);
-    return {static_cast<std::uint8_t>(sum / 256), static_cast<std::uint8_t>(sum % 256)};
+    const auto update = chooseUpdateFile(bench, setup);
+    return update ? sendChosen(bench, setup, *update) : UpdateEnd::noFile;
 }
 
 } // namespace karvo

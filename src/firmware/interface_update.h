@@ -17,6 +17,8 @@ class UpdateObserver
 public:
     virtual ~UpdateObserver() = default;
 
+    // Before anything of an update is sent: what the file says of itself.
+    virtual void showHeader(const Text& header) = 0;
     // From here to showEnd() records are being sent.
     virtual void showStart(const Text& text) = 0;
     // After each record; after the last of a block behind its pause.
@@ -29,16 +31,18 @@ public:
 };
 
 enum class UpdateEnd {
-    sent,
-    notAnswered, // the interface has not answered in this run; reported, as all that follows
-    noFile,      // none chosen, or it is damaged
-    portRefused, // the person goes on with the program
-    noReply,     // to "%" or to the letters
-    wrongModel,  // no KV07, KV08 or receiver
-    brokenOff,   // the interface fell silent; the program ends
-    stopped,     // by the person
-    lineBusy,    // another operation has the line
-    ended        // the program is being closed
+    sent,         // and every reply acknowledged it
+    notConfirmed, // sent whole, but some reply was no acknowledgement; reported, as all that follows
+    notAnswered,  // the interface has not answered in this run
+    noFile,       // none chosen, or it is damaged
+    portRefused,  // the person goes on with the program, or ends it
+    noReply,      // to "%" or to the letters
+    wrongModel,   // no KV07, KV08 or receiver
+    declined,     // the person does not want to send this file
+    brokenOff,    // the interface fell silent; the program ends
+    stopped,      // by the person
+    lineBusy,     // another operation has the line
+    ended         // the program is being closed
 };
 
 struct UpdateSetup {
@@ -48,6 +52,10 @@ struct UpdateSetup {
     UpdateObserver& observer;
 };
 
+// Asks whether the interface is there where it has not answered in this run, then for the file and the
+// decoder's model, and about all that is unusual in the file. What is sent and in which order does not depend
+// on a reply; that each one acknowledged decides what is told at the end. The list on the bench counts as
+// stale then.
 UpdateEnd updateThroughInterface(Workbench& bench, const UpdateSetup& setup);
 
 // Asks for the update file to send.

@@ -16,64 +16,85 @@ constexpr std::size_t mostHeaderItems = 6;
 constexpr std::size_t startBytes = 2;
 constexpr std::size_t prefixLength = 5;
 
-// Reads the header items; the position of the first record line, or what is wrong.
-std::variant<std::size_t, FileRefusal> readHeader(const std::vector<Text>& lines, UpdateFile& file)
+// One line of the header, whose items are parted by commas. True when it ends the header.
+std::variant<bool, FileFault> readHeaderLine(TextView text, int line, UpdateFile& file)
 {
-    for (std::size_t i = 0; i < lines.size(); ++i) {
-        const int line = static_cast<int>(i) + 1;
-        for (std::size_t start = 0; start <= lines[i].size();) {
-            const auto comma = std::min(lines[i].find(u',', start), lines[i].size());
-            const auto item = trimmed(TextView(lines[i]).substr(start, comma - start));
-            if (item == headerEnd) {
-                if (comma != lines[i].size())
-                    return FileRefusal{FileFault::recordForm, line}; // records begin on a line of their own
-                return i + 1;
-            }
-            if (file.header.size() == mostHeaderItems)
-                return FileRefusal{FileFault::headerTooLong, line};
-            file.header.emplace_back(item);
-            start = comma + 1;
+    for (std::size_t start = 0; start <= text.size();) {
+        const auto comma = std::min(text.find(u',', start), text.size());
+        const auto item = trimmed(text.substr(start, comma - start));
+        if (item == headerEnd) {
+            if (comma != text.size())
+                return FileFault::recordForm; // records begin on a line of their own
+            return true;
         }
+        if (file.header.size() == mostHeaderItems)
+            return FileFault::headerTooLong;
+        file.header.push_back({Text(item), line});
+        start = comma + 1;
     }
-    return FileRefusal{FileFault::headerOpen, static_cast<int>(std::max<std::size_t>(lines.size(), 1))};
+    return false;
 }
 
-std::variant<UpdateRecord, FileFault> recordOf(TextView line)
+std::optional<FileRefusal> readHeader(LineReader& reader, UpdateFile& file)
+{
+    while (const auto text = reader.next()) {
+        const auto isEnd = readHeaderLine(*text, reader.number(), file);
+        if (const auto* const fault = std::get_if<FileFault>(&isEnd))
+            return FileRefusal{*fault, reader.number()};
+        if (std::get<bool>(isEnd))
+            return std::nullopt;
+    }
+    return FileRefusal{FileFault::headerOpen, std::max(reader.number(), 1)};
+}
+
+std::variant<Bytes, FileFault> recordOf(TextView line)
 {
     if (line.size() <= prefixLength)
         return FileFault::recordForm;
-    const auto bytes = bytesFromHex(line.substr(prefixLength));
+    auto bytes = bytesFromHex(line.substr(prefixLength));
     if (!bytes)
         return FileFault::recordForm;
     if (bytes->size() > updateRecordSize)
         return FileFault::recordTooLong;
-    UpdateRecord record;
-    record.fill(0xFF);
-    std::copy(bytes->begin(), bytes->end(), record.begin());
-    return record;
+    return std::move(*bytes);
+}
+
+std::optional<FileRefusal> readRecords(LineReader& reader, UpdateFile& file)
+{
+    file.firstRecordLine = reader.number() + 1;
+    while (const auto text = reader.next()) {
+        const auto bytes = recordOf(*text);
+        if (const auto* const fault = std::get_if<FileFault>(&bytes))
+            return FileRefusal{*fault, reader.number()};
+        const auto& data = std::get<Bytes>(bytes);
+        UpdateRecord& record = file.records.emplace_back();
+        record.fill(0xFF);
+        std::copy(data.begin(), data.end(), record.begin());
+        if (data.size() < updateRecordSize)
+            file.shortLines.push_back(reader.number());
+    }
+    if (file.records.empty())
+        return FileRefusal{FileFault::noData, reader.number()};
+    if (!file.shortLines.empty() && file.shortLines.back() == reader.number())
+        file.shortLines.pop_back();
+    return std::nullopt;
 }
 
 } // namespace
 
 std::variant<UpdateFile, FileRefusal> parseUpdateFile(std::span<const std::uint8_t> content)
 {
-    const auto lines = linesOf(content);
+    LineReader reader(content);
     UpdateFile file;
-    const auto header = readHeader(lines, file);
-    if (const auto* const refusal = std::get_if<FileRefusal>(&header))
+    if (const auto refusal = readHeader(reader, file))
         return *refusal;
-    const auto start = file.header.empty() ? std::nullopt : bytesFromHex(file.header.front());
+    const auto start = file.header.empty() ? std::nullopt : bytesFromHex(file.header.front().text);
     if (!start || start->size() != startBytes)
         return FileRefusal{FileFault::headerStart, 1};
     file.start = *start;
-    for (std::size_t i = std::get<std::size_t>(header); i < lines.size(); ++i) {
-        const auto record = recordOf(lines[i]);
-        if (const auto* const fault = std::get_if<FileFault>(&record))
-            return FileRefusal{*fault, static_cast<int>(i) + 1};
-        file.records.push_back(std::get<UpdateRecord>(record));
-    }
-    if (file.records.empty())
-        return FileRefusal{FileFault::noData, static_cast<int>(lines.size())};
+    if (const auto refusal = readRecords(reader, file))
+        return *refusal;
+    file.lineEndMissing = content.back() != '\n';
     return file;
 }
 

@@ -1,9 +1,9 @@
 #include "firmware/upload.h"
 
+#include "firmware/firmware_file.h"
 #include "firmware/reply_wait.h"
 #include "firmware/stk500.h"
 #include "link/exchange.h"
-#include "program/path_text.h"
 #include "workbench/line_use.h"
 
 #include <algorithm>
@@ -23,8 +23,8 @@ constexpr TextView notChosen = u"*.kvr"; // to the letter, though a HEX file is 
 // the repetitions, that the boot loaders have always been asked in.
 constexpr std::uint8_t parameters[] = {0x9A, 0x90, 0x91, 0x92, 0x9A, 0x98, 0x90, 0x9A, 0x90, 0x9F};
 
-// What each message is answered with, in bytes. The answer to a chip erase is shorter than that: its wait
-// always lasts the whole time-out.
+// With how many bytes each wait ends. The answer to a chip erase is shorter than that: its wait always lasts
+// the whole time-out.
 constexpr std::size_t signOnReply = 17;
 constexpr std::size_t parameterReply = 9;
 constexpr std::size_t shortReply = 8;
@@ -37,15 +37,20 @@ public:
     {
         messages.push_back({phase, build(++sequence_), expectedReply});
     }
+    // What a loader may answer with an error, or not at all, and be sound all the same.
+    void addRemark(UploadPhase phase, std::size_t expectedReply, Bytes (*build)(unsigned))
+    {
+        messages.push_back({phase, build(++sequence_), expectedReply, false});
+    }
     void addParameter(std::uint8_t parameter)
     {
         messages.push_back(
-            {UploadPhase::parameters, stk500::getParameter(++sequence_, parameter), parameterReply});
+            {UploadPhase::parameters, stk500::getParameter(++sequence_, parameter), parameterReply, false});
     }
     void addLeave(UploadPhase phase)
     {
         messages.push_back(
-            {phase, stk500::leaveProgrammingMode(++sequence_, stk500::controllerInit), shortReply});
+            {phase, stk500::leaveProgrammingMode(++sequence_, stk500::controllerInit), shortReply, false});
     }
     void addPage(const FlashPage& page)
     {
@@ -58,63 +63,92 @@ private:
     unsigned sequence_ = 0;
 };
 
-Text hexText(const Bytes& bytes)
+// Tells the observer once of each time that the loader falls silent.
+class SilenceWatch
 {
-    constexpr TextView digits = u"0123456789ABCDEF";
-    Text text;
-    for (const auto byte : bytes) {
-        if (!text.empty())
-            text += u' ';
-        text += digits[byte / 16U];
-        text += digits[byte % 16U];
+public:
+    void note(const UploadReport& report, UploadObserver& observer)
+    {
+        constexpr int worthTelling = 3; // messages
+        silent_ = report.steps.back().reply.empty() ? silent_ + 1 : 0;
+        if (silent_ == worthTelling)
+            observer.showSilence(report.erase());
     }
-    return text;
-}
+
+private:
+    int silent_ = 0;
+};
 
 // A missing reply only costs its time.
-ReplyEnd sendMessage(Link& link, const PlannedMessage& message, UploadReport& report)
+ReplyEnd sendMessage(Link& link, const PlannedMessage& message)
 {
     link.state.lastReply.clear();
     link.state.outgoingFrame = message.bytes;
     link.port.write(link.state.outgoingFrame);
-    const auto end = awaitReply(link, message.expectedReply);
-    report.steps.push_back({message.phase, message.bytes, message.expectedReply, link.state.lastReply});
-    return end;
+    return awaitReply(link, message.expectedReply);
+}
+
+void noteReply(UploadReport& report, ReplyJudge& judge, const PlannedMessage& message, const Bytes& reply)
+{
+    judge.take(message.bytes, reply);
+    report.steps.push_back({message, reply, ReplyVerdict::missing});
+    for (std::size_t i = 0; i < report.steps.size(); ++i)
+        report.steps[i].verdict = judge.verdicts()[i];
 }
 
 UploadEnd sendPlan(Link& link, const std::vector<PlannedMessage>& plan, UploadReport& report,
                    UploadObserver& observer)
 {
-    const auto isPage = [](const PlannedMessage& message) { return message.phase == UploadPhase::pages; };
-    const auto pages = static_cast<std::size_t>(std::count_if(plan.begin(), plan.end(), isPage));
+    ReplyJudge judge;
+    SilenceWatch silence;
     std::size_t page = 0;
     for (const PlannedMessage& message : plan) {
         if (!report.steps.empty() && observer.stopRequested())
             return UploadEnd::stopped;
-        page += isPage(message) ? 1U : 0U;
-        observer.showUpload({message.phase, page, pages});
-        const auto end = sendMessage(link, message, report);
+        page += message.phase == UploadPhase::pages ? 1U : 0U;
+        observer.showUpload({message.phase, page, report.pages});
+        const auto end = sendMessage(link, message);
+        noteReply(report, judge, message, link.state.lastReply);
         observer.showStep(report.steps.back());
         if (end == ReplyEnd::ended)
             return UploadEnd::ended;
         if (end == ReplyEnd::lineLost)
             return UploadEnd::lineLost;
+        silence.note(report, observer);
     }
     return UploadEnd::sent;
 }
 
 } // namespace
 
-std::size_t UploadReport::pagesSent() const
+std::size_t UploadReport::pagesAccepted() const
 {
-    return static_cast<std::size_t>(std::count_if(
-        steps.begin(), steps.end(), [](const UploadStep& step) { return step.phase == UploadPhase::pages; }));
+    return static_cast<std::size_t>(std::count_if(steps.begin(), steps.end(), [](const UploadStep& step) {
+        return step.isPage() && step.isAccepted();
+    }));
 }
 
-std::size_t UploadReport::missingReplies() const
+bool UploadReport::anyReply() const
 {
-    return static_cast<std::size_t>(
-        std::count_if(steps.begin(), steps.end(), [](const UploadStep& step) { return step.isMissing(); }));
+    return std::any_of(steps.begin(), steps.end(),
+                       [](const UploadStep& step) { return !step.reply.empty(); });
+}
+
+EraseState UploadReport::erase() const
+{
+    const auto sent = std::find_if(steps.begin(), steps.end(), [](const UploadStep& step) {
+        return step.message.phase == UploadPhase::erase;
+    });
+    if (sent == steps.end())
+        return EraseState::untouched;
+    return sent->isAccepted() ? EraseState::erased : EraseState::mayBeErased;
+}
+
+bool UploadReport::isAccepted() const
+{
+    return end == UploadEnd::sent && std::all_of(steps.begin(), steps.end(), [](const UploadStep& step) {
+               return !step.message.countsForVerdict || step.isAccepted();
+           });
 }
 
 std::vector<PlannedMessage> uploadPlan(const HexImage& image)
@@ -123,14 +157,14 @@ std::vector<PlannedMessage> uploadPlan(const HexImage& image)
     plan.add(UploadPhase::signOn, signOnReply, stk500::signOn);
     for (const auto parameter : parameters)
         plan.addParameter(parameter);
-    plan.add(UploadPhase::settings, shortReply, stk500::setResetPolarity);
-    plan.add(UploadPhase::settings, shortReply, stk500::setControllerInit);
+    plan.addRemark(UploadPhase::settings, shortReply, stk500::setResetPolarity);
+    plan.addRemark(UploadPhase::settings, shortReply, stk500::setControllerInit);
     plan.add(UploadPhase::settings, shortReply, stk500::enterProgrammingMode);
-    plan.add(UploadPhase::fuses, dataReply, stk500::readLockBits);
-    plan.add(UploadPhase::fuses, dataReply, stk500::readLowFuse);
-    plan.add(UploadPhase::fuses, dataReply, stk500::readHighFuse);
+    plan.addRemark(UploadPhase::fuses, dataReply, stk500::readLockBits);
+    plan.addRemark(UploadPhase::fuses, dataReply, stk500::readLowFuse);
+    plan.addRemark(UploadPhase::fuses, dataReply, stk500::readHighFuse);
     plan.addLeave(UploadPhase::fuses);
-    plan.add(UploadPhase::fuses, dataReply, stk500::readExtendedFuse);
+    plan.addRemark(UploadPhase::fuses, dataReply, stk500::readExtendedFuse);
     plan.add(UploadPhase::erase, dataReply, stk500::chipErase);
     plan.addLeave(UploadPhase::erase);
     for (const FlashPage& page : image.pages())
@@ -155,12 +189,9 @@ std::optional<std::filesystem::path> chooseImage(Workbench& bench, const std::fi
 std::optional<HexImage> readHexFile(Workbench& bench, const std::filesystem::path& path)
 {
     const LanguageTables& texts = bench.state.texts;
-    const auto content = bench.files.readWhole(path, firmwareFileLimit);
-    if (!content) {
-        bench.prompts.message(texts.message(Message::cannotOpenFile) + u" " + pathText(path) + u" " +
-                              texts.message(Message::cannotOpenFileAdvice));
+    const auto content = readFirmwareFile(bench, path);
+    if (!content)
         return std::nullopt;
-    }
     auto parsed = parseHexImage(*content);
     if (auto* const image = std::get_if<HexImage>(&parsed))
         return std::move(*image);
@@ -180,19 +211,11 @@ UploadReport uploadImage(Workbench& bench, const HexImage& image, UploadObserver
     Link link = bench.link();
     if (!openWith(link, bootLoaderLine))
         return {UploadEnd::portRefused, {}};
-    UploadReport report{UploadEnd::sent, {}};
+    UploadReport report{UploadEnd::sent, {}, image.pages().size()};
     report.end = sendPlan(link, uploadPlan(image), report, observer);
     if (report.end == UploadEnd::lineLost)
         bench.prompts.message(bench.state.texts.message(Message::lineLostInTransfer), PromptIcon::stop);
     return report;
-}
-
-Text uploadLog(const LanguageTables& texts, const UploadStep& step)
-{
-    Text log = u"> " + hexText(step.sent) + Text(lineBreak) + u"< " + hexText(step.reply);
-    if (step.isMissing())
-        log += (step.reply.empty() ? u"(" : u" (") + texts.caption(Caption::replyMissing) + u")";
-    return log;
 }
 
 } // namespace karvo

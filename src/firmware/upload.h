@@ -2,6 +2,7 @@
 #pragma once
 
 #include "firmware/hex_image.h"
+#include "firmware/reply_judge.h"
 #include "workbench/workbench.h"
 
 #include <vector>
@@ -11,15 +12,21 @@ namespace karvo
 
 enum class UploadPhase { signOn, parameters, settings, fuses, erase, pages };
 
+struct PlannedMessage {
+    UploadPhase phase;
+    Bytes bytes;
+    std::size_t expectedReply;    // bytes that end the wait
+    bool countsForVerdict = true; // else a reply is a remark in the log, no more
+};
+
 // One message of the upload and what came back.
 struct UploadStep {
-    UploadPhase phase;
-    Bytes sent;
-    std::size_t expected = 0; // bytes
+    PlannedMessage message;
     Bytes reply;
+    ReplyVerdict verdict;
 
-    // The loader's words are not examined; only too few bytes are a miss.
-    bool isMissing() const { return reply.size() < expected; }
+    bool isPage() const { return message.phase == UploadPhase::pages; }
+    bool isAccepted() const { return verdict == ReplyVerdict::accepted; }
 };
 
 struct UploadProgress {
@@ -27,6 +34,9 @@ struct UploadProgress {
     std::size_t page;  // being written, from 1; 0 before the first
     std::size_t pages; // in all
 };
+
+// What is known of the decoder's old firmware.
+enum class EraseState { untouched, mayBeErased, erased };
 
 // Whoever watches an upload.
 class UploadObserver
@@ -40,12 +50,15 @@ public:
     // After each message, with what came back.
     virtual void showStep(const UploadStep& step) = 0;
 
+    // Three messages in a row are without a single byte of reply. The upload goes on.
+    virtual void showSilence(EraseState erase) = 0;
+
     // Asked before each message but the first: true ends the upload.
     virtual bool stopRequested() = 0;
 };
 
 enum class UploadEnd {
-    sent,        // every message; replies may be missing
+    sent,        // every message; what the replies say of them stands in the report
     stopped,     // by the person
     lineLost,    // the port went away; reported
     portRefused, // reported; the program ends
@@ -56,14 +69,14 @@ enum class UploadEnd {
 struct UploadReport {
     UploadEnd end;
     std::vector<UploadStep> steps; // what was sent, in order
-    std::size_t pagesSent() const;
-    std::size_t missingReplies() const;
-};
+    std::size_t pages = 0;         // of the image
 
-struct PlannedMessage {
-    UploadPhase phase;
-    Bytes bytes;
-    std::size_t expectedReply; // bytes
+    std::size_t pagesAccepted() const;
+    bool anyReply() const; // a single byte is enough
+    EraseState erase() const;
+
+    // Everything was sent, and every reply that counts says that it was taken.
+    bool isAccepted() const;
 };
 
 // Every message of an upload, in order; sequence numbers count from 1.
@@ -78,8 +91,5 @@ std::optional<HexImage> readHexFile(Workbench& bench, const std::filesystem::pat
 // Sends the whole plan at 115200 baud, each message once, and goes on whatever the reply was. Afterwards the
 // port stays open; the next exchange with the interface opens it anew.
 UploadReport uploadImage(Workbench& bench, const HexImage& image, UploadObserver& observer);
-
-// Two lines, without a line end behind them: the bytes of the message, and those of the reply.
-Text uploadLog(const LanguageTables& texts, const UploadStep& step);
 
 } // namespace karvo

@@ -20,4 +20,14 @@ Text LanguageTables::caption(Caption number) const
     return text.substr(0, text.find(u'\t'));
 }
 
+Text LanguageTables::message(Message number, std::initializer_list<Text> words) const
+{
+    return filledIn(message(number), {words.begin(), words.size()});
+}
+
+Text LanguageTables::caption(Caption number, std::initializer_list<Text> words) const
+{
+    return filledIn(caption(number), {words.begin(), words.size()});
+}
+
 } // namespace karvo

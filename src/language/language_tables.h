@@ -6,6 +6,7 @@
 #include "program/text.h"
 
 #include <array>
+#include <initializer_list>
 
 namespace karvo
 {
@@ -29,6 +30,10 @@ struct LanguageTables {
 
     // The caption up to its first tab.
     Text caption(Caption number) const;
+
+    // The same with "{1}", "{2}" and so on filled in.
+    Text message(Message number, std::initializer_list<Text> words) const;
+    Text caption(Caption number, std::initializer_list<Text> words) const;
 };
 
 } // namespace karvo

@@ -202,6 +202,15 @@ enum class Message {
     archiveTooLarge = 865,
     archiveNotPlaced = 866,
     downloadNameRefused = 867,
+    firmwareFileTooLarge = 854, // {1}: the path, {2}: megabytes
+    noLoaderQuestion = 855,
+    loaderSilentQuestion = 856,
+    updateFindingsQuestion = 857,
+    updateNotConfirmed = 858,
+    updateStopped = 868,
+    updateStoppedBefore = 869,
+    archiveEmpty = 870, // {1}: the path
+    archiveMissing = 871, // {1}: the path
 };
 
 // Entries of the control-caption table.
@@ -498,7 +507,6 @@ enum class Caption {
     phaseFuses = 624,
     phaseErase = 625,
     phasePages = 626,
-    uploadSummary = 627,
     uploadStopped = 628,
     timeLeft = 629,
     uploadLog = 630,
@@ -506,7 +514,6 @@ enum class Caption {
     replyMissing = 632,
     transferProgress = 633,
     updateTitle = 634,
-    updateSent = 635,
     hexFiles = 636,
     updateFiles = 637,
     zipFiles = 638,
@@ -518,6 +525,38 @@ enum class Caption {
     downloadTitle = 644,
     downloadRunning = 645,
     unzipRunning = 646,
+    uploadAccepted = 647, // {1}: pages
+    uploadNothingAnswered = 648,
+    uploadNotConfirmed = 649, // {1}: a list such as "page 4 (refused)
+    uploadRepeat = 650,
+    memoryUntouched = 651,
+    memoryErased = 652,
+    memoryMayBeErased = 653,
+    pagesAccepted = 654,
+    messageSignOn = 655,
+    messageProgramming = 656,
+    messageErase = 657,
+    messagePage = 658, // {1}: its number
+    replyDamaged = 660,
+    replyRefused = 661,
+    andMore = 662, // {1}: how many more
+    noLoaderReplies = 663,
+    updateHeader = 664, // {1}: the items of the file's header
+    findingHeaderModel = 665,
+    findingNameModel = 666, // {1}: a model, {2}: the model of the decoder
+    findingShortRecord = 667, // {1}: the line of the file
+    findingOpenEnd = 668, // {1}: the line of the file
+    findingManyRecords = 669, // {1}: the line of the file, {2}: how many data lines
+    updateAcknowledged = 670, // {1}: data lines
+    updateRecordName = 671, // {1}: its number
+    updateCallName = 672,
+    modelReceiver = 673,
+    updateUnconfirmed = 674,
+    staleList = 675,
+    readAnew = 676,
+    downloadPlace = 677, // {1}: the path
+    openFolder = 678,
+    unpackNow = 679,
     okButton = 700,
     cancelButton = 701,
     yesButton = 702,

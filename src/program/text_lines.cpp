@@ -29,6 +29,21 @@ bool isUtf8BeyondAscii(std::span<const std::uint8_t> content)
     return !ascii && isUtf8(asNarrow(content));
 }
 
+std::span<const std::uint8_t> withoutMark(std::span<const std::uint8_t> content)
+{
+    return startsWithUtf8Mark(content) ? content.subspan(utf8Mark.size()) : content;
+}
+
+// Takes the first line off, its line end included.
+std::span<const std::uint8_t> cutLine(std::span<const std::uint8_t>& content)
+{
+    const auto lineFeed = std::find(content.begin(), content.end(), std::uint8_t{'\n'});
+    const auto line =
+        content.first(std::min(content.size(), static_cast<std::size_t>(lineFeed - content.begin()) + 1));
+    content = content.subspan(line.size());
+    return line;
+}
+
 Text decodedLine(std::span<const std::uint8_t> line)
 {
     return isUtf8BeyondAscii(line) ? textFromUtf8(asNarrow(line)) : textFromWindows1252(line);
@@ -38,29 +53,36 @@ Text decodedLine(std::span<const std::uint8_t> line)
 
 Text decodedTextFile(std::span<const std::uint8_t> content)
 {
-    if (startsWithUtf8Mark(content))
-        content = content.subspan(utf8Mark.size());
+    content = withoutMark(content);
     Text text;
-    while (!content.empty()) {
-        const auto lineFeed = std::find(content.begin(), content.end(), std::uint8_t{'\n'});
-        const auto length =
-            std::min(content.size(), static_cast<std::size_t>(lineFeed - content.begin()) + 1);
-        text += decodedLine(content.first(length));
-        content = content.subspan(length);
-    }
+    while (!content.empty())
+        text += decodedLine(cutLine(content));
     return text;
+}
+
+LineReader::LineReader(std::span<const std::uint8_t> content) : rest_(withoutMark(content))
+{
+}
+
+std::optional<Text> LineReader::next()
+{
+    if (rest_.empty())
+        return std::nullopt;
+    ++number_;
+    Text line = decodedLine(cutLine(rest_));
+    for (const char16_t end : {u'\n', u'\r'}) {
+        if (!line.empty() && line.back() == end)
+            line.pop_back();
+    }
+    return line;
 }
 
 std::vector<Text> linesOf(std::span<const std::uint8_t> content)
 {
-    const Text text = decodedTextFile(content);
     std::vector<Text> lines;
-    for (std::size_t start = 0; start < text.size();) {
-        const auto lineFeed = std::min(text.find(u'\n', start), text.size());
-        const bool carriageReturn = lineFeed > start && text[lineFeed - 1] == u'\r';
-        lines.push_back(text.substr(start, lineFeed - start - (carriageReturn ? 1 : 0)));
-        start = lineFeed + 1;
-    }
+    LineReader reader(content);
+    while (auto line = reader.next())
+        lines.push_back(std::move(*line));
     return lines;
 }
 

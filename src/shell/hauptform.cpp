@@ -7,6 +7,7 @@
 #include "shell/main_menu.h"
 #include "shell/menu_tree.h"
 #include "shell/port_bar.h"
+#include "shell/stale_notice.h"
 #include "shell/status_line.h"
 #include "ui/captions.h"
 #include "ui/fixed_width_list.h"
@@ -27,6 +28,7 @@ Hauptform::Hauptform(const MainWindowSetup& setup)
       useQtTexts_(setup.useQtTexts),
       menu_(nullptr),
       portBar_(new PortBar(texts_, listPortDevices_, this)),
+      staleNotice_(new StaleNotice(this)),
       list_(new FixedWidthList(this)),
       panel_(new CvPanel),
       statusLine_(new StatusLine(setup.simulatedInterface, this)),
@@ -92,6 +94,7 @@ void Hauptform::applyCaptions()
     menu_->applyCaptions(texts_);
     portBar_->applyCaptions(texts_);
     portBar_->showDecoder(state_);
+    staleNotice_->applyCaptions(texts_);
     list_->setAccessibleName(qtText(texts_.caption(Caption::cvList)));
     list_->setEmptyHint(qtText(texts_.caption(Caption::emptyListHint)));
     panel_->applyCaptions(texts_);
@@ -109,6 +112,7 @@ void Hauptform::showList()
     list_->setEmptyHint(qtText(texts_.caption(Caption::emptyListHint)));
     setWindowTitle(title());
     setWindowModified(state_.set.unsavedChanges);
+    staleNotice_->setVisible(state_.set.precedesUpdate);
     portBar_->showDecoder(state_);
     statusLine_->showVersion(qtText(state_.set.isOffline() ? offlineListVersion : programVersion));
     showCurrentRow();
@@ -127,6 +131,7 @@ void Hauptform::showDetails()
 void Hauptform::showLineBusy(bool busy)
 {
     portBar_->setLineBusy(busy);
+    staleNotice_->setLineBusy(busy);
     showAvailability();
     if (busy) {
         statusLine_->blink();

@@ -33,7 +33,9 @@ class FixedWidthList;
 class MainMenu;
 class PortBar;
 struct Preset;
+class StaleNotice;
 class StatusLine;
+struct UnzipRequest;
 
 // What the window shows and asks of the platform.
 struct MainWindowSetup {
@@ -171,6 +173,7 @@ private:
     void connectDownload();
     void downloadArchive();
     void unpackArchive();
+    void unpackAfter(const std::optional<UnzipRequest>& request);
 
     Workbench bench_;
     ProgramState& state_;
@@ -180,6 +183,7 @@ private:
     std::function<void(LanguageCode)> useQtTexts_;
     MainMenu* menu_;
     PortBar* portBar_;
+    StaleNotice* staleNotice_;
     FixedWidthList* list_;
     CvPanel* panel_;
     StatusLine* statusLine_;

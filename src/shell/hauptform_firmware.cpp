@@ -6,6 +6,7 @@
 #include "program/path_text.h"
 #include "shell/hauptform.h"
 #include "shell/main_menu.h"
+#include "shell/stale_notice.h"
 #include "ui/captions.h"
 
 #include <QAction>
@@ -31,6 +32,7 @@ void Hauptform::connectFirmware()
 {
     whenChosen("mnu_kv07_Firmware", &Hauptform::upgrade);
     whenChosen("mnu_firmware", &Hauptform::updateFirmware);
+    connect(staleNotice_, &StaleNotice::readWanted, this, [this] { read(ReadStarter::other); });
     connect(&stopQuestion_, &StopQuestion::agreed, this, [this] { closing_ = true; });
 }
 
@@ -43,7 +45,12 @@ void Hauptform::upgrade()
         return;
     if (const auto image = readHexFile(bench_, *path)) {
         transferring_ = true;
-        Upgrade(bench_, *image, this).exec();
+        Upgrade window(bench_, *image, this);
+        connect(&window, &Upgrade::transferEnded, this, [this, &window] {
+            if (closing_)
+                window.close();
+        });
+        window.exec();
         transferring_ = false;
     }
     if (closing_)

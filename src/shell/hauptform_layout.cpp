@@ -4,6 +4,7 @@
 #include "shell/hauptform.h"
 #include "shell/main_menu.h"
 #include "shell/port_bar.h"
+#include "shell/stale_notice.h"
 #include "shell/status_line.h"
 #include "ui/captions.h"
 #include "ui/fixed_width_list.h"
@@ -94,6 +95,7 @@ void Hauptform::buildWindow()
     auto* const centre = new QWidget(this);
     auto* const layout = new QVBoxLayout(centre);
     layout->addWidget(portBar_);
+    layout->addWidget(staleNotice_);
     layout->addWidget(splitter_, 1);
     setCentralWidget(centre);
     setStatusBar(statusLine_);

@@ -15,8 +15,12 @@ constexpr std::size_t pageHead = 10;
 constexpr std::size_t pageLength = 128;
 constexpr std::size_t flashLength = 32768;
 
+constexpr std::size_t changedPage = 3; // from 0
+constexpr std::size_t changedPlace = 60;
+
 constexpr std::uint8_t signOn = 0x01;
 constexpr std::uint8_t getParameter = 0x03;
+constexpr std::uint8_t enterMode = 0x10;
 constexpr std::uint8_t leaveMode = 0x11;
 constexpr std::uint8_t eraseChip = 0x12;
 constexpr std::uint8_t programFlash = 0x13;
@@ -24,6 +28,8 @@ constexpr std::uint8_t readFuse = 0x18;
 constexpr std::uint8_t readLock = 0x1A;
 constexpr std::uint8_t done = 0x00;
 constexpr std::uint8_t failed = 0xC0;
+constexpr std::uint8_t checkSumAnswer = 0xB0;
+constexpr std::uint8_t checkSumError = 0xC1;
 
 std::uint8_t xorOf(std::span<const std::uint8_t> bytes)
 {
@@ -31,6 +37,11 @@ std::uint8_t xorOf(std::span<const std::uint8_t> bytes)
     for (const auto byte : bytes)
         check = static_cast<std::uint8_t>(check ^ byte);
     return check;
+}
+
+bool writesFlash(std::uint8_t command)
+{
+    return command == signOn || command == enterMode || command == eraseChip || command == programFlash;
 }
 
 } // namespace
@@ -48,22 +59,37 @@ std::size_t BootLoader::messageLength() const
     return headLength + body + uncounted + 1;
 }
 
-std::vector<std::uint8_t> BootLoader::receive(std::uint8_t byte)
+bool BootLoader::isByteToChange() const
+{
+    return !changed_ && flash_.size() == changedPage * pageLength && received_.size() == changedPlace;
+}
+
+std::vector<std::uint8_t> BootLoader::receive(std::uint8_t byte, LoaderManner manner)
 {
     if (received_.empty() && byte != start)
         return {};
+    if (manner == LoaderManner::changedByte && isByteToChange()) {
+        byte ^= 1U;
+        changed_ = true;
+    }
     received_.push_back(byte);
     if (received_.size() <= headLength || received_.size() < messageLength())
         return {};
     const bool sound = xorOf(received_) == 0 && received_[4] == token;
-    auto reply = sound ? answer() : std::vector<std::uint8_t>();
+    auto reply = sound ? answer(manner) : std::vector<std::uint8_t>();
     received_.clear();
     return reply;
 }
 
-std::vector<std::uint8_t> BootLoader::answer()
+std::vector<std::uint8_t> BootLoader::answer(LoaderManner manner)
 {
-    const auto body = answerBody(received_[headLength]);
+    const auto command = received_[headLength];
+    const bool knows = writesFlash(command);
+    if (manner == LoaderManner::terse && !knows)
+        return {};
+    const auto body = manner == LoaderManner::strict && !knows
+                          ? std::vector<std::uint8_t>{checkSumAnswer, checkSumError}
+                          : answerBody(command);
     std::vector<std::uint8_t> reply = {start, received_[1], 0, static_cast<std::uint8_t>(body.size()), token};
     reply.insert(reply.end(), body.begin(), body.end());
     reply.push_back(xorOf(reply));
@@ -83,6 +109,7 @@ std::vector<std::uint8_t> BootLoader::answerBody(std::uint8_t command)
     case eraseChip:
         flash_.clear();
         erased_ = true;
+        changed_ = false;
         return {command, done};
     case programFlash: {
         if (!erased_ || received_.size() != headLength + pageHead + pageLength + 1 ||

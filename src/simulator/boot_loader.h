@@ -8,12 +8,21 @@
 namespace karvo::sim
 {
 
+// How a loader takes what a programmer of this framing asks beyond the writing of flash: parameters,
+// settings, lock bits, fuses, and the leave messages with the byte that their size does not count.
+enum class LoaderManner {
+    usual,
+    strict,     // it answers them with a check-sum error
+    terse,      // it does not answer them
+    changedByte // as usual, but one byte of the fourth page is changed on its way to the loader
+};
+
 class BootLoader
 {
 public:
     // The reply that this byte sets off; empty while the message is not complete. A message whose check byte
-    // is wrong is not answered.
-    std::vector<std::uint8_t> receive(std::uint8_t byte);
+    // is wrong is not answered; a page in it is skipped.
+    std::vector<std::uint8_t> receive(std::uint8_t byte, LoaderManner manner = LoaderManner::usual);
 
     // The port was opened anew: what was received of a message is forgotten.
     void reset();
@@ -23,13 +32,15 @@ public:
     bool erased() const { return erased_; }
 
 private:
-    std::vector<std::uint8_t> answer();
+    std::vector<std::uint8_t> answer(LoaderManner manner);
+    bool isByteToChange() const;
     std::vector<std::uint8_t> answerBody(std::uint8_t command);
     std::size_t messageLength() const;
 
     std::vector<std::uint8_t> received_;
     std::vector<std::uint8_t> flash_;
     bool erased_ = false;
+    bool changed_ = false; // the one byte, since the last erase
 };
 
 } // namespace karvo::sim

@@ -9,7 +9,7 @@ namespace karvo::sim
 namespace
 {
 
-constexpr std::array<std::pair<std::string_view, Fault>, 15> faults{{
+constexpr std::array<std::pair<std::string_view, Fault>, 18> faults{{
     {"none", Fault::none},
     {"silence", Fault::silence},
     {"unknown-identification", Fault::unknownIdentification},
@@ -20,6 +20,9 @@ constexpr std::array<std::pair<std::string_view, Fault>, 15> faults{{
     {"refused-command", Fault::refusedCommand},
     {"refused-frame", Fault::refusedFrame},
     {"silent-loader", Fault::silentLoader},
+    {"strict-loader", Fault::strictLoader},
+    {"terse-loader", Fault::terseLoader},
+    {"changed-byte", Fault::changedByte},
     {"silent-update", Fault::silentUpdate},
     {"late-reply", Fault::lateReply},
     {"garbled-reply", Fault::garbledReply},

@@ -40,6 +40,20 @@ std::uint8_t sumOf(std::span<const std::uint8_t> bytes)
     return static_cast<std::uint8_t>(std::accumulate(bytes.begin(), bytes.end(), 0U));
 }
 
+LoaderManner mannerUnder(Fault fault)
+{
+    switch (fault) {
+    case Fault::strictLoader:
+        return LoaderManner::strict;
+    case Fault::terseLoader:
+        return LoaderManner::terse;
+    case Fault::changedByte:
+        return LoaderManner::changedByte;
+    default:
+        return LoaderManner::usual;
+    }
+}
+
 bool isEqual(std::span<const std::uint8_t> bytes, std::string_view command)
 {
     return std::equal(bytes.begin(), bytes.end(), command.begin(), command.end());
@@ -182,7 +196,7 @@ void Simulator::receiveUpdateByte(std::uint8_t byte, Time arrival)
 
 void Simulator::receiveBootLoaderByte(std::uint8_t byte, Time arrival)
 {
-    const auto reply = bootLoader_.receive(byte);
+    const auto reply = bootLoader_.receive(byte, mannerUnder(fault_));
     if (reply.empty())
         return;
     if (bootLoader_.flash().empty())
@@ -198,7 +212,9 @@ void Simulator::sendTransferReply(std::vector<std::uint8_t> reply, Time arrival)
         hangUpAt_ = arrival;
         return;
     }
-    if (fault_ == Fault::garbledReply) {
+    if (fault_ == Fault::refusedFrame && baud_ != bootLoaderBaud) {
+        reply.assign(1, refusal);
+    } else if (fault_ == Fault::garbledReply) {
         for (auto& byte : reply)
             byte = static_cast<std::uint8_t>(~byte);
     } else if (fault_ == Fault::excessReply)

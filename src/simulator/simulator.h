@@ -35,8 +35,12 @@ enum class Fault {
     lateBlock,             // the block starts only after 12 s
     tornBlock,             // the block comes in pieces of 128 bytes with pauses of 300 ms
     refusedCommand,        // answers 21 (NAK) where 6 is due
-    refusedFrame,          // acknowledges a command and answers 21 (NAK) to the frame that follows it
+    refusedFrame,          // acknowledges a command and answers 21 (NAK) to the frame that follows it, and to
+                           // each record of an update
     silentLoader,          // the boot loader answers nothing from the first page on
+    strictLoader,          // the boot loader answers all but what writes flash with a check-sum error
+    terseLoader,           // the boot loader answers nothing but what writes flash
+    changedByte,           // one byte of the fourth page is changed on its way: the loader skips that page
     silentUpdate,          // the interface answers nothing from the first record on
     lateReply,             // of a transfer of firmware, from its first page or record on: replies after 6 s
     garbledReply,          // the same, with every bit turned round

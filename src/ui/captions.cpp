@@ -15,7 +15,7 @@ QString buttonText(TextView text)
 
 QString filledCaption(const LanguageTables& texts, Caption number, std::initializer_list<Text> arguments)
 {
-    return qtText(filledIn(texts.caption(number), {arguments.begin(), arguments.size()}));
+    return qtText(texts.caption(number, arguments));
 }
 
 } // namespace karvo

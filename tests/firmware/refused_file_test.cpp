@@ -13,32 +13,7 @@ namespace
 
 using test::Journal;
 
-const std::string first = ":020000020000FC\r\n";
-const std::string end = ":00000001FF\r\n";
-const std::string record = ":1000000102030405060708090A0B0C0D0E0F\r\n";
-const std::string longLine(10U * 1024 * 1024, '0');
-
-std::string binary()
-{
-    std::string content;
-    for (int i = 0; i < 1024; ++i)
-        content += static_cast<char>(i % 256);
-    return content;
-}
-
-struct RefusedFile {
-    const char* name;
-    const char* file;
-    std::string content;
-    std::string told;
-};
-
-void PrintTo(const RefusedFile& refused, std::ostream* out)
-{
-    *out << refused.name;
-}
-
-class RefusedFileTest : public testing::TestWithParam<RefusedFile>, public test::TestBench
+class RefusedFileTest : public testing::Test, public test::TestBench
 {
 protected:
     // Each text is its own number.
@@ -46,50 +21,37 @@ protected:
     {
         test::setText(state.texts, 36, u"m36");
         test::setText(state.texts, 850, u"m850 {1} line {2}: {3}");
+        test::setText(state.texts, 854, u"{1} above {2}");
         for (int caption = 600; caption <= 615; ++caption)
             test::setCaption(state.texts, caption, u"c" + textFromNumber(caption));
-        addFile(GetParam().file, GetParam().content);
+    }
+    std::string told(const char* name, const std::string& content)
+    {
+        journal.clear();
+        addFile(name, content);
+        const auto path = state.programFolder / name;
+        const bool refused =
+            path.extension() == ".hex" ? !readHexFile(bench, path) : !readUpdateFile(bench, path);
+        EXPECT_TRUE(refused) << name;
+        return journal.empty() ? "" : journal.back();
     }
 };
 
-TEST_P(RefusedFileTest, IsToldWithItsLineAndReason)
+TEST_F(RefusedFileTest, IsToldWithItsLineAndReason)
 {
-    const auto path = state.programFolder / GetParam().file;
-    if (path.extension() == ".hex") {
-        EXPECT_FALSE(readHexFile(bench, path));
-    } else
-        EXPECT_FALSE(readUpdateFile(bench, path));
-    EXPECT_EQ(journal, (Journal{"message " + GetParam().told}));
+    const std::string first = ":020000020000FC\r\n";
+    const std::string longLine(10U * 1024 * 1024, '0');
+    EXPECT_EQ(told("a.hex", first + ":" + longLine), "message m850 program/a.hex line 2: c601");
+    EXPECT_EQ(told("a.hex", first + ":0100010001FF\r\n"), "message m850 program/a.hex line 2: c602");
+    EXPECT_EQ(told("a.uhx", "1F80\r\nUpdate Ende\r\n" + longLine + "0"),
+              "message m850 program/a.uhx line 3: c615");
+    EXPECT_EQ(told("a.hex", "hello\r\n"), "message m36!");
+    state.tellsWrongFirstLine = false;
+    EXPECT_EQ(told("a.hex", "hello\r\n"), "");
+    for (const char* const name : {"big.hex", "big.uhx"})
+        EXPECT_EQ(told(name, std::string(32U * 1024 * 1024 + 1, '0')),
+                  "message program/" + std::string(name) + " above 32");
 }
-
-const RefusedFile refusedFiles[] = {
-    {"EmptyHex", "a.hex", "", "m36!"},
-    {"CutHex", "a.hex", first + test::hexLine(0, {1, 2, 3}).substr(0, 13), "m850 program/a.hex line 2: c601"},
-    {"CutHexBehindALine", "a.hex", first + test::hexLine(0, {1, 2}), "m850 program/a.hex line 2: c608"},
-    {"WrongChecksum", "a.hex", first + test::hexLine(0, {1}) + ":0100010001FF\r\n" + end,
-     "m850 program/a.hex line 3: c602"},
-    {"CarriageReturnsOnlyHex", "a.hex", ":020000020000FC\r:00000001FF\r", "m36!"},
-    {"OneLineTooMany", "a.hex", test::hexFile(2049), "m850 program/a.hex line 2050: c606"},
-    {"LongLineHex", "a.hex", first + ":" + longLine + "\r\n" + end, "m850 program/a.hex line 2: c601"},
-    {"LongFirstLine", "a.hex", longLine, "m36!"},
-    {"BinaryHex", "a.hex", binary(), "m36!"},
-    {"BinaryBehindTheFirstLine", "a.hex", first + binary(), "m850 program/a.hex line 2: c600"},
-    {"EmptyUhx", "a.uhx", "", "m850 program/a.uhx line 1: c612"},
-    {"CutUhx", "a.uhx", "1F80\r\nUpdate Ende\r\n" + record + record.substr(0, 10),
-     "m850 program/a.uhx line 4: c614"},
-    {"CutUhxHeader", "a.uhx", "1F80\r\nUpdate En", "m850 program/a.uhx line 2: c612"},
-    {"CarriageReturnsOnlyUhx", "a.uhx", "1F80\rUpdate Ende\r" + record.substr(0, 37) + "\r",
-     "m850 program/a.uhx line 1: c612"},
-    {"LongLineUhx", "a.uhx", "1F80\r\nUpdate Ende\r\n" + longLine + "0\r\n",
-     "m850 program/a.uhx line 3: c615"},
-    {"LongHeaderUhx", "a.uhx", longLine, "m850 program/a.uhx line 1: c612"},
-    {"BinaryUhx", "a.uhx", binary(), "m850 program/a.uhx line 4: c611"},
-    {"BinaryRecord", "a.uhx", "1F80\r\nUpdate Ende\r\n" + record + binary(),
-     "m850 program/a.uhx line 4: c614"},
-};
-
-INSTANTIATE_TEST_SUITE_P(Files, RefusedFileTest, testing::ValuesIn(refusedFiles),
-                         [](const auto& tested) { return tested.param.name; });
 
 class FirmwareDialogTest : public testing::Test, public test::TestBench
 {

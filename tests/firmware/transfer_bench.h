@@ -15,6 +15,8 @@ class NoTransferWatcher : public UploadObserver, public UpdateObserver
 public:
     void showUpload(const UploadProgress&) override {}
     void showStep(const UploadStep&) override {}
+    void showSilence(EraseState) override {}
+    void showHeader(const Text&) override {}
     void showStart(const Text&) override {}
     void showRecords(std::size_t, std::size_t) override {}
     void showEnd() override {}
@@ -27,7 +29,8 @@ struct TransferBench : TestBench {
         for (const int number : {308, 309, 310, 311, 313, 851, 853})
             setText(state.texts, number, u"m" + textFromNumber(number));
         setText(state.texts, 426, u"UPDATE");
-        setCaption(state.texts, 635, u"sent");
+        setText(state.texts, 858, u"unconfirmed");
+        setCaption(state.texts, 670, u"sent");
     }
 
     UploadReport upload(std::size_t lines)
@@ -40,8 +43,9 @@ struct TransferBench : TestBench {
     {
         state.link.interfaceAnswered = true;
         std::string content = "1F80\r\nUpdate Ende\r\n";
+        const std::string filler = "FFFFFFFFFFFFFFFFFFFFFFFFFF";
         for (int i = 0; i < records; ++i)
-            content += ":1000" + std::string(i % 2 == 0 ? "0102" : "FF00FF") + "\r\n";
+            content += ":1000" + std::string(i % 2 == 0 ? "0102FF" : "FF00FF") + filler + "\r\n";
         addFile("a.uhx", content);
         return updateThroughInterface(onSimulator, {[] { return std::filesystem::path("program/a.uhx"); },
                                                     [](const std::filesystem::path&) {}, clock, watcher});

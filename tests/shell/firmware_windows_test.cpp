@@ -16,28 +16,6 @@ namespace karvo::test
 namespace
 {
 
-TEST(UpgradeWindow, UploadsOnItsOwnAndStaysOpenWithSummaryAndLog)
-{
-    WindowBench bench;
-    bench.state.link.timeOutInterval = std::chrono::milliseconds(50); // the erase is answered short
-    const auto image = std::get<HexImage>(parseHexImage(bytesOf(hexFile(9))));
-    Upgrade upgrade(bench.bench, image, bench.window.get());
-    upgrade.show();
-    auto* const copy = upgrade.findChild<QPushButton*>(QStringLiteral("CopyLog"));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return copy->isEnabled(); }, 5000));
-    EXPECT_EQ(bench.port.simulator().bootLoader().flash().size(), 256U);
-    EXPECT_EQ(upgrade.findChild<QLabel*>(QStringLiteral("Phase"))->text().toStdString(),
-              "Gesendet: 23 Meldungen mit 2 Seiten. Fehlende Antworten: 1");
-    EXPECT_TRUE(upgrade.findChild<QPlainTextEdit*>(QStringLiteral("Log"))
-                    ->toPlainText()
-                    .startsWith(QStringLiteral("> 1B 01 00 01 0E 01 14\n< 1B")));
-    EXPECT_EQ(upgrade.findChild<QProgressBar*>(QStringLiteral("Progress"))->value(), 100);
-    EXPECT_TRUE(upgrade.isVisible());
-    upgrade.findChild<QPushButton*>(QStringLiteral("Close"))->click();
-    EXPECT_FALSE(upgrade.isVisible());
-    EXPECT_FALSE(bench.state.lineBusy);
-}
-
 // Without the driver of the modal windows: this one opens and closes by itself.
 TEST(FirmwareAblaufWindow, ShowsTheFourLinesAndThePercentAndCloses)
 {
@@ -55,7 +33,8 @@ TEST(FirmwareAblaufWindow, ShowsTheFourLinesAndThePercentAndCloses)
         setText(state.texts, number, u"line " + textFromNumber(number));
     setText(state.texts, 426, u"UPDATE");
     state.link.interfaceAnswered = true;
-    files.content["a.uhx"] = bytesOf("1F80\r\nUpdate Ende\r\n:10000102\r\n");
+    setCaption(state.texts, 664, u"header {1}");
+    files.content["a.uhx"] = bytesOf("1F80,V6\r\nUpdate Ende\r\n:10000102\r\n");
     Firmware_Ablauf window(state);
     const FixedClock clock;
     const auto end = updateThroughInterface(
@@ -65,6 +44,7 @@ TEST(FirmwareAblaufWindow, ShowsTheFourLinesAndThePercentAndCloses)
     EXPECT_EQ(port.simulator().update().image().size(), 16U);
     EXPECT_EQ(window.findChild<QPlainTextEdit*>(QStringLiteral("Text"))->toPlainText().toStdString(),
               "line 308\nline 309\nline 310\nline 311");
+    EXPECT_EQ(window.findChild<QLabel*>(QStringLiteral("Header"))->text().toStdString(), "header 1F80, V6");
     EXPECT_EQ(window.findChild<QProgressBar*>(QStringLiteral("Progress"))->text(), QStringLiteral("100%"));
     EXPECT_FALSE(window.isVisible());
 }
@@ -79,6 +59,7 @@ struct UpgradeBench : WindowBench {
 
     UpgradeBench() { state.link.timeOutInterval = eraseWait; }
 
+    std::string said() { return upgrade.findChild<QLabel*>(QStringLiteral("Phase"))->text().toStdString(); }
     std::size_t flashed() { return port.simulator().bootLoader().flash().size(); }
 
     // The whole upload, with something done while the erase is awaited.
@@ -105,7 +86,10 @@ TEST(UpgradeWindow, ItsLogGrowsWhileItRunsAndCanBeCopied)
     EXPECT_TRUE(copied.startsWith(QStringLiteral("Der Speicher wird gelöscht\n> 1B 01 00 01 0E 01 14\n< 1B")))
         << copied.toStdString();
     EXPECT_EQ(bench.log.blockCount(), 46);
-    EXPECT_TRUE(bench.log.toPlainText().contains(QStringLiteral("(keine vollständige Antwort)\n> 1B 15")));
+    EXPECT_EQ(bench.flashed(), 256U);
+    EXPECT_EQ(bench.said(), "Der Decoder hat alle 2 Seiten angenommen.");
+    EXPECT_EQ(bench.upgrade.findChild<QProgressBar*>(QStringLiteral("Progress"))->value(), 100);
+    EXPECT_TRUE(bench.upgrade.isVisible());
 }
 
 TEST(UpgradeWindow, ClosingItAsksAndGoesOnAfterANo)
@@ -119,13 +103,37 @@ TEST(UpgradeWindow, ClosingItAsksAndGoesOnAfterANo)
     EXPECT_FALSE(bench.upgrade.isVisible());
 }
 
-TEST(UpgradeWindow, ClosingItStopsBeforeTheNextMessageAfterAYes)
+TEST(UpgradeWindow, ClosingItStopsBeforeTheNextMessageAfterAYesAndKeepsTheLog)
 {
     UpgradeBench bench;
     bench.driver.expectBox(bench.message(Message::stopTransferQuestion), QStringLiteral("Ja"));
     bench.run([&] { bench.upgrade.close(); });
     EXPECT_EQ(bench.flashed(), 0U);
+    EXPECT_TRUE(bench.said().starts_with("Die Übertragung ist nicht bis zum Ende gelaufen.")) << bench.said();
+    EXPECT_EQ(bench.log.blockCount(), 40);
+    EXPECT_TRUE(bench.upgrade.isVisible());
+    bench.upgrade.close();
     EXPECT_FALSE(bench.upgrade.isVisible());
+}
+
+TEST(UpgradeWindow, ThreeMessagesWithoutAReplyOfferToStop)
+{
+    UpgradeBench bench;
+    bench.port.simulator().setFault(sim::Fault::silence);
+    bench.state.link.timeOutInterval = std::chrono::milliseconds(20);
+    bench.driver.expect(QStringLiteral("no loader"), [&](QWidget& window) {
+        auto& box = dynamic_cast<QMessageBox&>(window);
+        EXPECT_EQ(box.text().toStdString(), bench.message(Message::noLoaderQuestion).toStdString());
+        EXPECT_EQ(bench.upgrade.findChild<QLabel*>(QStringLiteral("Notice"))->text().toStdString(),
+                  "Kein Bootloader antwortet");
+        EXPECT_TRUE(bench.state.lineBusy);
+        box.button(QMessageBox::Yes)->click();
+    });
+    bench.upgrade.show();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return bench.driver.isDone() && !bench.state.lineBusy; }, 5000));
+    EXPECT_TRUE(bench.said().find("Kein Bootloader hat geantwortet.") != std::string::npos) << bench.said();
+    EXPECT_TRUE(bench.upgrade.isVisible());
+    bench.upgrade.close();
 }
 
 TEST(UpgradeWindow, GoesOnWhileItsQuestionStandsAndTakesItAwayAtTheEnd)

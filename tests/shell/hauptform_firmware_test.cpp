@@ -147,6 +147,8 @@ TEST(HauptformFirmware, ClosingTheProgramDuringAnUpdateAsksFirst)
         bench.driver.leaveAlone("Firmware_Ablauf");
         const When begun([&] { return bench.hasBegun(); }, [&] { bench.closeAndStay(); });
         bench.expectStopQuestion(stops ? "Ja" : "Nein");
+        if (stops)
+            bench.driver.expectBox(bench.message(Message::updateStopped), QStringLiteral("OK"));
         bench.item("mnu_firmware").trigger();
         EXPECT_TRUE(bench.driver.isDone());
         EXPECT_EQ(bench.window->isVisible(), !stops);
@@ -162,10 +164,27 @@ TEST(HauptformFirmware, ClosingTheProgressOfAnUpdateAsksFirst)
     bench.driver.leaveAlone("Firmware_Ablauf");
     const When begun([&] { return bench.hasBegun(); }, [&] { bench.closeTransfer(); });
     bench.expectStopQuestion("Ja");
+    bench.driver.expectBox(bench.message(Message::updateStopped), QStringLiteral("OK"));
     bench.item("mnu_firmware").trigger();
     EXPECT_TRUE(bench.window->isVisible());
     EXPECT_EQ(bench.taken().image().size(), 8U * 16);
     EXPECT_FALSE(bench.taken().isComplete());
+}
+
+TEST(HauptformFirmware, AListReadBeforeAnUpdateIsMarkedAndCanBeReadAnew)
+{
+    FirmwareBench bench;
+    bench.find<QPushButton>("Start").click();
+    auto& notice = bench.find<QFrame>("StaleNotice");
+    EXPECT_FALSE(notice.isVisible());
+    bench.put("a.uhx", updateFile(1));
+    bench.expectDialog("*.uhx", "a.uhx");
+    bench.driver.leaveAlone("Firmware_Ablauf");
+    bench.item("mnu_firmware").trigger();
+    EXPECT_TRUE(notice.isVisible());
+    bench.find<QPushButton>("ReadAnew").click();
+    EXPECT_FALSE(notice.isVisible());
+    EXPECT_EQ(bench.list().count(), 176);
 }
 
 // An interface gives a record up that does not come in time.

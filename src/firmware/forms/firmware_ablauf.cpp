@@ -2,6 +2,7 @@
 
 #include "ui/captions.h"
 
+#include <QLabel>
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QVBoxLayout>
@@ -12,6 +13,7 @@ namespace karvo
 Firmware_Ablauf::Firmware_Ablauf(ProgramState& state, QWidget* parent)
     : QDialog(parent),
       state_(state),
+      header_(new QLabel(this)),
       text_(new QPlainTextEdit(this)),
       progress_(new QProgressBar(this)),
       stopQuestion_(state)
@@ -21,6 +23,9 @@ Firmware_Ablauf::Firmware_Ablauf(ProgramState& state, QWidget* parent)
     setWindowTitle(qtText(texts.caption(Caption::updateTitle)));
     setModal(true);
     resize(fontMetrics().averageCharWidth() * 70, fontMetrics().height() * 12);
+    header_->setObjectName(QStringLiteral("Header"));
+    header_->setTextFormat(Qt::PlainText); // it comes from a file
+    header_->setWordWrap(true);
     text_->setObjectName(QStringLiteral("Text"));
     text_->setAccessibleName(windowTitle());
     text_->setReadOnly(true);
@@ -29,8 +34,14 @@ Firmware_Ablauf::Firmware_Ablauf(ProgramState& state, QWidget* parent)
     progress_->setAccessibleName(qtText(texts.caption(Caption::transferProgress)));
     progress_->setFormat(QStringLiteral("%p%"));
     auto* const layout = new QVBoxLayout(this);
+    layout->addWidget(header_);
     layout->addWidget(text_);
     layout->addWidget(progress_);
+}
+
+void Firmware_Ablauf::showHeader(const Text& header)
+{
+    header_->setText(qtText(header));
 }
 
 void Firmware_Ablauf::showStart(const Text& text)

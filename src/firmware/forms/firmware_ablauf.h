@@ -6,6 +6,7 @@
 
 #include <QDialog>
 
+class QLabel;
 class QPlainTextEdit;
 class QProgressBar;
 
@@ -22,6 +23,7 @@ public:
 
     void reject() override;
 
+    void showHeader(const Text& header) override;
     void showStart(const Text& text) override;
     void showRecords(std::size_t sent, std::size_t total) override;
     void showEnd() override;
@@ -29,6 +31,7 @@ public:
 
 private:
     ProgramState& state_;
+    QLabel* header_;
     QPlainTextEdit* text_;
     QProgressBar* progress_;
     StopQuestion stopQuestion_;

@@ -14,11 +14,11 @@ StopQuestion::~StopQuestion()
     withdraw();
 }
 
-void StopQuestion::ask(QWidget* owner)
+void StopQuestion::ask(QWidget* owner, const Text& question)
 {
     if (box_ || state_.stopRequested)
         return;
-    box_ = new QuestionBox(state_.texts, state_.texts.message(Message::stopTransferQuestion), owner);
+    box_ = new QuestionBox(state_.texts, question, owner);
     box_->setObjectName(QStringLiteral("StopQuestion"));
     box_->setAttribute(Qt::WA_DeleteOnClose);
     connect(box_, &QDialog::finished, this, [this](int answer) {

@@ -22,7 +22,8 @@ public:
     ~StopQuestion() override;
 
     // Once at a time, and not again once it has been agreed to. A Yes sets ProgramState::stopRequested.
-    void ask(QWidget* owner);
+    void ask(QWidget* owner) { ask(owner, state_.texts.message(Message::stopTransferQuestion)); }
+    void ask(QWidget* owner, const Text& question);
 
     // The transfer has ended: there is nothing left to ask.
     void withdraw();

@@ -1,5 +1,6 @@
 #include "firmware/forms/upgrade.h"
 
+#include "firmware/upload_verdict.h"
 #include "ui/captions.h"
 
 #include <QClipboard>
@@ -50,6 +51,7 @@ Upgrade::Upgrade(Workbench& bench, HexImage image, QWidget* parent)
       texts_(bench.state.texts),
       image_(std::move(image)),
       phase_(new QLabel(this)),
+      notice_(new QLabel(this)),
       timeLeft_(new QLabel(this)),
       progress_(new QProgressBar(this)),
       log_(new QPlainTextEdit(this)),
@@ -67,6 +69,9 @@ void Upgrade::build()
     resize(fontMetrics().averageCharWidth() * 80, fontMetrics().height() * 22);
     phase_->setObjectName(QStringLiteral("Phase"));
     phase_->setWordWrap(true);
+    notice_->setObjectName(QStringLiteral("Notice"));
+    notice_->setWordWrap(true);
+    notice_->hide();
     timeLeft_->setObjectName(QStringLiteral("TimeLeft"));
     progress_->setObjectName(QStringLiteral("Progress"));
     progress_->setAccessibleName(qtText(texts_.caption(Caption::transferProgress)));
@@ -84,6 +89,7 @@ void Upgrade::build()
     buttons->addButton(close_, QDialogButtonBox::RejectRole);
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(phase_);
+    layout->addWidget(notice_);
     layout->addWidget(progress_);
     layout->addWidget(timeLeft_);
     layout->addWidget(log_);
@@ -108,8 +114,9 @@ void Upgrade::upload()
     running_ = false;
     stopQuestion_.withdraw();
     showReport(report);
-    if (report.end == UploadEnd::ended || report.end == UploadEnd::portRefused || stopRequested())
+    if (report.end == UploadEnd::ended || report.end == UploadEnd::portRefused)
         QDialog::reject();
+    emit transferEnded();
 }
 
 void Upgrade::showUpload(const UploadProgress& progress)
@@ -128,6 +135,21 @@ void Upgrade::showStep(const UploadStep& step)
 {
     log_->appendPlainText(qtText(uploadLog(texts_, step)));
     copy_->setEnabled(true);
+    if (!step.reply.empty())
+        showNotice({});
+}
+
+void Upgrade::showSilence(EraseState erase)
+{
+    showNotice(qtText(texts_.caption(Caption::noLoaderReplies)));
+    stopQuestion_.ask(this, texts_.message(erase == EraseState::untouched ? Message::noLoaderQuestion
+                                                                          : Message::loaderSilentQuestion));
+}
+
+void Upgrade::showNotice(const QString& notice)
+{
+    notice_->setText(notice);
+    notice_->setVisible(!notice.isEmpty());
 }
 
 // As the pages so far have taken; nothing before the first has.
@@ -144,14 +166,10 @@ QString Upgrade::timeLeft(const UploadProgress& progress) const
 
 void Upgrade::showReport(const UploadReport& report)
 {
-    QString summary = filledCaption(texts_, Caption::uploadSummary,
-                                    {numberText(report.steps.size()), numberText(report.pagesSent()),
-                                     numberText(report.missingReplies())});
     if (report.end == UploadEnd::sent)
         progress_->setValue(100);
-    else
-        summary.prepend(qtText(texts_.caption(Caption::uploadStopped)) + QLatin1Char('\n'));
-    phase_->setText(summary);
+    phase_->setText(qtText(uploadVerdict(texts_, report)));
+    showNotice({});
     timeLeft_->clear();
     close_->setFocus();
 }

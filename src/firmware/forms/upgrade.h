@@ -1,4 +1,4 @@
-// The window of the boot loader upload: phase, page, time left, the log as it grows, and a summary at the
+// The window of the boot loader upload: phase, page, time left, the log as it grows, and the verdict at the
 // end.
 #pragma once
 
@@ -18,7 +18,8 @@ namespace karvo
 {
 
 // The upload starts when the window is shown for the first time and runs without further questions. Closing
-// the window meanwhile asks whether to stop; the window stays open when the upload is done.
+// the window meanwhile asks whether to stop, and so does a loader that answers nothing; the window stays open
+// with its log when the upload is done or stopped.
 class Upgrade : public QDialog, private UploadObserver
 {
     Q_OBJECT
@@ -28,6 +29,9 @@ public:
 
     void reject() override;
 
+signals:
+    void transferEnded();
+
 protected:
     void showEvent(QShowEvent* event) override;
 
@@ -35,17 +39,20 @@ private:
     void build();
     void upload();
     void showReport(const UploadReport& report);
+    void showNotice(const QString& notice);
     void copyLog();
     QString timeLeft(const UploadProgress& progress) const;
 
     void showUpload(const UploadProgress& progress) override;
     void showStep(const UploadStep& step) override;
+    void showSilence(EraseState erase) override;
     bool stopRequested() override { return bench_.state.stopRequested; }
 
     Workbench& bench_;
     const LanguageTables& texts_;
     const HexImage image_;
     QLabel* phase_;
+    QLabel* notice_; // that no loader answers
     QLabel* timeLeft_;
     QProgressBar* progress_;
     QPlainTextEdit* log_;
