@@ -95,6 +95,11 @@ bool isDeviceName(std::string_view name)
 
 } // namespace
 
+bool isHere(std::string_view name)
+{
+    return name == "." || name == "./" || name == ".\\";
+}
+
 bool isPlainFileName(std::string_view name)
 {
     return !name.empty() && name.size() <= longestPart && name.back() != '.' && name.back() != ' ' &&
@@ -107,6 +112,9 @@ std::optional<std::filesystem::path> pathOfEntry(std::string_view name)
         return std::nullopt;
     if (!name.empty() && (name.back() == '/' || name.back() == '\\'))
         name.remove_suffix(1);
+    constexpr std::size_t hereLength = 2;
+    while (name.size() > hereLength && isHere(name.substr(0, hereLength)))
+        name.remove_prefix(hereLength);
     std::filesystem::path path;
     for (;;) {
         const auto end = std::min(name.find_first_of("/\\"), name.size());

@@ -1,6 +1,7 @@
 #include "firmware/download.h"
 
 #include "firmware/archive_names.h"
+#include "program/path_text.h"
 
 namespace karvo
 {
@@ -14,15 +15,18 @@ constexpr TextView failed = u"Fehler beim Download: Entweder existiert die URL n
                             u"einen ungültigen Dateinamen angegeben!";
 constexpr TextView complete = u"Download erfolgreich ausgeführt!";
 
-DownloadEnd fetch(Workbench& bench, Downloader& downloader, const Text& address, const Text& name,
-                  DownloadObserver& observer)
+Downloaded fetch(Workbench& bench, Downloader& downloader, const Text& address, const Text& name,
+                 DownloadObserver& observer)
 {
     const auto folder = folderBelow(bench.files, bench.state.driveC, {"temp"});
     bench.files.makeFolder(folder); // where that fails, the file can not be made either
     bench.view.showHourglass(true);
-    const auto end = downloader.fetch(address, folder / std::filesystem::path(utf8FromText(name)), observer);
+    auto file = folder / std::filesystem::path(utf8FromText(name));
+    const auto end = downloader.fetch(address, file, observer);
     bench.view.showHourglass(false);
-    return end;
+    if (end == DownloadEnd::failed)
+        bench.prompts.message(Text(failed), PromptIcon::stop);
+    return {end, std::move(file)};
 }
 
 } // namespace
@@ -35,7 +39,7 @@ std::optional<Text> downloadFileName(TextView address)
     return isPlainFileName(utf8FromText(name)) ? std::optional(std::move(name)) : std::nullopt;
 }
 
-std::optional<DownloadEnd> download(Workbench& bench, Downloader& downloader, DownloadObserver& observer)
+std::optional<Downloaded> download(Workbench& bench, Downloader& downloader, DownloadObserver& observer)
 {
     const Text address = bench.state.texts.message(Message::downloadAddress);
     if (const auto name = downloadFileName(address))
@@ -44,19 +48,9 @@ std::optional<DownloadEnd> download(Workbench& bench, Downloader& downloader, Do
     return std::nullopt;
 }
 
-void tellDownload(Workbench& bench, DownloadEnd end)
+Text downloadedText(const LanguageTables& texts, const std::filesystem::path& file)
 {
-    switch (end) {
-    case DownloadEnd::complete:
-        bench.prompts.message(Text(complete));
-        break;
-    case DownloadEnd::failed:
-        bench.prompts.message(Text(failed), PromptIcon::stop);
-        break;
-    case DownloadEnd::cancelled:
-    case DownloadEnd::ended:
-        break;
-    }
+    return Text(complete) + Text(lineBreak) + texts.caption(Caption::downloadPlace, {pathText(file)});
 }
 
 } // namespace karvo

@@ -12,11 +12,16 @@ namespace karvo
 // The last twelve characters of the address, where they can name a file on every system.
 std::optional<Text> downloadFileName(TextView address);
 
-// Fetches what message 581 names, with an hourglass meanwhile. Nothing, after a message, when that is no
-// address of a file.
-std::optional<DownloadEnd> download(Workbench& bench, Downloader& downloader, DownloadObserver& observer);
+struct Downloaded {
+    DownloadEnd end;
+    std::filesystem::path file; // where it is, or would be
+};
 
-// Says how it went; nothing of what the person has cancelled.
-void tellDownload(Workbench& bench, DownloadEnd end);
+// Fetches what message 581 names, with an hourglass meanwhile. A failure has been told then. Nothing, after a
+// message, when 581 is no address of a file.
+std::optional<Downloaded> download(Workbench& bench, Downloader& downloader, DownloadObserver& observer);
+
+// That it went well, and behind that the place of the file.
+Text downloadedText(const LanguageTables& texts, const std::filesystem::path& file);
 
 } // namespace karvo

@@ -22,6 +22,9 @@ public:
 
     UnzipResult run(Archive& archive, const std::filesystem::path& file)
     {
+        std::error_code unknown;
+        if (!std::filesystem::exists(file, unknown))
+            return {UnzipEnd::missing, pathText(file), {}};
         if (refuse(staged_.begin()))
             return result_;
         const auto words = archive.read(file, *this);
@@ -29,6 +32,8 @@ public:
             return result_;
         if (words)
             return {UnzipEnd::notReadable, pathText(file), *words};
+        if (entries_ == 0)
+            return {UnzipEnd::empty, pathText(file), {}};
         if (!refuse(staged_.finishFile()))
             refuse(staged_.place());
         return result_;
@@ -44,8 +49,10 @@ public:
             return end(UnzipEnd::encrypted);
         if (entry.kind == ArchiveEntry::Kind::other)
             return end(UnzipEnd::linkRefused, textFromUtf8(entry.name));
-        const auto path = pathOfEntry(entry.name);
         const bool isFolder = entry.kind == ArchiveEntry::Kind::folder;
+        if (isFolder && isHere(entry.name))
+            return true;
+        const auto path = pathOfEntry(entry.name);
         if (!path || !claim(*path, isFolder))
             return end(UnzipEnd::nameRefused, textFromUtf8(entry.name));
         return !refuse(isFolder ? staged_.addFolder(*path) : staged_.startFile(*path));
@@ -112,6 +119,10 @@ std::optional<Message> messageNumberOf(UnzipEnd end)
     case UnzipEnd::unpacked:
     case UnzipEnd::stopped:
         break;
+    case UnzipEnd::missing:
+        return Message::archiveMissing;
+    case UnzipEnd::empty:
+        return Message::archiveEmpty;
     case UnzipEnd::notReadable:
         return Message::archiveNotReadable;
     case UnzipEnd::nameRefused:

@@ -27,6 +27,8 @@ public:
 enum class UnzipEnd {
     unpacked,
     stopped,     // by the observer
+    missing,     // there is no such file
+    empty,       // a sound archive without a single entry
     notReadable, // no ZIP archive, cut off, or a sum is wrong
     nameRefused, // see archive_names.h, or a name for the second time, letter case aside
     linkRefused, // a link or a device

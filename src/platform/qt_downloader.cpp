@@ -1,5 +1,6 @@
 #include "platform/qt_downloader.h"
 
+#include "platform/received_body.h"
 #include "platform/safe_file.h"
 #include "platform/text_conversion.h"
 
@@ -35,9 +36,9 @@ public:
             return;
         taking_ = true; // the observer may let events run
         const QByteArray bytes = reply_.readAll();
-        received_ += bytes.size();
+        body_.take(bytes);
         failed_ = !isExpected() || !file_.write(bytes);
-        observer_.showBytes(received_, length().value_or(0));
+        observer_.showBytes(body_.size(), length().value_or(0));
         cancelled_ = observer_.stopRequested();
         taking_ = false;
     }
@@ -46,28 +47,38 @@ public:
     {
         const int status = reply_.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
         constexpr int found = 200;
-        return !failed_ && reply_.isFinished() && reply_.error() == QNetworkReply::NoError &&
-               status == found && length() == received_;
+        if (failed_ || !reply_.isFinished() || reply_.error() != QNetworkReply::NoError || status != found)
+            return false;
+        return body_.size() > 0 && !isPage() && (length() == body_.size() || body_.isWholeZip());
     }
 
 private:
+    // Of what comes; nothing when that was packed for the way, for then another length was told.
     std::optional<long long> length() const
     {
+        if (reply_.hasRawHeader("Content-Encoding"))
+            return std::nullopt;
         const QVariant header = reply_.header(QNetworkRequest::ContentLengthHeader);
         return header.isValid() ? std::optional(header.toLongLong()) : std::nullopt;
     }
 
+    bool isPage() const
+    {
+        const QString type = reply_.header(QNetworkRequest::ContentTypeHeader).toString();
+        return type.startsWith(QLatin1String("text/html"), Qt::CaseInsensitive) || body_.isWebPage();
+    }
+
     bool isExpected() const
     {
-        return received_ <= limits_.bytes && length().value_or(received_) <= limits_.bytes &&
-               received_ <= length().value_or(received_);
+        return body_.size() <= limits_.bytes && length().value_or(body_.size()) <= limits_.bytes &&
+               body_.size() <= length().value_or(body_.size());
     }
 
     QNetworkReply& reply_;
     SafeFile& file_;
     const DownloadLimits& limits_;
     DownloadObserver& observer_;
-    long long received_ = 0;
+    ReceivedBody body_;
     bool failed_ = false;
     bool cancelled_ = false;
     bool taking_ = false;
@@ -80,7 +91,6 @@ QNetworkRequest requestFor(const QUrl& url, const DownloadLimits& limits)
     request.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
     request.setMaximumRedirectsAllowed(limits.redirects);
     request.setTransferTimeout(static_cast<int>(limits.silence.count()));
-    request.setRawHeader("Accept-Encoding", "identity"); // a packed reply would hide its length
     return request;
 }
 

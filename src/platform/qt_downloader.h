@@ -15,7 +15,9 @@ struct DownloadLimits {
     int redirects = 5;
 };
 
-// Takes only replies that tell their length: nothing else shows that one was cut off.
+// Takes replies that are as long as told, and ZIP archives that have come up to their end record. Of a reply
+// in chunks, or one that was packed for the way, the network library does not tell reliably whether it was
+// cut off. A web page or nothing at all is no file.
 class QtDownloader : public Downloader
 {
 public:

@@ -51,8 +51,12 @@ TEST_F(UnzipCommandTest, SaysWhatIsWrongAndUnpacksNothing)
     EXPECT_FALSE(QFile::exists(pathOf("evil")));
     outcome = unzip(good, "a.zip");
     EXPECT_EQ(outcome.exitCode, 7) << "a file stands where the folder has to be";
-    outcome = run(QStringLiteral("unzip %1 %2").arg(pathOf("missing.zip"), pathOf("out")));
+    outcome = run(QStringLiteral("unzip %1 %2 --language en").arg(pathOf("missing.zip"), pathOf("out")));
     EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_TRUE(outcome.err.startsWith(QStringLiteral("There is no archive"))) << outcome.err.toStdString();
+    outcome = unzip(test::makeZip({}));
+    EXPECT_EQ(outcome.exitCode, 6);
+    EXPECT_TRUE(outcome.err.contains(QStringLiteral("is an empty archive"))) << outcome.err.toStdString();
     EXPECT_EQ(run(QStringLiteral("unzip onlyone.zip")).exitCode, 2);
 }
 

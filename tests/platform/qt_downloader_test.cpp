@@ -4,6 +4,8 @@
 #include "platform/text_conversion.h"
 #include "support/scratch_folder.h"
 
+#include "support/zip_maker.h"
+
 #include <QTcpServer>
 #include <QTcpSocket>
 
@@ -108,6 +110,48 @@ TEST_F(QtDownloaderTest, ReplacesTheFileWhenItHasComeWhole)
     EXPECT_EQ(watcher.total_, 11);
 }
 
+// Whether a reply in chunks was cut off the archive itself has to tell; what is packed for the way is
+// unpacked.
+TEST_F(QtDownloaderTest, TakesAnArchiveWithoutAToldLengthWhenItHasItsEnd)
+{
+    limits.bytes = 10'000;
+    const auto made = test::makeZip({{"a.txt", "some text"}});
+    const QByteArray zip(made.data(), static_cast<qsizetype>(made.size()));
+    const auto chunked = [](const QByteArray& content, const char* behind = "0\r\n\r\n") {
+        return "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n" +
+               QByteArray::number(content.size(), 16) + "\r\n" + content + "\r\n" + behind;
+    };
+    // zlib's form is that of "deflate", behind four bytes of length.
+    const auto packed = [](const QByteArray& content) {
+        return "HTTP/1.1 200 OK\r\nContent-Encoding: deflate\r\nContent-Length: " +
+               QByteArray::number(content.size()) + "\r\n\r\n" + content;
+    };
+    const QByteArray deflated = qCompress(zip).mid(4);
+    struct Case {
+        const char* what;
+        QByteArray reply;
+        bool whole;
+    };
+    const Case cases[] = {
+        {"chunks", chunked(zip), true},
+        {"chunks cut inside", chunked(zip.left(zip.size() / 2), ""), false},
+        {"chunks cut before the last byte", chunked(zip.chopped(1), ""), false},
+        {"chunks of nothing", chunked({}, ""), false},
+        {"chunks of something else", chunked("text"), false},
+        {"without a length", "HTTP/1.1 200 OK\r\n\r\n" + zip, true},
+        {"without a length, cut", "HTTP/1.1 200 OK\r\n\r\n" + zip.chopped(1), false},
+        {"packed", packed(deflated), true},
+        {"packed, cut", packed(deflated.left(deflated.size() / 2)), false},
+    };
+    for (const Case& expected : cases) {
+        server.requests = 0;
+        server.replies = {expected.reply};
+        EXPECT_EQ(fetch(), expected.whole ? DownloadEnd::complete : DownloadEnd::failed) << expected.what;
+        EXPECT_EQ(content(), expected.whole ? made : "old") << expected.what;
+        scratch.write("KarvoUpd.zip", "old");
+    }
+}
+
 TEST_F(QtDownloaderTest, FollowsAFewRedirectsWithinTheWeb)
 {
     const auto to = [&](const QByteArray& target) {
@@ -143,6 +187,10 @@ TEST_F(QtDownloaderTest, WhatIsNotWholeLeavesTheOldFile)
         {"not found", "HTTP/1.1 404 Not Found\r\nContent-Length: 5\r\n\r\nsorry", true},
         {"too large", reply(QByteArray(1001, 'x')), true},
         {"told to be too large", reply("x", "999999999999"), true},
+        {"empty", reply({}), true},
+        {"a page", reply("\xEF\xBB\xBF \n<!DOCTYPE HTML><title>Log in</title>"), true},
+        {"told to be a page",
+         "HTTP/1.1 200 OK\r\nContent-Type: text/html; charset=utf-8\r\nContent-Length: 2\r\n\r\nhi", true},
         {"no web server", "hello", true},
     };
     for (const Case& expected : cases) {

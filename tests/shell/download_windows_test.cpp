@@ -115,9 +115,23 @@ TEST(DownloadWindow, ShowsHowFarItIsAndStopsWhenCancelled)
     EXPECT_TRUE(bench.downloader.target.generic_string().ends_with("/C/temp/KarvoUpd.zip"));
     bench.downloader.during = {};
     bench.downloader.end = DownloadEnd::complete;
-    bench.driver.expectBox(QStringLiteral("Download erfolgreich ausgeführt!"), QStringLiteral("OK"));
+    const auto file = bench.scratch.path() / "C/temp/KarvoUpd.zip";
+    const auto done = QStringLiteral("Download erfolgreich ausgeführt!\r\nDie Datei liegt hier: ") +
+                      QString::fromStdString(file.string());
+    bench.driver.expectBox(done, QStringLiteral("OK"));
     bench.item("mnu_download").trigger();
     EXPECT_FALSE(bench.state.lineBusy);
+
+    bench.scratch.write("C/temp/KarvoUpd.zip", "");
+    bench.archive.entries = {{{"a.txt", ArchiveEntry::Kind::file, false}, {"new"}}};
+    bench.driver.expectBox(done, QStringLiteral("Entpacken"));
+    bench.driver.expect(QStringLiteral("Unzip_Dialog"), [](QWidget& dialog) {
+        dialog.findChild<QPushButton*>(QStringLiteral("OKButton"))->click();
+    });
+    bench.driver.expect(QStringLiteral("unpacked"), [](QWidget& box) { box.close(); });
+    bench.item("mnu_download").trigger();
+    EXPECT_EQ(bench.archive.read_, file);
+    EXPECT_EQ(bench.scratch.read("C/TEMP/Zip_Ordner/a.txt"), "new");
 }
 
 } // namespace karvo::test

@@ -92,12 +92,18 @@ std::optional<UnzipRequest> askForUnzip(Workbench& bench, QWidget* parent)
         bench.prompts.message(bench.state.texts.message(Message::noFileChosen));
         return std::nullopt;
     }
+    return confirmUnzip(bench, *archive, parent);
+}
+
+std::optional<UnzipRequest> confirmUnzip(Workbench& bench, const std::filesystem::path& archive,
+                                         QWidget* parent)
+{
     const auto folder = unzipFolder(bench);
     if (!folder)
         return std::nullopt;
     std::error_code notEntered; // the next file dialog then starts where it did
     std::filesystem::current_path(*folder, notEntered);
-    Unzip_Dialog dialog(bench.state.texts, {*archive, *folder}, parent);
+    Unzip_Dialog dialog(bench.state.texts, {archive, *folder}, parent);
     return dialog.exec() == QDialog::Accepted ? std::optional(dialog.request()) : std::nullopt;
 }
 

@@ -34,4 +34,8 @@ private:
 // due, when none was chosen.
 std::optional<UnzipRequest> askForUnzip(Workbench& bench, QWidget* parent);
 
+// The same for an archive that has been chosen.
+std::optional<UnzipRequest> confirmUnzip(Workbench& bench, const std::filesystem::path& archive,
+                                         QWidget* parent);
+
 } // namespace karvo
