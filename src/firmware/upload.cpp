@@ -63,15 +63,18 @@ private:
     unsigned sequence_ = 0;
 };
 
-// Tells the observer once of each time that the loader falls silent.
+// Tells the observer once of each time that the loader falls silent. Once it has answered, what a sound
+// loader need not answer is no silence.
 class SilenceWatch
 {
 public:
     void note(const UploadReport& report, UploadObserver& observer)
     {
         constexpr int worthTelling = 3; // messages
-        silent_ = report.steps.back().reply.empty() ? silent_ + 1 : 0;
-        if (silent_ == worthTelling)
+        const UploadStep& step = report.steps.back();
+        if (!step.reply.empty()) {
+            silent_ = 0;
+        } else if ((step.message.countsForVerdict || !report.anyReply()) && ++silent_ == worthTelling)
             observer.showSilence(report.erase());
     }
 

@@ -50,7 +50,8 @@ public:
     // After each message, with what came back.
     virtual void showStep(const UploadStep& step) = 0;
 
-    // Three messages in a row are without a single byte of reply. The upload goes on.
+    // Nothing has come in reply to the first three messages, or to three in a row that count. The upload goes
+    // on.
     virtual void showSilence(EraseState erase) = 0;
 
     // Asked before each message but the first: true ends the upload.

@@ -97,6 +97,10 @@ TEST_F(UploadTest, ASilentLoaderCostsATimeOutEachAndNothingElse)
     EXPECT_FALSE(report.anyReply());
     EXPECT_EQ(line.now(), 22 * 5000ms);
     EXPECT_EQ(watcher.silences, (std::vector{std::pair{std::size_t{3}, EraseState::untouched}}));
+    watcher = {};
+    answerAll(1); // then three that count: programming mode, erase and the page
+    uploadImage(bench, image(1), watcher);
+    EXPECT_EQ(watcher.silences, (std::vector{std::pair{std::size_t{22}, EraseState::mayBeErased}}));
 }
 
 TEST_F(UploadTest, APulledAdapterEndsItWithOneMessage)
