@@ -4,6 +4,7 @@
 #include <archive_entry.h>
 
 #include <array>
+#include <fstream>
 #include <memory>
 
 namespace karvo
@@ -32,6 +33,21 @@ int openFile(archive* reader, const std::filesystem::path& path)
 #else
     return archive_read_open_filename(reader, path.c_str(), blockSize);
 #endif
+}
+
+// The library takes an archive that is nothing but its end record, without entries, for no archive at all.
+bool isEmptyArchive(const std::filesystem::path& path)
+{
+    constexpr std::string_view noEntries("PK\x05\x06\0\0\0\0\0\0\0\0", 12); // mark, disks, counts
+    constexpr std::uintmax_t recordLength = 22;
+    constexpr std::uintmax_t longestComment = 65535;
+    std::error_code unknown;
+    const auto size = std::filesystem::file_size(path, unknown);
+    if (unknown || size < recordLength || size > recordLength + longestComment)
+        return false;
+    std::array<char, noEntries.size()> start{};
+    std::ifstream(path, std::ios::binary).read(start.data(), static_cast<std::streamsize>(start.size()));
+    return std::string_view(start.data(), start.size()) == noEntries;
 }
 
 // Where a name can not be told in UTF-8 its bytes are handed on: whoever checks names refuses them.
@@ -79,6 +95,8 @@ Reading readBytes(archive* reader, ArchiveSink& sink)
 
 std::optional<Text> ZipArchive::read(const std::filesystem::path& path, ArchiveSink& sink)
 {
+    if (isEmptyArchive(path))
+        return std::nullopt;
     const Reader reader(archive_read_new());
     archive_read_support_format_zip_seekable(reader.get());
     // Names that are not marked as UTF-8 are those of the system that ZIP comes from.

@@ -99,11 +99,11 @@ TEST(CliArgumentsTest, HelpAndVersionAreNoMistakes)
 {
     EXPECT_FALSE(parse(QStringLiteral("--help")).wrong);
     const QString help = parse(QStringLiteral("--help")).text.simplified(); // its lines are wrapped
-    for (const char* const part :
-         {"Exit codes: 0 done",
-          "flash: 0 every message was sent, 1 the file is damaged, 4 not one reply came",
-          "update: 0 every record was sent, 1 the file is damaged, 4 no reply",
-          "after a 7 the decoder's firmware is incomplete"})
+    for (const char* const part : {"Exit codes: 0 done",
+                                   "flash: 0 the loader accepted every page, 1 the file is damaged, 4 not "
+                                   "one reply came, 7 something was",
+                                   "update: 0 the interface acknowledged every record",
+                                   "the decoder's firmware may be incomplete", "unzip: 0 all was unpacked"})
         EXPECT_TRUE(help.contains(QLatin1String(part))) << part;
     EXPECT_TRUE(parse(QStringLiteral("--version")).text.startsWith(QStringLiteral("karvo-cli ")));
 }

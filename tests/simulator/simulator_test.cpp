@@ -1,6 +1,7 @@
 #include "simulator/simulator.h"
 
 #include <numeric>
+#include <set>
 
 namespace karvo::sim
 {
@@ -322,31 +323,12 @@ TEST(Simulator, ReconnectLosesWhatWasOnItsWay)
     EXPECT_EQ(answer(simulator, {0x25}, 70'000us), bytesOf("27")) << "no frame is awaited any more";
 }
 
-TEST(Fault, EveryNameGivesItsFault)
+TEST(Fault, EveryNameGivesAFaultOfItsOwn)
 {
-    const std::vector<std::pair<std::string_view, Fault>> expected{
-        {"none", Fault::none},
-        {"silence", Fault::silence},
-        {"unknown-identification", Fault::unknownIdentification},
-        {"wrong-check-byte", Fault::wrongCheckByte},
-        {"short-block", Fault::shortBlock},
-        {"late-block", Fault::lateBlock},
-        {"torn-block", Fault::tornBlock},
-        {"refused-command", Fault::refusedCommand},
-        {"refused-frame", Fault::refusedFrame},
-        {"silent-loader", Fault::silentLoader},
-        {"silent-update", Fault::silentUpdate},
-        {"late-reply", Fault::lateReply},
-        {"garbled-reply", Fault::garbledReply},
-        {"excess-reply", Fault::excessReply},
-        {"hang-up", Fault::hangUp},
-    };
-    std::vector<std::string_view> names;
-    for (const auto& [name, fault] : expected) {
-        EXPECT_EQ(faultByName(name), fault) << name;
-        names.push_back(name);
-    }
-    EXPECT_EQ(faultNames(), names);
+    std::set<Fault> faults;
+    for (const std::string_view name : faultNames())
+        EXPECT_TRUE(faults.insert(faultByName(name).value()).second) << name;
+    EXPECT_EQ(faults.size(), static_cast<std::size_t>(Fault::hangUp) + 1) << "none is without a name";
     EXPECT_EQ(faultByName("hangup"), std::nullopt);
     EXPECT_EQ(faultByName(""), std::nullopt);
 }
