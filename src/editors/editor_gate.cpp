@@ -89,7 +89,7 @@ const EditorNeeds& needsOf(Editor editor)
         return addressNeeds;
     case Editor::braking:
         return brakingNeeds;
-    case Editor::speedSteps:
+    case Editor::speedTable:
         return speedStepNeeds;
     case Editor::baseAndTop:
         return baseAndTopNeeds;

@@ -14,7 +14,7 @@ namespace karvo
 enum class Editor {
     addresses,
     braking,
-    speedSteps,
+    speedTable,
     baseAndTop, // CV2 and CV5 from a preset
     presets,    // speed steps and distances from files and into them
     bothServos,

@@ -58,7 +58,6 @@ enum class Message {
     blockNotKeepable = 434,  // question
     numberNotInList = 635,   // {1}: the number
     valueMissing = 636,      // {1}: CV, {2} and {3}: its limits
-    accessGroupAdvice = 660, // {1}: the group
     bytesOfReply = 661,      // {1} of {2}; line below `noReply`
     nothingReceived = 662,   // likewise
     replyWas = 663,          // {1}: the reply; line below `unknownDecoder`

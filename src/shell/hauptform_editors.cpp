@@ -86,7 +86,7 @@ void Hauptform::editBraking(std::string_view preset)
 
 void Hauptform::editSpeedSteps()
 {
-    if (!mayOpen(Editor::speedSteps))
+    if (!mayOpen(Editor::speedTable))
         return;
     if (state_.set.profile.generation == Generation::f5)
         FahrstufenF5(bench_, this).exec();

@@ -240,7 +240,7 @@ constexpr AvailableItem availableItems[] = {
 };
 
 constexpr EditorItem editors[] = {
-    {"mnu_fahrstufen", Editor::speedSteps},  {"mnu_bremsen", Editor::braking},
+    {"mnu_fahrstufen", Editor::speedTable},  {"mnu_bremsen", Editor::braking},
     {"mnu_Faller", Editor::braking},         {"mnu_CI46", Editor::braking},
     {"mnu_CI26", Editor::braking},           {"mnu_FS_CI26_1", Editor::baseAndTop},
     {"mnu_FS_CI26_2", Editor::baseAndTop},   {"mnu_FS_CI46_1", Editor::baseAndTop},

@@ -52,8 +52,8 @@ TEST(EditorGate, OpensWhereModelAndDescriptionHaveWhatItNeeds)
         {Editor::braking, setOf(Model::receiver), "KV-R is not KV04, KV05, KV06, KV07, KV08"},
         {Editor::braking, setOf(Model::kv06, {48, 53, 54}), "KV06 lacks CV48, CV53-54"},
         {Editor::braking, CvSet(), "no list"},
-        {Editor::speedSteps, v1, "KV07 lacks CV70-97"},
-        {Editor::speedSteps, setOf(Model::trailer), "AN07 is not KV04, KV05, KV06, KV07, KV08"},
+        {Editor::speedTable, v1, "KV07 lacks CV70-97"},
+        {Editor::speedTable, setOf(Model::trailer), "AN07 is not KV04, KV05, KV06, KV07, KV08"},
         {Editor::baseAndTop, v1, ""},
         {Editor::presets, v1, "KV07 lacks CV70-97"},
         {Editor::presets, CvSet(), ""}, // it says itself what is missing
@@ -70,7 +70,7 @@ TEST(EditorGate, OpensWhereModelAndDescriptionHaveWhatItNeeds)
     auto offline = setOf(Model::kv07);
     offline.table.at(173, Column::value).clear();
     EXPECT_EQ(whyNotOpen(Editor::servoTimes, offline, gateTexts()), u"no value CV173");
-    EXPECT_FALSE(whyNotOpen(Editor::speedSteps, offline, gateTexts()));
+    EXPECT_FALSE(whyNotOpen(Editor::speedTable, offline, gateTexts()));
 }
 
 TEST(EditorGate, LeavesOutWhatTheModelHasNot)
