@@ -21,7 +21,8 @@ std::string sent(const WritePlan& plan, int refused)
         if (write.skip == WriteSkip::none)
             bench.answerWrite({static_cast<std::uint8_t>(write.cv == refused ? 21 : 6)});
     }
-    const auto report = runPlan(bench.bench, plan, bench.keep);
+    WriteGuard guard(bench.bench, bench.keep);
+    const auto report = runPlan(bench.bench, plan, guard, RunKind::many);
     std::string text;
     for (const WriteOutcome& outcome : report.outcomes)
         text += outcome.end == ok ? std::to_string(outcome.cv) + " " : "";
