@@ -3,6 +3,7 @@
 
 #include "form_bench.h"
 #include "support/modal_driver.h"
+#include "ui/captions.h"
 #include "workbench/offline_list.h"
 
 #include <QAccessible>
@@ -67,10 +68,27 @@ TEST(Fahrstufen, TakesOverOnlyWithItsButton)
     bench.type(shown.window, "Text1_1", "99");
     find<QPushButton>(shown.window, "Zuruecksetzen").click();
     EXPECT_EQ(bench.field(shown.window, 2), 12);
-    bench.type(shown.window, "Text1_1", "98");
     find<QPushButton>(shown.window, "Abbrechen").click();
-    EXPECT_EQ(bench.value(96), 12);
+    EXPECT_FALSE(shown.window.isVisible()) << "nothing is lost";
+}
+
+TEST(Fahrstufen, AChangedCurveIsNotClosedWithoutAQuestion)
+{
+    StepsBench bench;
+    Shown<Fahrstufen> shown(bench.bench);
+    ModalDriver driver;
+    const auto question = qtText(bench.state.texts.message(Message::discardQuestion));
+    bench.type(shown.window, "Text1_1", "98");
+    driver.expectBox(question, QStringLiteral("Weiter bearbeiten"));
+    find<QPushButton>(shown.window, "Abbrechen").click();
+    EXPECT_TRUE(shown.window.isVisible());
+    find<QPushButton>(shown.window, "Zuruecksetzen").click();
+    find<QLineEdit>(shown.window, "Text1_2").setFocus();
+    QTest::keyClicks(&find<QLineEdit>(shown.window, "Text1_2"), QStringLiteral("7")); // not taken yet
+    driver.expectBox(question, QStringLiteral("Verwerfen"));
+    QTest::keyClick(&shown.window, Qt::Key_Escape);
     EXPECT_FALSE(shown.window.isVisible());
+    EXPECT_EQ(bench.value(96), 10);
 }
 
 TEST(Fahrstufen, RefusesValuesOutsideTheLimitsOnce)

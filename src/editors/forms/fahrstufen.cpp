@@ -29,7 +29,7 @@ Fahrstufen::Fahrstufen(Workbench& bench, QWidget* parent)
 }
 
 Fahrstufen::Fahrstufen(Workbench& bench, const QString& name, QWidget* parent)
-    : QDialog(parent),
+    : EditorDialog(bench.state.texts, parent),
       bench_(bench),
       texts_(bench.state.texts),
       viewMode_(bench.state.speedStepViews > 0),
@@ -53,7 +53,7 @@ Fahrstufen::Fahrstufen(Workbench& bench, const QString& name, QWidget* parent)
 
 void Fahrstufen::showEvent(QShowEvent* event)
 {
-    QDialog::showEvent(event);
+    EditorDialog::showEvent(event);
     if (!event->spontaneous())
         showValues();
 }
@@ -127,13 +127,28 @@ void Fahrstufen::setStep(int step, int value)
     drawbargraph();
 }
 
+bool Fahrstufen::showsStep(const QLineEdit& field, int step) const
+{
+    return numberFromText(typedText(field.text())) == edit_.shown()[static_cast<std::size_t>(step - 1)];
+}
+
+bool Fahrstufen::holdsWork() const
+{
+    if (viewMode_)
+        return false;
+    bool shown = showsStep(*chosenValue_, chosenStep_->currentIndex() + 1);
+    for (int step = 1; step <= speedStepCount; ++step)
+        shown = shown && showsStep(*fields_[static_cast<std::size_t>(step - 1)], step);
+    return edit_.isChanged() || !shown;
+}
+
 // False for a value outside the limits, which is told once and can be mended. A value that stands in the
 // table is left alone, whatever it is.
 bool Fahrstufen::takeField(QLineEdit& field, int step)
 {
-    const auto typed = numberFromText(typedText(field.text()));
-    if (typed && *typed == edit_.shown()[static_cast<std::size_t>(step - 1)])
+    if (showsStep(field, step))
         return true;
+    const auto typed = numberFromText(typedText(field.text()));
     if (typed && *typed >= lowestSpeed && *typed <= highest_) {
         setStep(step, *typed);
         return true;

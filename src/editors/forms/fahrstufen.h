@@ -4,10 +4,9 @@
 
 #include "editors/curve_questions.h"
 #include "editors/step_edit.h"
+#include "ui/editor_dialog.h"
 #include "ui/parting.h"
 #include "workbench/workbench.h"
-
-#include <QDialog>
 
 #include <array>
 #include <functional>
@@ -24,7 +23,7 @@ namespace karvo
 
 class StepGraph;
 
-class Fahrstufen : public QDialog
+class Fahrstufen : public EditorDialog
 {
     Q_OBJECT
 
@@ -37,6 +36,9 @@ protected:
     Fahrstufen(Workbench& bench, const QString& name, QWidget* parent);
 
     void showEvent(QShowEvent* event) override;
+
+    // A curve that was not taken over, or a number in a field that is not in it yet.
+    bool holdsWork() const override;
 
     // The table as bars, on the scale of this window.
     virtual void drawbargraph();
@@ -60,6 +62,7 @@ private:
     void showValues();
     void chooseStep(int step);
     void setStep(int step, int value);
+    bool showsStep(const QLineEdit& field, int step) const;
     bool takeField(QLineEdit& field, int step);
     bool takeFields();
     void takeOver();
