@@ -24,8 +24,6 @@ Downloaded fetch(Workbench& bench, Downloader& downloader, const Text& address, 
     auto file = folder / std::filesystem::path(utf8FromText(name));
     const auto end = downloader.fetch(address, file, observer);
     bench.view.showHourglass(false);
-    if (end == DownloadEnd::failed)
-        bench.prompts.message(Text(failed), PromptIcon::stop);
     return {end, std::move(file)};
 }
 
@@ -46,6 +44,11 @@ std::optional<Downloaded> download(Workbench& bench, Downloader& downloader, Dow
         return fetch(bench, downloader, address, *name, observer);
     bench.prompts.message(bench.state.texts.message(Message::downloadNameRefused), PromptIcon::stop);
     return std::nullopt;
+}
+
+void tellDownloadFailed(Workbench& bench)
+{
+    bench.prompts.message(Text(failed), PromptIcon::stop);
 }
 
 Text downloadedText(const LanguageTables& texts, const std::filesystem::path& file)

@@ -17,9 +17,11 @@ struct Downloaded {
     std::filesystem::path file; // where it is, or would be
 };
 
-// Fetches what message 581 names, with an hourglass meanwhile. A failure has been told then. Nothing, after a
-// message, when 581 is no address of a file.
+// Fetches what message 581 names, with an hourglass meanwhile. Nothing, after a message, when that is no
+// address of a file.
 std::optional<Downloaded> download(Workbench& bench, Downloader& downloader, DownloadObserver& observer);
+
+void tellDownloadFailed(Workbench& bench);
 
 // That it went well, and behind that the place of the file.
 Text downloadedText(const LanguageTables& texts, const std::filesystem::path& file);

@@ -35,7 +35,9 @@ void Hauptform::downloadArchive()
         TransferProgress progress(bench_, Caption::downloadTitle,
                                   filledCaption(texts_, Caption::downloadRunning, {name}), this);
         const auto done = download(bench_, downloader_, progress);
-        progress.hide();
+        progress.end();
+        if (done && done->end == DownloadEnd::failed)
+            tellDownloadFailed(bench_);
         if (done && done->end == DownloadEnd::complete) {
             file = done->file;
             next = DownloadDone(texts_, file, this).ask();
@@ -63,7 +65,7 @@ void Hauptform::unpackAfter(const std::optional<UnzipRequest>& request)
             bench_, Caption::unzipTitle,
             filledCaption(texts_, Caption::unzipRunning, {pathText(request->archive.filename())}), this);
         const auto result = unpack(bench_, archive_, *request, progress);
-        progress.hide();
+        progress.end();
         tellUnpacked(bench_, *request, result);
     }
     if (closing_)

@@ -79,7 +79,7 @@ bool isStillToWrite(const WriteOutcome& outcome)
     case WriteEnd::guarded:
         return false;
     case WriteEnd::frameRefused:
-        return isAddressCv(outcome.cv);
+        return isAddressCv(outcome.cv) || isServoCv(outcome.cv);
     default:
         return true;
     }

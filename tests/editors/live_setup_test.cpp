@@ -225,7 +225,7 @@ TEST(LiveFollow, ACancelOnAMuteLineWaitsOnceAndTellsOnce)
     bench.line.onWait([&] { bench.follow.stop(); }); // cancelled while the reply is awaited
     bench.follow.tick();
     bench.follow.restore();
-    EXPECT_EQ(bench.journal, (Journal{"write 37", "message no reply"}));
+    EXPECT_EQ(bench.journal, (Journal{"write 37", "message no reply\r\nnothing came"}));
     EXPECT_EQ(bench.line.now() - before, usualTimeOut);
 
     FollowBench later;
@@ -235,7 +235,7 @@ TEST(LiveFollow, ACancelOnAMuteLineWaitsOnceAndTellsOnce)
     later.journal.clear();
     const auto told = later.line.now();
     later.follow.restore();
-    EXPECT_EQ(later.journal, (Journal{"write 37", "message no reply"}));
+    EXPECT_EQ(later.journal, (Journal{"write 37", "message no reply\r\nnothing came"}));
     EXPECT_EQ(later.line.now() - told, usualTimeOut);
 }
 

@@ -30,6 +30,8 @@ struct DownloadBench : test::TestBench {
     {
         Nobody nobody;
         done = download(bench, server, nobody);
+        if (done && done->end == DownloadEnd::failed)
+            tellDownloadFailed(bench);
     }
     test::ScriptedDownloader server;
     std::optional<Downloaded> done;

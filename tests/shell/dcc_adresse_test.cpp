@@ -141,24 +141,6 @@ TEST(DccAdresse, AskedFirstWhereNoAddressIsTicked)
     EXPECT_TRUE(bench.kept.empty());
 }
 
-TEST(DccAdresse, WhatCameToNothingIsOfferedAgain)
-{
-    AddressBench bench;
-    bench.state.link.identified = false;
-    bench.port.simulator().setFault(sim::Fault::unknownIdentification);
-    bench.expectDialog([](QDialog& dialog) { AddressBench::type(dialog, "12", "13"); }, "Command1");
-    for (const char* const refusal : {"unknown decoder", "nothing written"})
-        bench.driver.expect(QString::fromLatin1(refusal), [](QWidget& box) { box.close(); });
-    bench.expectDialog(
-        [](QDialog& dialog) {
-            EXPECT_EQ(dialog.findChild<QLineEdit*>(QStringLiteral("Erste_Adresse"))->text(),
-                      QStringLiteral("12"));
-        },
-        "Command2");
-    bench.driver.expectBox(bench.message(Message::discardQuestion), QStringLiteral("Verwerfen"));
-    bench.item("mnu_dcc_adresse").trigger();
-}
-
 TEST(ServoAddresse, WritesBothCvsOfEachServoThatIsTicked)
 {
     AddressBench bench;

@@ -35,7 +35,7 @@ inline std::string kv07Description(const std::string& word)
             content += "2;20;" + word + " two;1;200;18;explains " + word + "$second line;0 = off;only if " +
                        word + ";;;;;;;;\r\n";
         else if (row == 29)
-            content += "29;6;" + word + " switches;0;14;0;many;sum;;" + word + " one$two$$" + word +
+            content += "29;6;" + word + " switches;0;255;0;many;sum;;" + word + " one$two$$" + word +
                        " eight;;;;;;;\r\n";
         else
             content += number + ";" + std::to_string(row % 100) + ";" + word + " " + number +

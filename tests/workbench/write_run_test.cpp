@@ -17,6 +17,7 @@ std::string sent(const WritePlan& plan, int refused)
 {
     test::WriteBench bench;
     bench.readKv05();
+    bench.answerMeeting();
     for (const PlannedWrite& write : plan) {
         if (write.skip == WriteSkip::none)
             bench.answerWrite({static_cast<std::uint8_t>(write.cv == refused ? 21 : 6)});

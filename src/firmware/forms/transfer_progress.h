@@ -18,6 +18,9 @@ class TransferProgress : public QProgressDialog, public DownloadObserver, public
 public:
     TransferProgress(Workbench& bench, Caption title, const QString& text, QWidget* parent);
 
+    // There is nothing to be shown any more, not even after the time behind which it would have come up.
+    void end() { reset(); }
+
     void showBytes(long long received, long long total) override;
     bool stopRequested() override { return wasCanceled(); }
 
