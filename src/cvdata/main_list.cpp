@@ -166,6 +166,15 @@ MainList fill_list1(const ListSource& source)
     return list;
 }
 
+bool hasSpeedTable(const CvTable& table)
+{
+    for (int step = 1; step <= speedSteps; ++step) {
+        if (!isUsed(table, cvOfSpeedStep(step)))
+            return false;
+    }
+    return true;
+}
+
 Text nameOfCv(const CvTable& table, int cv)
 {
     const Text& text = table.at(cv, Column::text);

@@ -70,6 +70,9 @@ constexpr bool isSpeedStepCv(int cv)
 // position 1, counted from 1. Nothing for a reply that is none, such as a whole block.
 std::optional<int> speedStepInReply(std::span<const std::uint8_t> reply, int step);
 
+// Whether the model has a speed table: it uses all CVs of one. On receivers some of them are ordinary CVs.
+bool hasSpeedTable(const CvTable& table);
+
 // What a CV is called: the first line of its text.
 Text nameOfCv(const CvTable& table, int cv);
 

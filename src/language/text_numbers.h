@@ -208,7 +208,7 @@ enum class Message {
     updateNotConfirmed = 858,
     updateStopped = 868,
     updateStoppedBefore = 869,
-    archiveEmpty = 870, // {1}: the path
+    archiveEmpty = 870,   // {1}: the path
     archiveMissing = 871, // {1}: the path
 };
 
@@ -542,12 +542,12 @@ enum class Caption {
     noLoaderReplies = 663,
     updateHeader = 664, // {1}: the items of the file's header
     findingHeaderModel = 665,
-    findingNameModel = 666, // {1}: a model, {2}: the model of the decoder
+    findingNameModel = 666,   // {1}: a model, {2}: the model of the decoder
     findingShortRecord = 667, // {1}: the line of the file
-    findingOpenEnd = 668, // {1}: the line of the file
+    findingOpenEnd = 668,     // {1}: the line of the file
     findingManyRecords = 669, // {1}: the line of the file, {2}: how many data lines
     updateAcknowledged = 670, // {1}: data lines
-    updateRecordName = 671, // {1}: its number
+    updateRecordName = 671,   // {1}: its number
     updateCallName = 672,
     modelReceiver = 673,
     updateUnconfirmed = 674,

@@ -153,6 +153,9 @@ void Hauptform::showAvailability()
     menu_->setAvailable(state_.lineBusy, hasList, hasCurrentCv);
     showEditorReasons();
     const bool writable = state_.link.typeCode != readOnlyReceiverCode;
+    const auto whyNot = writable ? std::nullopt : std::optional(texts_.caption(Caption::receiverOnlyRead));
+    for (const char* const item : {"mnu_write_single", "mnu_write_all", "mnu_reset"})
+        menu_->setReason(item, whyNot);
     panel_->setAvailable(
         {.choosing = hasList,
          .changing = idle && hasCurrentCv,

@@ -21,6 +21,8 @@ bool hadItsTurn(const WriteOutcome& outcome)
 bool isWhole(const std::vector<WriteOutcome>& outcomes)
 {
     return std::all_of(outcomes.begin(), outcomes.end(), [](const WriteOutcome& outcome) {
+        if (outcome.skip == WriteSkip::addressUnconfirmed)
+            return false;
         return outcome.skip != WriteSkip::none || outcome.end == WriteEnd::written ||
                outcome.end == WriteEnd::unconfirmed;
     });

@@ -23,6 +23,8 @@ bool isHeldBack(const PlannedWrite& write)
 std::vector<StepOutside> stepsOutside(const WritePlan& plan, const CvTable& table)
 {
     std::vector<StepOutside> steps;
+    if (!hasSpeedTable(table))
+        return steps;
     for (const PlannedWrite& write : plan) {
         if (isSpeedStepCv(write.cv) && write.skip == WriteSkip::outsideLimits)
             steps.push_back({cvOfSpeedStep(write.cv), write.value, limitsOf(table, write.cv)});

@@ -66,8 +66,10 @@ WritePlan planOf(const CvTable& table, const std::function<bool(int)>& isWanted)
     return plan;
 }
 
-void holdBackOtherSteps(WritePlan& plan)
+void holdBackOtherSteps(WritePlan& plan, const CvTable& table)
 {
+    if (!hasSpeedTable(table))
+        return;
     const bool anyOutside = std::any_of(plan.begin(), plan.end(), [](const PlannedWrite& write) {
         return isSpeedStepCv(write.cv) && write.skip == WriteSkip::outsideLimits;
     });
@@ -107,7 +109,7 @@ WritePlan planFromList(const CvTable& table, const CvImage& block, BeyondLimits 
     for (PlannedWrite& write : plan)
         write.held = block[static_cast<std::size_t>(write.cv)];
     markSkipped(plan, table, beyond);
-    holdBackOtherSteps(plan);
+    holdBackOtherSteps(plan, table);
     keepSeriesTogether(plan, table);
     return plan;
 }

@@ -68,6 +68,8 @@ bool isClean(const WriteOutcome& outcome)
 
 bool isStillToWrite(const WriteOutcome& outcome)
 {
+    if (outcome.skip == WriteSkip::addressUnconfirmed)
+        return true; // what it puts to use is still to be written too
     if (outcome.skip != WriteSkip::none)
         return false;
     if (!outcome.end)

@@ -75,8 +75,8 @@ TEST(Fahrstufen, TakesOverOnlyWithItsButton)
 TEST(Fahrstufen, AChangedCurveIsNotClosedWithoutAQuestion)
 {
     StepsBench bench;
+    ModalDriver driver; // begins by ending an event loop, which closes windows
     Shown<Fahrstufen> shown(bench.bench);
-    ModalDriver driver;
     const auto question = qtText(bench.state.texts.message(Message::discardQuestion));
     bench.type(shown.window, "Text1_1", "98");
     driver.expectBox(question, QStringLiteral("Weiter bearbeiten"));

@@ -91,6 +91,7 @@ TEST(HauptformChange, BeginsAndStepsAValueFromTheList)
 TEST(HauptformChange, TakesTheBitsAsTheyAreTickedWithinTheLimits)
 {
     ChangeBench bench;
+    bench.state.set.table.at(29, Column::upperLimit) = u"14";
     bench.chooseCv(29);
     bench.find<QCheckBox>("Check1").click();
     EXPECT_EQ(bench.line(), "CV29 = 7  geändert");

@@ -155,7 +155,7 @@ TEST(HauptformRead, OffersNoWriteToAReceiverThatCanBeReadOnly)
     setup.decoder = "receiver-readonly";
     WindowBench bench(setup);
     bench.files.content[bench.state.programFolder / "CV_Standart_receiver.txt"] =
-        bytesOf("Standard KV05-XT\r\n1;3;name;0;255;3;;;;;;;;;;;\r\n\r\n");
+        bytesOf("Standard KV05-XT\r\n1;3;name;0;255;3;;;;;;;;;;;\r\nEnde CV\r\n\r\n");
     const auto reason = utf8FromText(bench.state.texts.caption(Caption::receiverOnlyRead));
     const auto expectOff = [&](bool off) {
         for (const char* name : {"Einzelne_speichern", "Alle_speichern"}) {

@@ -187,12 +187,13 @@ TEST(HauptformWrite, StopsBetweenTwoCvsAndLeavesTheRestMarked)
         if (cv != 48)
             return;
         EXPECT_EQ(remaining, 2U);
-        bench.window->activateWindow();
         QTimer::singleShot(0, bench.window.get(), [&] {
             progress = bench.find<QProgressBar>("Progress").format().toStdString();
             EXPECT_FALSE(bench.find<QPushButton>("Alle_speichern").isEnabled());
             EXPECT_FALSE(bench.find<QPushButton>("Zuruecknehmen").isEnabled());
             EXPECT_TRUE(bench.find<QPushButton>("Anhalten").isVisible());
+            bench.window->activateWindow(); // after the preview
+            EXPECT_TRUE(QTest::qWaitForWindowActive(bench.window.get()));
             QTest::keyClick(bench.window.get(), Qt::Key_Escape);
             EXPECT_FALSE(bench.find<QPushButton>("Anhalten").isEnabled());
         });

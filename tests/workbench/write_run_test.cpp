@@ -18,6 +18,8 @@ std::string sent(const WritePlan& plan, int refused)
     test::WriteBench bench;
     bench.readKv05();
     bench.answerMeeting();
+    if (plan.front().cv == 11)
+        bench.prompts.answer(true); // the list of a KV05 uses no servo CVs
     for (const PlannedWrite& write : plan) {
         if (write.skip == WriteSkip::none)
             bench.answerWrite({static_cast<std::uint8_t>(write.cv == refused ? 21 : 6)});
