@@ -4,6 +4,7 @@
 #include "cvdata/main_list.h"
 
 #include <map>
+#include <utility>
 
 namespace karvo
 {
@@ -47,9 +48,11 @@ std::vector<Text> linesOf(const std::vector<WriteOutcome>& beyond, const CvSet& 
             continue;
         }
         const auto limits = limitsOf(set.table, outcome.cv);
-        const Text step = textFromNumber(cvOfSpeedStep(outcome.cv)) + u" = " + textFromNumber(outcome.value);
-        Text& named = steps[{limits.lower, limits.upper}];
-        named = named.empty() ? step : step + u", " + named;
+        Text step = textFromNumber(cvOfSpeedStep(outcome.cv)) + u" = " + textFromNumber(outcome.value);
+        Text& named = steps[{limits.lower, limits.upper}]; // ascending, while the CVs of the steps descend
+        if (!named.empty())
+            step.append(u", ").append(named);
+        named = std::move(step);
     }
     for (const auto& [limits, named] : steps) {
         const Text words[] = {named, textFromNumber(limits.first), textFromNumber(limits.second)};

@@ -207,6 +207,7 @@ std::vector<Text> reasonsOf(std::span<const WriteSkip> skips, const LanguageTabl
             ++known->second;
     }
     std::vector<Text> lines;
+    lines.reserve(counts.size());
     for (const auto& [skip, count] : counts)
         lines.push_back(textFromNumber(count) + u" \u00D7 " + texts.caption(captionOfSkip(skip)));
     return lines;
