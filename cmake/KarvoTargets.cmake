@@ -77,6 +77,11 @@ function(karvo_test name)
         target_link_libraries(${name}_tests PRIVATE GTest::gtest_main)
     endif()
     target_precompile_headers(${name}_tests PRIVATE <gtest/gtest.h> <functional> <optional> <string> <vector>)
+    set(lock)
+    if(name STREQUAL platform)
+        # One at a time: numbers of pseudo terminals are used again at once, and side by side a port was refused now and then.
+        set(lock RESOURCE_LOCK pseudo_terminals)
+    endif()
     gtest_discover_tests(${name}_tests DISCOVERY_TIMEOUT 60
-                         PROPERTIES TIMEOUT 120 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+                         PROPERTIES TIMEOUT 120 ENVIRONMENT "QT_QPA_PLATFORM=offscreen" ${lock})
 endfunction()
