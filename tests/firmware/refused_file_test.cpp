@@ -1,7 +1,6 @@
-// What the person is told of a firmware file that can not be sent: the message, the line and the reason.
+// What the person is told of a firmware file that can not be sent, and what he is asked for it.
 #include "firmware/interface_update.h"
 #include "firmware/upload.h"
-#include "support/hex_file.h"
 #include "support/test_bench.h"
 
 #include <gtest/gtest.h>
@@ -13,77 +12,57 @@ namespace
 
 using test::Journal;
 
-class RefusedFileTest : public testing::Test, public test::TestBench
-{
-protected:
-    // Each text is its own number.
-    RefusedFileTest()
+struct FileBench : test::TestBench {
+    FileBench()
     {
-        test::setText(state.texts, 36, u"m36");
+        test::numberEveryText(state.texts);
         test::setText(state.texts, 850, u"m850 {1} line {2}: {3}");
         test::setText(state.texts, 854, u"{1} above {2}");
-        for (int caption = 600; caption <= 615; ++caption)
-            test::setCaption(state.texts, caption, u"c" + textFromNumber(caption));
     }
+    // The last that is told.
     std::string told(const char* name, const std::string& content)
     {
         journal.clear();
         addFile(name, content);
         const auto path = state.programFolder / name;
-        const bool refused =
-            path.extension() == ".hex" ? !readHexFile(bench, path) : !readUpdateFile(bench, path);
-        EXPECT_TRUE(refused) << name;
+        EXPECT_TRUE(path.extension() == ".hex" ? !readHexFile(bench, path) : !readUpdateFile(bench, path));
         return journal.empty() ? "" : journal.back();
     }
 };
 
-TEST_F(RefusedFileTest, IsToldWithItsLineAndReason)
+TEST(FirmwareFile, IsRefusedWithItsLineAndReason)
 {
+    FileBench bench;
     const std::string first = ":020000020000FC\r\n";
     const std::string longLine(10U * 1024 * 1024, '0');
-    EXPECT_EQ(told("a.hex", first + ":" + longLine), "message m850 program/a.hex line 2: c601");
-    EXPECT_EQ(told("a.hex", first + ":0100010001FF\r\n"), "message m850 program/a.hex line 2: c602");
-    EXPECT_EQ(told("a.uhx", "1F80\r\nUpdate Ende\r\n" + longLine + "0"),
+    EXPECT_EQ(bench.told("a.hex", first + ":" + longLine), "message m850 program/a.hex line 2: c601");
+    EXPECT_EQ(bench.told("a.hex", first + ":0100010001FF\r\n"), "message m850 program/a.hex line 2: c602");
+    EXPECT_EQ(bench.told("a.uhx", "1F80\r\nUpdate Ende\r\n" + longLine + "0"),
               "message m850 program/a.uhx line 3: c615");
-    EXPECT_EQ(told("a.hex", "hello\r\n"), "message m36!");
-    state.tellsWrongFirstLine = false;
-    EXPECT_EQ(told("a.hex", "hello\r\n"), "");
+    EXPECT_EQ(bench.told("a.hex", "hello\r\n"), "message m36!");
+    bench.state.tellsWrongFirstLine = false;
+    EXPECT_EQ(bench.told("a.hex", "hello\r\n"), "");
     for (const char* const name : {"big.hex", "big.uhx"})
-        EXPECT_EQ(told(name, std::string(32U * 1024 * 1024 + 1, '0')),
+        EXPECT_EQ(bench.told(name, std::string(32U * 1024 * 1024 + 1, '0')),
                   "message program/" + std::string(name) + " above 32");
 }
 
-class FirmwareDialogTest : public testing::Test, public test::TestBench
+TEST(FirmwareFile, IsProposedAndOneNameStandsForNone)
 {
-protected:
-    FirmwareDialogTest()
-    {
-        test::setText(state.texts, 223, u"m223");
-        test::setCaption(state.texts, 636, u"HEX");
-        test::setCaption(state.texts, 637, u"UHX");
+    FileBench bench;
+    const std::string opened = "open c636 (*.hex *.HEX) in folder: KV07_29August2022_Alle_Versionen.hex";
+    const std::filesystem::path image = "folder/KV07_29August2022_Alle_Versionen.hex";
+    for (const std::optional<std::filesystem::path>& chosen :
+         {std::optional<std::filesystem::path>(), std::optional<std::filesystem::path>("*.kvr"),
+          std::optional(image)}) {
+        bench.journal.clear();
+        bench.prompts.chooseFile(chosen);
+        EXPECT_EQ(chooseImage(bench.bench, "folder"), chosen == image ? chosen : std::nullopt);
+        EXPECT_EQ(bench.journal, chosen == image ? Journal{opened} : (Journal{opened, "message m223"}));
     }
-};
-
-TEST_F(FirmwareDialogTest, ProposesTheImageAndTakesNoOtherNameThanOneForUnchosen)
-{
-    const char* const opened = "open HEX (*.hex *.HEX) in folder: KV07_29August2022_Alle_Versionen.hex";
-    for (const std::optional<std::filesystem::path>& unchosen :
-         {std::optional<std::filesystem::path>(), std::optional<std::filesystem::path>("*.kvr")}) {
-        prompts.chooseFile(unchosen);
-        EXPECT_EQ(chooseImage(bench, "folder"), std::nullopt);
-        EXPECT_EQ(journal, (Journal{opened, "message m223"}));
-        journal.clear();
-    }
-    prompts.chooseFile("folder/KV07_29August2022_Alle_Versionen.hex");
-    EXPECT_EQ(chooseImage(bench, "folder"), "folder/KV07_29August2022_Alle_Versionen.hex");
-    EXPECT_EQ(journal, (Journal{opened}));
-}
-
-TEST_F(FirmwareDialogTest, ProposesThePatternOfUpdateFiles)
-{
-    prompts.chooseFile("folder/a.uhx");
-    EXPECT_EQ(chooseUpdate(bench, "folder"), "folder/a.uhx");
-    EXPECT_EQ(journal, (Journal{"open UHX (*.uhx *.UHX) in folder: *.uhx"}));
+    bench.prompts.chooseFile("folder/a.uhx");
+    EXPECT_EQ(chooseUpdate(bench.bench, "folder"), "folder/a.uhx");
+    EXPECT_EQ(bench.journal.back(), "open c637 (*.uhx *.UHX) in folder: *.uhx");
 }
 
 } // namespace

@@ -1,69 +1,43 @@
 #include "firmware/stk500.h"
 
+#include "firmware/hex_digits.h"
+
 #include <gtest/gtest.h>
 
 namespace karvo
 {
-namespace
-{
 
 TEST(Stk500Test, IsLaidOutByteForByteWithItsCheckByte)
 {
-    struct Case {
-        const char* name;
-        Bytes message;
-        Bytes expected; // with the check byte
+    const std::pair<Bytes, TextView> cases[] = {
+        {stk500::signOn(1), u"1B 01 00 01 0E 01 14"},
+        {stk500::getParameter(2, 0x9A), u"1B 02 00 02 0E 03 9A 8C"},
+        {stk500::setResetPolarity(12), u"1B 0C 00 03 0E 02 9E 01 87"},
+        {stk500::setControllerInit(13), u"1B 0D 00 03 0E 02 9F 01 87"},
+        {stk500::enterProgrammingMode(14), u"1B 0E 00 0C 0E 10 C8 64 19 20 00 53 03 AC 53 00 00 3D"},
+        {stk500::readLockBits(15), u"1B 0F 00 06 0E 1A 04 58 00 00 00 5A"},
+        {stk500::readLowFuse(22), u"1B 16 00 06 0E 18 04 50 00 00 00 49"},
+        {stk500::readHighFuse(23), u"1B 17 00 06 0E 18 04 58 08 00 00 48"},
+        {stk500::readExtendedFuse(24), u"1B 18 00 06 0E 18 04 50 08 00 00 4F"},
+        {stk500::chipErase(39), u"1B 27 00 07 0E 12 2D 01 AC 80 00 00 27"},
+        {stk500::leaveProgrammingMode(16, 0x9F), u"1B 10 00 03 0E 11 01 01 9F 88"}, // 9F is not counted
+        {stk500::signOn(258), u"1B 02 00 01 0E 01 17"},                             // the low byte counts
     };
-    const Case cases[] = {
-        {"SignOn", stk500::signOn(1), {0x1B, 0x01, 0x00, 0x01, 0x0E, 0x01, 0x14}},
-        {"GetParameter", stk500::getParameter(2, 0x9A), {0x1B, 0x02, 0x00, 0x02, 0x0E, 0x03, 0x9A, 0x8C}},
-        {"ResetPolarity",
-         stk500::setResetPolarity(12),
-         {0x1B, 0x0C, 0x00, 0x03, 0x0E, 0x02, 0x9E, 0x01, 0x87}},
-        {"ControllerInit",
-         stk500::setControllerInit(13),
-         {0x1B, 0x0D, 0x00, 0x03, 0x0E, 0x02, 0x9F, 0x01, 0x87}},
-        {"EnterProgrammingMode",
-         stk500::enterProgrammingMode(14),
-         {0x1B, 0x0E, 0x00, 0x0C, 0x0E, 0x10, 0xC8, 0x64, 0x19, 0x20, 0x00, 0x53, 0x03, 0xAC, 0x53, 0x00,
-          0x00, 0x3D}},
-        {"LockBits",
-         stk500::readLockBits(15),
-         {0x1B, 0x0F, 0x00, 0x06, 0x0E, 0x1A, 0x04, 0x58, 0x00, 0x00, 0x00, 0x5A}},
-        {"LowFuse",
-         stk500::readLowFuse(22),
-         {0x1B, 0x16, 0x00, 0x06, 0x0E, 0x18, 0x04, 0x50, 0x00, 0x00, 0x00, 0x49}},
-        {"HighFuse",
-         stk500::readHighFuse(23),
-         {0x1B, 0x17, 0x00, 0x06, 0x0E, 0x18, 0x04, 0x58, 0x08, 0x00, 0x00, 0x48}},
-        {"ExtendedFuse",
-         stk500::readExtendedFuse(24),
-         {0x1B, 0x18, 0x00, 0x06, 0x0E, 0x18, 0x04, 0x50, 0x08, 0x00, 0x00, 0x4F}},
-        {"ChipErase",
-         stk500::chipErase(39),
-         {0x1B, 0x27, 0x00, 0x07, 0x0E, 0x12, 0x2D, 0x01, 0xAC, 0x80, 0x00, 0x00, 0x27}},
-        {"LeaveWithTheUncountedByte",
-         stk500::leaveProgrammingMode(16, 0x9F),
-         {0x1B, 0x10, 0x00, 0x03, 0x0E, 0x11, 0x01, 0x01, 0x9F, 0x88}},
-        {"SequenceBeyond255SendsItsLowByte", stk500::signOn(258), {0x1B, 0x02, 0x00, 0x01, 0x0E, 0x01, 0x17}},
-    };
-    for (const Case& expected : cases)
-        EXPECT_EQ(expected.message, expected.expected) << expected.name;
+    for (const auto& [message, expected] : cases)
+        EXPECT_EQ(utf8FromText(hexText(message)), utf8FromText(expected));
 }
 
-TEST(Stk500PageTest, CarriesThePageBehindFifteenBytes)
+TEST(Stk500Test, APageStandsBehindFifteenBytes)
 {
     FlashPage page;
     for (std::size_t i = 0; i < page.size(); ++i)
         page[i] = static_cast<std::uint8_t>(i);
     const Bytes message = stk500::programFlashPage(41, page);
     ASSERT_EQ(message.size(), 144U);
-    EXPECT_EQ(
-        Bytes(message.begin(), message.begin() + 15),
-        (Bytes{0x1B, 0x29, 0x00, 0x8A, 0x0E, 0x13, 0x00, 0x80, 0xC1, 0x0A, 0x40, 0x4C, 0x20, 0x00, 0x00}));
+    EXPECT_EQ(utf8FromText(hexText(Bytes(message.begin(), message.begin() + 15))),
+              "1B 29 00 8A 0E 13 00 80 C1 0A 40 4C 20 00 00");
     EXPECT_TRUE(std::equal(page.begin(), page.end(), message.begin() + 15));
     EXPECT_EQ(message.back(), 0x29 ^ 0x1B ^ 0x8A ^ 0x0E ^ 0x13 ^ 0x80 ^ 0xC1 ^ 0x0A ^ 0x40 ^ 0x4C ^ 0x20);
 }
 
-} // namespace
 } // namespace karvo

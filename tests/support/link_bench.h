@@ -19,6 +19,15 @@ inline void setCaption(LanguageTables& texts, int caption, TextView text)
     texts.captions[static_cast<std::size_t>(caption)] = u"0000" + Text(text);
 }
 
+// Each text is its own number: "m36", "c600".
+inline void numberEveryText(LanguageTables& texts)
+{
+    for (int number = 1; number <= 1000; ++number) {
+        setText(texts, number, u"m" + textFromNumber(number));
+        setCaption(texts, number, u"c" + textFromNumber(number));
+    }
+}
+
 inline LanguageTables linkTexts()
 {
     LanguageTables texts;
