@@ -12,7 +12,6 @@ namespace
 
 constexpr int lowestAddress = 1;
 constexpr int highestAddress = 9999;
-constexpr int takeOver = 1; // any value does
 
 struct ServoCvs {
     int high;
@@ -67,7 +66,7 @@ std::variant<WritePlan, int> planOfServoAddresses(std::span<const TypedServoAddr
         plan.push_back({cvs.high, highPartOf(*address)});
         plan.push_back({cvs.low, lowPartOf(*address)});
         if (dealsWith(Editor::servoAddresses, set, cvs.takeOver))
-            plan.push_back({cvs.takeOver, takeOver});
+            plan.push_back({cvs.takeOver, takeOverValue});
     }
     return plan;
 }

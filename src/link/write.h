@@ -35,9 +35,17 @@ inline constexpr int resetCv = 59; // whatever is written to it sets the decoder
 // Of receivers: writing one of them puts the address of a servo to use, and it reads 0 again.
 inline constexpr int firstServoTakeOverCv = 248;  // CV11 and CV12
 inline constexpr int secondServoTakeOverCv = 250; // CV13 and CV14
+inline constexpr int takeOverValue = 1; // any value does
 constexpr bool isTakeOverCv(int cv)
 {
     return cv == firstServoTakeOverCv || cv == secondServoTakeOverCv;
+}
+// The one that puts this part of a servo's address to use; 0 for any other CV.
+constexpr int takeOverCvOf(int cv)
+{
+    if (cv == 11 || cv == 12)
+        return firstServoTakeOverCv;
+    return cv == 13 || cv == 14 ? secondServoTakeOverCv : 0;
 }
 
 // What is said of a CV that was written: "CV 48  ...", "CV11 + CV12  ..." of the one that takes both over.

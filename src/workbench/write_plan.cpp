@@ -102,10 +102,27 @@ void keepSeriesTogether(WritePlan& plan, const CvTable& table)
     }
 }
 
+bool plans(const WritePlan& plan, int cv)
+{
+    return std::any_of(plan.begin(), plan.end(), [cv](const PlannedWrite& write) { return write.cv == cv; });
+}
+
+// A receiver goes on using the old address of a servo until it is told to take the new one over.
+void addTakeOvers(WritePlan& plan, const CvTable& table)
+{
+    for (std::size_t i = 0, count = plan.size(); i < count; ++i) {
+        const int cv = takeOverCvOf(plan[i].cv);
+        if (cv != 0 && isUsed(table, cv) && !plans(plan, cv))
+            plan.push_back({cv, takeOverValue});
+    }
+    putInOrder(plan);
+}
+
 WritePlan planFromList(const CvTable& table, const CvImage& block, BeyondLimits beyond,
                        const std::function<bool(int)>& isWanted)
 {
     auto plan = planOf(table, isWanted);
+    addTakeOvers(plan, table);
     for (PlannedWrite& write : plan)
         write.held = block[static_cast<std::size_t>(write.cv)];
     markSkipped(plan, table, beyond);
@@ -145,6 +162,10 @@ WritePlan planOfChosen(const CvTable& table, const std::vector<int>& cvs)
 
 WritePlan restOf(WritePlan plan, const std::vector<int>& cvs)
 {
+    for (const int cv : cvs) {
+        if (isTakeOverCv(cv) && !plans(plan, cv))
+            plan.push_back({cv, takeOverValue});
+    }
     const bool withSeries = std::any_of(cvs.begin(), cvs.end(), isSeriesCv);
     std::erase_if(plan, [&](const PlannedWrite& write) {
         return !(withSeries && isSeriesCv(write.cv)) &&

@@ -51,7 +51,8 @@ using WritePlan = std::vector<PlannedWrite>;
 // Whether what the description does not provide for is planned with the rest.
 enum class BeyondLimits { leftOut, planned };
 
-// The CVs whose table value differs from the block's.
+// The CVs whose table value differs from the block's, and behind a servo's address on a receiver the CV that
+// puts it to use.
 WritePlan planOfDifferences(const CvTable& table, const CvImage& block,
                             BeyondLimits beyond = BeyondLimits::leftOut);
 
@@ -61,7 +62,8 @@ WritePlan planOfAll(const CvTable& table, const CvImage& block, BeyondLimits bey
 // Just these, whatever they are; those without a value in the table are left out of the plan.
 WritePlan planOfChosen(const CvTable& table, const std::vector<int>& cvs);
 
-// The plan without all other CVs, in its order; one of CV167 to CV171 brings the others.
+// The plan without all other CVs, in its order; one of CV167 to CV171 brings the others. A CV that puts a
+// servo's address to use is planned also where nothing differs any more.
 WritePlan restOf(WritePlan plan, const std::vector<int>& cvs);
 
 // Whether the model is without one of CV11 to CV14 that is planned.

@@ -46,17 +46,9 @@ constexpr int secondShortCv = 3;
 // Whether a CV puts to use what another one holds.
 bool putsToUse(int cv, int part)
 {
-    switch (cv) {
-    case configurationCv:
-    case modeCv:
+    if (cv == configurationCv || cv == modeCv)
         return isAddressPart(part);
-    case firstServoTakeOverCv:
-        return part == 11 || part == 12;
-    case secondServoTakeOverCv:
-        return part == 13 || part == 14;
-    default:
-        return false;
-    }
+    return takeOverCvOf(part) == cv;
 }
 
 // Whether the decoder holds something else in the CV than was meant for it. A second address of 0 is none.

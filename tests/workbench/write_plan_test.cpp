@@ -1,5 +1,7 @@
 #include "workbench/write_plan.h"
 
+#include "link/write.h"
+
 #include <gtest/gtest.h>
 
 #include <map>
@@ -132,6 +134,20 @@ TEST_F(WritePlanTest, ServoCvsThatTheModelLacksAreNoticed)
     describe(10, u"7", u"");
     block[10] = block[12] = 8;
     EXPECT_FALSE(lacksPlannedServoCv(planOfDifferences(table, block)));
+}
+
+TEST_F(WritePlanTest, AChangedServoAddressOfAReceiverIsAlsoPutToUse)
+{
+    block[12] = block[13] = 8;
+    EXPECT_EQ(cvsOf(planOfDifferences(table, block)), (std::vector<int>{12, 13})); // the model has no CV248
+    describe(248, u"0", u"0");
+    block[248] = 0;
+    describe(250, u"", u""); // of newer receivers only
+    const auto plan = planOfDifferences(table, block);
+    EXPECT_EQ(cvsOf(plan), (std::vector<int>{12, 13, 248}));
+    EXPECT_EQ(plan.back().value, takeOverValue);
+    block[12] = 7;
+    EXPECT_EQ(cvsOf(restOf(planOfDifferences(table, block), {248})), (std::vector<int>{248}));
 }
 
 } // namespace
