@@ -22,6 +22,13 @@ bool isOfSeries(int cv)
     return cv >= firstSeriesCv && cv <= lastSeriesCv;
 }
 
+PreviewGroup groupOf(int cv, const CvTable& table)
+{
+    if (isOfSeries(cv))
+        return PreviewGroup::series;
+    return isSpeedStepCv(cv) && hasSpeedTable(table) ? PreviewGroup::speedTable : PreviewGroup::none;
+}
+
 std::optional<LowBattery> lowBatteryOf(const CvTable& table, const CvImage& block,
                                        const DecoderProfile& vehicle)
 {
@@ -76,8 +83,8 @@ WritePreview previewOf(const WritePlan& plan, const CvSet& set, const CvImage& b
 {
     WritePreview preview;
     for (const PlannedWrite& write : plan) {
-        preview.rows.push_back(
-            {write.cv, nameOfCv(set.table, write.cv), write.held, write.value, write.skip});
+        preview.rows.push_back({write.cv, nameOfCv(set.table, write.cv), write.held, write.value, write.skip,
+                                groupOf(write.cv, set.table)});
         if (write.skip == WriteSkip::none && isOfThisVehicle(write.cv) && write.held != write.value)
             preview.otherVehicle = true;
     }
@@ -87,9 +94,10 @@ WritePreview previewOf(const WritePlan& plan, const CvSet& set, const CvImage& b
 
 void tick(WritePreview& preview, std::size_t row, bool ticked)
 {
-    const int cv = preview.rows[row].cv;
+    const PreviewGroup group = preview.rows[row].group;
+    preview.rows[row].ticked = ticked;
     for (PreviewRow& other : preview.rows) {
-        if (other.cv == cv || (isOfSeries(cv) && isOfSeries(other.cv)))
+        if (group != PreviewGroup::none && other.group == group)
             other.ticked = ticked;
     }
 }

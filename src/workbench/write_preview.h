@@ -10,12 +10,20 @@
 namespace karvo
 {
 
+// Rows that are written together or not at all.
+enum class PreviewGroup {
+    none,
+    series,    // CV167 to CV171
+    speedTable // CV70 to CV97 of models that have one
+};
+
 struct PreviewRow {
     int cv;
     Text name;
     std::optional<int> held; // what the vehicle holds
     int value;               // what the list has
     WriteSkip skip = WriteSkip::none;
+    PreviewGroup group = PreviewGroup::none;
     bool ticked = true; // of use where `skip` is none
 
     bool isWritten() const { return skip == WriteSkip::none && ticked; }
@@ -49,7 +57,7 @@ bool isOfThisVehicle(int cv);
 WritePreview previewOf(const WritePlan& plan, const CvSet& set, const CvImage& block,
                        const DecoderProfile& vehicle);
 
-// Ticks a row, or takes its tick away; CV167 to CV171 have theirs together.
+// Ticks a row, or takes its tick away, and with it the rows of its group.
 void tick(WritePreview& preview, std::size_t row, bool ticked);
 
 // The same for all rows that make a vehicle this one.
