@@ -71,7 +71,6 @@ enum class Message {
     lacksServoCvs = 695,
     limitsQuestion = 445, // what is beyond them follows, line by line, then the next
     limitsQuestionLast = 446,
-    curveQuestionLast = 447,
     listFileTooLarge = 448, // {1}: the path, {2}: the limit in MB
     addressNow = 449,       // {1}: the address
     addressUncertain = 450, // {1}: the address, {2}: the one if the last value has arrived
@@ -274,9 +273,7 @@ enum class Caption {
     cvNotInList = 25,
     nothingFound = 26,
     bytesReceived = 27, // {1} of {2}
-    expertMode = 28,
     listFilled = 29, // {1} CVs
-    waitForEndOfRead = 30,
     searchIndexTitle = 31,
     searchIndexPrompt = 32,
     searchWordTitle = 33,
@@ -289,7 +286,6 @@ enum class Caption {
     about5 = 40,
     offlineList = 41,
     unnamedBit = 42, // {1}: the bit's number, 0 to 7
-    readAgain = 43,
     simulatedInterface = 44,
     portToolTip = 45,  // {1} device, {2} description
     shortAddress = 46, // behind an address: the form that CV29 selects
@@ -307,12 +303,10 @@ enum class Caption {
     stoppingWrite = 65,
     writeReportTitle = 66,
     writeReportCv = 67,
-    writeReportValue = 68,
     writeReportOutcome = 69,
     copyReport = 70,
     writeStoppedByUser = 71,
     writeStoppedByFault = 72,
-    blockWasKept = 73, // {1}: the folder
     receiverOnlyRead = 74,
     portSearchTitle = 130,
     portSearchRunning = 131,
@@ -347,7 +341,6 @@ enum class Caption {
     valueBeyondLimits = 276, // {1}: the CV, {2}: the value, {3} and {4}: its limits
     valueReadOnly = 277,     // {1}: the CV, {2}: the value; as the next
     valueUnused = 278,
-    stepsBeyondLimits = 279, // {1}: steps with their values, {2} and {3}: their limits
     furtherValues = 280,     // {1}: how many
     bothAddresses = 281,     // {1}: the first, {2}: the second
     previewTitle = 808,
@@ -363,7 +356,6 @@ enum class Caption {
     previewWrite = 818,
     outcomeUnticked = 819,
     outcomeWithSeries = 820,
-    outcomeWithCurve = 821,
     writeRest = 822,
     backupFile = 823, // {1}: the path
     previewNothingTicked = 824,
@@ -548,7 +540,6 @@ enum class Caption {
     updateTitle = 634,
     hexFiles = 636,
     updateFiles = 637,
-    zipFiles = 638,
     uploadPlan = 639,
     updatePlan = 640,
     unzipTitle = 641,

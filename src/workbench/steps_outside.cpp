@@ -20,22 +20,28 @@ bool isHeldBack(const PlannedWrite& write)
 
 } // namespace
 
+std::optional<StepOutside> stepOutside(const CvTable& table, int cv, int value)
+{
+    const bool isOne = isSpeedStepCv(cv) && hasSpeedTable(table) &&
+                       limitsAgainst(table, cv, value) == WriteSkip::outsideLimits;
+    return isOne ? std::optional(StepOutside{cvOfSpeedStep(cv), value, limitsOf(table, cv)}) : std::nullopt;
+}
+
 std::vector<StepOutside> stepsOutside(const WritePlan& plan, const CvTable& table)
 {
     std::vector<StepOutside> steps;
-    if (!hasSpeedTable(table))
-        return steps;
     for (const PlannedWrite& write : plan) {
-        if (isSpeedStepCv(write.cv) && write.skip == WriteSkip::outsideLimits)
-            steps.push_back({cvOfSpeedStep(write.cv), write.value, limitsOf(table, write.cv)});
+        const auto step = stepOutside(table, write.cv, write.value);
+        if (step && write.skip == WriteSkip::outsideLimits)
+            steps.push_back(*step);
     }
-    std::sort(steps.begin(), steps.end(),
-              [](const StepOutside& one, const StepOutside& other) { return one.step < other.step; });
     return steps;
 }
 
-Text stepsOutsideText(const std::vector<StepOutside>& steps, const LanguageTables& texts)
+Text stepsOutsideText(std::vector<StepOutside> steps, const LanguageTables& texts)
 {
+    std::sort(steps.begin(), steps.end(),
+              [](const StepOutside& one, const StepOutside& other) { return one.step < other.step; });
     std::map<std::pair<int, int>, Text> byLimits;
     for (const StepOutside& one : steps) {
         Text& named = byLimits[{one.limits.lower, one.limits.upper}];

@@ -17,11 +17,14 @@ struct StepOutside {
     ValueLimits limits;
 };
 
+// Nothing for a CV that is no step of the model's speed table, and for a value that its limits allow.
+std::optional<StepOutside> stepOutside(const CvTable& table, int cv, int value);
+
 // Those of the plan that are left out for their limits; ascending by step.
 std::vector<StepOutside> stepsOutside(const WritePlan& plan, const CvTable& table);
 
-// A line for each pair of limits: "erlaubt 3 bis 168: Fahrstufe 27 = 175, 28 = 180".
-Text stepsOutsideText(const std::vector<StepOutside>& steps, const LanguageTables& texts);
+// A line for each pair of limits: "erlaubt 3 bis 168: Fahrstufe 27 = 175, 28 = 180"; the steps in any order.
+Text stepsOutsideText(std::vector<StepOutside> steps, const LanguageTables& texts);
 
 // Where the plan leaves speed steps out for their limits one question names them: after a Yes the table is
 // written whole.

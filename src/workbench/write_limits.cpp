@@ -1,9 +1,8 @@
 #include "workbench/write_limits.h"
 
 #include "cvdata/cv_use.h"
-#include "cvdata/main_list.h"
+#include "workbench/steps_outside.h"
 
-#include <map>
 #include <utility>
 
 namespace karvo
@@ -13,14 +12,6 @@ namespace
 {
 
 constexpr std::size_t mostLines = 12; // a box has room for so many
-
-// Steps of a curve share a line for each pair of limits.
-bool isStepOfCurve(const CvSet& set, const WriteOutcome& outcome)
-{
-    const bool isReceiver = set.profile.model == Model::receiver || set.profile.model == Model::xtModule;
-    return !isReceiver && outcome.cv >= firstSpeedStepCv && outcome.cv <= lastSpeedStepCv &&
-           limitsAgainst(set.table, outcome.cv, outcome.value) == WriteSkip::outsideLimits;
-}
 
 Text lineOf(const WriteOutcome& outcome, const CvTable& table, const LanguageTables& texts)
 {
@@ -41,23 +32,15 @@ std::vector<Text> linesOf(const std::vector<WriteOutcome>& beyond, const CvSet& 
                           const LanguageTables& texts)
 {
     std::vector<Text> lines;
-    std::map<std::pair<int, int>, Text> steps; // by their limits
+    std::vector<StepOutside> steps;
     for (const WriteOutcome& outcome : beyond) {
-        if (!isStepOfCurve(set, outcome)) {
+        if (const auto step = stepOutside(set.table, outcome.cv, outcome.value))
+            steps.push_back(*step);
+        else
             lines.push_back(lineOf(outcome, set.table, texts));
-            continue;
-        }
-        const auto limits = limitsOf(set.table, outcome.cv);
-        Text step = textFromNumber(cvOfSpeedStep(outcome.cv)) + u" = " + textFromNumber(outcome.value);
-        Text& named = steps[{limits.lower, limits.upper}]; // ascending, while the CVs of the steps descend
-        if (!named.empty())
-            step.append(u", ").append(named);
-        named = std::move(step);
     }
-    for (const auto& [limits, named] : steps) {
-        const Text words[] = {named, textFromNumber(limits.first), textFromNumber(limits.second)};
-        lines.push_back(filledIn(texts.caption(Caption::stepsBeyondLimits), words));
-    }
+    if (!steps.empty())
+        lines.push_back(stepsOutsideText(std::move(steps), texts));
     return lines;
 }
 

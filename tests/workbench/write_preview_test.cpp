@@ -23,10 +23,15 @@ protected:
     {
         test::setText(state.texts, 445, u"beyond:");
         test::setText(state.texts, 446, u"all?");
-        const std::pair<int, const char16_t*> captions[] = {
-            {195, u"beyond its limits"}, {276, u"{1} = {2}: {3} to {4}"}, {277, u"{1} = {2}: read only"},
-            {278, u"{1} = {2}: unused"}, {279, u"steps {1}: {2} to {3}"}, {280, u"{1} more"},
-            {819, u"unticked"},          {827, u"left out: {1}"},         {823, u"kept: {1}"}};
+        test::setText(state.texts, 807, u"steps {3}: {1} to {2}");
+        const std::pair<int, const char16_t*> captions[] = {{195, u"beyond its limits"},
+                                                            {276, u"{1} = {2}: {3} to {4}"},
+                                                            {277, u"{1} = {2}: read only"},
+                                                            {278, u"{1} = {2}: unused"},
+                                                            {280, u"{1} more"},
+                                                            {819, u"unticked"},
+                                                            {827, u"left out: {1}"},
+                                                            {823, u"kept: {1}"}};
         for (const auto& [number, text] : captions)
             test::setCaption(state.texts, number, text);
         readKv05();
@@ -284,6 +289,20 @@ TEST_F(WritePreviewTest, TheReportNamesAllAndTheRestIsWhatIsStillToBeWritten)
         EXPECT_NE(text.find(part), std::string::npos) << part << "\n" << text;
     report.end = WriteManyEnd::finished;
     EXPECT_TRUE(report.rest().empty());
+}
+
+TEST_F(WritePreviewTest, ASpeedTableIsTickedAsAWhole)
+{
+    const WritePlan plan = {{48, 1}, {70, 9}, {97, 8}};
+    const auto tickedAfter = [&](std::size_t row) {
+        auto preview = previewOf(plan, state.set, CvImage{}, state.set.profile);
+        tick(preview, row, false);
+        return preview.countOfWritten();
+    };
+    EXPECT_EQ(tickedAfter(0), 2U);
+    EXPECT_EQ(tickedAfter(1), 1U);
+    state.set.table.at(80, Column::factoryValue).clear(); // then they are no speed table
+    EXPECT_EQ(tickedAfter(1), 2U);
 }
 
 } // namespace
