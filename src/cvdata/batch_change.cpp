@@ -1,6 +1,8 @@
 #include "cvdata/batch_change.h"
 
+#include "cvdata/cv_use.h"
 #include "cvdata/description_fields.h"
+#include "program/path_text.h"
 #include "program/text_lines.h"
 
 #include <algorithm>
@@ -21,9 +23,10 @@ BatchRow previewedRow(const CvTable& table, const CvChange& change)
         return row;
     }
     row.oldValue = table.at(change.cv, Column::value);
-    row.lowerLimit = numberFromText(table.at(change.cv, Column::lowerLimit)).value_or(0);
-    row.upperLimit = numberFromText(table.at(change.cv, Column::upperLimit)).value_or(255);
-    if (change.value < row.lowerLimit || change.value > row.upperLimit)
+    const ValueLimits limits = limitsOf(table, change.cv);
+    row.lowerLimit = limits.lower;
+    row.upperLimit = limits.upper;
+    if (!limits.allow(change.value))
         row.refusal = BatchRefusal::outsideLimits;
     return row;
 }
@@ -37,8 +40,10 @@ struct ReadList {
 ReadList readList(Files& files, const std::filesystem::path& path)
 {
     auto content = files.readWhole(path, textFileLimit);
-    if (!content)
-        return {{}, std::nullopt, BatchRefusal::cannotRead};
+    if (!content) {
+        const bool isTooLarge = files.sizeOf(path) > textFileLimit;
+        return {{}, std::nullopt, isTooLarge ? BatchRefusal::tooLarge : BatchRefusal::cannotRead};
+    }
     auto parsed = parseListFile(*content);
     if (auto* const list = std::get_if<ListFile>(&parsed))
         return {std::move(*content), std::move(*list), BatchRefusal::none};
@@ -189,9 +194,12 @@ Text refusalText(const BatchRow& row, const LanguageTables& texts)
 Text refusalText(const BatchFile& file, const LanguageTables& texts)
 {
     const Text reason[] = {file.reason};
+    const Text size[] = {pathText(file.path), textFromNumber(textFileLimit / megabyte)};
     switch (file.refusal) {
     case BatchRefusal::cannotRead:
         return texts.message(Message::batchCannotRead);
+    case BatchRefusal::tooLarge:
+        return filledIn(texts.message(Message::listFileTooLarge), size);
     case BatchRefusal::notAList:
         return texts.message(Message::batchNotAList);
     case BatchRefusal::changedMeanwhile:

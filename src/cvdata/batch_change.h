@@ -23,6 +23,7 @@ enum class BatchRefusal {
     notInList,     // the file does not have the CV
     outsideLimits, // of this file's model
     cannotRead,
+    tooLarge, // for a CV list
     notAList,
     changedMeanwhile, // the file is not as it was when the preview was made
     cannotSave

@@ -11,7 +11,6 @@ std::optional<Bytes> readFirmwareFile(Workbench& bench, const std::filesystem::p
     if (auto content = bench.files.readWhole(path, firmwareFileLimit))
         return content;
     if (bench.files.sizeOf(path) > firmwareFileLimit) {
-        constexpr std::size_t megabyte = std::size_t{1024} * 1024;
         bench.prompts.message(texts.message(Message::firmwareFileTooLarge,
                                             {pathText(path), textFromNumber(firmwareFileLimit / megabyte)}));
     } else

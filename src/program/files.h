@@ -55,7 +55,9 @@ public:
     virtual std::optional<Text> remove(const std::filesystem::path& path) = 0;
 };
 
+inline constexpr std::size_t megabyte = std::size_t{1024} * 1024;
+
 // No file that the program reads as text is larger; a larger one is not of this system.
-inline constexpr std::size_t textFileLimit = std::size_t{4} * 1024 * 1024;
+inline constexpr std::size_t textFileLimit = 4 * megabyte;
 
 } // namespace karvo

@@ -36,7 +36,6 @@ std::optional<Bytes> contentOf(Workbench& bench, const std::filesystem::path& pa
     if (content)
         return content;
     if (bench.files.sizeOf(path) > textFileLimit) {
-        constexpr std::size_t megabyte = std::size_t{1024} * 1024;
         const Text arguments[] = {pathText(path), textFromNumber(textFileLimit / megabyte)};
         warn(bench, Message::listFileTooLarge, arguments);
     } else {

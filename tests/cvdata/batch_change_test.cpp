@@ -130,5 +130,11 @@ TEST_F(BatchChangeTest, RefusalsAreToldInWords)
     EXPECT_EQ(refusalText(failed, texts), u"not saved: disk full");
 }
 
+TEST_F(BatchChangeTest, AFileThatIsTooLargeIsToldAsSuch)
+{
+    put("a.kvr", std::string(textFileLimit + 1, ';'));
+    EXPECT_EQ(preview({{3, 100}})[0].refusal, BatchRefusal::tooLarge);
+}
+
 } // namespace
 } // namespace karvo
