@@ -31,8 +31,7 @@ bool usesLongAddresses(const CvTable& table)
 
 bool answersToSecondAddress(const CvTable& table)
 {
-    constexpr int secondAddressBit = 2;
-    return (table.value(21).value_or(0) & secondAddressBit) != 0;
+    return (table.value(21).value_or(0) & secondAddressWeight) != 0;
 }
 
 Text firstAddress(const CvTable& table)

@@ -43,6 +43,8 @@ Text firstAddress(const CvTable& table);
 // CV3, or CV15 and CV16.
 Text secondAddress(const CvTable& table);
 
+inline constexpr int secondAddressWeight = 2; // of the bit in CV21
+
 // Whether CV21 (bit 1) makes the decoder answer to its second address too.
 bool answersToSecondAddress(const CvTable& table);
 

@@ -2,7 +2,6 @@
 
 #include "cvdata/dcc_address.h"
 #include "editors/editor_gate.h"
-#include "program/binary_text.h"
 
 #include <algorithm>
 
@@ -17,7 +16,6 @@ constexpr int secondShortCv = 3;
 constexpr int configurationCv = 29;
 constexpr int longAddresses = 32; // CV29 as a whole
 constexpr int modeCv = 21;
-constexpr int secondAddressWeight = 2;
 
 struct LongCvs {
     int high;
@@ -25,17 +23,6 @@ struct LongCvs {
 };
 constexpr LongCvs firstLong = {17, 18};
 constexpr LongCvs secondLong = {15, 16};
-
-bool answersToSecond(int mode)
-{
-    const Text digits = binaryText(static_cast<unsigned>(mode));
-    return digits[digits.size() - 2] == u'1';
-}
-
-int modeOf(const CvTable& table)
-{
-    return std::max(0, table.value(modeCv).value_or(0));
-}
 
 Text addressOf(const CvTable& table, AddressForm form, int shortCv, const LongCvs& cvs)
 {
@@ -91,9 +78,9 @@ void addSwitches(WritePlan& plan, const TypedAddresses& addresses, const CvTable
     plan.push_back({configurationCv, addresses.form == AddressForm::longForm ? longAddresses : 0});
     if (!addresses.secondAnswers)
         return;
-    const int mode = modeOf(table);
-    const int change = (*addresses.secondAnswers ? 1 : 0) - (answersToSecond(mode) ? 1 : 0);
-    plan.push_back({modeCv, mode + change * secondAddressWeight});
+    const int mode = std::max(0, table.value(modeCv).value_or(0));
+    const int bit = *addresses.secondAnswers ? secondAddressWeight : 0;
+    plan.push_back({modeCv, (mode & ~secondAddressWeight) | bit});
 }
 
 Text listOf(const WritePlan& plan)
@@ -114,7 +101,7 @@ TypedAddresses addressesOf(const CvSet& set)
     addresses.first = firstAddressOf(table, addresses.form);
     addresses.second = secondAddressOf(table, addresses.form);
     if (dealsWith(Editor::addresses, set, modeCv))
-        addresses.secondAnswers = answersToSecond(modeOf(table));
+        addresses.secondAnswers = answersToSecondAddress(table);
     return addresses;
 }
 

@@ -126,7 +126,6 @@ private:
     void saveOwn();
     void writeBaseAndTop(const Preset& preset);
     bool writeEdited(const WritePlan& plan, const Text& done);
-    bool isInList(const WritePlan& plan) const;
 
     // hauptform_servos.cpp
     void connectServos();

@@ -96,8 +96,6 @@ void Hauptform::editSpeedSteps()
 
 void Hauptform::loadPresetOf(const Preset& preset)
 {
-    if (!takePendingValue())
-        return;
     if (const auto changed = loadPreset(bench_, preset))
         showLoaded(*changed, menu_->captionOf(texts_, "mnu_Eg_" + std::string(preset.kind)));
 }
@@ -105,8 +103,6 @@ void Hauptform::loadPresetOf(const Preset& preset)
 // A file under one of the names that the system knows is told by the kind of vehicle.
 void Hauptform::loadOwn()
 {
-    if (!takePendingValue())
-        return;
     const auto loaded = loadOwnPreset(bench_, menu_->captionOf(texts_, "mnu_Eg_EigenFz"));
     if (!loaded)
         return;
@@ -124,14 +120,12 @@ void Hauptform::showLoaded(int changed, const Text& from)
 
 void Hauptform::savePresetOf(const Preset& preset)
 {
-    if (takePendingValue())
-        savePreset(bench_, preset);
+    savePreset(bench_, preset);
 }
 
 void Hauptform::saveOwn()
 {
-    if (takePendingValue())
-        saveOwnPreset(bench_, menu_->captionOf(texts_, "mnu_Sg_EigenFz"));
+    saveOwnPreset(bench_, menu_->captionOf(texts_, "mnu_Sg_EigenFz"));
 }
 
 void Hauptform::writeBaseAndTop(const Preset& preset)
@@ -141,8 +135,8 @@ void Hauptform::writeBaseAndTop(const Preset& preset)
 }
 
 // Success is claimed only when each CV was written; else the report tells what was and what was not. False
-// when the write came to nothing before the values stood in the list: they are in the editor alone, which
-// opens again.
+// when the line was taken, before the values stood in the list: they are in the editor alone, which opens
+// again.
 bool Hauptform::writeEdited(const WritePlan& plan, const Text& done)
 {
     auto end = WriteManyEnd::busy;
@@ -158,15 +152,7 @@ bool Hauptform::writeEdited(const WritePlan& plan, const Text& done)
             end = report.end;
         }
     });
-    const bool isOver = end == WriteManyEnd::finished || end == WriteManyEnd::ended || closing_;
-    return isOver || isInList(plan);
-}
-
-bool Hauptform::isInList(const WritePlan& plan) const
-{
-    return std::all_of(plan.begin(), plan.end(), [this](const PlannedWrite& write) {
-        return isTakeOverCv(write.cv) || state_.set.table.value(write.cv) == write.value;
-    });
+    return end != WriteManyEnd::busy;
 }
 
 } // namespace karvo

@@ -34,7 +34,7 @@ void Hauptform::openSavedList()
 
 void Hauptform::save(bool (*saving)(Workbench&, const Text&), std::string_view item)
 {
-    if (!takePendingValue() || !saving(bench_, menu_->captionOf(texts_, item)))
+    if (!saving(bench_, menu_->captionOf(texts_, item)))
         return;
     const Text path[] = {pathText(state_.set.listPath)};
     bench_.view.showStatus(filledIn(texts_.caption(Caption::fileSaved), path));
