@@ -273,7 +273,7 @@ enum class Caption {
     cvNotInList = 25,
     nothingFound = 26,
     bytesReceived = 27, // {1} of {2}
-    listFilled = 29, // {1} CVs
+    listFilled = 29,    // {1} CVs
     searchIndexTitle = 31,
     searchIndexPrompt = 32,
     searchWordTitle = 33,
@@ -341,8 +341,8 @@ enum class Caption {
     valueBeyondLimits = 276, // {1}: the CV, {2}: the value, {3} and {4}: its limits
     valueReadOnly = 277,     // {1}: the CV, {2}: the value; as the next
     valueUnused = 278,
-    furtherValues = 280,     // {1}: how many
-    bothAddresses = 281,     // {1}: the first, {2}: the second
+    furtherValues = 280, // {1}: how many
+    bothAddresses = 281, // {1}: the first, {2}: the second
     previewTitle = 808,
     columnName = 809,
     columnOldValue = 810,

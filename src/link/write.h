@@ -35,7 +35,7 @@ inline constexpr int resetCv = 59; // whatever is written to it sets the decoder
 // Of receivers: writing one of them puts the address of a servo to use, and it reads 0 again.
 inline constexpr int firstServoTakeOverCv = 248;  // CV11 and CV12
 inline constexpr int secondServoTakeOverCv = 250; // CV13 and CV14
-inline constexpr int takeOverValue = 1; // any value does
+inline constexpr int takeOverValue = 1;           // any value does
 constexpr bool isTakeOverCv(int cv)
 {
     return cv == firstServoTakeOverCv || cv == secondServoTakeOverCv;
