@@ -9,10 +9,10 @@
 #include "ui/captions.h"
 #include "ui/fixed_width_list.h"
 #include "ui/typed_text.h"
+#include "ui/usual_size.h"
 
 #include <QAction>
 #include <QMenuBar>
-#include <QScreen>
 #include <QScrollArea>
 #include <QShortcut>
 #include <QSplitter>
@@ -32,7 +32,6 @@ constexpr std::string_view geometryKey = "Geometry";
 constexpr std::string_view splitterKey = "Splitter";
 
 constexpr QSize usualSize(1180, 760);
-constexpr QSize usualFrame(8, 40); // what a window's frame takes at most; it is not known before it is shown
 
 // Settings are texts.
 Text storedForm(const QByteArray& bytes)
@@ -120,7 +119,7 @@ void Hauptform::buildTimers()
 // Nonsense in the settings leaves the usual size and place.
 void Hauptform::restorePlacement()
 {
-    resize(usualSize.boundedTo(screen()->availableSize() - usualFrame));
+    resizeToUsual(*this, usualSize);
     restoreGeometry(fromStoredForm(bench_.settings.get(placementSection, geometryKey)));
     splitter_->restoreState(fromStoredForm(bench_.settings.get(placementSection, splitterKey)));
 }

@@ -1,6 +1,7 @@
 #include "shell/write_report_dialog.h"
 
 #include "ui/captions.h"
+#include "ui/usual_size.h"
 
 #include <QClipboard>
 #include <QDialogButtonBox>
@@ -8,7 +9,6 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
-#include <QScreen>
 #include <QTableWidget>
 #include <QVBoxLayout>
 
@@ -44,7 +44,7 @@ Schreibbericht::Schreibbericht(const WriteReport& report, const LanguageTables& 
     layout->addWidget(summary);
     layout->addWidget(table(report, texts), 1);
     layout->addWidget(buttons(!report.rest().empty(), texts));
-    resize(usualSize.boundedTo(screen()->availableSize()));
+    resizeToUsual(*this, usualSize);
 }
 
 QTableWidget* Schreibbericht::table(const WriteReport& report, const LanguageTables& texts)

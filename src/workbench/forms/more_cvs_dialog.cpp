@@ -2,6 +2,7 @@
 
 #include "program/path_text.h"
 #include "ui/captions.h"
+#include "ui/usual_size.h"
 #include "workbench/batch_on_bench.h"
 #include "workbench/list_files.h"
 
@@ -13,7 +14,6 @@
 #include <QListWidget>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QScreen>
 #include <QSpinBox>
 #include <QTableWidget>
 #include <QVBoxLayout>
@@ -81,7 +81,7 @@ void Change_more_CV::build()
     layout->addWidget(state_);
     layout->addWidget(progress_);
     layout->addWidget(buttons());
-    resize(usualSize.boundedTo(screen()->availableSize()));
+    resizeToUsual(*this, usualSize);
 }
 
 QWidget* Change_more_CV::filesBox()

@@ -1,6 +1,7 @@
 #include "workbench/forms/schreibvorschau.h"
 
 #include "ui/captions.h"
+#include "ui/usual_size.h"
 #include "ui/wrapping_check_box.h"
 #include "workbench/write_report.h"
 
@@ -8,7 +9,6 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
-#include <QScreen>
 #include <QSignalBlocker>
 #include <QTableWidget>
 #include <QVBoxLayout>
@@ -45,7 +45,7 @@ Schreibvorschau::Schreibvorschau(WritePreview& preview, const ProgramState& stat
     build(state);
     fillTable();
     showTicks();
-    resize(usualSize.boundedTo(screen()->availableSize()));
+    resizeToUsual(*this, usualSize);
     table_->setFocus();
 }
 

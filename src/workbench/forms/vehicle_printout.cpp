@@ -3,6 +3,7 @@
 #include "cvdata/text_report.h"
 #include "program/path_text.h"
 #include "ui/captions.h"
+#include "ui/usual_size.h"
 
 #include <QBuffer>
 #include <QFontDatabase>
@@ -13,7 +14,6 @@
 #include <QPrintPreviewWidget>
 #include <QPrinter>
 #include <QPushButton>
-#include <QScreen>
 #include <QVBoxLayout>
 
 namespace karvo
@@ -92,7 +92,7 @@ void FzCVdrucken::build()
     auto* const layout = new QHBoxLayout(this);
     layout->addWidget(preview_, 1);
     layout->addLayout(column);
-    resize(usualSize.boundedTo(screen()->availableSize()));
+    resizeToUsual(*this, usualSize);
 }
 
 QPushButton* FzCVdrucken::addButton(QVBoxLayout& column, const char* name, Caption caption)

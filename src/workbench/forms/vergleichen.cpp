@@ -3,6 +3,7 @@
 #include "program/text_lines.h"
 #include "ui/captions.h"
 #include "ui/tabbed_list.h"
+#include "ui/usual_size.h"
 #include "workbench/expert_mode.h"
 #include "workbench/export_files.h"
 #include "workbench/list_files.h"
@@ -14,7 +15,6 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
-#include <QScreen>
 #include <QVBoxLayout>
 
 namespace karvo
@@ -84,7 +84,7 @@ void Vergleichen::build()
     layout->addWidget(list_, 1);
     layout->addWidget(counts_);
     layout->addWidget(buttons());
-    resize(usualSize.boundedTo(screen()->availableSize()));
+    resizeToUsual(*this, usualSize);
 }
 
 QMenuBar* Vergleichen::menus()
