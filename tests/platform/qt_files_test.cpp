@@ -1,11 +1,9 @@
 #include "platform/qt_files.h"
 
 #include "platform/qt_clock.h"
-#include "platform/text_conversion.h"
+#include "support/scratch_folder.h"
 
 #include <QDateTime>
-#include <QFile>
-#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -23,122 +21,85 @@
 
 namespace karvo
 {
-
 namespace
 {
 
 class QtFilesTest : public testing::Test
 {
 protected:
-    std::filesystem::path pathOf(const char* name) const
-    {
-        return toPath(folder_.filePath(QString::fromUtf8(name)));
-    }
+    std::filesystem::path at(const std::string& name) const { return scratch_.path() / name; }
 
-    std::filesystem::path write(const char* name, const QByteArray& content) const
-    {
-        QFile file(folder_.filePath(QString::fromUtf8(name)));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        EXPECT_EQ(file.write(content), content.size());
-        return pathOf(name);
-    }
-
+    test::ScratchFolder scratch_;
     QtFiles files_;
-
-private:
-    QTemporaryDir folder_;
 };
 
-TEST_F(QtFilesTest, ReadsEveryByteAsItStands)
+TEST_F(QtFilesTest, ReadsEveryByteOfARegularFileUpToTheLimit)
 {
-    const auto path = write("bytes \xC3\xA4.txt", QByteArray("\r\n\0\x1A\xFF\x80\n", 7));
-    EXPECT_EQ(files_.readWhole(path, 100), (Bytes{13, 10, 0, 26, 255, 128, 10}));
-    EXPECT_EQ(files_.readWhole(write("empty.txt", {}), 100), Bytes{});
-}
-
-TEST_F(QtFilesTest, RefusesWhatIsLargerThanTheLimit)
-{
-    const auto path = write("five.txt", "12345");
-    EXPECT_EQ(files_.readWhole(path, 4), std::nullopt);
-    ASSERT_TRUE(files_.readWhole(path, 5));
-    EXPECT_EQ(files_.readWhole(path, 5)->size(), 5U);
-}
-
-TEST_F(QtFilesTest, RefusesWhatIsNoRegularFile)
-{
-    EXPECT_EQ(files_.readWhole(pathOf("missing.txt"), 100), std::nullopt);
-    EXPECT_EQ(files_.readWhole(pathOf("."), 100), std::nullopt);
+    const auto path = scratch_.write("bytes ä.txt", std::string("\r\n\0\x1A\xFF\x80\n", 7));
+    EXPECT_EQ(files_.readWhole(path, 7), (Bytes{13, 10, 0, 26, 255, 128, 10}));
+    EXPECT_EQ(files_.readWhole(path, 6), std::nullopt);
+    EXPECT_EQ(files_.readWhole(scratch_.write("empty.txt", {}), 100), Bytes{});
+    EXPECT_EQ(files_.readWhole(at("missing.txt"), 100), std::nullopt);
+    EXPECT_EQ(files_.readWhole(scratch_.path(), 100), std::nullopt);
     EXPECT_EQ(files_.readWhole({}, 100), std::nullopt);
 #ifdef Q_OS_UNIX
     EXPECT_EQ(files_.readWhole("/dev/zero", 100), std::nullopt);
-    const auto pipe = pathOf("pipe");
-    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
-    EXPECT_EQ(files_.readWhole(pipe, 100), std::nullopt) << "and does not wait for a writer";
+    ASSERT_EQ(::mkfifo(at("pipe").c_str(), 0600), 0);
+    EXPECT_EQ(files_.readWhole(at("pipe"), 100), std::nullopt) << "and does not wait for a writer";
+    EXPECT_TRUE(files_.saveAtomically(at("pipe"), {1})) << "a device is no place for a file";
 #endif
 }
 
 TEST_F(QtFilesTest, SavesInPlaceOfTheOldFileAndLeavesNothingBeside)
 {
-    const auto path = write("bus \xC3\xA4.kvr", "old and longer");
-    EXPECT_EQ(files_.saveAtomically(path, {13, 0, 255}), std::nullopt);
-    EXPECT_EQ(files_.readWhole(path, 100), (Bytes{13, 0, 255}));
-    EXPECT_FALSE(files_.exists(pathOf("new.kvr")));
-    EXPECT_FALSE(files_.changedAt(pathOf("new.kvr")));
-    EXPECT_EQ(files_.saveAtomically(pathOf("new.kvr"), {}), std::nullopt);
-    EXPECT_EQ(files_.changedAt(pathOf("new.kvr"))->year, QtClock().now().year);
-    EXPECT_EQ(files_.readWhole(pathOf("new.kvr"), 100), Bytes{});
-    ASSERT_EQ(files_.list(pathOf(".")).size(), 2U);
+    scratch_.write("bus ä.kvr", "old and longer");
+    EXPECT_EQ(files_.saveAtomically(at("bus ä.kvr"), {13, 0, 255}), std::nullopt);
+    EXPECT_EQ(scratch_.read("bus ä.kvr"), std::string("\r\0\xFF", 3));
+    EXPECT_FALSE(files_.exists(at("new.kvr")));
+    EXPECT_FALSE(files_.changedAt(at("new.kvr")));
+    EXPECT_EQ(files_.saveAtomically(at("new.kvr"), {}), std::nullopt);
+    EXPECT_EQ(files_.changedAt(at("new.kvr"))->year, QtClock().now().year);
+    for (const auto& path : {at("missing/a.kvr"), scratch_.path(), std::filesystem::path()})
+        EXPECT_TRUE(files_.saveAtomically(path, {1})) << path;
+    EXPECT_EQ(scratch_.listing(), "bus ä.kvr new.kvr ");
+    EXPECT_EQ(scratch_.read("new.kvr"), "");
 }
 
-TEST_F(QtFilesTest, AFailedSaveSaysWhyAndKeepsTheOldFile)
-{
-    EXPECT_TRUE(files_.saveAtomically(pathOf("missing/a.kvr"), {1}));
-    EXPECT_TRUE(files_.saveAtomically(pathOf("."), {1}));
-    EXPECT_TRUE(files_.saveAtomically({}, {1}));
 #ifdef Q_OS_UNIX
-    const auto pipe = pathOf("pipe");
-    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
-    EXPECT_TRUE(files_.saveAtomically(pipe, {1})) << "a device is no place for a file";
-    // A full disk: no file of this process may grow beyond a few bytes.
-    const auto path = write("bus.kvr", "old");
+// No file of this process may grow beyond a few bytes.
+TEST_F(QtFilesTest, AFullDiskIsToldAndLeavesTheOldFile)
+{
+    scratch_.write("bus.kvr", "old");
     rlimit before{};
     ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
     const rlimit small{16, before.rlim_max};
     const auto handler = std::signal(SIGXFSZ, SIG_IGN);
     ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
-    const auto reason = files_.saveAtomically(path, Bytes(100'000, 7));
+    const auto reason = files_.saveAtomically(at("bus.kvr"), Bytes(100'000, 7));
     ::setrlimit(RLIMIT_FSIZE, &before);
     std::signal(SIGXFSZ, handler);
-    ASSERT_TRUE(reason);
-    EXPECT_FALSE(reason->empty());
-    EXPECT_EQ(files_.readWhole(path, 100), (Bytes{'o', 'l', 'd'}));
-    EXPECT_EQ(files_.list(pathOf(".")).size(), 2U);
-#endif
+    EXPECT_TRUE(reason && !reason->empty());
+    EXPECT_EQ(scratch_.read("bus.kvr"), "old");
+    EXPECT_EQ(scratch_.listing(), "bus.kvr ");
 }
 
-#ifdef Q_OS_UNIX
 TEST_F(QtFilesTest, AReadOnlyFolderIsToldAndStaysAsItWas)
 {
-    const auto path = write("bus.kvr", "old");
-    const auto folder = pathOf(".");
-    ASSERT_EQ(::chmod(folder.c_str(), 0555), 0);
+    scratch_.write("bus.kvr", "old");
+    ASSERT_EQ(::chmod(scratch_.path().c_str(), 0555), 0);
+    const uid_t own = ::geteuid();
     constexpr uid_t nobody = 65534;
-    const bool isRoot = ::geteuid() == 0; // whom no folder is read-only
-    if (isRoot) {
-        ASSERT_EQ(::seteuid(nobody), 0);
-    }
-    const auto reason = files_.saveAtomically(path, {1});
-    const auto reasonForNew = files_.saveAtomically(pathOf("new.kvr"), {1});
-    const bool canWrite = files_.canWriteInto(folder);
-    if (isRoot) {
-        ASSERT_EQ(::seteuid(0), 0);
-    }
-    ASSERT_EQ(::chmod(folder.c_str(), 0755), 0);
+    ASSERT_EQ(::seteuid(own == 0 ? nobody : own), 0); // for the superuser no folder is read-only
+    const auto reason = files_.saveAtomically(at("bus.kvr"), {1});
+    const auto reasonForNew = files_.saveAtomically(at("new.kvr"), {1});
+    const bool canWrite = files_.canWriteInto(scratch_.path());
+    ASSERT_EQ(::seteuid(own), 0);
+    ASSERT_EQ(::chmod(scratch_.path().c_str(), 0755), 0);
     EXPECT_TRUE(reason && !reason->empty());
     EXPECT_TRUE(reasonForNew && !reasonForNew->empty());
     EXPECT_FALSE(canWrite);
-    EXPECT_EQ(files_.readWhole(path, 100), (Bytes{'o', 'l', 'd'}));
-    EXPECT_EQ(files_.list(folder).size(), 1U);
+    EXPECT_EQ(scratch_.read("bus.kvr"), "old");
+    EXPECT_EQ(scratch_.listing(), "bus.kvr ");
 }
 
 // In a process of its own: one content after the other into the same file, until it is killed.
@@ -156,25 +117,24 @@ pid_t startSaving(QtFiles& files, const std::filesystem::path& path, std::size_t
 TEST_F(QtFilesTest, AProgramThatIsKilledWhileItSavesLeavesAWholeFile)
 {
     constexpr std::size_t size = 200'000;
-    const auto path = write("bus.kvr", QByteArray(size, '\0'));
+    const auto path = scratch_.write("bus.kvr", std::string(size, '\0'));
     bool anySaved = false;
-    for (int round = 0; round < 12; ++round) {
+    for (int round = 0; round < 8; ++round) {
         const pid_t child = startSaving(files_, path, size);
         ASSERT_GT(child, 0);
-        std::this_thread::sleep_for(std::chrono::milliseconds(5 + 7 * round));
+        std::this_thread::sleep_for(std::chrono::milliseconds(5 + 9 * round));
         ASSERT_EQ(::kill(child, SIGKILL), 0);
         int status = 0;
         ASSERT_EQ(::waitpid(child, &status, 0), child);
         EXPECT_TRUE(WIFSIGNALED(status)) << "it saved until it was killed";
-        const auto content = files_.readWhole(path, size);
-        ASSERT_TRUE(content);
-        ASSERT_EQ(content->size(), size);
-        EXPECT_EQ(std::count(content->begin(), content->end(), content->front()), size);
-        anySaved = anySaved || content->front() != 0;
+        const std::string content = scratch_.read("bus.kvr");
+        ASSERT_EQ(content.size(), size);
+        EXPECT_EQ(content, std::string(size, content.front()));
+        anySaved = anySaved || content.front() != 0;
     }
     EXPECT_TRUE(anySaved);
     EXPECT_EQ(files_.saveAtomically(path, {1}), std::nullopt);
-    EXPECT_EQ(files_.list(pathOf(".")).size(), 1U);
+    EXPECT_EQ(scratch_.listing(), "bus.kvr ");
 }
 
 // Of this computer's names only those of processes that have ended go; folders as well as files.
@@ -184,7 +144,7 @@ TEST_F(QtFilesTest, OnlyWhatEndedProcessesLeftIsCleared)
     if (ended == 0)
         ::_exit(0);
     ASSERT_EQ(::waitpid(ended, nullptr, 0), ended);
-    const std::string own = files_.temporaryPath(pathOf(".")).filename().string();
+    const std::string own = files_.temporaryPath(scratch_.path()).filename().string();
     const std::string process = std::to_string(::getpid());
     const auto nameOf = [&](const std::string& number) {
         return std::string(own).replace(own.find(process), process.size(), number);
@@ -199,54 +159,48 @@ TEST_F(QtFilesTest, OnlyWhatEndedProcessesLeftIsCleared)
                                 "bus.kvr.UsyGyZ",
                                 "Zip_Ordner.unpacking-1"};
     for (const auto& name : kept)
-        write(name.c_str(), "x");
-    ASSERT_EQ(files_.makeFolder(pathOf(left.c_str()) / "deep"), std::nullopt);
-    write((left + "/deep/a.txt").c_str(), "x");
-    EXPECT_EQ(files_.saveAtomically(pathOf("bus.kvr"), {1}), std::nullopt);
-    EXPECT_FALSE(files_.exists(pathOf(left.c_str())));
+        scratch_.write(name, "x");
+    scratch_.write(left + "/deep/a.txt", "x");
+    EXPECT_EQ(files_.saveAtomically(at("bus.kvr"), {1}), std::nullopt);
+    EXPECT_FALSE(files_.exists(at(left)));
     for (const auto& name : kept)
-        EXPECT_TRUE(files_.exists(pathOf(name.c_str()))) << name;
+        EXPECT_TRUE(files_.exists(at(name))) << name;
 }
 
 TEST_F(QtFilesTest, ALinkAndTheRightsOfAFileOutliveASave)
 {
-    const auto path = write("bus.kvr", "old");
+    const auto path = scratch_.write("bus.kvr", "old");
     ASSERT_EQ(::chmod(path.c_str(), 0640), 0);
-    std::filesystem::create_symlink("bus.kvr", pathOf("link.kvr"));
-    EXPECT_EQ(files_.saveAtomically(pathOf("link.kvr"), {1}), std::nullopt);
-    EXPECT_TRUE(std::filesystem::is_symlink(pathOf("link.kvr")));
-    EXPECT_EQ(files_.readWhole(path, 10), Bytes{1});
+    std::filesystem::create_symlink("bus.kvr", at("link.kvr"));
+    EXPECT_EQ(files_.saveAtomically(at("link.kvr"), {'x'}), std::nullopt);
+    EXPECT_TRUE(std::filesystem::is_symlink(at("link.kvr")));
+    EXPECT_EQ(scratch_.read("bus.kvr"), "x");
     EXPECT_EQ(std::filesystem::status(path).permissions(), std::filesystem::perms(0640));
 }
 #endif
 
-TEST_F(QtFilesTest, MakesListsAndRemoves)
+TEST_F(QtFilesTest, MakesListsTriesAndRemoves)
 {
-    EXPECT_EQ(files_.makeFolder(pathOf("a/b")), std::nullopt);
-    EXPECT_EQ(files_.makeFolder(pathOf("a/b")), std::nullopt);
-    write("a/c.kvr", "x");
-    const auto entries = files_.list(pathOf("a"));
+    EXPECT_EQ(files_.makeFolder(at("a/b")), std::nullopt);
+    EXPECT_EQ(files_.makeFolder(at("a/b")), std::nullopt);
+    scratch_.write("a/c.kvr", "x");
+    const auto entries = files_.list(at("a"));
     ASSERT_EQ(entries.size(), 2U);
     EXPECT_EQ(entries[0].name, "b");
     EXPECT_TRUE(entries[0].isFolder);
     EXPECT_EQ(entries[1].name, "c.kvr");
     EXPECT_FALSE(entries[1].isFolder);
-    EXPECT_TRUE(files_.list(pathOf("none")).empty());
-    EXPECT_TRUE(files_.makeFolder(pathOf("a/c.kvr"))) << "a file stands in its place";
-    EXPECT_EQ(files_.remove(pathOf("a/c.kvr")), std::nullopt);
-    EXPECT_EQ(files_.remove(pathOf("a/c.kvr")), std::nullopt);
-    EXPECT_TRUE(files_.remove(pathOf("a"))) << "a folder that is not empty";
-    EXPECT_EQ(files_.list(pathOf("a")).size(), 1U);
-}
-
-TEST_F(QtFilesTest, TriesWhetherAFolderTakesFiles)
-{
-    EXPECT_TRUE(files_.canWriteInto(pathOf(".")));
-    EXPECT_TRUE(files_.list(pathOf(".")).empty());
-    EXPECT_FALSE(files_.canWriteInto(pathOf("none")));
+    EXPECT_TRUE(files_.list(at("none")).empty());
+    EXPECT_TRUE(files_.canWriteInto(at("a")));
+    EXPECT_FALSE(files_.canWriteInto(at("none")));
 #ifdef Q_OS_LINUX
     EXPECT_FALSE(files_.canWriteInto("/proc"));
 #endif
+    EXPECT_TRUE(files_.makeFolder(at("a/c.kvr"))) << "a file stands in its place";
+    EXPECT_EQ(files_.remove(at("a/c.kvr")), std::nullopt);
+    EXPECT_EQ(files_.remove(at("a/c.kvr")), std::nullopt);
+    EXPECT_TRUE(files_.remove(at("a"))) << "a folder that is not empty";
+    EXPECT_EQ(scratch_.listing(), "a/ a/b/ ");
 }
 
 TEST(QtClockTest, TellsTheLocalTime)
@@ -259,5 +213,4 @@ TEST(QtClockTest, TellsTheLocalTime)
 }
 
 } // namespace
-
 } // namespace karvo

@@ -5,12 +5,9 @@
 namespace karvo
 {
 
-namespace
-{
-
 TEST(QtLocaleInfo, CountriesHaveTheirThreeLetters)
 {
-    const std::vector<std::pair<QLocale::Territory, Text>> expected{
+    const std::pair<QLocale::Territory, Text> expected[] = {
         {QLocale::Germany, u"DEU"},      {QLocale::Austria, u"AUT"}, {QLocale::Switzerland, u"CHE"},
         {QLocale::Netherlands, u"NLD"},  {QLocale::Belgium, u"BEL"}, {QLocale::UnitedKingdom, u"GBR"},
         {QLocale::UnitedStates, u"USA"}, {QLocale::Canada, u"CAN"},  {QLocale::Australia, u"AUS"},
@@ -26,22 +23,15 @@ TEST(QtLocaleInfo, CountriesHaveTheirThreeLetters)
 // Each locale in a process of its own: Qt asks the system once.
 TEST(QtLocaleInfoDeathTest, FollowsTheLocaleOfTheUser)
 {
-    const std::vector<std::pair<QByteArray, Text>> cases{{"de_DE.UTF-8", u"DEU"},
-                                                         {"nl_BE.UTF-8", u"BEL"},
-                                                         {"en_US.UTF-8", u"USA"},
-                                                         {"fr_FR", u"FRA"},
-                                                         {"C", u""}};
-    for (const auto& [locale, abbreviation] : cases) {
+    for (const auto& [locale, abbreviation] :
+         {std::pair{"nl_BE.UTF-8", u"BEL"}, {"fr_FR", u"FRA"}, {"C", u""}}) {
         const auto answersAsExpected = [&] {
             qputenv("LC_ALL", locale);
             return QtLocaleInfo().countryAbbreviation() == abbreviation;
         };
-        EXPECT_EXIT(std::exit(answersAsExpected() ? 0 : 1), testing::ExitedWithCode(0), "")
-            << locale.constData();
+        EXPECT_EXIT(std::exit(answersAsExpected() ? 0 : 1), testing::ExitedWithCode(0), "") << locale;
     }
 }
 #endif
-
-} // namespace
 
 } // namespace karvo

@@ -5,10 +5,7 @@
 namespace karvo
 {
 
-namespace
-{
-
-TEST(TextConversion, CarriesEveryCharacterBothWays)
+TEST(TextConversion, CarriesEveryCharacterAndPathBothWays)
 {
     const Text text = u"Gr\u00FC\u00DFe \u20AC \u0081\u009D \u4E2D \U0001F697";
     const QString string = QString::fromUtf8("Gr\xC3\xBC\xC3\x9F"
@@ -17,16 +14,10 @@ TEST(TextConversion, CarriesEveryCharacterBothWays)
     EXPECT_EQ(toText(string), text);
     EXPECT_EQ(toText(QString()), Text());
     EXPECT_EQ(toQString(TextView()), QString());
-}
-
-TEST(TextConversion, CarriesAPathBothWays)
-{
-    const QString string = QString::fromUtf8("/tmp/Fahrzeuge/M\xC3\xBCller & S\xC3\xB6hne/\xE2\x82\xAC.kvr");
-    EXPECT_EQ(pathToQString(toPath(string)), string);
-    EXPECT_EQ(toPath(string).extension(), ".kvr");
+    const QString path = QString::fromUtf8("/tmp/Fahrzeuge/M\xC3\xBCller & S\xC3\xB6hne/\xE2\x82\xAC.kvr");
+    EXPECT_EQ(pathToQString(toPath(path)), path);
+    EXPECT_EQ(toPath(path).extension(), ".kvr");
     EXPECT_EQ(toPath(QString()), std::filesystem::path());
 }
-
-} // namespace
 
 } // namespace karvo

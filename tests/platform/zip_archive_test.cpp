@@ -9,20 +9,22 @@ namespace
 {
 
 using test::makeZip;
-using test::ScratchFolder;
-using test::ZipItem;
 using Kind = ArchiveEntry::Kind;
 
-// What is handed over, "name:kind:content".
+// What is handed over, "name:kind:content" in each line, and the words at the end.
 class Listing : public ArchiveSink
 {
 public:
+    explicit Listing(const std::string& content, int stopAt = 0) : left_(stopAt)
+    {
+        words = ZipArchive().read(scratch.write("a.zip", content), *this);
+    }
     bool takeEntry(const ArchiveEntry& entry) override
     {
         const char* const kinds[] = {"file", "folder", "other"};
         text += "\n" + entry.name + (entry.encrypted ? ":secret:" : ":") +
                 kinds[static_cast<int>(entry.kind)] + ":";
-        return ++entries != stopAt;
+        return --left_ != 0;
     }
     bool takeBytes(std::span<const std::uint8_t> bytes) override
     {
@@ -30,65 +32,47 @@ public:
         return true;
     }
 
+    test::ScratchFolder scratch;
     std::string text;
-    int entries = 0;
-    int stopAt = 0;
-};
-
-class ZipArchiveTest : public testing::Test
-{
-protected:
-    std::string listed(const std::string& content, int stopAt = 0)
-    {
-        Listing listing;
-        listing.stopAt = stopAt;
-        words = ZipArchive().read(scratch.write("a.zip", content), listing);
-        return listing.text;
-    }
-    ScratchFolder scratch;
     std::optional<Text> words;
+
+private:
+    int left_; // entries, until it ends the reading
 };
 
-} // namespace
-
-TEST_F(ZipArchiveTest, HandsOverEachEntryWithItsContent)
+TEST(ZipArchive, HandsOverEachEntryWithItsContent)
 {
     const std::string zip =
         makeZip({{"docs/", {}, Kind::folder}, {"docs/a.txt", "some text"}, {"Größe", ""}});
-    EXPECT_EQ(listed(zip), "\ndocs/:folder:\ndocs/a.txt:file:some text\nGröße:file:");
-    EXPECT_FALSE(words);
-    EXPECT_EQ(listed(zip, 2), "\ndocs/:folder:\ndocs/a.txt:file:");
-    EXPECT_FALSE(words) << "the sink ended it";
+    const Listing all(zip);
+    EXPECT_EQ(all.text, "\ndocs/:folder:\ndocs/a.txt:file:some text\nGröße:file:");
+    EXPECT_FALSE(all.words);
+    const Listing two(zip, 2);
+    EXPECT_EQ(two.text, "\ndocs/:folder:\ndocs/a.txt:file:");
+    EXPECT_FALSE(two.words) << "the sink ended it";
+    EXPECT_EQ(Listing(makeZip({{"link", "/etc/passwd", Kind::other}})).text, "\nlink:other:");
+    const auto secret = makeZip({{"secret", "text"}}, "zip:encryption=traditional");
+    EXPECT_EQ(Listing(secret, 1).text, "\nsecret:secret:file:");
 }
 
-TEST_F(ZipArchiveTest, TellsLinksAndPasswords)
-{
-    EXPECT_EQ(listed(makeZip({{"link", "/etc/passwd", Kind::other}})), "\nlink:other:");
-    EXPECT_EQ(listed(makeZip({{"secret", "text"}}, "zip:encryption=traditional"), 1),
-              "\nsecret:secret:file:");
-}
-
-TEST_F(ZipArchiveTest, WhatIsCutOrSpoiltIsNotWhole)
+TEST(ZipArchive, WhatIsCutOrSpoiltIsNotWhole)
 {
     const std::string zip =
         makeZip({{"a.txt", std::string(5000, 'a')}, {"b.txt", "text of b"}}, "zip:compression=store");
-    listed(zip);
-    ASSERT_FALSE(words);
+    Listing whole(zip);
+    EXPECT_FALSE(whole.words);
     for (const std::size_t length : {std::size_t{0}, std::size_t{1}, std::size_t{100}, std::size_t{3000},
-                                     zip.find("PK\x01\x02"), zip.size() - 30, zip.size() - 1}) {
-        listed(zip.substr(0, length));
-        EXPECT_TRUE(words) << length;
-    }
+                                     zip.find("PK\x01\x02"), zip.size() - 30, zip.size() - 1})
+        EXPECT_TRUE(Listing(zip.substr(0, length)).words) << length;
     std::string spoilt = zip;
     spoilt[2000] = 'b';
-    listed(spoilt);
+    const auto words = Listing(spoilt).words;
     ASSERT_TRUE(words);
     EXPECT_NE(words->find(u"CRC"), Text::npos) << utf8FromText(*words);
-    listed("no archive at all");
-    EXPECT_TRUE(words);
-    Listing listing;
-    EXPECT_TRUE(ZipArchive().read(scratch.path() / "missing.zip", listing));
-    EXPECT_TRUE(ZipArchive().read(scratch.path(), listing)) << "a folder";
+    EXPECT_TRUE(Listing("no archive at all").words);
+    EXPECT_TRUE(ZipArchive().read(whole.scratch.path() / "missing.zip", whole));
+    EXPECT_TRUE(ZipArchive().read(whole.scratch.path(), whole)) << "a folder";
 }
 
+} // namespace
 } // namespace karvo

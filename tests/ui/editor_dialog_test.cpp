@@ -8,18 +8,8 @@
 
 namespace karvo
 {
-
 namespace
 {
-
-LanguageTables questionTexts()
-{
-    LanguageTables texts;
-    texts.messages[900] = u"0900Verloren?";
-    texts.captions[710] = u"0710Verwerfen";
-    texts.captions[714] = u"0714Weiter";
-    return texts;
-}
 
 class Editor : public EditorDialog
 {
@@ -33,46 +23,35 @@ public:
     QCheckBox box;
 };
 
-struct EditorBench {
-    LanguageTables texts = questionTexts();
-    Editor editor{texts};
-    test::ModalDriver driver;
-
-    EditorBench() { editor.show(); }
-    void answer(const char* button)
-    {
-        driver.expectBox(QStringLiteral("Verloren?"), QString::fromLatin1(button));
-    }
-};
-
-} // namespace
-
 TEST(EditorDialog, AsksOnceWhereSomethingWouldBeLost)
 {
-    EditorBench bench;
-    bench.editor.field.setText(QStringLiteral("13"));
-    bench.answer("Weiter");
-    QTest::keyClick(&bench.editor, Qt::Key_Escape);
-    EXPECT_TRUE(bench.editor.isVisible());
-    bench.answer("Weiter");
-    EXPECT_FALSE(bench.editor.close());
-    EXPECT_EQ(bench.editor.field.text(), QStringLiteral("13"));
-    bench.answer("Verwerfen");
-    bench.editor.reject();
-    EXPECT_FALSE(bench.editor.isVisible());
-    EXPECT_TRUE(bench.driver.isDone());
+    LanguageTables texts;
+    texts.messages[900] = u"0900Verloren?";
+    texts.captions[710] = u"0710Verwerfen";
+    texts.captions[714] = u"0714Weiter";
+    Editor editor(texts);
+    test::ModalDriver driver;
+    editor.show();
+    const auto answer = [&](const char* button) {
+        driver.expectBox(QStringLiteral("Verloren?"), QString::fromLatin1(button));
+    };
+    editor.box.setChecked(true);
+    answer("Weiter");
+    QTest::keyClick(&editor, Qt::Key_Escape);
+    EXPECT_TRUE(editor.isVisible());
+    editor.box.setChecked(false);
+    editor.field.setText(QStringLiteral("13"));
+    answer("Weiter");
+    EXPECT_FALSE(editor.close());
+    EXPECT_EQ(editor.field.text(), QStringLiteral("13"));
+    answer("Verwerfen");
+    editor.reject();
+    EXPECT_FALSE(editor.isVisible());
+    EXPECT_TRUE(driver.isDone());
+    editor.show();
+    editor.field.setText(QStringLiteral("12"));
+    EXPECT_TRUE(editor.close()) << "as it was: without a question";
 }
 
-TEST(EditorDialog, ATickCountsAndWhatIsAsItWasDoesNot)
-{
-    EditorBench bench;
-    bench.editor.field.setText(QStringLiteral("13"));
-    bench.editor.field.setText(QStringLiteral("12"));
-    bench.editor.box.setChecked(true);
-    bench.answer("Weiter");
-    bench.editor.reject();
-    bench.editor.box.setChecked(false);
-    EXPECT_TRUE(bench.editor.close()) << "without a question";
-}
-
+} // namespace
 } // namespace karvo

@@ -1,69 +1,32 @@
 #include "ui/flow_layout.h"
 
-#include <QWidget>
-
 #include <gtest/gtest.h>
 
 namespace karvo
 {
 
-namespace
+TEST(FlowLayout, BeginsANewRowWhereTheWidthEndsAndNarrowsWhatIsWiderThanTheRow)
 {
-
-class Block : public QWidget
-{
-public:
-    explicit Block(QWidget* parent, int width, int height) : QWidget(parent), size_(width, height) {}
-    QSize sizeHint() const override { return size_; }
-    QSize minimumSizeHint() const override { return {20, size_.height()}; }
-
-private:
-    QSize size_;
-};
-
-struct Row : QWidget {
-    FlowLayout* flow = new FlowLayout(this);
-    Block* first = new Block(this, 100, 20);
-    Block* second = new Block(this, 60, 30);
-    Block* third = new Block(this, 80, 20);
-
-    Row()
-    {
-        flow->setContentsMargins(0, 0, 0, 0);
-        flow->setSpacing(10);
-        for (Block* block : {first, second, third})
-            flow->addWidget(block);
-    }
-};
-
-} // namespace
-
-TEST(FlowLayout, StandsInOneRowWhereThereIsRoom)
-{
-    Row row;
-    row.flow->setGeometry(QRect(0, 0, 260, 30));
-    EXPECT_EQ(row.first->geometry(), QRect(0, 0, 100, 30));
-    EXPECT_EQ(row.second->geometry(), QRect(110, 0, 60, 30));
-    EXPECT_EQ(row.third->geometry(), QRect(180, 0, 80, 30));
-    EXPECT_EQ(row.flow->heightForWidth(260), 30);
-}
-
-TEST(FlowLayout, BeginsANewRowWhereTheWidthEnds)
-{
-    Row row;
-    row.flow->setGeometry(QRect(0, 0, 259, 100));
-    EXPECT_EQ(row.second->geometry().topLeft(), QPoint(110, 0));
-    EXPECT_EQ(row.third->geometry().x(), 0);
-    EXPECT_GE(row.third->geometry().y(), 30);
-    EXPECT_EQ(row.flow->heightForWidth(259), row.third->geometry().y() + 30);
-}
-
-TEST(FlowLayout, NarrowsAnItemThatIsWiderThanTheRow)
-{
-    Row row;
-    row.flow->setGeometry(QRect(0, 0, 50, 200));
-    EXPECT_EQ(row.first->width(), 50);
-    EXPECT_EQ(row.flow->minimumSize().width(), 20);
+    FlowLayout flow(nullptr);
+    flow.setContentsMargins(0, 0, 0, 0);
+    flow.setSpacing(10);
+    for (const QSize size : {QSize(100, 20), QSize(60, 30), QSize(80, 20)})
+        flow.addItem(new QSpacerItem(size.width(), size.height(), QSizePolicy::Preferred));
+    const auto placeOf = [&](int item) { return flow.itemAt(item)->geometry(); };
+    flow.setGeometry(QRect(0, 0, 260, 30));
+    EXPECT_EQ(placeOf(0), QRect(0, 0, 100, 30));
+    EXPECT_EQ(placeOf(1), QRect(110, 0, 60, 30));
+    EXPECT_EQ(placeOf(2), QRect(180, 0, 80, 30));
+    EXPECT_EQ(flow.heightForWidth(260), 30);
+    flow.setGeometry(QRect(0, 0, 259, 100));
+    EXPECT_EQ(placeOf(1).topLeft(), QPoint(110, 0));
+    EXPECT_EQ(placeOf(2).x(), 0);
+    EXPECT_GE(placeOf(2).y(), 30);
+    EXPECT_EQ(flow.heightForWidth(259), placeOf(2).y() + 30);
+    flow.setGeometry(QRect(0, 0, 50, 200));
+    EXPECT_EQ(placeOf(0).width(), 50);
+    flow.addItem(new QSpacerItem(20, 5, QSizePolicy::Minimum));
+    EXPECT_EQ(flow.minimumSize().width(), 20) << "the widest item that can not be narrowed";
 }
 
 } // namespace karvo

@@ -1,46 +1,38 @@
 #include "ui/window_prompts.h"
 
 #include "support/modal_driver.h"
+#include "support/scratch_folder.h"
 
 #include <QComboBox>
-#include <QDir>
 #include <QFileDialog>
 #include <QLineEdit>
-#include <QTemporaryDir>
 #include <QTest>
 
 namespace karvo
 {
-
 namespace
 {
 
-LanguageTables germanTexts()
+class WindowPromptsTest : public testing::Test
 {
+protected:
+    WindowPromptsTest()
+    {
+        const std::pair<std::size_t, TextView> captions[] = {{700, u"OK"},    {701, u"Abbrechen"},
+                                                             {702, u"Ja"},    {703, u"Nein"},
+                                                             {708, u"Frage"}, {709, u"Fehler"}};
+        for (const auto& [number, caption] : captions)
+            texts.captions[number] = u"0000" + Text(caption);
+    }
     LanguageTables texts;
-    texts.captions[700] = u"0700OK";
-    texts.captions[701] = u"0701Abbrechen";
-    texts.captions[702] = u"0702Ja";
-    texts.captions[703] = u"0703Nein";
-    texts.captions[707] = u"0707Hinweis";
-    texts.captions[708] = u"0708Frage";
-    texts.captions[709] = u"0709Fehler";
-    return texts;
-}
-
-struct PromptsBench {
-    LanguageTables texts = germanTexts();
     int ends = 0;
     WindowPrompts prompts{texts, [this] { ++ends; }};
     test::ModalDriver driver;
 };
 
-} // namespace
-
-TEST(WindowPrompts, ShowsAMessageToTheLetter)
+TEST_F(WindowPromptsTest, ShowsAMessageToTheLetter)
 {
-    PromptsBench bench;
-    bench.driver.expect(QStringLiteral("message"), [](QWidget& window) {
+    driver.expect(QStringLiteral("message"), [](QWidget& window) {
         auto& box = dynamic_cast<QMessageBox&>(window);
         EXPECT_EQ(box.text().toStdString(), "Die Datei\r\n<b>C:\\x</b> fehlt");
         EXPECT_EQ(box.textFormat(), Qt::PlainText);
@@ -50,44 +42,40 @@ TEST(WindowPrompts, ShowsAMessageToTheLetter)
         EXPECT_EQ(box.buttons().front()->text().toStdString(), "OK");
         box.buttons().front()->click();
     });
-    bench.prompts.message(u"Die Datei\r\n<b>C:\\x</b> fehlt", PromptIcon::warning);
-    EXPECT_TRUE(bench.driver.isDone());
+    prompts.message(u"Die Datei\r\n<b>C:\\x</b> fehlt", PromptIcon::warning);
+    EXPECT_TRUE(driver.isDone());
+    texts = LanguageTables(); // until a language is loaded Qt has its own words
+    driver.expectBox(QStringLiteral("File not available !"), QStringLiteral("OK"));
+    prompts.message(u"File not available !");
 }
 
-TEST(WindowPrompts, ABoxBelongsToTheDialogThatStandsOpen)
+TEST_F(WindowPromptsTest, ABoxBelongsToTheDialogThatStandsOpen)
 {
-    PromptsBench bench;
     QWidget main;
-    bench.prompts.setParentWindow(&main);
-    const auto expectOwner = [&](const QWidget& owner) {
-        bench.driver.expect(QStringLiteral("box"), [&](QWidget& window) {
-            EXPECT_EQ(window.parentWidget(), &owner);
-            window.close();
-        });
-        bench.prompts.message(u"text");
-    };
-    expectOwner(main);
+    prompts.setParentWindow(&main);
     QDialog dialog(&main);
     dialog.setModal(true);
-    dialog.show();
-    expectOwner(dialog);
-    dialog.hide();
-    expectOwner(main);
+    for (QWidget* const owner : {&main, static_cast<QWidget*>(&dialog), &main}) {
+        dialog.setVisible(owner == &dialog);
+        driver.expect(QStringLiteral("box"), [&](QWidget& window) {
+            EXPECT_EQ(window.parentWidget(), owner);
+            window.close();
+        });
+        prompts.message(u"text");
+    }
 }
 
-TEST(WindowPrompts, AKindOfFileComesWithItsFolderAndExtension)
+TEST_F(WindowPromptsTest, AKindOfFileComesWithItsFolderAndExtension)
 {
-    PromptsBench bench;
-    const QTemporaryDir scratch;
-    QDir(scratch.path()).mkdir(QStringLiteral("lists"));
-    const std::filesystem::path own = scratch.path().toStdString();
+    const test::ScratchFolder scratch;
+    const auto& own = scratch.path();
+    std::filesystem::create_directory(own / "lists");
     const FileRequest request = {u"Save", own, u"*.bcr",
                                  u"bcr",  {},  OtherFileKind{u"*.kvr", u"kvr", own / "lists"}};
     for (const bool other : {false, true}) {
-        bench.driver.expect(QStringLiteral("dialog"), [other](QWidget& window) {
-            auto& dialog = dynamic_cast<QFileDialog&>(window);
-            auto* const kinds = dialog.findChild<QComboBox*>(QStringLiteral("fileTypeCombo"));
-            auto* const name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        driver.expect(QStringLiteral("dialog"), [other](QWidget& window) {
+            auto* const kinds = window.findChild<QComboBox*>(QStringLiteral("fileTypeCombo"));
+            auto* const name = window.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
             ASSERT_TRUE(kinds != nullptr && name != nullptr);
             EXPECT_EQ(kinds->count(), 2);
             if (other)
@@ -95,83 +83,60 @@ TEST(WindowPrompts, AKindOfFileComesWithItsFolderAndExtension)
             name->setText(QStringLiteral("mine"));
             QTest::keyClick(name, Qt::Key_Return);
         });
-        const auto chosen = bench.prompts.saveFile(request);
-        ASSERT_TRUE(chosen);
-        EXPECT_EQ(*chosen, other ? own / "lists" / "mine.kvr" : own / "mine.bcr");
+        EXPECT_EQ(prompts.saveFile(request), other ? own / "lists" / "mine.kvr" : own / "mine.bcr");
     }
 }
 
-TEST(WindowPrompts, AsksInTheLanguageInUse)
+TEST_F(WindowPromptsTest, AsksInTheLanguageInUse)
 {
-    PromptsBench bench;
-    bench.driver.expectBox(QStringLiteral("Wirklich?"), QStringLiteral("Ja"));
-    EXPECT_TRUE(bench.prompts.question(u"Wirklich?"));
-    bench.driver.expectBox(QStringLiteral("Wirklich?"), QStringLiteral("Nein"));
-    EXPECT_FALSE(bench.prompts.question(u"Wirklich?"));
-    bench.driver.expect(QStringLiteral("closed"), [](QWidget& window) { window.close(); });
-    EXPECT_FALSE(bench.prompts.question(u"Wirklich?"));
+    driver.expectBox(QStringLiteral("Wirklich?"), QStringLiteral("Ja"));
+    EXPECT_TRUE(prompts.question(u"Wirklich?"));
+    driver.expectBox(QStringLiteral("Wirklich?"), QStringLiteral("Nein"));
+    EXPECT_FALSE(prompts.question(u"Wirklich?"));
+    driver.expect(QStringLiteral("closed"), [](QWidget& window) { window.close(); });
+    EXPECT_FALSE(prompts.question(u"Wirklich?"));
 }
 
-TEST(WindowPrompts, HandsOverWhatWasTyped)
+TEST_F(WindowPromptsTest, HandsOverWhatWasTypedAndRefusesUnfitCharactersThere)
 {
-    PromptsBench bench;
-    bench.driver.expectInput(QStringLiteral("Suchen"), QStringLiteral("Größe"));
-    EXPECT_EQ(bench.prompts.input(u"Suchen", u"Wort:", u"alt"), Text(u"Größe"));
-    bench.driver.expectInput(QStringLiteral("Suchen"), std::nullopt);
-    EXPECT_EQ(bench.prompts.input(u"Suchen", u"Wort:", u"alt"), std::nullopt);
-}
-
-TEST(WindowPrompts, RefusesUnfitCharactersWhereTheyAreTyped)
-{
-    PromptsBench bench;
-    bench.driver.expect(QStringLiteral("input"), [](QWidget& window) {
+    driver.expectInput(QStringLiteral("Suchen"), QStringLiteral("Größe"));
+    EXPECT_EQ(prompts.input(u"Suchen", u"Wort:", u"alt"), Text(u"Größe"));
+    driver.expectInput(QStringLiteral("Suchen"), std::nullopt);
+    EXPECT_EQ(prompts.input(u"Suchen", u"Wort:", u"alt"), std::nullopt);
+    driver.expect(QStringLiteral("input"), [](QWidget& window) {
         auto* const field = window.findChild<QLineEdit*>();
         ASSERT_NE(field, nullptr);
-        EXPECT_EQ(field->text().toStdString(), "alt");
         field->selectAll();
         field->insert(QStringLiteral("Ł"));
-        EXPECT_EQ(field->text().toStdString(), "alt");
         dynamic_cast<QDialog&>(window).accept();
     });
-    EXPECT_EQ(bench.prompts.input(u"Suchen", u"Wort:", u"alt"), Text(u"alt"));
+    EXPECT_EQ(prompts.input(u"Suchen", u"Wort:", u"alt"), Text(u"alt"));
 }
 
-TEST(WindowPrompts, ShowNothingFurtherOnceTheProgramEnds)
+TEST_F(WindowPromptsTest, ShowNothingFurtherOnceTheProgramEnds)
 {
-    PromptsBench bench;
-    bench.prompts.endProgram();
-    EXPECT_EQ(bench.ends, 1);
-    EXPECT_TRUE(bench.prompts.hasEnded());
-    bench.prompts.message(u"late");
-    EXPECT_FALSE(bench.prompts.question(u"late?"));
-    EXPECT_EQ(bench.prompts.input(u"late", u"late", u"late"), std::nullopt);
+    prompts.endProgram();
+    EXPECT_EQ(ends, 1);
+    EXPECT_TRUE(prompts.hasEnded());
+    prompts.message(u"late");
+    EXPECT_FALSE(prompts.question(u"late?"));
+    EXPECT_EQ(prompts.input(u"late", u"late", u"late"), std::nullopt);
 }
 
-TEST(WindowPrompts, KeepQtsWordsUntilALanguageIsLoaded)
+TEST_F(WindowPromptsTest, OffersAChoiceWithTheCurrentOneChosen)
 {
-    PromptsBench bench;
-    bench.texts = LanguageTables();
-    bench.driver.expectBox(QStringLiteral("File [Deutsch_var.txt] not available !"), QStringLiteral("OK"));
-    bench.prompts.message(u"File [Deutsch_var.txt] not available !");
-}
-
-TEST(WindowPrompts, OffersAChoiceWithTheCurrentOneChosen)
-{
-    PromptsBench bench;
-    const std::vector<Text> options = {u"Variante 1", u"Variante 2", u"Variante 3"};
-    const auto answer = [&](bool accept) {
-        bench.driver.expect(QStringLiteral("choice"), [accept](QWidget& window) {
+    for (const auto& [accept, chosen] : {std::pair{true, std::optional<std::size_t>(2)}, {false, {}}}) {
+        driver.expect(QStringLiteral("choice"), [accept = accept](QWidget& window) {
             auto& dialog = dynamic_cast<QInputDialog&>(window);
-            EXPECT_EQ(dialog.textValue().toStdString(), "Variante 2");
+            EXPECT_EQ(dialog.textValue().toStdString(), "zwei");
             EXPECT_EQ(dialog.labelText().toStdString(), "Welche?");
             EXPECT_EQ(dialog.cancelButtonText().toStdString(), "Abbrechen");
-            dialog.setTextValue(QStringLiteral("Variante 3"));
+            dialog.setTextValue(QStringLiteral("drei"));
             accept ? dialog.accept() : dialog.reject();
         });
-        return bench.prompts.choice(u"Variante", u"Welche?", options, 1);
-    };
-    EXPECT_EQ(answer(true), 2U);
-    EXPECT_EQ(answer(false), std::nullopt);
+        EXPECT_EQ(prompts.choice(u"Variante", u"Welche?", {u"eins", u"zwei", u"drei"}, 1), chosen);
+    }
 }
 
+} // namespace
 } // namespace karvo

@@ -1,5 +1,9 @@
+// What is typed and shown: the files' characters, captions, and Qt's own words.
 #include "ui/captions.h"
+#include "ui/qt_texts.h"
 #include "ui/typed_text.h"
+
+#include <QApplication>
 
 #include <gtest/gtest.h>
 
@@ -8,10 +12,7 @@ namespace karvo
 
 TEST(TypedText, RefusesWhatTheFilesCannotHold)
 {
-    const struct {
-        QString typed;
-        QValidator::State state;
-    } cases[] = {
+    const std::pair<QString, QValidator::State> cases[] = {
         {QStringLiteral("Größe 5 €"), QValidator::Acceptable},
         {QString(), QValidator::Acceptable},
         {QStringLiteral("Łódź"), QValidator::Invalid},
@@ -26,17 +27,28 @@ TEST(TypedText, RefusesWhatTheFilesCannotHold)
     }
 }
 
-TEST(Captions, KeepAnAmpersandInButtonsAndMenus)
+TEST(Captions, KeepAnAmpersandAndPutValuesInTheirPlaces)
 {
     EXPECT_EQ(buttonText(u"Bremsen & Beschleunigen").toStdString(), "Bremsen && Beschleunigen");
     EXPECT_EQ(qtText(u"Bremsen & Beschleunigen").toStdString(), "Bremsen & Beschleunigen");
-}
-
-TEST(Captions, PutValuesInTheirPlaces)
-{
     LanguageTables texts;
     texts.captions[27] = u"0027Byte {1} von {2}\tnur im Tipp {1}";
     EXPECT_EQ(filledCaption(texts, Caption::bytesReceived, {u"12", u"513"}).toStdString(), "Byte 12 von 513");
+}
+
+TEST(QtTexts, FollowTheLanguage)
+{
+    QtTexts texts(KARVO_PROGRAM_FOLDER);
+    const std::pair<LanguageCode, const char*> cases[] = {{LanguageCode::german, "Abbrechen"},
+                                                          {LanguageCode::dutch, "Annuleren"},
+                                                          {LanguageCode::french, "Annuler"},
+                                                          {LanguageCode::spanish, "Cancelar"},
+                                                          {LanguageCode::english, "Cancel"}};
+    for (const auto& [code, cancel] : cases) {
+        texts.use(code);
+        EXPECT_EQ(QCoreApplication::translate("QPlatformTheme", "Cancel").toStdString(), cancel);
+        EXPECT_EQ(qt_error_string(2).toStdString(), "No such file or directory") << "the system's own words";
+    }
 }
 
 } // namespace karvo
