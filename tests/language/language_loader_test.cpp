@@ -13,18 +13,11 @@ using test::bytesOf;
 class LanguageLoaderTest : public testing::Test
 {
 protected:
-    LanguageLoaderTest()
-    {
-        add("Deutsch", "0001Eins\r\n0002Zwei\r\n0003Drei\r\n");
-        add("English", "0001One\r\n0002Two\r\n");
-    }
-
     void add(const std::string& name, std::string_view content)
     {
         for (const char* const kind : {"_var.txt", "_mnu.txt", "_cap.txt"})
             files.content[folder / (name + kind)] = bytesOf(content);
     }
-
     std::optional<std::string_view> load(LanguageCode code)
     {
         loaded = loadLanguage(tables, code, folder, files);
@@ -37,36 +30,38 @@ protected:
     LoadedLanguage loaded;
 };
 
-TEST_F(LanguageLoaderTest, EntriesAreLinesFromTheirFifthCharacterOn)
+TEST_F(LanguageLoaderTest, EntriesAreLinesFromTheirFifthCharacterOnAndLinesBeyondTheTablesAreIgnored)
 {
-    add("Deutsch", "9999 Abbrechen \r\n0002\r\n\r\nabc\r\n0005ä\tTipp");
-    files.content[folder / "Deutsch_cap.txt"] = {'0', '0', '0', '1', 0xE4, '\t', 'T', '\n'};
+    std::string content = "9999 Abbrechen \r\n0002\r\n\r\nabc\r\n0005ä\tTipp\n";
+    for (int i = 6; i <= 1500; ++i)
+        content += "----" + std::to_string(i) + "\n";
+    add("Deutsch", content);
     ASSERT_FALSE(load(LanguageCode::german));
-    EXPECT_EQ(tables.message(static_cast<Message>(1)), u" Abbrechen ");
-    EXPECT_EQ(tables.message(static_cast<Message>(2)), u"");
-    EXPECT_EQ(tables.message(static_cast<Message>(4)), u"");
-    EXPECT_EQ(tables.message(static_cast<Message>(5)), u"ä\tTipp");
-    EXPECT_EQ(tables.caption(static_cast<Caption>(1)), u"ä");
+    const TextView entries[] = {u" Abbrechen ", u"", u"", u"", u"ä\tTipp", u"6"};
+    for (int i = 0; i < 6; ++i)
+        EXPECT_EQ(tables.message(static_cast<Message>(i + 1)), entries[i]) << i;
+    EXPECT_EQ(tables.caption(static_cast<Caption>(5)), u"ä");
     EXPECT_EQ(tables.messages[0], u"");
+    EXPECT_EQ(tables.messages[1000], u"----1000");
+    EXPECT_EQ(tables.menuCaption(500), u"500");
     EXPECT_EQ(tables.menuCaption(501), u"");
 }
 
-TEST_F(LanguageLoaderTest, AShorterFileLeavesTheLastEntriesInPlace)
+TEST_F(LanguageLoaderTest, AShorterOrMissingFileLeavesEntriesInPlaceAndTheMissingOneIsNamed)
 {
-    ASSERT_FALSE(load(LanguageCode::german));
-    ASSERT_FALSE(load(LanguageCode::english));
-    EXPECT_EQ(tables.menuCaption(2), u"Two");
-    EXPECT_EQ(tables.menuCaption(3), u"Drei");
-}
-
-TEST_F(LanguageLoaderTest, NamesTheFirstMissingFileAndKeepsWhatCameBeforeIt)
-{
-    files.content.erase(folder / "English_mnu.txt");
+    add("Deutsch", "0001Eins\r\n0002Zwei\r\n0003Drei\r\n");
+    add("English", "0001One\r\n0002Two\r\n");
     files.content.erase(folder / "English_cap.txt");
     ASSERT_FALSE(load(LanguageCode::german));
+    EXPECT_EQ(load(LanguageCode::english), "English_cap.txt");
+    EXPECT_EQ(tables.menuCaption(2), u"Two");
+    EXPECT_EQ(tables.menuCaption(3), u"Drei");
+    EXPECT_EQ(tables.caption(static_cast<Caption>(1)), u"Eins");
+    files.content.erase(folder / "English_mnu.txt");
     EXPECT_EQ(load(LanguageCode::english), "English_mnu.txt");
-    EXPECT_EQ(tables.message(static_cast<Message>(1)), u"One");
-    EXPECT_EQ(tables.menuCaption(1), u"Eins");
+    EXPECT_EQ(
+        missingLanguageFileText("Franz_mnu.txt"),
+        u"File [Franz_mnu.txt] not available !\r\nSet language to German.\r\n\r\nProgram will be closed");
 }
 
 TEST_F(LanguageLoaderTest, WhatHoldsNoTextIsToldInWordsThatAreThere)
@@ -78,11 +73,7 @@ TEST_F(LanguageLoaderTest, WhatHoldsNoTextIsToldInWordsThatAreThere)
     } cases[] = {
         {"Deutsch_cap.txt", "", u"damaged: Deutsch_cap.txt"},
         {"Deutsch_mnu.txt", "\r\n \r\n", u"damaged: Deutsch_mnu.txt"},
-        {"Deutsch_cap.txt",
-         std::string("0\0"
-                     "0\0",
-                     4),
-         u"damaged: Deutsch_cap.txt"},
+        {"Deutsch_cap.txt", {'0', 0, '0', 0}, u"damaged: Deutsch_cap.txt"},
         {"Deutsch_var.txt",
          "\x7F"
          "ELF\x02",
@@ -101,40 +92,14 @@ TEST_F(LanguageLoaderTest, WhatHoldsNoTextIsToldInWordsThatAreThere)
     }
 }
 
-TEST_F(LanguageLoaderTest, LinesBeyondTheTablesAreIgnored)
-{
-    std::string many;
-    for (int i = 1; i <= 1500; ++i)
-        many += "----" + std::to_string(i) + "\n";
-    add("Deutsch", many);
-    ASSERT_FALSE(load(LanguageCode::german));
-    EXPECT_EQ(tables.messages[1000], u"----1000");
-    EXPECT_EQ(tables.menu[500], u"----500");
-}
-
-TEST(LanguageCodeTest, FilesOfEachLanguage)
-{
-    EXPECT_EQ(languageFiles(LanguageCode::dutch).messageFile, "Dutch_var.txt");
-    EXPECT_EQ(languageFiles(LanguageCode::spanish).menuFile, "Spanisch_mnu.txt");
-    EXPECT_EQ(languageFiles(LanguageCode::french).captionFile, "Franz_cap.txt");
-    EXPECT_EQ(languageFiles(LanguageCode::french).menuItem, "mnu_franz");
-}
-
 TEST(LanguageCodeTest, NonsenseInTheSettingsIsNoLanguage)
 {
     EXPECT_EQ(languageFromSetting(u"3"), LanguageCode::english);
     for (const TextView stored : {u"", u"0", u"6", u"-1", u"deutsch", u"99999999999999"})
         EXPECT_EQ(languageFromSetting(stored), std::nullopt) << utf8FromText(stored);
     EXPECT_EQ(languageFromName("es"), LanguageCode::spanish);
-    EXPECT_EQ(languageFromName("4"), LanguageCode::spanish);
+    EXPECT_EQ(languageFromName("5"), LanguageCode::french);
     EXPECT_EQ(languageFromName("ES"), std::nullopt);
-}
-
-TEST(MissingLanguageFileTest, TextNamesTheFileAndAlwaysSpeaksOfGerman)
-{
-    EXPECT_EQ(
-        missingLanguageFileText("Franz_mnu.txt"),
-        u"File [Franz_mnu.txt] not available !\r\nSet language to German.\r\n\r\nProgram will be closed");
 }
 
 } // namespace

@@ -19,30 +19,23 @@ TEST(PortChoiceTest, OnlyOneToThirtyOneIsAPort)
     EXPECT_EQ(portNumberFromSetting(std::nullopt), 1);
 }
 
-TEST(PortChoiceTest, ChoosingClosesAnOpenPortAndStoresTheNumber)
+TEST(PortChoiceTest, TheSearchTriesAllInOrderAndChoosingStoresTheNumber)
 {
     LinkBench bench;
     test::MemorySettings settings;
-    bench.line.open();
+    bench.line.stayPresent({12, 1, 31});
     choosePort(bench.state, bench.line, settings, 12);
+    EXPECT_EQ(settings.values["Parameter/Com_Port"], u"12");
+    EXPECT_EQ(bench.state.portNumber, 12);
+    ASSERT_FALSE(bench.line.open());
+    EXPECT_EQ(searchPorts(bench.state, bench.line), (std::vector<int>{1, 12, 31}));
     EXPECT_FALSE(bench.line.isOpen());
     EXPECT_EQ(bench.line.portNumber(), 12);
-    EXPECT_EQ(bench.state.portNumber, 12);
-    EXPECT_EQ(settings.values["Parameter/Com_Port"], u"12");
-}
-
-TEST(PortSearchTest, TriesAllInOrderAndRestoresTheNumber)
-{
-    LinkBench bench;
-    bench.state.portNumber = 4;
-    bench.line.setPortNumber(4);
-    bench.line.stayPresent({4, 1, 31});
-    ASSERT_FALSE(bench.line.open());
-    EXPECT_EQ(searchPorts(bench.state, bench.line), (std::vector<int>{1, 4, 31}));
-    EXPECT_FALSE(bench.line.isOpen());
-    EXPECT_EQ(bench.line.portNumber(), 4);
     EXPECT_EQ(bench.journal,
-              (test::Journal{"open 4", "close", "open 1", "close", "open 4", "close", "open 31", "close"}));
+              (test::Journal{"open 12", "close", "open 1", "close", "open 12", "close", "open 31", "close"}));
+    bench.line.open();
+    choosePort(bench.state, bench.line, settings, 4);
+    EXPECT_FALSE(bench.line.isOpen());
 }
 
 } // namespace

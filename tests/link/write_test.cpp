@@ -1,5 +1,7 @@
+#include "link/series_write.h"
 #include "link/write.h"
 #include "support/link_bench.h"
+#include "support/memory_files.h"
 
 #include <gtest/gtest.h>
 
@@ -9,294 +11,239 @@ namespace
 {
 
 using namespace std::chrono_literals;
-using test::Journal;
-using test::LinkBench;
+using test::bytesOf;
 
 const Bytes ack = {6};
+const Bytes nack = {21};
+
+struct WriteBench : test::LinkBench {
+    WriteBench() { test::addWriteTexts(texts); }
+
+    void answer(const std::vector<Bytes>& replies)
+    {
+        for (const Bytes& reply : replies)
+            line.replyWith(reply);
+    }
+    void answerAll(const Bytes& frameReply = ack) { answer({bytesOf("27"), ack, frameReply}); }
+    // What has happened since the last call.
+    std::string passed()
+    {
+        std::string text;
+        for (const auto& entry : std::exchange(journal, {}))
+            text += (text.empty() ? "" : ", ") + entry;
+        return text;
+    }
+    long times(const char* entry) const { return std::count(journal.begin(), journal.end(), entry); }
+};
 
 class WriteTest : public testing::Test
 {
 protected:
-    WriteTest() { test::addWriteTexts(bench.texts); }
-
-    void answerAs(const char* identification)
-    {
-        const std::string text = identification;
-        bench.line.replyWith(Bytes(text.begin(), text.end()));
-    }
-    void answerAll(const char* identification, const Bytes& command = ack, const Bytes& frame = ack)
-    {
-        answerAs(identification);
-        bench.line.replyWith(command);
-        bench.line.replyWith(frame);
-    }
-    WriteEnd write(int cv, int value, int firmwareLevel = 3)
-    {
-        return writeCv(bench.link, {cv, value, firmwareLevel});
-    }
-    LinkBench bench;
+    WriteBench bench;
 };
 
-TEST_F(WriteTest, StepsOfAGoodWriteInTheirOrder)
+TEST_F(WriteTest, IdentifiesEachTimeAndSendsCvMinusOneValueAndTheirSum)
 {
-    answerAll("27");
-    EXPECT_EQ(write(100, 200), WriteEnd::written);
-    EXPECT_EQ(bench.journal, (Journal{"status writing CV100", "open 1", "write 37", "write 69 87 83",
-                                      "write 99 200 43", "status c873"}));
-    EXPECT_TRUE(bench.line.isOpen());
-    EXPECT_EQ(bench.state.typeCode, 7);
-}
-
-TEST_F(WriteTest, FrameIsCvMinusOneValueAndTheirSumModulo256)
-{
-    struct Case {
-        int cv;
-        int value;
-        const char* written;
-    };
-    const Case cases[] = {{1, 0, "write 0 0 0"},           {1, 255, "write 0 255 255"},
-                          {2, 255, "write 1 255 0"},       {29, 6, "write 28 6 34"},
-                          {256, 255, "write 255 255 254"}, {256, 0, "write 255 0 255"}};
-    for (const auto& [cv, value, written] : cases) {
-        answerAll("15");
-        EXPECT_EQ(write(cv, value), WriteEnd::written) << cv;
-        EXPECT_EQ(bench.journal[bench.journal.size() - 2], written);
+    const std::pair<WriteCommand, std::string> cases[] = {
+        {{1, 0}, "0 0 0"},           {{1, 255}, "0 255 255"}, {{2, 255}, "1 255 0"},
+        {{256, 255}, "255 255 254"}, {{256, 0}, "255 0 255"}, {{99, 1}, "98 1 99"},
+        {{98, 1, 2}, "97 1 98"},     {{161, 3}, "160 3 163"}, {{48, 1, 3, u"27"}, "47 1 48"}};
+    std::string opening = "open 1, ";
+    for (const auto& [command, frame] : cases) {
+        bench.answerAll();
+        EXPECT_EQ(writeCv(bench.link, command), WriteEnd::written);
+        EXPECT_EQ(bench.passed(), "status writing CV" + std::to_string(command.cv) + ", " +
+                                      std::exchange(opening, "") + "write 37, write 69 87 83, write " +
+                                      frame + ", status c873");
+        EXPECT_EQ(bench.state.typeCode, 7);
     }
 }
 
-TEST_F(WriteTest, EachCallIdentifiesAgainAndThePortIsOpenedOnce)
+TEST_F(WriteTest, EachFaultEndsTheWriteWithItsWords)
 {
-    answerAll("15");
-    answerAll("28");
-    EXPECT_EQ(write(2, 1), WriteEnd::written);
-    EXPECT_EQ(write(2, 1), WriteEnd::written);
-    EXPECT_EQ(std::count(bench.journal.begin(), bench.journal.end(), "write 37"), 2);
-    EXPECT_EQ(std::count(bench.journal.begin(), bench.journal.end(), "open 1"), 1);
-    EXPECT_EQ(bench.state.typeCode, 8);
-}
-
-TEST_F(WriteTest, SilenceAfterTheIdentificationIsNamedByTheTypeKnownBefore)
-{
-    const std::pair<int, const char*> cases[] = {{7, "c902"}, {8, "c902"}, {0, "c900"}, {57, "c900"}};
-    for (const auto& [typeCode, status] : cases) {
-        bench.journal.clear();
-        bench.state.typeCode = typeCode;
-        EXPECT_EQ(write(48, 1), WriteEnd::noReply);
-        const Journal end(bench.journal.end() - 3, bench.journal.end());
-        EXPECT_EQ(end,
-                  (Journal{"write 37", "message no reply\r\nnothing came", std::string("status ") + status}));
+    const std::string silent = "message no reply\r\nnothing came, status ";
+    const std::string unknown = "write 37, message unknown decoder\r\nreply ";
+    const Bytes kv07 = bytesOf("27");
+    const struct {
+        int typeCode; // known before
+        WriteCommand command;
+        std::vector<Bytes> replies;
+        WriteEnd end;
+        std::string passed; // the end of the journal
+    } cases[] = {
+        // Silence after "%" is named by the type known before, after "EWS" by the type just identified.
+        {7, {48, 1}, {}, WriteEnd::noReply, "write 37, " + silent + "c902"},
+        {8, {48, 1}, {}, WriteEnd::noReply, "write 37, " + silent + "c902"},
+        {0, {48, 1}, {}, WriteEnd::noReply, "write 37, " + silent + "c900"},
+        {57, {48, 1}, {}, WriteEnd::noReply, "write 37, " + silent + "c900"},
+        {0, {48, 1}, {kv07}, WriteEnd::noReply, "write 69 87 83, " + silent + "c903"},
+        {0, {48, 1}, {bytesOf("28")}, WriteEnd::noReply, "write 69 87 83, " + silent + "c903"},
+        {7, {48, 1}, {bytesOf("26")}, WriteEnd::noReply, "write 69 87 83, " + silent + "c901"},
+        {7, {48, 1}, {bytesOf("80")}, WriteEnd::noReply, "write 69 87 83, " + silent + "c901"},
+        {0, {48, 1}, {kv07, ack}, WriteEnd::unacknowledged, "write 47 1 48, " + silent + "menu 76"},
+        {0, {48, 1}, {bytesOf("81")}, WriteEnd::unknownDecoder, unknown + "\"81\", message m572"},
+        {0, {48, 1}, {bytesOf("27\r")}, WriteEnd::unknownDecoder, unknown + "0x32 0x37 0x0D, message m572"},
+        {0, {48, 1}, {{178, 32, 55}}, WriteEnd::unknownDecoder, unknown + "0xB2 0x20 0x37, message m572"},
+        {0,
+         {48, 1},
+         {bytesOf("0123456789abcdefg")},
+         WriteEnd::unknownDecoder,
+         unknown + "\"0123456789abcdef\" ..., message m572"},
+        {0, {48, 1, 3, u"27"}, {bytesOf("28")}, WriteEnd::otherDecoder, "write 37"},
+        {0, {48, 1}, {kv07, nack}, WriteEnd::commandRefused, "write 69 87 83, message m294"},
+        {0, {48, 1}, {kv07, {7, 6}}, WriteEnd::commandRefused, "write 69 87 83, message m294"},
+        {0, {161, 1}, {kv07, nack}, WriteEnd::commandRefused, "write 69 87 83, message m294"},
+        {0, {48, 1}, {kv07, ack, nack}, WriteEnd::frameRefused, "write 47 1 48, message m83\r\nCV 48 m94"},
+        {0, {161, 3}, {kv07, ack, nack}, WriteEnd::unconfirmed, "write 160 3 163"},
+        {0, {99, 1, 2}, {}, WriteEnd::guarded, "message m296"},
+    };
+    bench.state.noticeAfterWrite = true;
+    for (const auto& expected : cases) {
+        bench.state.typeCode = expected.typeCode;
+        bench.answer(expected.replies);
+        const auto start = bench.line.now();
+        EXPECT_EQ(writeCv(bench.link, expected.command), expected.end);
+        const auto passed = bench.passed();
+        EXPECT_TRUE(passed.ends_with(expected.passed)) << passed;
+        const bool silence = passed.find("nothing came") != std::string::npos;
+        EXPECT_EQ(bench.line.now() - start >= 5000ms, silence) << passed;
         EXPECT_FALSE(bench.state.timeOut);
         EXPECT_TRUE(bench.line.isOpen());
+        EXPECT_FALSE(bench.line.hasUnusedReplies()) << passed;
     }
 }
 
-TEST_F(WriteTest, SilenceAfterTheAnnouncementIsNamedByTheTypeJustIdentified)
+TEST_F(WriteTest, TheResetAsksFirstAndEndsWithTheMessageOfItsKind)
 {
-    const std::pair<const char*, const char*> cases[] = {
-        {"27", "c903"}, {"28", "c903"}, {"26", "c901"}, {"80", "c901"}};
-    for (const auto& [identification, status] : cases) {
-        bench.journal.clear();
-        answerAs(identification);
-        const auto before = bench.line.now();
-        EXPECT_EQ(write(48, 1), WriteEnd::noReply);
-        EXPECT_EQ(bench.line.now() - before, 5000ms);
-        const Journal end(bench.journal.end() - 3, bench.journal.end());
-        EXPECT_EQ(end, (Journal{"write 69 87 83", "message no reply\r\nnothing came",
-                                std::string("status ") + status}));
-        EXPECT_TRUE(bench.line.isOpen());
-    }
-}
-
-TEST_F(WriteTest, SilenceAfterTheFrameLeavesItUncertain)
-{
-    answerAs("27");
-    bench.line.replyWith(ack);
-    EXPECT_EQ(write(48, 1), WriteEnd::unacknowledged);
-    const Journal end(bench.journal.end() - 3, bench.journal.end());
-    EXPECT_EQ(end, (Journal{"write 47 1 48", "message no reply\r\nnothing came", "status menu 76"}));
-    EXPECT_FALSE(bench.state.timeOut);
-}
-
-TEST_F(WriteTest, AnUnknownDecoderIsToldWithItsReplyAndThatNothingWasWritten)
-{
-    const std::pair<std::string, const char*> cases[] = {{"81", "\"81\""},
-                                                         {"2", "\"2\""},
-                                                         {"27\r", "0x32 0x37 0x0D"},
-                                                         {"\xB2 7", "0xB2 0x20 0x37"},
-                                                         {"0123456789abcdefg", "\"0123456789abcdef\" ..."}};
-    for (const auto& [identification, reply] : cases) {
-        bench.journal.clear();
-        answerAs(identification.c_str());
-        EXPECT_EQ(write(48, 1), WriteEnd::unknownDecoder) << identification;
-        const Journal end(bench.journal.end() - 3, bench.journal.end());
-        EXPECT_EQ(end, (Journal{"write 37", std::string("message unknown decoder\r\nreply ") + reply,
-                                "message m572"}));
-    }
-}
-
-TEST_F(WriteTest, ARefusedAnnouncementSendsNoFrame)
-{
-    for (const Bytes& refusal : {Bytes{21}, Bytes{7, 6}, Bytes{0}}) {
-        answerAs("27");
-        bench.line.replyWith(refusal);
-        EXPECT_EQ(write(48, 1), WriteEnd::commandRefused);
-        const Journal end(bench.journal.end() - 2, bench.journal.end());
-        EXPECT_EQ(end, (Journal{"write 69 87 83", "message m294"}));
-    }
-}
-
-TEST_F(WriteTest, ARefusedValueIsToldOnceWithItsNumber)
-{
-    answerAll("27", ack, {21});
-    EXPECT_EQ(write(48, 1), WriteEnd::frameRefused);
-    EXPECT_EQ(bench.journal.back(), "message m83\r\nCV 48 m94");
-}
-
-TEST_F(WriteTest, Cv161MayStayWithoutItsAcknowledge)
-{
-    answerAll("27", ack, {21});
-    EXPECT_EQ(write(161, 3), WriteEnd::unconfirmed);
-    EXPECT_EQ(bench.journal.back(), "write 160 3 163");
-    answerAll("27");
-    EXPECT_EQ(write(161, 3), WriteEnd::written);
-    answerAs("27");
-    bench.line.replyWith({21});
-    EXPECT_EQ(write(161, 3), WriteEnd::commandRefused); // the announcement is reported as ever
-    EXPECT_EQ(bench.journal.back(), "message m294");
-}
-
-TEST_F(WriteTest, Cv99NeedsFirmwareLevelThree)
-{
-    EXPECT_EQ(write(99, 1, 2), WriteEnd::guarded);
-    EXPECT_EQ(bench.journal, (Journal{"message m296"}));
-    EXPECT_EQ(write(99, 1, 0), WriteEnd::guarded);
-    answerAll("27");
-    EXPECT_EQ(write(99, 1, 3), WriteEnd::written);
-    answerAll("27");
-    EXPECT_EQ(write(98, 1, 2), WriteEnd::written);
-}
-
-TEST_F(WriteTest, TheResetAsksFirstInTheWordsOfItsKind)
-{
-    bench.prompts.answer(false);
-    EXPECT_EQ(write(59, 1), WriteEnd::refusedByUser);
-    EXPECT_EQ(bench.journal, (Journal{"question m88\r\nm89\r\nm90\r\nm92\r\nm93\r\nm91"}));
-    bench.journal.clear();
-    bench.state.typeCode = 80;
-    bench.prompts.answer(false);
-    EXPECT_EQ(write(59, 1), WriteEnd::refusedByUser);
-    EXPECT_EQ(bench.journal, (Journal{"question m88\r\nm89\r\nm90\r\nm91"}));
-}
-
-TEST_F(WriteTest, TheResetEndsWithTheMessageOfItsKind)
-{
-    struct Case {
+    const std::string refused = "message m83\r\nCV 59 m94";
+    const struct {
+        int typeCode;
+        const char* question;
         const char* identification;
-        Bytes frameReply;
+        std::vector<Bytes> replies;
         WriteEnd end;
-        Journal messages;
-    };
-    const Case cases[] = {
-        {"27", ack, WriteEnd::written, {"status c873", "message m87"}},
-        {"27", {21}, WriteEnd::frameRefused, {"message m83\r\nCV 59 m94", "message m87"}},
-        {"80", ack, WriteEnd::written, {"status c873", "message m85"}},
-        {"80", {21}, WriteEnd::frameRefused, {"message m83\r\nCV 59 m94", "message m86"}},
+        std::string passed; // the end of the journal
+    } cases[] = {
+        {7, "m92\r\nm93\r\nm91", "27", {ack, ack}, WriteEnd::written, "status c873, message m87"},
+        {7, "m92\r\nm93\r\nm91", "27", {ack, nack}, WriteEnd::frameRefused, refused + ", message m87"},
+        {80, "m91", "80", {ack, ack}, WriteEnd::written, "status c873, message m85"},
+        {80, "m91", "80", {ack, nack}, WriteEnd::frameRefused, refused + ", message m86"},
+        // Ends where the time-out ends every write.
+        {80, "m91", "80", {ack}, WriteEnd::unacknowledged, "nothing came, status menu 76"},
     };
     bench.state.noticeAfterWrite = true; // a reset has no notice
-    for (const auto& [identification, frameReply, end, messages] : cases) {
+    for (const auto& [typeCode, question, identification, replies, end, passed] : cases) {
+        bench.state.typeCode = typeCode;
+        bench.prompts.answer(false);
+        EXPECT_EQ(writeCv(bench.link, {59, 1}), WriteEnd::refusedByUser);
+        EXPECT_EQ(bench.passed(), std::string("question m88\r\nm89\r\nm90\r\n") + question);
         bench.prompts.answer(true);
-        answerAll(identification, ack, frameReply);
-        EXPECT_EQ(write(59, 1), end);
-        EXPECT_EQ(Journal(bench.journal.end() - 2, bench.journal.end()), messages);
-    }
-    bench.prompts.answer(true);
-    answerAs("80");
-    bench.line.replyWith(ack);
-    EXPECT_EQ(write(59, 1), WriteEnd::unacknowledged); // ends where the time-out ends every write
-    EXPECT_EQ(bench.journal.back(), "status menu 76");
-}
-
-TEST_F(WriteTest, TheNoticeNamesWhatHasBeenWritten)
-{
-    bench.state.noticeAfterWrite = true;
-    const std::pair<int, const char*> cases[] = {{48, "CV 48  m297"},        {248, "CV11 + CV12  m297"},
-                                                 {250, "CV13 + CV14  m297"}, {249, "CV 249  m297"},
-                                                 {242, "CV 242  m297"},      {247, "CV 247  m297"}};
-    for (const auto& [cv, notice] : cases) {
-        answerAll("80");
-        write(cv, 1);
-        EXPECT_EQ(bench.journal.back(), std::string("message ") + notice);
-    }
-    for (const int cv : {243, 244, 245, 246}) {
-        answerAll("80");
-        write(cv, 1);
-        EXPECT_EQ(bench.journal.back(), "status c873") << cv;
+        bench.answer({bytesOf(identification)});
+        bench.answer(replies);
+        EXPECT_EQ(writeCv(bench.link, {59, 1}), end);
+        const auto after = bench.passed();
+        EXPECT_TRUE(after.ends_with(passed)) << after;
     }
 }
 
-TEST_F(WriteTest, TheNoticeKeepsSilentWhereItIsNotWanted)
+TEST_F(WriteTest, TheNoticeNamesWhatHasBeenWrittenWhereItIsWanted)
 {
-    const auto writtenWithout = [&] {
-        answerAll("27");
-        write(48, 1);
-        return bench.journal.back() == "status c873";
+    const std::pair<int, std::string> cases[] = {
+        {48, "message CV 48  m297"},   {248, "message CV11 + CV12  m297"},
+        {249, "message CV 249  m297"}, {250, "message CV13 + CV14  m297"},
+        {242, "message CV 242  m297"}, {243, "status c873"},
+        {246, "status c873"},          {247, "message CV 247  m297"}};
+    const auto lastOf = [&](int cv) {
+        bench.answerAll();
+        writeCv(bench.link, {cv, 1});
+        return bench.journal.back();
     };
-    EXPECT_TRUE(writtenWithout());
+    EXPECT_EQ(lastOf(48), "status c873") << "not wanted";
     bench.state.noticeAfterWrite = true;
-    EXPECT_FALSE(writtenWithout());
-    bench.state.seriesUnderWay = true;
-    EXPECT_TRUE(writtenWithout());
-    bench.state.seriesUnderWay = false;
+    for (const auto& [cv, last] : cases)
+        EXPECT_EQ(lastOf(cv), last);
     bench.state.manyUnderWay = true;
-    EXPECT_TRUE(writtenWithout());
-    bench.state.manyUnderWay = false;
-    answerAll("27", ack, {21});
-    write(48, 1);
-    EXPECT_EQ(bench.journal.back(), "message m83\r\nCV 48 m94");
-}
-
-TEST_F(WriteTest, AnotherDecoderThanExpectedGetsNothing)
-{
-    answerAs("28");
-    EXPECT_EQ(writeCv(bench.link, {48, 1, 3, u"27"}), WriteEnd::otherDecoder);
-    EXPECT_EQ(bench.journal.back(), "write 37");
-    answerAll("27");
-    EXPECT_EQ(writeCv(bench.link, {48, 1, 3, u"27"}), WriteEnd::written);
+    EXPECT_EQ(lastOf(48), "status c873") << "told by the operation";
 }
 
 TEST_F(WriteTest, AHangUpIsSilenceAndTheNextWriteOpensThePortAnew)
 {
-    answerAs("27");
+    bench.answer({bytesOf("27")});
     bench.line.replyInPieces({{20ms, {}}});
-    EXPECT_EQ(write(48, 1), WriteEnd::noReply);
+    EXPECT_EQ(writeCv(bench.link, {48, 1}), WriteEnd::noReply);
     EXPECT_EQ(bench.line.now(), 20ms);
-    answerAll("27");
-    EXPECT_EQ(write(48, 1), WriteEnd::written);
-    EXPECT_EQ(std::count(bench.journal.begin(), bench.journal.end(), "open 1"), 2);
-}
-
-TEST_F(WriteTest, APortThatCanNotBeOpenedEndsTheProgram)
-{
+    bench.answerAll();
+    EXPECT_EQ(writeCv(bench.link, {48, 1}), WriteEnd::written);
+    EXPECT_EQ(bench.times("open 1"), 2);
+    bench.line.close();
+    bench.passed();
     bench.line.refuseToOpen({u"Access denied", {}});
-    EXPECT_EQ(write(48, 1), WriteEnd::ended);
-    EXPECT_EQ(bench.journal, (Journal{"status writing CV48", "message Access denied", "end program"}));
+    EXPECT_EQ(writeCv(bench.link, {48, 1}), WriteEnd::ended);
+    EXPECT_EQ(bench.passed(), "status writing CV48, message Access denied, end program");
 }
 
 TEST_F(WriteTest, ClosingTheProgramShowsNothingAtAnyStep)
 {
-    for (int answered = 0; answered < 3; ++answered) {
-        LinkBench fresh;
-        test::addWriteTexts(fresh.texts);
-        if (answered > 0)
-            fresh.line.replyWith({'2', '7'});
-        if (answered > 1)
-            fresh.line.replyWith(ack);
-        fresh.line.endWhenSilent();
-        EXPECT_EQ(writeCv(fresh.link, {48, 1}), WriteEnd::ended) << answered;
-        const char* const lastSent[] = {"write 37", "write 69 87 83", "write 47 1 48"};
-        EXPECT_EQ(fresh.journal.back(), lastSent[answered]);
-        EXPECT_EQ(fresh.journal.size(), static_cast<std::size_t>(answered) + 3) << answered;
+    const std::string sent[] = {"write 37", ", write 69 87 83", ", write 47 1 48"};
+    std::string expected = "status writing CV48, open 1, ";
+    const std::vector<Bytes> replies = {bytesOf("27"), ack};
+    for (std::size_t answered = 0; answered < 3; ++answered) {
+        WriteBench ended;
+        for (std::size_t i = 0; i < answered; ++i)
+            ended.line.replyWith(replies[i]);
+        ended.line.endWhenSilent();
+        EXPECT_EQ(writeCv(ended.link, {48, 1}), WriteEnd::ended) << answered;
+        EXPECT_EQ(ended.passed(), expected += sent[answered]);
     }
+}
+
+class SeriesWriteTest : public testing::Test
+{
+protected:
+    std::vector<WriteEnd> write()
+    {
+        const auto ends = writeSeries(bench.link, {10, 20, 30, 40, 50}, {});
+        EXPECT_FALSE(bench.state.seriesUnderWay);
+        return {ends.begin(), ends.end()};
+    }
+
+    WriteBench bench;
+};
+
+TEST_F(SeriesWriteTest, FiveCvsInOrderEachWithItsStatusAndAPauseWhateverBecomesOfOne)
+{
+    bench.state.noticeAfterWrite = true; // without effect during a series
+    bench.view.showStatus(u"ready");
+    bench.answerAll();
+    bench.answerAll(nack);
+    bench.answer({bytesOf("99")});
+    bench.line.replyWith(bytesOf("27"));
+    bench.line.replyWith(ack);
+    bench.line.replyInPieces({{0ms, ack}, {50ms, {}}}); // the adapter is pulled in the pause, and back
+    bench.answerAll();
+    EXPECT_EQ(write(), (std::vector{WriteEnd::written, WriteEnd::frameRefused, WriteEnd::unknownDecoder,
+                                    WriteEnd::written, WriteEnd::written}));
+    EXPECT_EQ(bench.line.now(), 500ms);
+    EXPECT_EQ(bench.times("open 1"), 2);
+    const auto passed = bench.passed();
+    EXPECT_TRUE(passed.starts_with("status ready, status ready 167 , status writing CV167, open 1, write 37, "
+                                   "write 69 87 83, write 166 10 176, status c873, status c873 168 "))
+        << passed;
+    EXPECT_NE(passed.find("message m83\r\nCV 168 m94"), std::string::npos);
+    EXPECT_TRUE(passed.ends_with("write 170 50 220, status c873")) << passed;
+}
+
+TEST_F(SeriesWriteTest, TheEndOfTheProgramStopsIt)
+{
+    bench.answerAll();
+    bench.line.replyWith(bytesOf("27"));
+    bench.line.replyWith(ack);
+    bench.line.replyInPieces({{0ms, ack}, {50ms, {}}});
+    bench.line.refuseToOpenAgain({u"no such device", {}});
+    EXPECT_EQ(write(), (std::vector{WriteEnd::written, WriteEnd::written, WriteEnd::ended, WriteEnd::ended,
+                                    WriteEnd::ended}));
+    const auto passed = bench.passed();
+    EXPECT_TRUE(passed.ends_with("status writing CV169, message no such device, end program")) << passed;
 }
 
 } // namespace
