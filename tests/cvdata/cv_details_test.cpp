@@ -1,4 +1,5 @@
 #include "cvdata/cv_details.h"
+#include "cvdata/cv_use.h"
 
 #include <gtest/gtest.h>
 
@@ -7,42 +8,20 @@ namespace karvo
 namespace
 {
 
-TEST(CvDetailsTest, EachFieldComesFromItsColumn)
+TEST(CvDetailsTest, EachFieldComesFromItsColumnAndBitTextsAreLinesFromWeightOneUp)
 {
     CvTable table;
-    for (int column = 1; column <= 10; ++column)
+    for (int column = 1; column <= 9; ++column)
         table.at(29, column) = textFromNumber(column);
+    table.at(29, Column::bits) = u"1\r\n\r\n3\r\n4\r\n5\r\n6\r\n7\r\n8\r\n9";
     const auto details = cvDetails(table, 29);
     EXPECT_EQ(details.number, 29);
-    EXPECT_EQ(details.value, u"2");
-    EXPECT_EQ(details.name, u"3");
-    EXPECT_EQ(details.lowerLimit, u"4");
-    EXPECT_EQ(details.upperLimit, u"5");
-    EXPECT_EQ(details.factoryValue, u"6");
-    EXPECT_EQ(details.explanation, u"7");
-    EXPECT_EQ(details.values, u"8");
-    EXPECT_EQ(details.advice, u"9");
-    EXPECT_EQ(details.bits[0], u"10");
+    EXPECT_EQ(details.value + details.name + details.lowerLimit + details.upperLimit + details.factoryValue +
+                  details.explanation + details.values + details.advice,
+              u"23456789");
+    EXPECT_EQ(details.bits, (std::array<Text, 8>{u"1", u"", u"3", u"4", u"5", u"6", u"7", u"8"}));
     EXPECT_TRUE(details.isSetOfSwitches);
-}
-
-TEST(CvDetailsTest, BitTextsAreLinesFromWeightOneUp)
-{
-    CvTable table;
-    table.at(57, Column::bits) = u"eins\r\n\r\nvier";
-    const auto bits = cvDetails(table, 57).bits;
-    EXPECT_EQ(bits[0], u"eins");
-    EXPECT_EQ(bits[1], u"");
-    EXPECT_EQ(bits[2], u"vier");
-    EXPECT_EQ(bits[7], u"");
-    table.at(57, Column::bits) = u"1\r\n2\r\n3\r\n4\r\n5\r\n6\r\n7\r\n8\r\n9";
-    EXPECT_EQ(cvDetails(table, 57).bits[7], u"8");
     EXPECT_FALSE(cvDetails(table, 58).isSetOfSwitches);
-}
-
-TEST(CvDetailsTest, NumbersBeyondTheTableHaveNoDetails)
-{
-    const CvTable table;
     for (const int cv : {-1, 0, 257, 100000})
         EXPECT_EQ(cvDetails(table, cv).number, 0) << cv;
 }
@@ -53,6 +32,33 @@ TEST(BitBoxesTest, SumOfTheWeightsAndBack)
     EXPECT_EQ(valueOfBits({true, false, true, false, false, false, false, true}), 133);
     for (int value = 0; value <= 255; ++value)
         EXPECT_EQ(valueOfBits(bitsOfValue(value)), value);
+}
+
+TEST(CvUseTest, MarksAreWordsOfTheirFieldAndNothingElseIsOne)
+{
+    const struct {
+        TextView field;
+        bool hasMarks;
+        bool readOnly;
+        TextView from;
+    } cases[] = {
+        {u"", false, false, u""},
+        {u"read-only", false, false, u""}, // another maker's field
+        {u"3,from=240216", false, false, u""},
+        {u"mark=", true, false, u""},
+        {u"mark=read-only", true, true, u""},
+        {u"mark=read-only-soon", true, false, u""},
+        {u"mark=from=240216_neu", true, false, u"240216_neu"},
+        {u"mark=new, from=010915 ,read-only", true, true, u"010915"},
+    };
+    for (const auto& [field, has, readOnly, from] : cases) {
+        CvTable table;
+        table.at(20, Column::marks) = field;
+        EXPECT_EQ(hasMarks(table), has) << utf8FromText(field);
+        EXPECT_EQ(isReadOnly(table, 20), readOnly) << utf8FromText(field);
+        EXPECT_EQ(firstFirmwareOf(table, 20), from) << utf8FromText(field);
+        EXPECT_TRUE(isReadOnly(table, 7) && isReadOnly(table, 8));
+    }
 }
 
 } // namespace

@@ -9,107 +9,76 @@ namespace karvo
 namespace
 {
 
-constexpr auto de = LanguageCode::german;
-constexpr auto nl = LanguageCode::dutch;
-constexpr auto en = LanguageCode::english;
-constexpr auto es = LanguageCode::spanish;
-constexpr auto fr = LanguageCode::french;
+using enum LanguageCode;
+using enum Generation;
 
-DecoderProfile profileFor(int typeCode, Generation generation)
+DecoderProfile profileFor(int typeCode, Generation generation, FirmwareDate date = {}, int subLevel = 0)
 {
     DecoderProfile profile;
     profile.typeCode = typeCode;
     profile.model = modelOfTypeCode(typeCode);
     profile.generation = generation;
+    profile.firmwareDate = date;
+    profile.subLevel = subLevel;
     return profile;
 }
 
 TEST(ExpertChoiceTest, FileOfEachDecoder)
 {
-    using enum Generation;
-    struct Case {
-        int typeCode;
-        Generation generation;
+    const struct {
+        DecoderProfile profile;
         LanguageCode language;
         const char* file;
+    } cases[] = {
+        {profileFor(0, until2008Last), german, "CV_exp.txt"},
+        {profileFor(0, from2009), german, "CV_exp_v1.txt"},
+        {profileFor(1, standard), french, "CV_exp_v1_5.txt"},
+        {profileFor(2, standard), german, "CV_exp_v1_6.txt"},
+        {profileFor(4, undated), german, "CV_exp_Mai10_4.txt"},
+        {profileFor(5, may2010), german, "CV_exp_Mai10_5.txt"},
+        {profileFor(6, november2012), spanish, "CV_exp_November12_6.txt"},
+        {profileFor(7, standard), german, "CV_exp_kv07.txt"},
+        {profileFor(8, f3), english, "CV_exp_kv08_F3_EN.txt"},
+        {profileFor(7, f4), dutch, "CV_exp_kv07_F4_NL.txt"},
+        {profileFor(7, f5), dutch, "CV_exp_kv07_F5_NL.txt"},
+        {profileFor(7, v1), french, "CV_exp_kv07_V1_FR.txt"},
+        {profileFor(7, tacho), spanish, "CV_exp_kv07Tacho.txt"},
+        {profileFor(8, laneControl), english, "CV_exp_kv08LCen.txt"},
+        {profileFor(57, standard), english, "CV_exp_an07_EN.txt"},
+        {profileFor(57, v1), spanish, "CV_exp_an07_V1_ES.txt"},
+        {profileFor(80, standard), german, "CV_exp_receiver.txt"},
+        {profileFor(81, standard), dutch, "CV_exp_receiver_nl.txt"},
+        {profileFor(80, standard, {2015, 8, 31}), german, "CV_exp_Receiver.txt"},
+        {profileFor(80, standard, {2015, 8, 31}), english, "CV_exp_Receiver_en.txt"},
+        {profileFor(80, standard, {2015, 8, 31}), dutch, "CV_exp_Receiver.txt_nl.txt"},
+        {profileFor(80, standard, {2015, 9, 1}), french, "CV_exp_Receiver_010915_fr.txt"},
+        {profileFor(80, standard, {2016, 2, 24}), spanish, "CV_exp_Receiver_240216_es.txt"},
+        {profileFor(80, standard, {2016, 2, 24}, 1), english, "CV_exp_Receiver_240216_en_neu.txt"},
+        {profileFor(80, standard, {2022, 2, 26}), dutch, "CV_exp_Receiver_240216_nl.txt"},
+        {profileFor(80, standard, {2022, 2, 27}, 1), german, "CV_exp_Receiver_270222.txt"},
+        {profileFor(80, standard, {2023, 1, 1}), dutch, "CV_exp_Receiver_270222_nl"},
     };
-    const Case cases[] = {
-        {0, until2008First, en, "CV_exp.txt"},     {0, until2008Last, de, "CV_exp.txt"},
-        {0, from2009, de, "CV_exp_v1.txt"},        {1, standard, fr, "CV_exp_v1_5.txt"},
-        {2, standard, de, "CV_exp_v1_6.txt"},      {4, undated, de, "CV_exp_Mai10_4.txt"},
-        {5, may2010, de, "CV_exp_Mai10_5.txt"},    {6, november2012, es, "CV_exp_November12_6.txt"},
-        {7, standard, de, "CV_exp_kv07.txt"},      {7, standard, nl, "CV_exp_kv07_NL.txt"},
-        {8, f3, en, "CV_exp_kv08_F3_EN.txt"},      {7, v1, fr, "CV_exp_kv07_V1_FR.txt"},
-        {7, tacho, es, "CV_exp_kv07Tacho.txt"},    {8, laneControl, en, "CV_exp_kv08LCen.txt"},
-        {57, standard, en, "CV_exp_an07_EN.txt"},  {57, v1, es, "CV_exp_an07_V1_ES.txt"},
-        {80, standard, de, "CV_exp_receiver.txt"}, {81, standard, nl, "CV_exp_receiver_nl.txt"},
-    };
-    for (const Case& c : cases)
-        EXPECT_EQ(expertFileName(profileFor(c.typeCode, c.generation), c.language), c.file);
-}
-
-TEST(ExpertChoiceTest, AReceiversFirmwareDateDecides)
-{
-    struct Case {
-        FirmwareDate date;
-        int subLevel;
-        LanguageCode language;
-        const char* file;
-    };
-    const Case cases[] = {
-        {{2015, 8, 31}, 0, de, "CV_exp_Receiver.txt"},
-        {{2015, 8, 31}, 0, en, "CV_exp_Receiver_en.txt"},
-        {{2015, 8, 31}, 0, nl, "CV_exp_Receiver.txt_nl.txt"},
-        {{2015, 9, 1}, 0, fr, "CV_exp_Receiver_010915_fr.txt"},
-        {{2016, 2, 24}, 0, es, "CV_exp_Receiver_240216_es.txt"},
-        {{2016, 2, 24}, 1, de, "CV_exp_Receiver_240216_neu.txt"},
-        {{2016, 2, 24}, 1, en, "CV_exp_Receiver_240216_en_neu.txt"},
-        {{2022, 2, 26}, 0, nl, "CV_exp_Receiver_240216_nl.txt"},
-        {{2022, 2, 27}, 1, de, "CV_exp_Receiver_270222.txt"},
-        {{2023, 1, 1}, 0, nl, "CV_exp_Receiver_270222_nl"},
-    };
-    for (const Case& c : cases) {
-        auto profile = profileFor(80, Generation::standard);
-        profile.firmwareDate = c.date;
-        profile.subLevel = c.subLevel;
-        EXPECT_EQ(expertFileName(profile, c.language), c.file);
-    }
-}
-
-TEST(ExpertChoiceTest, OfflineListsHaveTheirOwnRule)
-{
-    const auto file = [](std::string_view item, LanguageCode language) {
-        const OfflineList& list = *offlineListOf(item);
-        return offlineExpertFileName(list, offlineProfile(list), language);
-    };
-    EXPECT_EQ(file("mnu_KV04", de), "CV_exp.txt");
-    EXPECT_EQ(file("mnu_KV04_neu", de), "CV_exp_v1.txt");
-    EXPECT_EQ(file("mnu_KV04_Bus_09", de), "CV_exp.txt");
-    EXPECT_EQ(file("mnu_KV04_FW_08", en), "CV_exp.txt");
-    EXPECT_EQ(file("mnu_KV06_Bus", fr), "CV_exp_v1_6.txt");
-    EXPECT_EQ(file("mnu_KV08_FW", fr), "CV_exp_kv08_FR.txt");
+    for (const auto& [profile, language, file] : cases)
+        EXPECT_EQ(expertFileName(profile, language), file);
 }
 
 TEST(ExpertChoiceTest, AnOfflineListFollowsFirmwareV1OfTheDecoderOnTheBench)
 {
-    struct Case {
+    const struct {
         std::string_view item;
-        int typeCode;
+        int typeCode; // on the bench
         Generation generation;
         const char* file;
+    } cases[] = {
+        {"mnu_kv07", 7, v1, "CV_exp_kv07_V1_EN.txt"},   {"mnu_KV08", 8, v1, "CV_exp_kv08_V1_EN.txt"},
+        {"mnu_KV08", 7, v1, "CV_exp_kv08_EN.txt"},      {"mnu_kv07", 7, f3, "CV_exp_kv07_EN.txt"},
+        {"mnu_KV07_Bus", 7, v1, "CV_exp_kv07_EN.txt"},  {"mnu_KV05", 57, v1, "CV_exp_v1_5.txt"},
+        {"mnu_KV04_Bus_09", 0, from2009, "CV_exp.txt"}, {"mnu_KV04_neu", 0, from2009, "CV_exp_v1.txt"},
     };
-    const Case cases[] = {
-        {"mnu_kv07", 7, Generation::v1, "CV_exp_kv07_V1_EN.txt"},
-        {"mnu_KV08", 8, Generation::v1, "CV_exp_kv08_V1_EN.txt"},
-        {"mnu_KV08", 7, Generation::v1, "CV_exp_kv08_EN.txt"},
-        {"mnu_kv07", 7, Generation::f3, "CV_exp_kv07_EN.txt"},
-        {"mnu_KV07_Bus", 7, Generation::v1, "CV_exp_kv07_EN.txt"},
-        {"mnu_KV05", 57, Generation::v1, "CV_exp_v1_5.txt"},
-    };
-    for (const Case& c : cases) {
-        const OfflineList& list = *offlineListOf(c.item);
-        const auto profile = offlineProfile(list, profileFor(c.typeCode, c.generation));
-        EXPECT_EQ(offlineExpertFileName(list, profile, en), c.file) << c.item;
+    for (const auto& [item, typeCode, generation, file] : cases) {
+        const OfflineList& list = *offlineListOf(item);
+        const auto profile = offlineProfile(list, profileFor(typeCode, generation));
+        EXPECT_EQ(offlineExpertFileName(list, profile, english), file) << item;
         EXPECT_EQ(profile.model, list.model);
     }
 }
@@ -133,10 +102,7 @@ TEST(ExpertFileTest, EntriesAreFoundByTheirNumberAndFaultsByTheirLine)
 TEST(ExpertFileTest, ALineSaysTheFirstSentenceOfWhatIsKnown)
 {
     const Text longText(30, u'a');
-    const struct {
-        Text knowledge;
-        Text line;
-    } cases[] = {
+    const std::pair<Text, Text> cases[] = {
         {u"", u"name"},
         {u"  ", u"name"},
         {u"Nur ein Satz", u"Nur ein Satz"},

@@ -13,7 +13,7 @@ namespace
 
 using test::bytesOf;
 
-CvTable smallTable()
+TEST(CsvExportTest, BothFormsDifferInTheHeaderAlone)
 {
     CvTable table;
     table.at(1, Column::number) = u"1";
@@ -21,15 +21,9 @@ CvTable smallTable()
     table.at(1, Column::text) = u"Länge";
     table.at(29, Column::number) = u"29";
     table.at(29, Column::text) = u"zwei\r\nZeilen; mehr";
-    return table;
-}
-
-TEST(CsvExportTest, BothFormsDifferInTheHeaderAlone)
-{
     const std::string rows = "1;3;L\xE4nge\r\n29;;zwei Zeilen, mehr\r\n";
-    EXPECT_EQ(csvExport(smallTable()), bytesOf("CV-Nummer;CV-Wert;CV-Text\r\n" + rows));
-    EXPECT_EQ(csvExport(smallTable(), CsvForm::closedHeader),
-              bytesOf("CV-Nummer;CV-Wert;CV-Text;\r\n" + rows));
+    EXPECT_EQ(csvExport(table), bytesOf("CV-Nummer;CV-Wert;CV-Text\r\n" + rows));
+    EXPECT_EQ(csvExport(table, CsvForm::closedHeader), bytesOf("CV-Nummer;CV-Wert;CV-Text;\r\n" + rows));
 }
 
 class TextReportTest : public testing::Test
@@ -72,19 +66,15 @@ TEST_F(TextReportTest, ALineForTheWholeSpeedTableIsFollowedByItsSteps)
     EXPECT_EQ(textReport(set, texts).size(), 3u + lines.size());
 }
 
-TEST_F(TextReportTest, SaysFirstWhenNothingWasRead)
+TEST_F(TextReportTest, SaysFirstWhenNothingWasReadAndIsNamedAfterVehicleAndDate)
 {
+    const DateTime date{2026, 1, 2, 3, 4, 5};
     set.offlineItem = "mnu_kv07";
     EXPECT_EQ(textReport(set, texts)[0], u"Keine Daten eingelesen!");
     EXPECT_EQ(textReport(set, texts).size(), 7u);
     set.offlineItem = openedListItem;
     EXPECT_EQ(textReport(set, texts)[0], u"KV07");
     EXPECT_EQ(textReport(CvSet(), texts), (std::vector<Text>{u"Keine Daten eingelesen!"}));
-}
-
-TEST_F(TextReportTest, IsNamedAfterVehicleAndDate)
-{
-    const DateTime date{2026, 1, 2, 3, 4, 5};
     EXPECT_EQ(reportFileName(set, date), u"KARVO KV07 2026-01-02.txt");
     set.listPath = "lists/Bus:7?.kvr";
     EXPECT_EQ(reportFileName(set, date), u"KARVO Bus_7_ 2026-01-02.txt");

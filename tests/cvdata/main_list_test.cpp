@@ -9,8 +9,6 @@ namespace karvo
 namespace
 {
 
-constexpr TextView unit = u" (0..168) ";
-
 class MainListTest : public testing::Test
 {
 protected:
@@ -22,8 +20,18 @@ protected:
         table.at(cv, Column::value) = value;
         table.at(cv, Column::text) = name;
     }
-    MainList fill() { return fill_list1({table, profile, reply, Text(unit), true}); }
-    std::vector<std::string> texts()
+    MainList fill() const
+    {
+        return fill_list1({.table = table,
+                           .profile = profile,
+                           .rawReply = reply,
+                           .speedStepUnit = u" (0..168) ",
+                           .decimalComma = decimalComma,
+                           .baseline = baseline ? &*baseline : nullptr,
+                           .changedMark = u"geändert",
+                           .speedTableName = u"Tabelle"});
+    }
+    std::vector<std::string> texts() const
     {
         std::vector<std::string> lines;
         for (const ListLine& line : fill())
@@ -32,39 +40,30 @@ protected:
     }
 
     CvTable table;
+    std::optional<CvValues> baseline;
+    bool decimalComma = true;
     DecoderProfile profile;
     Bytes reply;
 };
 
 using Lines = std::vector<std::string>;
 
-TEST_F(MainListTest, LabelsLineUpBelowOneHundred)
+TEST_F(MainListTest, EachCvIsALineAndSomeAreSpecial)
 {
-    describe(5, u"128", u"Höchstgeschwindigkeit\r\nzweite Zeile");
-    describe(29, u"6");
-    describe(105, u"0");
-    describe(106, u"");
-    EXPECT_EQ(texts(), (Lines{"CV5  = 128", "CV29 = 6", "CV105 = 0", "CV106 = "}));
+    const std::pair<int, TextView> values[] = {{5, u"128"},   {29, u"6"},    {99, u"7"},    {105, u"0"},
+                                               {106, u""},    {153, u""},    {162, u"200"}, {163, u"200"},
+                                               {164, u"128"}, {165, u"127"}, {166, u"255"}, {167, u"200"}};
+    for (const auto& [cv, value] : values)
+        describe(cv, value, u"Höchstgeschwindigkeit\r\nzweite Zeile");
+    EXPECT_EQ(texts(), (Lines{"CV5  = 128", "CV29 = 6", "CV99 = 7", "CV105 = 0", "CV106 = ", "CV153 = ---",
+                              "CV162 = 200", "CV163 = 128+72", "CV164 = 128+0", "CV165 = 127",
+                              "CV166 = 128+127", "CV167 = 200"}));
     EXPECT_EQ(fill()[0].name, u"Höchstgeschwindigkeit");
     EXPECT_EQ(fill()[0].cv, 5);
-}
-
-TEST_F(MainListTest, SpecialLines)
-{
-    describe(99, u"7");
-    describe(153, u"");
-    describe(162, u"200");
-    describe(163, u"200");
-    describe(164, u"128");
-    describe(165, u"127");
-    describe(166, u"255");
-    describe(167, u"200");
-    EXPECT_EQ(texts(), (Lines{"CV99 = 7", "CV153 = ---", "CV162 = 200", "CV163 = 128+72", "CV164 = 128+0",
-                              "CV165 = 127", "CV166 = 128+127", "CV167 = 200"}));
     profile.firmwareLevel = 2;
-    table.at(153, Column::value) = u"4";
-    EXPECT_EQ(texts()[0], "CV99 = 0");
-    EXPECT_EQ(texts()[1], "CV153 = 4");
+    describe(153, u"4");
+    EXPECT_EQ(texts()[2], "CV99 = 0");
+    EXPECT_EQ(texts()[5], "CV153 = 4");
 }
 
 TEST_F(MainListTest, SpeedTableIsTwentyEightLinesFromStepOneOn)
@@ -92,12 +91,7 @@ TEST_F(MainListTest, OneGroupLineStandsForTheSpeedTableOfKv05AndKv06)
         EXPECT_EQ(texts(), (Lines{"CV69 = 9", "CV70 - CV97 ", "CV98 = 9"}));
     }
     table.at(80, Column::text) = u"Fahrstufe 18";
-    const auto list = fill_list1({.table = table,
-                                  .profile = profile,
-                                  .rawReply = {},
-                                  .speedStepUnit = {},
-                                  .decimalComma = true,
-                                  .speedTableName = u"Tabelle"});
+    const auto list = fill();
     EXPECT_EQ(list[1].name, u"Tabelle");
     for (const int cv : {70, 71, 97})
         EXPECT_EQ(positionOf(list, cv), 1u) << cv;
@@ -136,8 +130,8 @@ TEST_F(MainListTest, BatteryLineHasVoltageAndRawValue)
     reply[504] = 196;
     EXPECT_EQ(texts().back(), "Akkuspannung = 3,92 Volt (196)");
     reply[504] = 200;
-    EXPECT_EQ(utf8FromText(fill_list1({table, profile, reply, Text(unit), false}).back().text),
-              "Akkuspannung = 4.00 Volt (200)");
+    decimalComma = false;
+    EXPECT_EQ(texts().back(), "Akkuspannung = 4.00 Volt (200)");
 }
 
 TEST_F(MainListTest, AReceiversServosHaveTheirAddressOnALineOfItsOwn)
@@ -153,23 +147,41 @@ TEST_F(MainListTest, AReceiversServosHaveTheirAddressOnALineOfItsOwn)
     }
 }
 
+TEST_F(MainListTest, AChangeIsMarkedByAWordBehindTheValue)
+{
+    baseline.emplace();
+    baseline->fill(u"7");
+    for (int cv = 70; cv <= 98; ++cv)
+        describe(cv, u"7");
+    for (const int cv : {1, 5, 105})
+        describe(cv, u"7");
+    for (const int cv : {1, 97, 105})
+        table.setValue(cv, 200);
+    auto lines = texts();
+    EXPECT_EQ(Lines(lines.begin(), lines.begin() + 3),
+              (Lines{"CV1  = 200  geändert", "CV5  = 7", "  1 = 200 (0..168)   geändert"}));
+    EXPECT_EQ(Lines(lines.end() - 3, lines.end()),
+              (Lines{" 28 = 7 (0..168) ", "CV98 = 7", "CV105 = 200  geändert"}));
+    EXPECT_TRUE(fill()[0].changed && !fill()[1].changed);
+    profile.model = Model::kv05; // the group line is marked for any of its CVs
+    for (const int changed : {70, 71, 97, 98}) {
+        for (const int cv : {70, 71, 97, 98})
+            table.setValue(cv, cv == changed ? 8 : 7);
+        EXPECT_EQ(texts()[2], changed == 98 ? "CV70 - CV97 " : "CV70 - CV97   geändert") << changed;
+    }
+}
+
 TEST_F(MainListTest, PositioningFindsTheWholeNumber)
 {
     for (const int cv : {1, 10, 11, 100, 110})
         describe(cv, u"0");
     for (int cv = 70; cv <= 97; ++cv)
         describe(cv, u"0");
-    const auto list = fill();
-    EXPECT_EQ(positionOf(list, 1), 0u);
-    EXPECT_EQ(positionOf(list, 10), 1u);
-    EXPECT_EQ(positionOf(list, 11), 2u);
-    EXPECT_EQ(positionOf(list, 100), 31u);
-    EXPECT_EQ(positionOf(list, 110), 32u);
-    EXPECT_EQ(positionOf(list, 97), 3u);  // speed step 1
-    EXPECT_EQ(positionOf(list, 70), 30u); // speed step 28
-    EXPECT_EQ(positionOf(list, 0), std::nullopt);
-    EXPECT_EQ(positionOf(list, 101), std::nullopt);
-    EXPECT_EQ(positionOf(list, 256), std::nullopt);
+    const std::pair<int, std::optional<std::size_t>> cases[] = {{1, 0},    {10, 1}, {11, 2},   {100, 31},
+                                                                {110, 32}, {97, 3}, // speed step 1
+                                                                {70, 30},  {0, {}}, {101, {}}, {256, {}}};
+    for (const auto& [cv, position] : cases)
+        EXPECT_EQ(positionOf(fill(), cv), position) << cv;
 }
 
 TEST_F(MainListTest, SearchGoesOnFromTheLastHitAndStartsOver)

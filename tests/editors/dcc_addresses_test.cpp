@@ -1,6 +1,6 @@
 #include "editors/dcc_addresses.h"
 
-#include "support/link_bench.h"
+#include "editor_bench.h"
 
 #include <gtest/gtest.h>
 
@@ -28,10 +28,7 @@ protected:
         const auto planned = planOfAddresses(addresses, set.table);
         if (const auto* const wrong = std::get_if<Message>(&planned))
             return "message " + std::to_string(static_cast<int>(*wrong));
-        std::string lines;
-        for (const PlannedWrite& write : std::get<WritePlan>(planned))
-            lines += utf8FromText(plannedLine(write)) + "; ";
-        return lines;
+        return test::planText(std::get<WritePlan>(planned));
     }
 
     CvSet set;
@@ -42,80 +39,69 @@ constexpr auto longForm = AddressForm::longForm;
 
 TEST_F(DccAddressesTest, WhatTheTableHoldsInBothForms)
 {
-    auto addresses = addressesOf(set);
-    EXPECT_EQ(addresses.form, shortForm);
-    EXPECT_EQ(addresses.first, u"3");
-    EXPECT_EQ(addresses.second, u"4");
-    EXPECT_EQ(addresses.secondAnswers, false);
+    const auto held = [&] {
+        const auto addresses = addressesOf(set);
+        return (addresses.form == longForm ? u"long " : u"short ") + addresses.first + u" " +
+               addresses.second + (addresses.secondAnswers == true ? u" both" : u"");
+    };
+    EXPECT_EQ(held(), u"short 3 4");
     hold(29, 38);
     hold(21, 18);
-    addresses = addressesOf(set);
-    EXPECT_EQ(addresses.form, longForm);
-    EXPECT_EQ(addresses.first, u"9999");
-    EXPECT_EQ(addresses.second, u"129");
-    EXPECT_EQ(addresses.secondAnswers, true);
+    EXPECT_EQ(held(), u"long 9999 129 both");
     set.table.at(16, Column::value).clear();
     EXPECT_EQ(secondAddressOf(set.table, longForm), u"");
     set.profile.model = Model::receiver;
     EXPECT_FALSE(addressesOf(set).secondAnswers);
 }
 
-TEST_F(DccAddressesTest, EachCvInItsOrder)
+TEST_F(DccAddressesTest, EachCvInItsOrderOrWhichAddressIsWrong)
 {
-    struct Case {
-        TypedAddresses addresses;
-        const char* plan;
+    const std::pair<TypedAddresses, const char*> cases[] = {
+        {{shortForm, u"126", u"1", true, true, false}, "1=126 3=1 29=0 21=17 "},
+        {{shortForm, u"5", u"6", false, true, true}, "3=6 29=0 21=19 "},
+        {{longForm, u"128", u"9999", true, true, false}, "17=0 18=128 15=39 16=15 29=32 21=17 "},
+        {{longForm, u" 256 ", u"", true, true, true}, "17=1 18=0 29=32 21=19 "},
+        {{longForm, u"300", u"301", true, false, false}, "17=1 18=44 29=32 21=17 "},
+        {{longForm, u"300", u"0", true, false, false}, "17=1 18=44 29=32 21=17 "},
+        {{shortForm, u"5", u"0", true, false, false}, "1=5 29=0 21=17 "},
+        {{shortForm, u"5", u" ", true, false, false}, "1=5 29=0 21=17 "},
+        {{shortForm, u"5", u"6", true, true, {}}, "1=5 3=6 29=0 "}, // a receiver
+        {{longForm, u"200", u"0"}, "message 757"},
+        {{longForm, u"", u"200"}, "message 756"},
+        {{shortForm, u"127", u"4", false, true}, "message 254"}, // ticked or not
+        {{longForm, u"200", u"127", true, false}, "message 757"},
     };
-    const Case cases[] = {
-        {{shortForm, u"126", u"1", true, true, false}, "CV1 = 126; CV3 = 1; CV29 = 0; CV21 = 17; "},
-        {{shortForm, u"5", u"6", false, true, true}, "CV3 = 6; CV29 = 0; CV21 = 19; "},
-        {{shortForm, u"5", u"6", false, false, false}, "CV29 = 0; CV21 = 17; "},
-        {{longForm, u"128", u"9999", true, true, false},
-         "CV17 = 0; CV18 = 128; CV15 = 39; CV16 = 15; CV29 = 32; CV21 = 17; "},
-        {{longForm, u" 256 ", u"", true, true, true}, "CV17 = 1; CV18 = 0; CV29 = 32; CV21 = 19; "},
-        {{longForm, u"300", u"301", true, false, false}, "CV17 = 1; CV18 = 44; CV29 = 32; CV21 = 17; "},
-        {{longForm, u"300", u"0", true, false, false}, "CV17 = 1; CV18 = 44; CV29 = 32; CV21 = 17; "},
-        {{shortForm, u"5", u"0", true, false, false}, "CV1 = 5; CV29 = 0; CV21 = 17; "},
-        {{shortForm, u"5", u" ", true, false, false}, "CV1 = 5; CV29 = 0; CV21 = 17; "},
-        {{shortForm, u"5", u"6", true, true, {}}, "CV1 = 5; CV3 = 6; CV29 = 0; "}, // a receiver
-    };
-    for (const Case& expected : cases)
-        EXPECT_EQ(planOf(expected.addresses), expected.plan);
-    hold(21, 19);
-    EXPECT_EQ(planOf({shortForm, u"5", u"6", false, false, false}), "CV29 = 0; CV21 = 17; ");
-    EXPECT_EQ(planOf({shortForm, u"5", u"6", false, false, true}), "CV29 = 0; CV21 = 19; ");
-}
-
-TEST_F(DccAddressesTest, BothAddressesAreCheckedBeforeAnything)
-{
+    for (const auto& [addresses, plan] : cases)
+        EXPECT_EQ(planOf(addresses), plan);
     for (const TextView wrong : {u"0", u"127", u"", u"-3", u"4x", u"3 4", u"99999999999999999999"}) {
         EXPECT_EQ(planOf({shortForm, Text(wrong), u"4"}), "message 254");
         EXPECT_EQ(planOf({shortForm, u"3", Text(wrong)}), "message 255");
-        EXPECT_EQ(planOf({shortForm, Text(wrong), u"4", false, true}), "message 254") << "ticked or not";
     }
     for (const TextView wrong : {u"127", u"10000", u"abc", u"1.5"}) {
         EXPECT_EQ(planOf({longForm, Text(wrong), u"200"}), "message 756");
         EXPECT_EQ(planOf({longForm, u"200", Text(wrong)}), "message 757");
-        EXPECT_EQ(planOf({longForm, u"200", Text(wrong), true, false}), "message 757") << "ticked or not";
     }
-    EXPECT_EQ(planOf({longForm, u"200", u"0"}), "message 757");
-    EXPECT_EQ(planOf({longForm, u"", u"200"}), "message 756");
+    hold(21, 19);
+    EXPECT_EQ(planOf({shortForm, u"5", u"6", false, false, false}), "29=0 21=17 ");
+    EXPECT_EQ(planOf({shortForm, u"5", u"6", false, false, true}), "29=0 21=19 ");
 }
 
 TEST_F(DccAddressesTest, AsksBeforeWhatMayNotBeMeant)
 {
     LanguageTables texts;
-    test::setText(texts, 778, u"only {1}?");
-    test::setText(texts, 779, u"both {1}?");
-    const auto asked = [&](const TypedAddresses& addresses) {
+    test::setTexts(texts, {{778, u"only {1}?"}, {779, u"both {1}?"}});
+    const std::pair<TypedAddresses, const char*> cases[] = {
+        {{shortForm, u"5", u"6", false, false, true}, "only CV29 = 0, CV21 = 19?"},
+        {{longForm, u"300", u"", false, true, {}}, "only CV29 = 32?"},
+        {{longForm, u"300", u"0300", true, false, false}, "both 300?"},
+        {{shortForm, u"5", u"6", true, false, false}, ""},
+        {{longForm, u"300", u"", true, true, false}, ""}};
+    for (const auto& [addresses, question] : cases) {
         const auto planned = planOfAddresses(addresses, set.table);
-        return utf8FromText(questionBefore(addresses, std::get<WritePlan>(planned), texts).value_or(Text()));
-    };
-    EXPECT_EQ(asked({shortForm, u"5", u"6", false, false, true}), "only CV29 = 0, CV21 = 19?");
-    EXPECT_EQ(asked({longForm, u"300", u"", false, true, {}}), "only CV29 = 32?");
-    EXPECT_EQ(asked({longForm, u"300", u"0300", true, false, false}), "both 300?");
-    EXPECT_EQ(asked({shortForm, u"5", u"6", true, false, false}), "");
-    EXPECT_EQ(asked({longForm, u"300", u"", true, true, false}), "");
+        EXPECT_EQ(
+            utf8FromText(questionBefore(addresses, std::get<WritePlan>(planned), texts).value_or(Text())),
+            question);
+    }
 }
 
 } // namespace

@@ -1,5 +1,8 @@
 #include "editors/presets.h"
 
+#include "editor_bench.h"
+#include "editors/distance_table.h"
+#include "support/folder_files.h"
 #include "support/test_bench.h"
 #include "workbench/offline_list.h"
 
@@ -21,32 +24,28 @@ std::string stepFile(const std::string& lines)
 struct PresetBench : test::TestBench {
     explicit PresetBench(bool withList = true)
     {
-        for (const auto& [number, text] : {std::pair{24, u"no CVs"},
-                                           {25, u"read first"},
-                                           {79, u"nothing yet"},
-                                           {78, u"read before"},
-                                           {190, u"saved"},
-                                           {128, u"refused"},
-                                           {127, u"0 to 255"},
-                                           {132, u"refused"},
-                                           {131, u"96 to 150"},
-                                           {720, u"disk: {1}"},
-                                           {761, u"{1}: distance line {2}"},
-                                           {762, u"{1}: value in line {2}"},
-                                           {763, u"{1}: too long from {2}"},
-                                           {764, u"unusable {1}"},
-                                           {775, u"{1} is not {2}"},
-                                           {776, u"{1} lacks {2}"},
-                                           {772, u"replace {1} and {2}?"},
-                                           {773, u"{1}: not in line {2}"},
-                                           {806, u"outside in {1}:"},
-                                           {807, u"{1} to {2}: {3}"},
-                                           {808, u"think"},
-                                           {811, u"{1} and {2} before {3} and {4}?"},
-                                           {812, u"not among the shipped: {1}"}})
-            test::setText(state.texts, number, text);
+        test::setTexts(state.texts, {{24, u"no CVs"},
+                                     {25, u"read first"},
+                                     {78, u"read before"},
+                                     {79, u"nothing yet"},
+                                     {131, u"96 to 150"},
+                                     {132, u"refused"},
+                                     {190, u"saved"},
+                                     {720, u"disk: {1}"},
+                                     {761, u"{1}: distance line {2}"},
+                                     {762, u"{1}: value in line {2}"},
+                                     {763, u"{1}: too long from {2}"},
+                                     {764, u"unusable {1}"},
+                                     {772, u"replace {1} and {2}?"},
+                                     {773, u"{1}: not in line {2}"},
+                                     {775, u"{1} is not {2}"},
+                                     {776, u"{1} lacks {2}"},
+                                     {806, u"outside in {1}:"},
+                                     {807, u"{1} to {2}: {3}"},
+                                     {808, u"think"},
+                                     {811, u"{1} and {2} before {3} and {4}?"},
+                                     {812, u"not among the shipped: {1}"}});
         test::setCaption(state.texts, 161, u"changed");
-        state.link.identified = true;
         state.userFolders.speedSteps = {"fs", "shipped-fs", {}};
         state.userFolders.distances = {"abs", "shipped-abs", {}};
         if (!withList)
@@ -56,23 +55,26 @@ struct PresetBench : test::TestBench {
         journal.clear();
     }
     void put(const char* path, const std::string& content) { files.content[path] = bytesOf(content); }
-    std::string lineOf(int cv)
+    void choose(std::optional<std::filesystem::path> steps, std::optional<std::filesystem::path> distances)
     {
-        for (const ListLine& shown : state.set.list) {
-            if (shown.cv == cv)
-                return utf8FromText(shown.text) + (shown.changed ? " !" : "");
-        }
-        return "none";
+        prompts.chooseFile(std::move(steps));
+        prompts.chooseFile(std::move(distances));
+    }
+    std::string lineOf(int cv) const
+    {
+        const ListLine& shown = state.set.list[*positionOf(state.set.list, cv)];
+        return utf8FromText(shown.text) + (shown.changed ? " !" : "");
     }
     std::string saved(const char* path)
     {
         const Bytes& content = files.content[path];
         return {content.begin(), content.end()};
     }
-    std::vector<std::string> messages() const
+    // Since the last call.
+    std::vector<std::string> messages()
     {
         std::vector<std::string> told;
-        for (const std::string& entry : journal) {
+        for (const std::string& entry : std::exchange(journal, {})) {
             if (entry.starts_with("message "))
                 told.push_back(entry.substr(8));
         }
@@ -80,45 +82,37 @@ struct PresetBench : test::TestBench {
     }
 };
 
+using Told = std::vector<std::string>;
+
 const Preset& preset(std::string_view kind)
 {
+    const auto all = presets();
+    return *std::find_if(all.begin(), all.end(), [&](const Preset& one) { return one.kind == kind; });
+}
+
+TEST(PresetsTest, EachIsShippedWholeAndKnownByBothNamesOfItsDistances)
+{
+    test::FolderFiles files;
+    const auto shipped = std::filesystem::path(KARVO_PROGRAM_FOLDER) / "original";
+    const auto read = [&](const char* folder, std::string_view name) {
+        return files.readWhole(shipped / folder / name, textFileLimit).value_or(Bytes());
+    };
     for (const Preset& one : presets()) {
-        if (one.kind == kind)
-            return one;
+        const auto steps = parseSpeedStepFile(read("FS_listen", one.stepFile));
+        EXPECT_FALSE(steps.fault) << one.kind;
+        EXPECT_EQ(steps.records.size(), 28U) << one.kind;
+        const auto distances = parseDistanceFile(read("ABS_listen", one.distanceFile));
+        EXPECT_TRUE(std::holds_alternative<WritePlan>(planOfDistances(distances.values))) << one.kind;
+        EXPECT_EQ(presetOfDistanceFile(std::filesystem::path("a") / one.distanceFile), &one);
     }
-    throw std::runtime_error("no such preset");
-}
-
-TEST(PresetsTest, TheFilesOfEachKind)
-{
-    std::string table;
-    for (const Preset& one : presets())
-        table += std::string(one.kind) + " " + std::string(one.stepFile) + " " +
-                 std::string(one.distanceFile) + "\n";
-    EXPECT_EQ(table, "Faller FS_Faller.fcr Faller.bcr\n"
-                     "CI26_1 FS_CI26_12.fcr CI_26_12.bcr\n"
-                     "CI26_2 FS_CI26_24.fcr CI_26_24.bcr\n"
-                     "CI46_1 FS_CI46_12.fcr CI_46_12.bcr\n"
-                     "CI46_2 FS_CI46_24.fcr CI_46_24.bcr\n");
-    std::string based;
-    for (const BasedPreset& one : basedPresets())
-        based += std::string(one.file) + " ";
-    EXPECT_EQ(based,
-              "FS_Faller_CV2_CV5.fcr FS_CI26_12_CV2_CV5.fcr FS_CI26_24_CV2_CV5.fcr FS_CI46_12_CV2_CV5.fcr ");
-}
-
-TEST(PresetsTest, KnowsADistanceFileByBothItsNames)
-{
-    for (const auto& [name, kind] : {std::pair{"a/Faller.bcr", "Faller"},
-                                     {"CI26_12.bcr", "CI26_1"},
-                                     {"x/CI_26_12.bcr", "CI26_1"},
-                                     {"CI26_24.bcr", "CI26_2"},
-                                     {"ci46_12.BCR", "CI46_1"},
-                                     {"CI46_24.bcr", "CI46_2"},
-                                     {"CI_46_24.bcr", "CI46_2"}}) {
-        ASSERT_NE(presetOfDistanceFile(name), nullptr) << name;
-        EXPECT_EQ(presetOfDistanceFile(name)->kind, kind) << name;
+    for (const BasedPreset& one : basedPresets()) {
+        const auto parsed = parseBasedSpeedTable(read("FS_listen", one.file));
+        const auto* const table = std::get_if<BasedSpeedTable>(&parsed);
+        ASSERT_NE(table, nullptr) << one.file;
+        EXPECT_EQ(table->base, table->steps.front()) << one.file;
+        EXPECT_EQ(table->top, table->steps.back()) << one.file;
     }
+    EXPECT_EQ(presetOfDistanceFile("ci46_12.BCR"), &preset("CI46_1"));
     EXPECT_EQ(presetOfDistanceFile("CI_26.bcr"), nullptr);
     EXPECT_EQ(presetOfDistanceFile("CI26_12.fcr"), nullptr);
 }
@@ -130,26 +124,17 @@ TEST(PresetsTest, LoadsBothFilesIntoTheTableAndTheList)
               stepFile("97;12;x\r\n96;1;x\r\n70;140;x\r\n50;7;x\r\n5;99;x\r\n120;88;x\r\n"));
     bench.put("abs/CI_26_12.bcr", "K\r\n48;20;x;\r\n52;110;x;\r\n53;1;x;\r\n54;41;x\r\n");
     EXPECT_EQ(loadPreset(bench.bench, preset("CI26_1")), 6);
-    const CvTable& table = bench.state.set.table;
-    for (const auto& [cv, value] : {std::pair{97, 12},
-                                    {96, 1},
-                                    {70, 140},
-                                    {50, 7},
-                                    {5, 1},
-                                    {12, 1},
-                                    {48, 20},
-                                    {52, 110},
-                                    {53, 1},
-                                    {54, 41}})
-        EXPECT_EQ(table.value(cv), value) << cv;
+    const std::pair<int, int> values[] = {{97, 12}, {96, 1},  {70, 140}, {50, 7}, {5, 1},
+                                          {12, 1},  {48, 20}, {52, 110}, {53, 1}, {54, 41}};
+    for (const auto& [cv, value] : values)
+        EXPECT_EQ(bench.state.set.table.value(cv), value) << cv;
     EXPECT_EQ(bench.lineOf(97), "  1 = 1 of 168            [12]  changed !");
     EXPECT_EQ(bench.lineOf(96), "  2 = 1 of 168   ");
     EXPECT_EQ(bench.lineOf(50), "CV50 = 1                 [7]  changed !");
     EXPECT_EQ(bench.lineOf(52), "CV52 = 1                 [110]  changed !");
     EXPECT_TRUE(bench.state.set.unsavedChanges);
     EXPECT_EQ(bench.journal.back(), "list changed");
-    EXPECT_EQ(bench.messages(), (std::vector<std::string>{"outside in shipped-fs/FS_CI26_12.fcr:\r\n"
-                                                          "3 to 168: 2 = 1\r\nthink"}));
+    EXPECT_EQ(bench.messages(), (Told{"outside in shipped-fs/FS_CI26_12.fcr:\r\n3 to 168: 2 = 1\r\nthink"}));
     EXPECT_EQ(loadPreset(bench.bench, preset("CI26_1")), 0) << "nothing is another value now";
     EXPECT_EQ(bench.lineOf(97), "  1 = 12 of 168     changed !") << "nothing was brought";
 }
@@ -166,13 +151,92 @@ TEST(PresetsTest, ASecondPresetShowsTheValueThatCountsLastAndOneMark)
     EXPECT_EQ(loadPreset(bench.bench, preset("CI46_2")), 3);
     EXPECT_EQ(bench.lineOf(97), "  1 = 12 of 168          [7]  changed !");
     EXPECT_EQ(bench.lineOf(95), "  3 = 30 of 168     changed !");
-    EXPECT_EQ(bench.messages()[0], "outside in fs/FS_CI46_24.fcr:\r\n3 to 168: 2 = 0, 28 = 255\r\nthink");
-    bench.state.set.table.at(97, Column::lowerLimit) = u"10";
+    const std::string outside = "outside in fs/FS_CI46_24.fcr:\r\n3 to ";
+    EXPECT_EQ(bench.messages(), (Told{outside + "168: 2 = 0, 28 = 255\r\nthink"}));
+    bench.state.set.table.at(97, Column::lowerLimit) = u"10"; // the list's limits where they are narrower
     bench.state.set.profile.generation = Generation::f5;
     loadPreset(bench.bench, preset("CI46_2"));
-    EXPECT_EQ(bench.messages().back(), "outside in fs/FS_CI46_24.fcr:\r\n3 to 120: 2 = 0, 28 = 255\r\n"
-                                       "10 to 120: 1 = 7\r\nthink")
-        << "the list's limits where they are narrower";
+    EXPECT_EQ(bench.messages(), (Told{outside + "120: 2 = 0, 28 = 255\r\n10 to 120: 1 = 7\r\nthink"}));
+}
+
+TEST(PresetsTest, AFaultEndsTheLoadAndKeepsWhatWasMerged)
+{
+    std::string tooLong;
+    for (int i = 0; i < 29; ++i)
+        tooLong += "97;" + std::to_string(i) + ";x\r\n";
+    const struct {
+        std::string steps;
+        const char* distances;
+        std::optional<int> changed;
+        Told told;
+    } cases[] = {
+        {"97;12;x\r\n96;x;x\r\n95;13;x\r\n", "48;20;x;", 1, {"fs/FS_Faller.fcr: value in line 3"}},
+        {"97;300;x\r\n", "48;20;x;", {}, {"fs/FS_Faller.fcr: value in line 2"}},
+        {"nothing\r\n", "48;20;x;", {}, {"unusable fs/FS_Faller.fcr"}},
+        {tooLong, "48;20;x;", 1, {"fs/FS_Faller.fcr: too long from 30"}},
+        // Distances outside their range are left out.
+        {"97;12;x\r\n",
+         "52;95;x;\r\n53;x;x;\r\n54;7;x",
+         2,
+         {"abs/Faller.bcr: distance line 3", "abs/Faller.bcr\r\nrefused\r\n96 to 150"}},
+    };
+    for (const auto& [steps, distances, changed, told] : cases) {
+        PresetBench bench;
+        bench.put("fs/FS_Faller.fcr", stepFile(steps));
+        bench.put("abs/Faller.bcr", std::string("K\r\n") + distances + "\r\n");
+        EXPECT_EQ(loadPreset(bench.bench, preset("Faller")), changed) << steps;
+        EXPECT_EQ(bench.messages(), told);
+        EXPECT_EQ(bench.state.set.table.value(48), 1);
+        EXPECT_EQ(bench.state.set.table.value(52), 1);
+    }
+}
+
+TEST(PresetsTest, NeedsAListWithSpeedSteps)
+{
+    PresetBench bench(false);
+    EXPECT_FALSE(loadPreset(bench.bench, preset("Faller")));
+    EXPECT_FALSE(loadOwnPreset(bench.bench, u"t"));
+    EXPECT_FALSE(planOfBaseAndTop(bench.bench, preset("Faller")));
+    EXPECT_EQ(bench.messages(), Told(3, "no CVs\r\n\r\nread first"));
+    EXPECT_FALSE(savePreset(bench.bench, preset("Faller")));
+    EXPECT_FALSE(saveOwnPreset(bench.bench, u"t"));
+    EXPECT_EQ(bench.messages(), Told(2, "nothing yet\r\n\r\nread before"));
+    PresetBench receiver;
+    receiver.state.set.profile.model = Model::receiver;
+    EXPECT_FALSE(loadPreset(receiver.bench, preset("Faller")));
+    EXPECT_FALSE(planOfBaseAndTop(receiver.bench, preset("Faller")));
+    EXPECT_EQ(receiver.messages(), Told(2, "KV-R is not KV04, KV05, KV06, KV07, KV08"));
+    PresetBench v1;
+    v1.put("fs/FS_Faller.fcr", stepFile("97;12;x\r\n70;140;x\r\n"));
+    for (int cv = 70; cv <= 97; ++cv)
+        v1.state.set.table.at(cv, Column::factoryValue).clear();
+    EXPECT_FALSE(savePreset(v1.bench, preset("Faller")));
+    EXPECT_EQ(v1.messages(), Told{"KV07 lacks CV70-97"});
+    EXPECT_TRUE(planOfBaseAndTop(v1.bench, preset("Faller"))) << "CV2 and CV5 are all that it needs";
+}
+
+TEST(PresetsTest, SavesTheDistancesThenTheStepsAndAsksBeforeItReplaces)
+{
+    PresetBench bench;
+    for (const auto& [cv, value] : {std::pair{97, 6}, {70, 150}, {48, 20}, {52, 110}, {53, 21}, {54, 41}})
+        bench.state.set.table.setValue(cv, value);
+    EXPECT_TRUE(savePreset(bench.bench, preset("CI46_2")));
+    EXPECT_EQ(bench.journal, (Journal{"message saved fs/FS_CI46_24.fcr"}));
+    const auto distances = bench.saved("abs/CI_46_24.bcr");
+    EXPECT_TRUE(distances.starts_with("CV-Nummer;CV-Wert;CV-Text\r\n48;20;Bremswert ")) << distances;
+    EXPECT_TRUE(distances.ends_with("oberhalb von CV 52 liegt\r\n")) << "no trailer";
+    const auto steps = bench.saved("fs/FS_CI46_24.fcr");
+    EXPECT_TRUE(steps.starts_with("CV-Nummer;CV-Wert;CV-Text\r\n97;6;Wort 97\r\n")) << steps;
+    EXPECT_TRUE(steps.ends_with("70;150;Wort 70\r\n")) << steps;
+    bench.state.set.table.setValue(97, 7);
+    bench.prompts.answer(false);
+    EXPECT_FALSE(savePreset(bench.bench, preset("CI46_2")));
+    EXPECT_EQ(bench.journal.back(), "question replace fs/FS_CI46_24.fcr and abs/CI_46_24.bcr?");
+    EXPECT_EQ(bench.saved("fs/FS_CI46_24.fcr"), steps);
+    bench.files.saveFailure = u"full";
+    bench.prompts.answer(true);
+    EXPECT_FALSE(savePreset(bench.bench, preset("CI46_2")));
+    EXPECT_EQ(bench.journal.back(), "message disk: abs/CI_46_24.bcr");
 }
 
 TEST(PresetsTest, TheShippedTablesStayBehindTheUsersOwn)
@@ -188,7 +252,7 @@ TEST(PresetsTest, TheShippedTablesStayBehindTheUsersOwn)
     for (const bool yes : {false, true}) {
         bench.prompts.answer(yes);
         EXPECT_EQ(savePreset(bench.bench, preset("Faller")), yes);
-        EXPECT_EQ(bench.journal[bench.journal.size() - (yes ? 2 : 1)],
+        EXPECT_EQ(std::exchange(bench.journal, {}).front(),
                   "question fs/FS_Faller.fcr and abs/Faller.bcr before shipped-fs/FS_Faller.fcr and "
                   "shipped-abs/Faller.bcr?");
         EXPECT_EQ(bench.files.exists("fs/FS_Faller.fcr"), yes);
@@ -198,137 +262,33 @@ TEST(PresetsTest, TheShippedTablesStayBehindTheUsersOwn)
     EXPECT_EQ(load(), 55);
     bench.files.content.erase("fs/FS_Faller.fcr");
     EXPECT_EQ(load(), 13) << "back when one's own is taken away";
-    bench.prompts.chooseFile("fs/other.fcr");
-    bench.prompts.chooseFile("Shipped-abs/../shipped-abs/other.bcr");
+    bench.choose("fs/other.fcr", "Shipped-abs/../shipped-abs/other.bcr");
     EXPECT_FALSE(saveOwnPreset(bench.bench, u"t"));
     EXPECT_EQ(bench.journal.back(), "message not among the shipped: Shipped-abs/../shipped-abs/other.bcr");
     EXPECT_FALSE(bench.files.exists("fs/other.fcr"));
 }
 
-TEST(PresetsTest, AFaultEndsTheLoadAndKeepsWhatWasMerged)
-{
-    struct Case {
-        const char* lines;
-        std::optional<int> changed;
-        const char* message;
-    };
-    const Case cases[] = {
-        {"97;12;x\r\n96;x;x\r\n95;13;x\r\n", 1, "fs/FS_Faller.fcr: value in line 3"},
-        {"97;300;x\r\n", std::nullopt, "fs/FS_Faller.fcr: value in line 2"},
-        {"nothing\r\n", std::nullopt, "unusable fs/FS_Faller.fcr"},
-    };
-    for (const Case& expected : cases) {
-        PresetBench bench;
-        bench.put("fs/FS_Faller.fcr", stepFile(expected.lines));
-        bench.put("abs/Faller.bcr", "K\r\n48;20;x;\r\n");
-        EXPECT_EQ(loadPreset(bench.bench, preset("Faller")), expected.changed) << expected.lines;
-        EXPECT_EQ(bench.messages(), (std::vector<std::string>{expected.message}));
-        EXPECT_EQ(bench.state.set.table.value(48), 1) << "the distances are not loaded";
-    }
-    PresetBench bench;
-    std::string lines;
-    for (int i = 0; i < 29; ++i)
-        lines += "97;" + std::to_string(i) + ";x\r\n";
-    bench.put("fs/FS_Faller.fcr", stepFile(lines));
-    EXPECT_TRUE(loadPreset(bench.bench, preset("Faller")));
-    EXPECT_EQ(bench.state.set.table.value(97), 27);
-    EXPECT_EQ(bench.messages(), (std::vector<std::string>{"fs/FS_Faller.fcr: too long from 30"}));
-}
-
-TEST(PresetsTest, DistancesOutsideTheirRangeAreToldAndLeftOut)
-{
-    PresetBench bench;
-    bench.put("fs/FS_Faller.fcr", stepFile("97;12;x\r\n"));
-    bench.put("abs/Faller.bcr", "K\r\n52;95;x;\r\n53;x;x;\r\n54;7;x\r\n");
-    EXPECT_EQ(loadPreset(bench.bench, preset("Faller")), 2) << "CV97 and CV54";
-    EXPECT_EQ(bench.state.set.table.value(52), 1);
-    ASSERT_EQ(bench.messages().size(), 2U);
-    EXPECT_EQ(bench.messages()[0], "abs/Faller.bcr: distance line 3");
-    EXPECT_EQ(bench.messages()[1], "abs/Faller.bcr\r\nrefused\r\n96 to 150");
-}
-
-TEST(PresetsTest, NeedsAListWithSpeedSteps)
-{
-    PresetBench bench(false);
-    EXPECT_FALSE(loadPreset(bench.bench, preset("Faller")));
-    EXPECT_FALSE(savePreset(bench.bench, preset("Faller")));
-    EXPECT_FALSE(loadOwnPreset(bench.bench, u"t"));
-    EXPECT_FALSE(saveOwnPreset(bench.bench, u"t"));
-    EXPECT_FALSE(planOfBaseAndTop(bench.bench, preset("Faller")));
-    EXPECT_EQ(bench.journal,
-              (Journal{"message no CVs\r\n\r\nread first", "message nothing yet\r\n\r\nread before",
-                       "message no CVs\r\n\r\nread first", "message nothing yet\r\n\r\nread before",
-                       "message no CVs\r\n\r\nread first"}));
-    PresetBench receiver;
-    receiver.state.set.profile.model = Model::receiver;
-    EXPECT_FALSE(loadPreset(receiver.bench, preset("Faller")));
-    EXPECT_FALSE(planOfBaseAndTop(receiver.bench, preset("Faller")));
-    EXPECT_EQ(receiver.journal, (Journal(2, "message KV-R is not KV04, KV05, KV06, KV07, KV08")));
-    PresetBench v1;
-    v1.put("fs/FS_Faller.fcr", stepFile("97;12;x\r\n70;140;x\r\n"));
-    for (int cv = 70; cv <= 97; ++cv)
-        v1.state.set.table.at(cv, Column::factoryValue).clear();
-    EXPECT_FALSE(savePreset(v1.bench, preset("Faller")));
-    EXPECT_EQ(v1.journal, (Journal{"message KV07 lacks CV70-97"}));
-    EXPECT_TRUE(planOfBaseAndTop(v1.bench, preset("Faller"))) << "CV2 and CV5 are all that it needs";
-}
-
-TEST(PresetsTest, LoadsTwoFilesThatArePicked)
+TEST(PresetsTest, LoadsAndSavesTwoFilesThatArePicked)
 {
     PresetBench bench;
     bench.put("fs/mine.fcr", stepFile("97;12;x\r\n"));
     bench.put("abs/mine.bcr", "K\r\n48;20;x;\r\n");
-    bench.prompts.chooseFile("fs/mine.fcr");
-    bench.prompts.chooseFile(std::nullopt);
+    bench.choose("fs/mine.fcr", std::nullopt);
     EXPECT_FALSE(loadOwnPreset(bench.bench, u"t"));
     EXPECT_EQ(bench.state.set.table.value(97), 1) << "cancelled is nothing loaded";
-    bench.journal.clear();
-    bench.prompts.chooseFile("fs/mine.fcr");
-    bench.prompts.chooseFile("abs/mine.bcr");
+    EXPECT_EQ(std::exchange(bench.journal, {}), (Journal{"open *.fcr in fs: ", "open *.bcr in abs: "}));
+    bench.choose("fs/mine.fcr", "abs/mine.bcr");
     const auto loaded = loadOwnPreset(bench.bench, u"t");
     ASSERT_TRUE(loaded);
     EXPECT_EQ(loaded->changed, 2);
-    EXPECT_EQ(bench.journal[0], "open *.fcr in fs: ");
-    EXPECT_EQ(bench.journal[1], "open *.bcr in abs: ");
-    EXPECT_EQ(bench.files.folders.count("fs"), 1U) << "made for the dialog";
-    EXPECT_EQ(bench.files.folders.count("abs"), 1U);
-}
-
-TEST(PresetsTest, SavesTheDistancesThenTheSteps)
-{
-    PresetBench bench;
-    for (const auto& [cv, value] : {std::pair{97, 6}, {70, 150}, {48, 20}, {52, 110}, {53, 21}, {54, 41}})
-        bench.state.set.table.setValue(cv, value);
-    EXPECT_TRUE(savePreset(bench.bench, preset("CI46_2")));
-    EXPECT_EQ(bench.journal, (Journal{"message saved fs/FS_CI46_24.fcr"}));
-    EXPECT_TRUE(bench.saved("abs/CI_46_24.bcr").starts_with("CV-Nummer;CV-Wert;CV-Text\r\n48;20;Bremswert "));
-    EXPECT_TRUE(bench.saved("abs/CI_46_24.bcr").ends_with("oberhalb von CV 52 liegt\r\n")) << "no trailer";
-    EXPECT_TRUE(
-        bench.saved("fs/FS_CI46_24.fcr").starts_with("CV-Nummer;CV-Wert;CV-Text\r\n97;6;Wort 97\r\n"));
-    EXPECT_TRUE(bench.saved("fs/FS_CI46_24.fcr").ends_with("70;150;Wort 70\r\n"));
-    const std::string before = bench.saved("fs/FS_CI46_24.fcr");
-    bench.state.set.table.setValue(97, 7);
-    bench.prompts.answer(false);
-    EXPECT_FALSE(savePreset(bench.bench, preset("CI46_2")));
-    EXPECT_EQ(bench.journal.back(), "question replace fs/FS_CI46_24.fcr and abs/CI_46_24.bcr?");
-    EXPECT_EQ(bench.saved("fs/FS_CI46_24.fcr"), before);
-    bench.files.saveFailure = u"full";
-    bench.prompts.answer(true);
-    EXPECT_FALSE(savePreset(bench.bench, preset("CI46_2")));
-    EXPECT_EQ(bench.journal.back(), "message disk: abs/CI_46_24.bcr");
-}
-
-TEST(PresetsTest, SavesUnderOwnNames)
-{
-    PresetBench bench;
-    bench.prompts.chooseFile("fs/mine.fcr");
-    bench.prompts.chooseFile("abs/mine.bcr");
+    EXPECT_EQ(bench.files.folders, (std::set<std::filesystem::path>{"abs", "fs"})) << "made for the dialog";
+    bench.journal.clear();
+    bench.choose("fs/new.fcr", "abs/new.bcr");
     EXPECT_TRUE(saveOwnPreset(bench.bench, u"t"));
     EXPECT_EQ(bench.journal,
-              (Journal{"save *.fcr in fs: ", "save *.bcr in abs: ", "message saved fs/mine.fcr"}));
-    EXPECT_TRUE(bench.saved("abs/mine.bcr").starts_with("CV-Nummer;CV-Wert;CV-Text\r\n48;1;"));
-    bench.prompts.chooseFile("fs/other.fcr");
-    bench.prompts.chooseFile(std::nullopt);
+              (Journal{"save *.fcr in fs: ", "save *.bcr in abs: ", "message saved fs/new.fcr"}));
+    EXPECT_TRUE(bench.saved("abs/new.bcr").starts_with("CV-Nummer;CV-Wert;CV-Text\r\n48;20;"));
+    bench.choose("fs/other.fcr", std::nullopt);
     EXPECT_FALSE(saveOwnPreset(bench.bench, u"t"));
     EXPECT_FALSE(bench.files.exists("fs/other.fcr")) << "both or none";
 }
@@ -337,26 +297,16 @@ TEST(PresetsTest, BaseAndTopSpeedOfAPreset)
 {
     PresetBench bench;
     bench.put("shipped-fs/FS_Faller.fcr", stepFile("97;6;x\r\n96;9;x\r\n70;110;x\r\n"));
-    const auto plan = planOfBaseAndTop(bench.bench, preset("Faller"));
-    ASSERT_TRUE(plan);
-    ASSERT_EQ(plan->size(), 2U);
-    EXPECT_EQ((*plan)[0].cv, 2);
-    EXPECT_EQ((*plan)[0].value, 6);
-    EXPECT_EQ((*plan)[1].cv, 5);
-    EXPECT_EQ((*plan)[1].value, 110);
+    EXPECT_EQ(test::planText(planOfBaseAndTop(bench.bench, preset("Faller")).value_or(WritePlan())),
+              "2=6 5=110 ");
     bench.put("fs/FS_Faller.fcr", stepFile("97;6;x\r\n"));
     EXPECT_FALSE(planOfBaseAndTop(bench.bench, preset("Faller")));
+    EXPECT_EQ(bench.messages(), Told{"unusable fs/FS_Faller.fcr"});
     EXPECT_FALSE(planOfBaseAndTop(bench.bench, preset("CI46_2")));
-    EXPECT_EQ(bench.messages()[0], "unusable fs/FS_Faller.fcr");
-    EXPECT_TRUE(bench.messages()[1].starts_with("cannot open fs/FS_CI46_24.fcr"));
-}
-
-TEST(PresetsTest, ATableWithBaseAndTopSpeedThatDoesNotFitIsTold)
-{
-    PresetBench bench;
+    EXPECT_TRUE(bench.messages()[0].starts_with("cannot open fs/FS_CI46_24.fcr"));
     bench.put("fs/FS_Faller_CV2_CV5.fcr", stepFile("2;6;x\r\n97;1;x\r\n"));
     EXPECT_FALSE(readBasedPreset(bench.bench, basedPresets()[0]));
-    EXPECT_EQ(bench.journal, (Journal{"message fs/FS_Faller_CV2_CV5.fcr: not in line 3"}));
+    EXPECT_EQ(bench.messages(), Told{"fs/FS_Faller_CV2_CV5.fcr: not in line 3"});
 }
 
 } // namespace
