@@ -17,10 +17,7 @@ class ComparisonTest : public testing::Test
 protected:
     ComparisonTest()
     {
-        for (const int number : {690, 691, 692, 693, 694, 697})
-            test::setText(texts, number, u"m" + textFromNumber(number));
-        for (const int number : {26, 170, 171, 172, 173, 175})
-            test::setCaption(texts, number, u"c" + textFromNumber(number));
+        test::numberEveryText(texts);
         test::setText(texts, 725, u"Liste: {1}");
         test::setCaption(texts, 174, u"{1} {2} {3} {4}");
         for (int cv = 1; cv <= 100; ++cv) {

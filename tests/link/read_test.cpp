@@ -60,7 +60,7 @@ TEST_P(ReadTest, TakesTheWholeBlockAndNothingBehindIt)
         // The full read gives the long block twice the time; the other one never does.
         fresh.line.replyInPieces(at(full && length == 1024 ? 9900ms : 4900ms, blockOf(length)));
         EXPECT_EQ(fresh.read(GetParam()), ReadEnd::read);
-        EXPECT_EQ(joined(fresh.journal),
+        EXPECT_EQ(test::joined(fresh.journal),
                   std::string(full ? "status read all, " : "") +
                       "open 1, hourglass, write 37, hourglass, write 69 82, no hourglass");
         const auto block = blockOf(length);
@@ -117,7 +117,7 @@ TEST(ReadFaultTest, EndsWithItsWordsAndLeavesTheImageAloneAndTheNextReadWorks)
             bench.line.replyInPieces(expected.block);
         EXPECT_EQ(bench.read(expected.kind), expected.end);
         EXPECT_EQ(bench.line.now(), expected.time);
-        EXPECT_EQ(tailOf(bench.journal, expected.passed), expected.passed);
+        EXPECT_EQ(test::tailOf(bench.journal, expected.passed), expected.passed);
         EXPECT_EQ(bench.image, before);
         EXPECT_FALSE(bench.state.timeOut);
         EXPECT_EQ(bench.state.timeOutInterval, 5000ms);
@@ -136,12 +136,12 @@ TEST_P(ReadTest, ClosingTheProgramOrARefusedPortSendsNoMoreAndKeepsTheImage)
     const CvImage before = bench.image;
     bench.line.endDuringNextWait();
     EXPECT_EQ(bench.read(GetParam()), ReadEnd::ended);
-    EXPECT_EQ(joined(bench.journal), first + "open 1, hourglass, write 37, no hourglass");
+    EXPECT_EQ(test::joined(bench.journal), first + "open 1, hourglass, write 37, no hourglass");
     EXPECT_EQ(bench.image, before);
     ReadBench refused;
     refused.line.refuseToOpen({u"no such device", {}});
     EXPECT_EQ(refused.read(GetParam()), ReadEnd::ended);
-    EXPECT_EQ(joined(refused.journal), first + "message no such device, end program");
+    EXPECT_EQ(test::joined(refused.journal), first + "message no such device, end program");
     EXPECT_EQ(refused.image, before);
 }
 
