@@ -6,25 +6,29 @@
 #include "workbench/write_backup.h"
 
 #include <cstdio>
-#include <initializer_list>
+#include <sstream>
 
 namespace karvo::test
 {
 
-// blockOf(512) with other values at some positions, and its check byte.
-inline Bytes blockWith(std::initializer_list<std::pair<std::size_t, std::uint8_t>> values)
+// Another value in a block, and its check byte.
+inline void setValue(Bytes& block, std::size_t cv, std::uint8_t value)
+{
+    block.back() = static_cast<std::uint8_t>(block.back() + value - block[cv - 1]);
+    block[cv - 1] = value;
+}
+
+inline Bytes damagedBlock()
 {
     Bytes block = blockOf(512);
-    for (const auto& [cv, value] : values) {
-        block.back() = static_cast<std::uint8_t>(block.back() + value - block[cv - 1]);
-        block[cv - 1] = value;
-    }
+    block.back() ^= 1;
     return block;
 }
 
 struct WriteBench : TestBench {
     std::vector<CvSet> kept;
     std::optional<Text> keepTrouble;
+    std::string lastMessage; // of what passed() has told
     KeepBackup keep = [this](const CvSet& set) {
         kept.push_back(set);
         journal.push_back("kept " + std::to_string(kept.size()));
@@ -53,27 +57,31 @@ struct WriteBench : TestBench {
     // The value that blockOf() has for a CV.
     static int blockValue(int cv) { return (cv * 7 + cv / 256) & 0xFF; }
 
-    void readKv05(const Bytes& block = blockOf(512))
+    void readKv05(const std::string& block = "B")
     {
-        line.replyWith({'1', '5'});
-        line.replyWith(block);
+        script("15 " + block);
         readIntoList(bench, ReadStarter::other);
         journal.clear();
     }
-    // The identification and the block read with which a write begins.
-    void answerMeeting(const Bytes& block = blockOf(512), const Bytes& identification = {'1', '5'})
+    // What vehicle and person answer next: "15" is an identification, "+" and "-" are 6 and 21, "." is
+    // silence, "B" is the block, "B48=200,3=9" the same with other values, "D" one whose check byte is wrong;
+    // "y" and "n" answer questions. A write begins with "15 15 B", and a value is sent with "15 + +".
+    void script(const std::string& text)
     {
-        line.replyWith(identification);
-        line.replyWith(identification);
-        line.replyWith(block);
+        std::istringstream words(text);
+        for (std::string word; words >> word;) {
+            if (word == "y" || word == "n")
+                prompts.answer(word == "y");
+            else if (word == ".")
+                line.replyInPieces({});
+            else
+                line.replyWith(replyOf(word));
+        }
     }
-    void answerWrite(const Bytes& frameReply = {6}, const Bytes& identification = {'1', '5'})
+    std::size_t count(const std::string& entry) const
     {
-        line.replyWith(identification);
-        line.replyWith({6});
-        line.replyWith(frameReply);
+        return static_cast<std::size_t>(std::count(journal.begin(), journal.end(), entry));
     }
-
     // What has happened since the last call, in short: "%", "ER", "EWS", a frame as "48=200", "?" for a
     // question, "!" for a message, and "kept".
     std::string passed()
@@ -82,12 +90,29 @@ struct WriteBench : TestBench {
         for (const auto& entry : journal) {
             const auto step = stepOf(entry);
             steps += step.empty() || steps.empty() ? step : " " + step;
+            if (step == "!")
+                lastMessage = entry;
         }
         journal.clear();
         return steps;
     }
 
 private:
+    static Bytes replyOf(const std::string& word)
+    {
+        if (word == "+" || word == "-")
+            return {static_cast<std::uint8_t>(word == "+" ? 6 : 21)};
+        if (word == "D")
+            return damagedBlock();
+        if (!word.starts_with('B'))
+            return bytesOf(word);
+        Bytes block = blockOf(512);
+        std::istringstream values(word.substr(1));
+        char separator = ',';
+        for (std::size_t cv = 0, value = 0; values >> cv >> separator >> value; values >> separator)
+            setValue(block, cv, static_cast<std::uint8_t>(value));
+        return block;
+    }
     static std::string stepOf(const std::string& entry)
     {
         const std::pair<const char*, const char*> steps[] = {

@@ -5,41 +5,78 @@
 
 #include <gtest/gtest.h>
 
-namespace karvo
-{
-namespace
+namespace karvo::test
 {
 
-using test::Journal;
-
-class ChangeValueTest : public testing::Test, protected test::TestBench
+class ChangeValueTest : public testing::Test, protected TestBench
 {
 protected:
     ChangeValueTest()
     {
-        test::setCaption(state.texts, 25, u"not in the list");
-        test::setCaption(state.texts, 161, u"changed");
-        test::setText(state.texts, 682, u"CV{1} not {2}, {3} to {4}");
-        test::setText(state.texts, 635, u"no CV{1}");
-        test::setText(state.texts, 636, u"CV{1} empty, {2} to {3}");
+        setCaption(state.texts, 25, u"not in the list");
+        setCaption(state.texts, 161, u"changed");
+        setText(state.texts, 682, u"CV{1} not {2}, {3} to {4}");
+        setText(state.texts, 635, u"no CV{1}");
+        setText(state.texts, 636, u"CV{1} empty, {2} to {3}");
         addFile("CV_Standart_kv07.txt",
                 "Standard KV07\r\n1;3;a;1;126;3;\r\n2;4;b;;x;4;\r\n3;5;c;-5;900;5;\r\n");
+        beginAnew();
+    }
+    void beginAnew()
+    {
+        state.set.unsavedChanges = false;
         showOfflineList(bench, "mnu_kv07");
+        state.set.currentNumber = 2;
         journal.clear();
+    }
+    std::string values() const
+    {
+        std::string text;
+        for (const ListLine& one : state.set.list)
+            text += utf8FromText(one.text) + ";";
+        return text;
     }
 };
 
-TEST_F(ChangeValueTest, AChangeShowsInTheListAndTheCurrentCvStays)
+TEST_F(ChangeValueTest, AValueIsTakenWithinItsLimitsAndElseRefusedWithOneMessage)
 {
-    state.set.currentNumber = 3;
-    EXPECT_FALSE(state.set.unsavedChanges);
-    EXPECT_EQ(changeValue(bench, 1, 126), ChangeEnd::changed);
-    EXPECT_EQ(state.set.list[0].text, u"CV1  = 126  changed");
-    EXPECT_TRUE(state.set.list[0].changed);
-    EXPECT_FALSE(state.set.list[1].changed);
-    EXPECT_EQ(state.set.currentNumber, 3);
-    EXPECT_TRUE(state.set.unsavedChanges);
-    EXPECT_EQ(journal, (Journal{"list changed"}));
+    using enum ChangeEnd;
+    const std::string before = "CV1  = 3;CV2  = 4;CV3  = 5;";
+    const std::string notThere = "message not in the list";
+    const struct {
+        int cv;
+        TextView typed;
+        ChangeEnd end;
+        std::string told;
+        std::string list;
+    } cases[] = {
+        {1, u"126", changed, "list changed", "CV1  = 126  changed;CV2  = 4;CV3  = 5;"},
+        {1, u" 03 ", changed, "list changed", before},
+        {2, u"255", changed, "list changed", "CV1  = 3;CV2  = 255  changed;CV3  = 5;"},
+        {3, u"0", changed, "list changed", "CV1  = 3;CV2  = 4;CV3  = 0  changed;"},
+        {1, u"0", outsideLimits, "message CV1 not 0, 1 to 126", before},
+        {1, u"127", outsideLimits, "message CV1 not 127, 1 to 126", before},
+        {1, u"", outsideLimits, "message CV1 empty, 1 to 126", before},
+        {1, u" 3,5 ", outsideLimits, "message CV1 not 3,5, 1 to 126", before},
+        {1, u"-1", outsideLimits, "message CV1 not -1, 1 to 126", before},
+        {2, u"256", outsideLimits, "message CV2 not 256, 0 to 255", before},
+        {3, u"256", outsideLimits, "message CV3 not 256, 0 to 255", before},
+        {3, u"-1", outsideLimits, "message CV3 not -1, 0 to 255", before},
+        {2, u"0x10", outsideLimits, "message CV2 not 0x10, 0 to 255", before},
+        {-1, u"1", notInList, notThere, before},
+        {0, u"1", notInList, notThere, before},
+        {4, u"1", notInList, notThere, before},
+        {256, u"1", notInList, notThere, before},
+        {257, u"1", notInList, notThere, before},
+    };
+    for (const auto& [cv, typed, end, told, list] : cases) {
+        beginAnew();
+        EXPECT_EQ(changeValue(bench, cv, typed), end) << told;
+        EXPECT_EQ(journal, Journal{told});
+        EXPECT_EQ(values(), list);
+        EXPECT_EQ(state.set.unsavedChanges, list != before) << list;
+        EXPECT_EQ(state.set.currentNumber, 2);
+    }
 }
 
 TEST_F(ChangeValueTest, WhatIsTypedIsTakenOrRefusedWithOneMessage)
@@ -62,9 +99,7 @@ TEST_F(ChangeValueTest, WhatIsTypedIsTakenOrRefusedWithOneMessage)
         {{none, u""}, valueRefused, 2, "message CV2 empty, 0 to 255"},
     };
     for (const auto& [typed, end, current, message] : cases) {
-        showOfflineList(bench, "mnu_kv07");
-        state.set.currentNumber = 2;
-        journal.clear();
+        beginAnew();
         EXPECT_EQ(canBeTaken(state.set, typed), end == taken);
         EXPECT_EQ(takeEntry(bench, typed), end);
         EXPECT_EQ(state.set.currentNumber, current);
@@ -75,69 +110,27 @@ TEST_F(ChangeValueTest, WhatIsTypedIsTakenOrRefusedWithOneMessage)
         std::erase(journal, "list changed");
         EXPECT_EQ(journal, message ? Journal{*message} : Journal{});
     }
+    beginAnew();
     state.lineBusy = true;
-    journal.clear();
     EXPECT_EQ(takeEntry(bench, {u"4", u"9"}), taken) << "no box over an operation";
     EXPECT_TRUE(journal.empty());
 }
 
-TEST_F(ChangeValueTest, TheSameValueIsNoChange)
-{
-    EXPECT_EQ(changeValue(bench, 1, u" 03 "), ChangeEnd::changed);
-    EXPECT_EQ(state.set.list[0].text, u"CV1  = 3");
-    EXPECT_FALSE(state.set.unsavedChanges);
-}
-
-TEST_F(ChangeValueTest, LimitsAreNamedAndNothingChanges)
-{
-    struct Case {
-        int cv;
-        TextView typed;
-        const char* message;
-    };
-    const Case cases[] = {{1, u"0", "CV1 not 0, 1 to 126"},      {1, u"127", "CV1 not 127, 1 to 126"},
-                          {1, u"", "CV1 empty, 1 to 126"},       {1, u" 3,5 ", "CV1 not 3,5, 1 to 126"},
-                          {1, u"-1", "CV1 not -1, 1 to 126"},    {2, u"256", "CV2 not 256, 0 to 255"},
-                          {3, u"256", "CV3 not 256, 0 to 255"},  {3, u"-1", "CV3 not -1, 0 to 255"},
-                          {2, u"0x10", "CV2 not 0x10, 0 to 255"}};
-    for (const auto& [cv, typed, message] : cases) {
-        EXPECT_EQ(changeValue(bench, cv, typed), ChangeEnd::outsideLimits);
-        EXPECT_EQ(journal.back(), std::string("message ") + message);
-    }
-    EXPECT_EQ(state.set.list[0].text, u"CV1  = 3");
-    EXPECT_FALSE(state.set.unsavedChanges);
-    EXPECT_EQ(changeValue(bench, 2, 255), ChangeEnd::changed);
-    EXPECT_EQ(changeValue(bench, 3, 0), ChangeEnd::changed);
-}
-
-TEST_F(ChangeValueTest, OnlyCvsOfTheListCanBeChangedAndNoneWhileTheLineIsBusy)
-{
-    for (const int cv : {-1, 0, 4, 256, 257})
-        EXPECT_EQ(changeValue(bench, cv, 1), ChangeEnd::notInList) << cv;
-    EXPECT_EQ(journal.back(), "message not in the list");
-    journal.clear();
-    state.lineBusy = true;
-    EXPECT_EQ(changeValue(bench, 1, 9), ChangeEnd::busy);
-    state.set.table.setValue(1, 9);
-    EXPECT_FALSE(takeBackValue(bench, 1));
-    EXPECT_FALSE(takeBackAllValues(bench));
-    EXPECT_TRUE(journal.empty());
-    EXPECT_EQ(state.set.table.value(1), 9);
-}
-
-TEST_F(ChangeValueTest, TakingBackIsOneStepForOneAndForAll)
+TEST_F(ChangeValueTest, TakingBackIsOneStepForOneAndForAllAndNoneWhileTheLineIsBusy)
 {
     for (const int cv : {1, 2, 3})
         changeValue(bench, cv, 77);
+    state.lineBusy = true;
+    EXPECT_EQ(changeValue(bench, 1, 9), ChangeEnd::busy);
+    EXPECT_FALSE(takeBackValue(bench, 2) || takeBackAllValues(bench));
+    state.lineBusy = false;
+    EXPECT_EQ(values(), "CV1  = 77  changed;CV2  = 77  changed;CV3  = 77  changed;");
     EXPECT_TRUE(takeBackValue(bench, 2));
-    EXPECT_EQ(state.set.list[1].text, u"CV2  = 4");
-    EXPECT_EQ(state.set.list[0].text, u"CV1  = 77  changed");
     EXPECT_FALSE(takeBackValue(bench, 2));
+    EXPECT_EQ(values(), "CV1  = 77  changed;CV2  = 4;CV3  = 77  changed;");
     EXPECT_TRUE(takeBackAllValues(bench));
-    EXPECT_EQ(state.set.list[0].text, u"CV1  = 3");
-    EXPECT_EQ(state.set.list[2].text, u"CV3  = 5");
     EXPECT_FALSE(takeBackAllValues(bench));
+    EXPECT_EQ(values(), "CV1  = 3;CV2  = 4;CV3  = 5;");
 }
 
-} // namespace
-} // namespace karvo
+} // namespace karvo::test

@@ -5,16 +5,15 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <filesystem>
-#include <fstream>
+#include <set>
 
-namespace karvo
-{
-namespace
+namespace karvo::test
 {
 
-using Names = std::vector<std::string>;
+using Names = std::set<std::string>;
+
+const std::filesystem::path folder = KARVO_PROGRAM_FOLDER;
 
 // data/program_folder.txt: a name a line.
 Names listedNames()
@@ -23,94 +22,58 @@ Names listedNames()
     Names names;
     for (std::string line; std::getline(file, line);) {
         if (!line.empty() && !line.starts_with('#'))
-            names.push_back(line);
+            names.insert(line);
     }
-    std::sort(names.begin(), names.end());
     return names;
 }
 
 Names heldNames()
 {
-    const std::filesystem::path folder = KARVO_PROGRAM_FOLDER;
     Names names;
     for (const auto& entry : std::filesystem::directory_iterator(folder)) {
         if (entry.is_regular_file() && entry.path().filename().string().starts_with("CV_"))
-            names.push_back(entry.path().filename().string());
+            names.insert(entry.path().filename().string());
     }
     for (const auto& entry : std::filesystem::recursive_directory_iterator(folder / "original")) {
         if (entry.is_regular_file())
-            names.push_back(entry.path().lexically_relative(folder).generic_string());
+            names.insert(entry.path().lexically_relative(folder).generic_string());
     }
-    std::sort(names.begin(), names.end());
     return names;
 }
 
-bool isDescription(const std::string& name)
+Bytes content(const std::string& name)
 {
-    return name.starts_with("CV_") && !name.starts_with("CV_exp");
+    return FolderFiles().readWhole(folder / name, textFileLimit).value_or(Bytes());
 }
 
-bool isExpertFile(const std::string& name)
-{
-    return name.starts_with("CV_exp");
-}
-
-class ProgramFolderTest : public testing::Test
-{
-protected:
-    std::optional<Bytes> content(const std::string& name)
-    {
-        return files_.readWhole(std::filesystem::path(KARVO_PROGRAM_FOLDER) / name, textFileLimit);
-    }
-
-private:
-    test::FolderFiles files_;
-};
-
-TEST_F(ProgramFolderTest, HoldsTheListedFilesAndNoOthers)
+TEST(ProgramFolderTest, HoldsTheListedFilesAndNoOthers)
 {
     EXPECT_EQ(heldNames(), listedNames());
+    for (const std::string ending : {".txt", "_nl.txt", "_en.txt", "_es.txt", "_fr.txt"})
+        EXPECT_EQ(content("CV_exp_receiver" + ending), content("CV_exp_Receiver" + ending))
+            << "one file on Windows";
 }
 
-TEST_F(ProgramFolderTest, EveryDescriptionIsWithoutFault)
+TEST(ProgramFolderTest, EveryDescriptionAndEveryExpertFileIsWithoutFault)
 {
     for (const std::string& name : listedNames()) {
-        if (!isDescription(name))
-            continue;
-        const auto bytes = content(name);
-        ASSERT_TRUE(bytes) << name;
-        const auto description = parseDescription(*bytes);
-        ASSERT_TRUE(description) << name;
-        EXPECT_TRUE(description->faults.empty()) << name;
-        EXPECT_GE(description->rowCount, 176) << name;
-        for (int row = 1; row <= description->rowCount; ++row)
-            EXPECT_FALSE(description->table.at(row, Column::text).empty()) << name << " row " << row;
-        for (const int cv : {100, 101}) {
-            EXPECT_EQ(description->table.at(cv, Column::lowerLimit), u"0") << name;
-            EXPECT_EQ(description->table.at(cv, Column::upperLimit), u"255") << name;
+        if (name.starts_with("CV_exp")) {
+            const auto file = parseExpertFile(content(name));
+            ASSERT_TRUE(file) << name;
+            EXPECT_TRUE(file->faultyLines.empty()) << name;
+        } else if (name.starts_with("CV_")) {
+            const auto description = parseDescription(content(name));
+            ASSERT_TRUE(description) << name;
+            EXPECT_TRUE(description->faults.empty()) << name;
+            EXPECT_GE(description->rowCount, 176) << name;
+            for (int row = 1; row <= description->rowCount; ++row)
+                EXPECT_FALSE(description->table.at(row, Column::text).empty()) << name << " row " << row;
+            for (const int cv : {100, 101}) {
+                EXPECT_EQ(description->table.at(cv, Column::lowerLimit), u"0") << name;
+                EXPECT_EQ(description->table.at(cv, Column::upperLimit), u"255") << name;
+            }
         }
     }
 }
 
-TEST_F(ProgramFolderTest, EveryExpertFileIsWithoutFault)
-{
-    for (const std::string& name : listedNames()) {
-        if (!isExpertFile(name))
-            continue;
-        const auto bytes = content(name);
-        ASSERT_TRUE(bytes) << name;
-        const auto file = parseExpertFile(*bytes);
-        ASSERT_TRUE(file) << name;
-        EXPECT_TRUE(file->faultyLines.empty()) << name;
-    }
-}
-
-TEST_F(ProgramFolderTest, NamesThatAreOneFileOnWindowsHaveTheSameContents)
-{
-    for (const char* const ending : {".txt", "_nl.txt", "_en.txt", "_es.txt", "_fr.txt"})
-        EXPECT_EQ(content(std::string("CV_exp_receiver") + ending),
-                  content(std::string("CV_exp_Receiver") + ending));
-}
-
-} // namespace
-} // namespace karvo
+} // namespace karvo::test

@@ -3,66 +3,54 @@
 
 #include <gtest/gtest.h>
 
-namespace karvo
-{
-namespace
+namespace karvo::test
 {
 
-class StartTest : public testing::Test, protected test::TestBench
-{
-protected:
-    using Values = std::map<std::string, Text>;
-};
+using Values = std::map<std::string, Text>;
 
-TEST_F(StartTest, TheFirstStartLeavesAllFiveSettings)
+Values stored(TextView folder, TextView port, TextView expert, TextView language, TextView location)
 {
-    EXPECT_EQ(readSettings(state, settings), std::nullopt);
-    EXPECT_EQ(settings.values, (Values{{"Parameter/ATMELpath", u"C:\\"},
-                                       {"Parameter/Com_Port", u"1"},
-                                       {"Parameter/Expert", u"0"},
-                                       {"Parameter/Language", u""},
-                                       {"Parameter/Location", u""}}));
-    EXPECT_EQ(state.hexFolder, u"C:\\");
-    EXPECT_EQ(state.link.portNumber, 1);
-    EXPECT_FALSE(state.expert);
+    return {{"Parameter/ATMELpath", Text(folder)},
+            {"Parameter/Com_Port", Text(port)},
+            {"Parameter/Expert", Text(expert)},
+            {"Parameter/Language", Text(language)},
+            {"Parameter/Location", Text(location)}};
 }
 
-TEST_F(StartTest, TheOnlyPortThatIsThereIsTakenWhereNoneIsStored)
+TEST(StartTest, TakesWhatIsStoredAndLeavesAllFiveSettings)
 {
-    const std::pair<std::vector<int>, int> cases[] = {{{}, 1}, {{5}, 5}, {{5, 6}, 1}};
-    for (const auto& [present, number] : cases) {
-        settings.values.clear();
-        readSettings(state, settings, present);
-        EXPECT_EQ(state.link.portNumber, number);
+    const struct {
+        const char* what;
+        Values before;
+        Values after;
+        std::optional<LanguageCode> language;
+        int port;
+        std::vector<int> present = {};
+    } cases[] = {
+        {"the first start", {}, stored(u"C:\\", u"1", u"0", u"", u""), std::nullopt, 1},
+        {"a stored one", stored(u"D:\\hex", u"12", u"1", u"5", u"somewhere"),
+         stored(u"D:\\hex", u"12", u"1", u"5", u"somewhere"), LanguageCode::french, 12},
+        {"nonsense", stored(u"", u"99", u"yes", u"9", u""), stored(u"C:\\", u"1", u"0", u"9", u""),
+         std::nullopt, 1},
+        {"the only port", {}, stored(u"C:\\", u"5", u"0", u"", u""), std::nullopt, 5, {5}},
+        {"two ports", {}, stored(u"C:\\", u"1", u"0", u"", u""), std::nullopt, 1, {5, 6}},
+        {"stored by now",
+         stored(u"", u"1", u"", u"", u""),
+         stored(u"C:\\", u"1", u"0", u"", u""),
+         std::nullopt,
+         1,
+         {9}},
+    };
+    for (const auto& [what, before, after, language, port, present] : cases) {
+        MemorySettings settings;
+        ProgramState state;
+        settings.values = before;
+        EXPECT_EQ(readSettings(state, settings, present), language) << what;
+        EXPECT_EQ(settings.values, after) << what;
+        EXPECT_EQ(state.link.portNumber, port) << what;
+        EXPECT_EQ(state.hexFolder, after.at("Parameter/ATMELpath")) << what;
+        EXPECT_EQ(state.expert, after.at("Parameter/Expert") == u"1") << what;
     }
-    readSettings(state, settings, {9});
-    EXPECT_EQ(state.link.portNumber, 1) << "stored by now";
 }
 
-TEST_F(StartTest, WhatIsStoredIsKept)
-{
-    settings.values = {{"Parameter/ATMELpath", u"D:\\hex"},
-                       {"Parameter/Com_Port", u"12"},
-                       {"Parameter/Expert", u"1"},
-                       {"Parameter/Language", u"5"},
-                       {"Parameter/Location", u"somewhere"}};
-    const Values before = settings.values;
-    EXPECT_EQ(readSettings(state, settings), LanguageCode::french);
-    EXPECT_EQ(settings.values, before);
-    EXPECT_EQ(state.link.portNumber, 12);
-    EXPECT_TRUE(state.expert);
-    EXPECT_EQ(state.hexFolder, u"D:\\hex");
-}
-
-TEST_F(StartTest, NonsenseCountsAsNotStored)
-{
-    settings.values = {
-        {"Parameter/Com_Port", u"99"}, {"Parameter/Expert", u"yes"}, {"Parameter/Language", u"9"}};
-    EXPECT_EQ(readSettings(state, settings), std::nullopt);
-    EXPECT_EQ(state.link.portNumber, 1);
-    EXPECT_FALSE(state.expert);
-    EXPECT_EQ(settings.values["Parameter/Com_Port"], u"1");
-}
-
-} // namespace
-} // namespace karvo
+} // namespace karvo::test

@@ -3,9 +3,7 @@
 
 #include <gtest/gtest.h>
 
-namespace karvo
-{
-namespace
+namespace karvo::test
 {
 
 class UserFoldersTest : public testing::Test
@@ -15,24 +13,21 @@ protected:
 
     UserFolders found() { return findUserFolders(files, "program", "documents"); }
 
-    test::MemoryFiles files;
+    MemoryFiles files;
 };
 
-TEST_F(UserFoldersTest, LieBesideTheProgram)
+TEST_F(UserFoldersTest, LieBesideTheProgramWhateverTheirCase)
 {
     EXPECT_EQ(found().cvLists.own, "program/CV_listen");
     EXPECT_EQ(found().speedSteps.own, "program/FS_listen");
-    EXPECT_EQ(found().distances.own, "program/ABS_listen");
     EXPECT_EQ(found().distances.shipped, "program/original/ABS_listen");
     EXPECT_TRUE(found().cvLists.beside.empty());
-}
-
-TEST_F(UserFoldersTest, AreFoundWhateverTheirCase)
-{
     files.folders.insert({"program/FS_Listen", "program/cv_LISTEN"});
     files.content["program/ABS_LISTEN"] = {}; // a file of that name is no folder
+    files.readOnly = {"program"};             // but the folders in it are not
     EXPECT_EQ(found().cvLists.own, "program/cv_LISTEN");
     EXPECT_EQ(found().speedSteps.own, "program/FS_Listen");
+    files.readOnly.clear();
     EXPECT_EQ(found().distances.own, "program/ABS_listen");
 }
 
@@ -45,13 +40,6 @@ TEST_F(UserFoldersTest, AreMadeInTheDocumentsWhereTheProgramIsReadOnly)
     EXPECT_EQ(found().speedSteps.own, "documents/fs_listen");
     EXPECT_EQ(found().speedSteps.beside, "program/FS_listen");
     EXPECT_EQ(found().speedSteps.shipped, "program/original/FS_listen");
-}
-
-TEST_F(UserFoldersTest, AWritableFolderInAReadOnlyOneIsUsed)
-{
-    files.folders.insert("program/CV_listen");
-    files.readOnly = {"program"};
-    EXPECT_EQ(found().cvLists.own, "program/CV_listen");
 }
 
 TEST_F(UserFoldersTest, TheUsersFilesComeBeforeTheShippedOnes)
@@ -69,5 +57,4 @@ TEST_F(UserFoldersTest, TheUsersFilesComeBeforeTheShippedOnes)
     EXPECT_FALSE(folder.isShipped("program/FS_listen/b.fcr"));
 }
 
-} // namespace
-} // namespace karvo
+} // namespace karvo::test

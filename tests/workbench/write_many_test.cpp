@@ -6,27 +6,22 @@
 
 #include <gtest/gtest.h>
 
-namespace karvo
-{
-namespace
+namespace karvo::test
 {
 
-using test::blockOf;
-using test::blockWith;
-using test::Journal;
+using enum WriteEnd;
 using Ends = std::vector<std::optional<WriteEnd>>;
+using Progress = std::vector<std::pair<int, std::size_t>>;
 
-Ends endsOf(const WriteReport& report)
-{
-    Ends ends;
-    for (const WriteOutcome& outcome : report.outcomes)
-        ends.push_back(outcome.end);
-    return ends;
-}
-
-class WriteManyTest : public testing::Test, protected test::WriteBench
+class WriteManyTest : public testing::Test, protected WriteBench
 {
 protected:
+    // Reads a vehicle and sets these CVs to 200; writes them while it and the person answer so.
+    void write(const std::vector<int>& cvs, const std::string& answers)
+    {
+        readAndChange(cvs);
+        writeAgain(answers);
+    }
     void readAndChange(const std::vector<int>& cvs)
     {
         readKv05();
@@ -34,52 +29,49 @@ protected:
             changeValue(bench, cv, 200);
         journal.clear();
     }
-    WriteReport writeTheChanged() { return writeChanged(bench, keep); }
-    void answerWrites(int count)
+    void writeAgain(const std::string& answers)
     {
-        for (int i = 0; i < count; ++i)
-            answerWrite();
+        script(answers);
+        report = writeChanged(bench, keep);
     }
-    std::size_t count(const std::string& entry) const
+    static std::string writes(int count) { return count == 0 ? "" : writes(count - 1) + " 15 + +"; }
+    Ends ends() const
     {
-        return static_cast<std::size_t>(std::count(journal.begin(), journal.end(), entry));
+        Ends each;
+        for (const WriteOutcome& outcome : report.outcomes)
+            each.push_back(outcome.end);
+        return each;
     }
+    std::string status() const { return journal.size() < 2 ? std::string() : journal[journal.size() - 2]; }
     bool isMarked(int cv) const { return state.set.list[*positionOf(state.set.list, cv)].changed; }
+
+    WriteReport report;
 };
 
 TEST_F(WriteManyTest, MeetsTheVehicleKeepsItsBlockAndWritesWhatDiffersInItsOrder)
 {
     state.link.noticeAfterWrite = true; // the report tells it instead
-    readAndChange({48, 29, 2});
-    answerMeeting();
-    answerWrites(3);
-    const auto report = writeTheChanged();
+    write({48, 29, 2}, "15 15 B" + writes(3));
     EXPECT_EQ(report.end, WriteManyEnd::finished);
     EXPECT_TRUE(report.isClean());
-    EXPECT_EQ(Journal(journal.end() - 3, journal.end()),
-              (Journal{"list changed", "status 3 of 3 written", "idle"}));
+    EXPECT_EQ(tailOf(journal, "list changed, status 3 of 3 written, idle"),
+              "list changed, status 3 of 3 written, idle");
     EXPECT_EQ(passed(), "% % ER kept % EWS 2=200 % EWS 48=200 % EWS 29=200");
-    EXPECT_EQ(view.writeProgress,
-              (std::vector<std::pair<int, std::size_t>>{{2, 2}, {48, 1}, {29, 0}, {0, 0}}));
-    EXPECT_FALSE(isMarked(48));
-    EXPECT_FALSE(state.link.manyUnderWay);
+    EXPECT_EQ(view.writeProgress, (Progress{{2, 2}, {48, 1}, {29, 0}, {0, 0}}));
+    EXPECT_FALSE(isMarked(48) || state.link.manyUnderWay);
     EXPECT_EQ(kept[0].table.value(48), blockValue(48));
 }
 
 TEST_F(WriteManyTest, ChangedMeansOtherThanTheVehicleHolds)
 {
-    readAndChange({48, 49});
-    answerMeeting(blockWith({{48, 200}, {50, 0}})); // the vehicle's values have changed meanwhile
-    answerWrites(2);
-    writeTheChanged();
+    write({48, 49}, "15 15 B48=200,50=0" + writes(2)); // the vehicle's values have changed meanwhile
     EXPECT_EQ(passed(), "% % ER kept % EWS 49=200 % EWS 50=94");
     EXPECT_FALSE(isMarked(48));
-
-    answerMeeting(blockWith({{48, 200}, {49, 200}})); // and now it holds all
-    const auto report = writeTheChanged();
+    writeAgain("15 15 B48=200,49=200"); // and now it holds all
     EXPECT_EQ(report.end, WriteManyEnd::nothingToWrite);
     EXPECT_TRUE(report.isClean());
-    EXPECT_EQ(journal[journal.size() - 3], "status nothing to write");
+    EXPECT_EQ(tailOf(journal, "status nothing to write, list changed, idle"),
+              "status nothing to write, list changed, idle");
     EXPECT_EQ(passed(), "% % ER");
 }
 
@@ -87,57 +79,43 @@ TEST_F(WriteManyTest, APreparedListMarksWhatDiffers)
 {
     showOfflineList(bench, "mnu_KV05");
     for (int cv = 1; cv <= 176; ++cv)
-        state.set.table.setValue(cv, blockValue(cv));
-    state.set.table.setValue(48, 11);
-    state.set.table.setValue(49, 12);
-    answerMeeting();
-    answerWrite();
-    answerWrite({21});
-    const auto report = writeTheChanged();
-    EXPECT_EQ(endsOf(report), (Ends{WriteEnd::written, WriteEnd::frameRefused}));
+        state.set.table.setValue(cv, cv == 48 || cv == 49 ? cv - 37 : blockValue(cv));
+    writeAgain("15 15 B 15 + + 15 + -");
+    EXPECT_EQ(ends(), (Ends{written, frameRefused}));
     EXPECT_EQ(report.end, WriteManyEnd::finished);
     EXPECT_FALSE(report.isClean());
     EXPECT_FALSE(isMarked(48));
     EXPECT_TRUE(isMarked(49));
     EXPECT_EQ(state.receiver.firmwareLevel, 3);
     EXPECT_TRUE(kept[0].offlineItem.empty());
-}
 
-TEST_F(WriteManyTest, AReceiverFitsTheListOfTheXtModule)
-{
-    addFile("CV_Standart_receiver.txt", test::smallDescription("Standard KV-XT", "Wort ", 100));
+    // A receiver fits the list of the XT module.
+    addFile("CV_Standart_receiver.txt", smallDescription("Standard KV-XT", "Wort ", 100));
     ASSERT_TRUE(showOfflineList(bench, "mnu_karvo_xt_list"));
     for (int cv = 1; cv <= 100; ++cv)
         state.set.table.setValue(cv, blockValue(cv));
-    answerMeeting(blockOf(512), {'8', '0'});
-    EXPECT_EQ(writeTheChanged().end, WriteManyEnd::nothingToWrite);
+    writeAgain("80 80 B");
+    EXPECT_EQ(report.end, WriteManyEnd::nothingToWrite);
     EXPECT_EQ(state.receiver.firmwareLevel, blockValue(72));
 }
 
 TEST_F(WriteManyTest, WithoutADecoderItsBlockOrAFileForItNothingIsWritten)
 {
-    struct Case {
-        std::vector<Bytes> replies;
+    const struct {
+        const char* answers;
         WriteManyEnd end;
         const char* passed;
-    };
-    Bytes damaged = blockOf(512);
-    ++damaged.back();
-    const Bytes kv05 = {'1', '5'};
-    const Case cases[] = {{{}, WriteManyEnd::noReply, "% !"},
-                          {{{'8', '1'}}, WriteManyEnd::unknownDecoder, "% ! !"}, // can not be written
-                          {{kv05}, WriteManyEnd::noReply, "% % !"},
-                          {{kv05, kv05}, WriteManyEnd::noReply, "% % ER !"},
-                          {{kv05, kv05, damaged}, WriteManyEnd::wrongCheckByte, "% % ER !"},
-                          {{kv05, kv05, blockOf(512)}, WriteManyEnd::backupFailed, "% % ER kept !"}};
+    } cases[] = {{"", WriteManyEnd::noReply, "% !"},
+                 {"81", WriteManyEnd::unknownDecoder, "% ! !"}, // can not be written
+                 {"15", WriteManyEnd::noReply, "% % !"},
+                 {"15 15", WriteManyEnd::noReply, "% % ER !"},
+                 {"15 15 D", WriteManyEnd::wrongCheckByte, "% % ER !"},
+                 {"15 15 B", WriteManyEnd::backupFailed, "% % ER kept !"}};
     keepTrouble = u"read-only folder";
-    for (const auto& [replies, end, before] : cases) {
-        readAndChange({48});
-        for (const Bytes& reply : replies)
-            line.replyWith(reply);
-        const auto report = writeTheChanged();
+    for (const auto& [answers, end, before] : cases) {
+        write({48}, answers);
         EXPECT_EQ(report.end, end) << before;
-        EXPECT_EQ(report.countOf(WriteEnd::written), 0u);
+        EXPECT_EQ(report.countOf(written), 0u);
         EXPECT_EQ(passed(), before);
         EXPECT_TRUE(isMarked(48));
         EXPECT_EQ(state.image[48], blockValue(48));
@@ -146,129 +124,80 @@ TEST_F(WriteManyTest, WithoutADecoderItsBlockOrAFileForItNothingIsWritten)
 
 TEST_F(WriteManyTest, WhatSpeaksForTheLineEndsTheWriteAndTheRestStaysMarked)
 {
-    struct Case {
-        std::vector<Bytes> replies; // to the second CV's write
-        WriteEnd end;
-    };
-    const Case cases[] = {{{}, WriteEnd::noReply},
-                          {{{'1', '5'}}, WriteEnd::noReply},
-                          {{{'1', '5'}, {6}}, WriteEnd::unacknowledged},
-                          {{{'1', '5'}, {21}}, WriteEnd::commandRefused},
-                          {{{'9', '9'}}, WriteEnd::unknownDecoder},
-                          {{{'1', '6'}}, WriteEnd::otherDecoder}};
-    for (const auto& [replies, end] : cases) {
-        readAndChange({48, 49, 50});
-        answerMeeting();
-        answerWrite();
-        for (const Bytes& reply : replies)
-            line.replyWith(reply);
-        const auto report = writeTheChanged();
+    const std::pair<std::string, WriteEnd> cases[] = {
+        {"", noReply},          {"15", noReply},     {"15 +", unacknowledged}, {"15 -", commandRefused},
+        {"99", unknownDecoder}, {"16", otherDecoder}};
+    for (const auto& [answers, end] : cases) {
+        write({48, 49, 50}, "15 15 B 15 + + " + answers);
         EXPECT_EQ(report.end, WriteManyEnd::stoppedByFault);
-        EXPECT_EQ(endsOf(report), (Ends{WriteEnd::written, end, std::nullopt}));
-        EXPECT_FALSE(report.isClean());
-        EXPECT_FALSE(isMarked(48));
+        EXPECT_EQ(ends(), (Ends{written, end, std::nullopt}));
+        EXPECT_FALSE(report.isClean() || isMarked(48) || state.lineBusy);
         EXPECT_TRUE(isMarked(49) && isMarked(50));
-        EXPECT_FALSE(state.lineBusy);
-        EXPECT_EQ(count("message now 16, before 15"), end == WriteEnd::otherDecoder ? 1u : 0u);
-        EXPECT_EQ(journal[journal.size() - 2], "status 1 of 3 written");
+        EXPECT_EQ(count("message now 16, before 15"), end == otherDecoder ? 1u : 0u);
+        EXPECT_EQ(status(), "status 1 of 3 written");
     }
 }
 
 TEST_F(WriteManyTest, ARefusedValueIsPassedOverAndTheThirdInARowEndsIt)
 {
-    readAndChange({48, 49, 50, 51, 52, 53, 54});
-    answerMeeting();
-    for (const Bytes& reply : {Bytes{21}, Bytes{21}, Bytes{6}, Bytes{21}, Bytes{21}, Bytes{21}})
-        answerWrite(reply);
-    const auto report = writeTheChanged();
+    write({48, 49, 50, 51, 52, 53, 54}, "15 15 B 15 + - 15 + - 15 + + 15 + - 15 + - 15 + -");
     EXPECT_EQ(report.end, WriteManyEnd::stoppedByFault);
-    EXPECT_EQ(endsOf(report),
-              (Ends{WriteEnd::frameRefused, WriteEnd::frameRefused, WriteEnd::written, WriteEnd::frameRefused,
-                    WriteEnd::frameRefused, WriteEnd::frameRefused, std::nullopt}));
+    EXPECT_EQ(ends(), (Ends{frameRefused, frameRefused, written, frameRefused, frameRefused, frameRefused,
+                            std::nullopt}));
     EXPECT_FALSE(line.hasUnusedReplies());
 }
 
 // Stops before the CV, or, with CV 0, as soon as the block is read.
-class StoppingView : public test::RecordingView
-{
-public:
-    StoppingView(Journal& log, ProgramState& watched, int cv) : RecordingView(log), watched_(watched), cv_(cv)
-    {
-    }
-    void showWriteProgress(int cv, std::size_t) override { watched_.stopRequested |= cv == cv_ && cv != 0; }
-    void showHourglass(bool) override { watched_.stopRequested |= cv_ == 0; }
-
-private:
-    ProgramState& watched_;
-    int cv_;
+struct StoppingView : RecordingView {
+    StoppingView(Journal& log, ProgramState& watched, int cv) : RecordingView(log), state(watched), at(cv) {}
+    void showWriteProgress(int cv, std::size_t) override { state.stopRequested |= cv == at && cv != 0; }
+    void showHourglass(bool) override { state.stopRequested |= at == 0; }
+    ProgramState& state;
+    int at;
 };
 
-TEST_F(WriteManyTest, ItCanBeStoppedBetweenTwoCvs)
+TEST_F(WriteManyTest, ItCanBeStoppedBetweenTwoCvsAndWhileTheBlockIsRead)
 {
-    StoppingView stopping(journal, state, 49);
-    readAndChange({48, 49, 50, 51});
-    state.stopRequested = true; // left over from an earlier write
-    Workbench stopped{state, line, line, prompts, stopping, files, settings};
-    answerMeeting();
-    answerWrites(2);
-    const auto report = writeChanged(stopped, keep);
-    EXPECT_EQ(report.end, WriteManyEnd::stoppedByUser);
-    EXPECT_EQ(report.outcomes[3].end, std::nullopt);
-    EXPECT_EQ(passed(), "% % ER kept % EWS 48=200 % EWS 49=200");
-    EXPECT_FALSE(isMarked(49));
-    EXPECT_TRUE(isMarked(50));
+    const std::pair<int, std::string> cases[] = {{49, "% % ER kept % EWS 48=200 % EWS 49=200"}, {0, "% %"}};
+    for (const auto& [at, before] : cases) {
+        StoppingView stopping(journal, state, at);
+        readAndChange({48, 49, 50, 51});
+        state.stopRequested = true; // left over from an earlier write
+        Workbench stopped{state, line, line, prompts, stopping, files, settings};
+        script("15 15 B" + writes(at == 0 ? 0 : 2));
+        report = writeChanged(stopped, keep);
+        EXPECT_EQ(report.end, WriteManyEnd::stoppedByUser);
+        EXPECT_EQ(ends(), at == 0 ? Ends{} : (Ends{written, written, std::nullopt, std::nullopt}));
+        EXPECT_EQ(passed(), before);
+        EXPECT_EQ(isMarked(49), at == 0);
+        EXPECT_TRUE(isMarked(50));
+    }
 }
 
-TEST_F(WriteManyTest, AStopWhileTheBlockIsReadWritesNothing)
-{
-    StoppingView stopping(journal, state, 0);
-    readAndChange({48, 49});
-    Workbench stopped{state, line, line, prompts, stopping, files, settings};
-    answerMeeting();
-    const auto report = writeChanged(stopped, keep);
-    EXPECT_EQ(report.end, WriteManyEnd::stoppedByUser);
-    EXPECT_TRUE(report.outcomes.empty());
-}
-
-TEST_F(WriteManyTest, TheSeriesIsWrittenWholeWithItsPauses)
+TEST_F(WriteManyTest, TheSeriesIsWrittenWholeWithItsPausesAndOnlyAFailureAtItsEndEndsTheWrite)
 {
     using namespace std::chrono_literals;
     readAndChange({169, 172});
-    answerMeeting();
-    answerWrites(6);
     const auto before = line.now();
-    const auto report = writeTheChanged();
+    writeAgain("15 15 B" + writes(6));
     EXPECT_TRUE(report.isClean());
-    EXPECT_EQ(report.outcomes.size(), 6u);
+    EXPECT_EQ(ends(), Ends(6, written));
     EXPECT_EQ(line.now() - before, 500ms);
     EXPECT_EQ(count("status c873 168 "), 1u);
-    EXPECT_EQ(view.writeProgress, (std::vector<std::pair<int, std::size_t>>{{167, 5}, {172, 0}, {0, 0}}));
-}
+    EXPECT_EQ(view.writeProgress, (Progress{{167, 5}, {172, 0}, {0, 0}}));
 
-TEST_F(WriteManyTest, AFailureInsideTheSeriesDoesNotEndTheWriteOneAtItsEndDoes)
-{
-    readAndChange({169, 172});
-    answerMeeting();
-    answerWrite();
-    line.replyWith({'1', '5'});
-    line.replyWith({21});
-    answerWrites(4);
-    EXPECT_EQ(endsOf(writeTheChanged()), (Ends{WriteEnd::written, WriteEnd::commandRefused, WriteEnd::written,
-                                               WriteEnd::written, WriteEnd::written, WriteEnd::written}));
+    write({169, 172}, "15 15 B 15 + + 15 -" + writes(4));
+    EXPECT_EQ(ends(), (Ends{written, commandRefused, written, written, written, written}));
     EXPECT_FALSE(isMarked(169));
 
     readAndChange({169, 172});
-    answerMeeting();
-    answerWrites(2);
-    line.replyWith({'1', '5'});
-    line.replyWith({6});
-    line.replyInPieces({{std::chrono::milliseconds(0), {6}}, {std::chrono::milliseconds(50), {}}});
+    script("15 15 B" + writes(2) + " 15 +");
+    line.replyInPieces({{0ms, {6}}, {50ms, {}}});
     line.refuseToOpenAgain({u"no such device", {}});
     line.close();
-    const auto report = writeTheChanged();
+    writeAgain("");
     EXPECT_EQ(report.end, WriteManyEnd::ended);
-    EXPECT_EQ(endsOf(report), (Ends{WriteEnd::written, WriteEnd::written, WriteEnd::written, WriteEnd::ended,
-                                    WriteEnd::ended, std::nullopt}));
+    EXPECT_EQ(ends(), (Ends{written, written, written, ended, ended, std::nullopt}));
     EXPECT_EQ(count("message no such device"), 1u);
     EXPECT_EQ(count("end program"), 1u);
     EXPECT_TRUE(isMarked(172));
@@ -278,67 +207,55 @@ TEST_F(WriteManyTest, AllMeansAllButWhatTheDecoderDecides)
 {
     readKv05();
     state.set.table.at(20, Column::factoryValue).clear();
-    answerMeeting();
-    answerWrites(171);
-    const auto report = writeAll(bench, keep);
+    script("15 15 B" + writes(171));
+    report = writeAll(bench, keep);
     EXPECT_EQ(report.end, WriteManyEnd::finished);
     EXPECT_TRUE(report.isClean());
     EXPECT_EQ(report.outcomes.size(), 175u); // CV153 has no value
-    EXPECT_EQ(report.countOf(WriteEnd::written), 171u);
+    EXPECT_EQ(report.countOf(written), 171u);
     EXPECT_FALSE(line.hasUnusedReplies());
     EXPECT_EQ(count("status writing CV59"), 0u);
     EXPECT_EQ(report.outcomes.back().cv, 161);
     EXPECT_EQ(kept.size(), 1u);
-    EXPECT_EQ(journal[journal.size() - 2], "status 171 of 171 written");
-}
-
-TEST_F(WriteManyTest, ServoCvsThatTheModelLacksAreRefusedOnceAndTheOthersWritten)
-{
-    readAndChange({11, 12, 48});
-    state.set.table.at(11, Column::factoryValue).clear();
-    state.set.table.at(12, Column::factoryValue).clear();
-    answerMeeting();
-    answerWrite();
-    const auto report = writeTheChanged();
-    EXPECT_EQ(count("message m695"), 1u);
-    EXPECT_EQ(report.outcomes[0].skip, WriteSkip::notUsed);
-    EXPECT_EQ(report.outcomes[2].end, WriteEnd::written);
-    EXPECT_TRUE(isMarked(11));
-    EXPECT_FALSE(report.isClean());
-    EXPECT_EQ(journal[journal.size() - 2], "status 1 of 3 written");
+    EXPECT_EQ(status(), "status 171 of 171 written");
 }
 
 TEST_F(WriteManyTest, WhatMayNotBeWrittenIsNoSuccess)
 {
     readAndChange({48});
     state.set.table.at(48, Column::upperLimit) = u"100";
-    answerMeeting();
-    const auto report = writeTheChanged();
+    writeAgain("15 15 B");
     EXPECT_EQ(report.end, WriteManyEnd::finished);
-    ASSERT_EQ(report.outcomes.size(), 1u);
-    EXPECT_EQ(report.outcomes[0].skip, WriteSkip::outsideLimits);
+    EXPECT_EQ(report.outcomes.at(0).skip, WriteSkip::outsideLimits);
     EXPECT_FALSE(report.isClean());
-    EXPECT_EQ(journal[journal.size() - 2], "status 0 of 1 written");
+    EXPECT_EQ(status(), "status 0 of 1 written");
     EXPECT_TRUE(kept.empty());
+
+    readAndChange({11, 12, 48}); // servo CVs that the model lacks are refused once
+    state.set.table.at(11, Column::factoryValue).clear();
+    state.set.table.at(12, Column::factoryValue).clear();
+    writeAgain("15 15 B 15 + +");
+    EXPECT_EQ(count("message m695"), 1u);
+    EXPECT_EQ(report.outcomes[0].skip, WriteSkip::notUsed);
+    EXPECT_EQ(report.outcomes[2].end, written);
+    EXPECT_TRUE(isMarked(11));
+    EXPECT_FALSE(report.isClean());
+    EXPECT_EQ(status(), "status 1 of 3 written");
 }
 
 TEST_F(WriteManyTest, TheSpeedTableIsWrittenWholeOrNotAtAll)
 {
-    test::setText(state.texts, 805, u"outside");
-    test::setText(state.texts, 807, u"{1} to {2}: {3}");
-    test::setText(state.texts, 809, u"all?");
+    setText(state.texts, 805, u"outside");
+    setText(state.texts, 807, u"{1} to {2}: {3}");
+    setText(state.texts, 809, u"all?");
     for (const bool answer : {false, true}) {
         readAndChange({48, 71, 70, 90});
         for (const int cv : {70, 71})
             state.set.table.at(cv, Column::upperLimit) = u"168";
-        answerMeeting();
-        for (int i = 0; i < (answer ? 4 : 1); ++i)
-            answerWrite();
-        prompts.answer(answer);
-        const auto report = writeTheChanged();
+        writeAgain("15 15 B " + (answer ? "y" + writes(4) : "n" + writes(1)));
         EXPECT_EQ(count("question outside\r\n0 to 168: 27 = 200, 28 = 200\r\nall?"), 1u);
-        const std::optional<WriteEnd> step = answer ? std::optional(WriteEnd::written) : std::nullopt;
-        EXPECT_EQ(endsOf(report), (Ends{WriteEnd::written, step, step, step})) << answer;
+        const std::optional<WriteEnd> step = answer ? std::optional(written) : std::nullopt;
+        EXPECT_EQ(ends(), (Ends{written, step, step, step})) << answer;
         EXPECT_EQ(report.outcomes[3].skip, answer ? WriteSkip::none : WriteSkip::otherSteps)
             << "CV90 is sound";
         EXPECT_EQ(report.isClean(), answer);
@@ -348,24 +265,24 @@ TEST_F(WriteManyTest, TheSpeedTableIsWrittenWholeOrNotAtAll)
 TEST_F(WriteManyTest, ChosenCvsComeInTheirOrderAndTheirSuccessNeedsNoAcknowledgeOfTheRestart)
 {
     readAndChange({48});
-    answerMeeting();
-    answerWrite();
-    answerWrite({21});
-    const auto report = writeChosen(bench, {161, 48}, keep);
-    EXPECT_EQ(endsOf(report), (Ends{WriteEnd::written, WriteEnd::unconfirmed}));
+    script("15 15 B 15 + + 15 + -");
+    report = writeChosen(bench, {161, 48}, keep);
+    EXPECT_EQ(ends(), (Ends{written, unconfirmed}));
     EXPECT_TRUE(report.isClean());
     EXPECT_EQ(passed(), "% % ER kept % EWS 48=200 % EWS 161=103");
 }
 
 TEST_F(WriteManyTest, WithoutAListOrWithABusyLineNothingHappens)
 {
-    EXPECT_EQ(writeTheChanged().end, WriteManyEnd::nothingToWrite);
+    writeAgain("");
+    EXPECT_EQ(report.end, WriteManyEnd::nothingToWrite);
+    EXPECT_EQ(writeValues(bench, {{48, 3}}, keep).end, WriteManyEnd::nothingToWrite);
     readKv05();
     state.lineBusy = true;
-    EXPECT_EQ(writeTheChanged().end, WriteManyEnd::busy);
-    EXPECT_EQ(writeAll(bench, keep).end, WriteManyEnd::busy);
-    EXPECT_EQ(writeChosen(bench, {48}, keep).end, WriteManyEnd::busy);
-    EXPECT_EQ(writeValues(bench, {{48, 3}}, keep).end, WriteManyEnd::busy);
+    for (const auto& again :
+         {writeChanged(bench, keep), writeAll(bench, keep), writeChosen(bench, {48}, keep),
+          writeValues(bench, {{48, 3}}, keep), writeReset(bench, 1, keep)})
+        EXPECT_EQ(again.end, WriteManyEnd::busy);
     EXPECT_EQ(state.set.table.value(48), blockValue(48));
     EXPECT_TRUE(journal.empty());
 }
@@ -373,24 +290,18 @@ TEST_F(WriteManyTest, WithoutAListOrWithABusyLineNothingHappens)
 TEST(WriteReportTest, EachOutcomeHasItsWords)
 {
     LanguageTables texts;
-    for (int number = 182; number <= 196; ++number)
-        test::setCaption(texts, number, u"c" + textFromNumber(number));
-    struct Case {
-        WriteOutcome outcome;
-        const char* line;
-    };
-    const Case cases[] = {
-        {{5, 12, WriteSkip::none, WriteEnd::written}, "CV5  = 12  c182"},
-        {{161, 3, WriteSkip::none, WriteEnd::unconfirmed}, "CV161 = 3  c183"},
+    numberEveryText(texts);
+    const std::pair<WriteOutcome, const char*> cases[] = {
+        {{5, 12, WriteSkip::none, written}, "CV5  = 12  c182"},
+        {{161, 3, WriteSkip::none, unconfirmed}, "CV161 = 3  c183"},
         {{48, 0, WriteSkip::none, std::nullopt}, "CV48 = 0  c188"},
         {{48, 0, WriteSkip::notUsed, std::nullopt}, "CV48 = 0  c189"},
-        {{59, 1, WriteSkip::none, WriteEnd::refusedByUser}, "CV59 = 1  c192"},
-        {{48, 0, WriteSkip::none, WriteEnd::otherDecoder}, "CV48 = 0  c194"},
+        {{59, 1, WriteSkip::none, refusedByUser}, "CV59 = 1  c192"},
+        {{48, 0, WriteSkip::none, otherDecoder}, "CV48 = 0  c194"},
         {{48, 0, WriteSkip::outsideLimits, std::nullopt}, "CV48 = 0  c195"},
     };
     for (const auto& [outcome, expected] : cases)
         EXPECT_EQ(utf8FromText(outcomeLine(outcome, texts)), expected);
 }
 
-} // namespace
-} // namespace karvo
+} // namespace karvo::test

@@ -6,10 +6,11 @@
 
 #include <map>
 
-namespace karvo
+namespace karvo::test
 {
-namespace
-{
+
+using Cvs = std::vector<int>;
+using Skips = std::map<int, WriteSkip>;
 
 class WritePlanTest : public testing::Test
 {
@@ -27,16 +28,23 @@ protected:
         table.at(cv, Column::value) = value;
         table.at(cv, Column::factoryValue) = factory;
     }
-    static std::vector<int> cvsOf(const WritePlan& plan)
+    void differ(const Cvs& cvs)
     {
-        std::vector<int> cvs;
+        block.fill(7);
+        for (const int cv : cvs)
+            block[static_cast<std::size_t>(cv)] = 8;
+    }
+    WritePlan differences() const { return planOfDifferences(table, block); }
+    static Cvs cvsOf(const WritePlan& plan)
+    {
+        Cvs cvs;
         for (const PlannedWrite& write : plan)
             cvs.push_back(write.cv);
         return cvs;
     }
-    static std::map<int, WriteSkip> skipsOf(const WritePlan& plan)
+    static Skips skipsOf(const WritePlan& plan)
     {
-        std::map<int, WriteSkip> skips;
+        Skips skips;
         for (const PlannedWrite& write : plan) {
             if (write.skip != WriteSkip::none)
                 skips[write.cv] = write.skip;
@@ -48,55 +56,47 @@ protected:
     CvImage block{};
 };
 
-TEST_F(WritePlanTest, WithoutAnyFactoryValueNothingCountsAsUnused)
-{
-    for (int cv = 1; cv <= 200; ++cv)
-        describe(cv, u"7", u"");
-    block[48] = 8;
-    const auto plan = planOfDifferences(table, block);
-    ASSERT_EQ(cvsOf(plan), (std::vector<int>{48}));
-    EXPECT_EQ(plan[0].skip, WriteSkip::none);
-}
-
 TEST_F(WritePlanTest, OnlyWhatDiffersFromTheBlock)
 {
-    EXPECT_TRUE(planOfDifferences(table, block).empty());
-    block[48] = 8;
-    block[201] = 8; // not described
-    table.at(49, Column::value).clear();
-    block[49] = 8; // no value to write
+    EXPECT_TRUE(differences().empty());
+    differ({48, 49, 50, 51, 201});       // the last is not described
+    table.at(49, Column::value).clear(); // no value to write
     table.at(50, Column::value) = u"256";
     table.at(51, Column::value) = u"nonsense";
-    const auto plan = planOfDifferences(table, block);
-    EXPECT_EQ(cvsOf(plan), (std::vector<int>{48}));
-    EXPECT_EQ(plan[0].value, 7);
-    EXPECT_EQ(plan[0].skip, WriteSkip::none);
-    EXPECT_EQ(plan[0].held, 8);
+    for (const TextView factory : {u"3", u""}) { // without any factory value nothing counts as unused
+        for (int cv = 1; cv <= 200; ++cv)
+            table.at(cv, Column::factoryValue) = factory;
+        const auto plan = differences();
+        ASSERT_EQ(cvsOf(plan), Cvs{48});
+        EXPECT_EQ(plan[0].value, 7);
+        EXPECT_EQ(plan[0].skip, WriteSkip::none);
+        EXPECT_EQ(plan[0].held, 8);
+    }
 }
 
-TEST_F(WritePlanTest, AddressesThenCv29ThenCv161ComeLast)
+TEST_F(WritePlanTest, AddressesThenCv29ThenCv161ComeLastAndOfChosenOnesTheResetFirst)
 {
-    for (const int cv : {1, 2, 3, 4, 15, 16, 17, 18, 19, 28, 29, 30, 160, 161, 162})
-        block[static_cast<std::size_t>(cv)] = 0;
-    EXPECT_EQ(cvsOf(planOfDifferences(table, block)),
-              (std::vector<int>{2, 4, 19, 28, 30, 160, 162, 1, 3, 15, 16, 17, 18, 29, 161}));
+    differ({1, 2, 3, 4, 15, 16, 17, 18, 19, 28, 29, 30, 160, 161, 162});
+    EXPECT_EQ(cvsOf(differences()), (Cvs{2, 4, 19, 28, 30, 160, 162, 1, 3, 15, 16, 17, 18, 29, 161}));
+    const auto plan = planOfChosen(table, {1, 7, 59, 48, 201, 48});
+    EXPECT_EQ(cvsOf(plan), (Cvs{59, 7, 48, 1}));
+    EXPECT_TRUE(skipsOf(plan).empty()) << "whatever they are";
 }
 
 TEST_F(WritePlanTest, OneOfTheSeriesBringsAllFive)
 {
-    block[169] = 8;
-    EXPECT_EQ(cvsOf(planOfDifferences(table, block)), (std::vector<int>{167, 168, 169, 170, 171}));
-    EXPECT_TRUE(skipsOf(planOfDifferences(table, block)).empty());
+    differ({169});
+    EXPECT_EQ(cvsOf(differences()), (Cvs{167, 168, 169, 170, 171}));
+    EXPECT_TRUE(skipsOf(differences()).empty());
     table.at(170, Column::upperLimit) = u"6";
-    EXPECT_EQ(skipsOf(planOfDifferences(table, block)).at(169), WriteSkip::withSeries);
+    EXPECT_EQ(skipsOf(differences()).at(169), WriteSkip::withSeries);
     table.at(170, Column::upperLimit).clear();
-    EXPECT_EQ(cvsOf(restOf(planOfAll(table, block), {48, 171})),
-              (std::vector<int>{48, 167, 168, 169, 170, 171}));
-    EXPECT_EQ(cvsOf(planOfChosen(table, {171, 48})), (std::vector<int>{48, 167, 168, 169, 170, 171}));
+    EXPECT_EQ(cvsOf(restOf(planOfAll(table, block), {48, 171})), (Cvs{48, 167, 168, 169, 170, 171}));
+    EXPECT_EQ(cvsOf(planOfChosen(table, {171, 48})), (Cvs{48, 167, 168, 169, 170, 171}));
     table.at(170, Column::value).clear();
-    EXPECT_EQ(cvsOf(planOfDifferences(table, block)), (std::vector<int>{169}));
+    EXPECT_EQ(cvsOf(differences()), Cvs{169});
     describe(170, u"7", u"");
-    EXPECT_EQ(cvsOf(planOfDifferences(table, block)), (std::vector<int>{169}));
+    EXPECT_EQ(cvsOf(differences()), Cvs{169});
 }
 
 TEST_F(WritePlanTest, WhatMustNotBeWrittenIsLeftOutWithItsReason)
@@ -105,50 +105,39 @@ TEST_F(WritePlanTest, WhatMustNotBeWrittenIsLeftOutWithItsReason)
     table.at(30, Column::upperLimit) = u"6";
     table.at(31, Column::lowerLimit) = u"8";
     table.at(32, Column::upperLimit) = u"7";
-    const std::map<int, WriteSkip> expected = {
-        {7, WriteSkip::decodersOwn}, {8, WriteSkip::decodersOwn},    {20, WriteSkip::notUsed},
-        {59, WriteSkip::reset},      {30, WriteSkip::outsideLimits}, {31, WriteSkip::outsideLimits}};
+    const Skips expected = {{7, WriteSkip::decodersOwn},    {8, WriteSkip::decodersOwn},
+                            {20, WriteSkip::notUsed},       {59, WriteSkip::reset},
+                            {30, WriteSkip::outsideLimits}, {31, WriteSkip::outsideLimits}};
     EXPECT_EQ(skipsOf(planOfAll(table, block)), expected);
     EXPECT_EQ(planOfAll(table, block).size(), 200u);
     block.fill(9);
-    EXPECT_EQ(skipsOf(planOfDifferences(table, block)), expected);
-}
-
-TEST_F(WritePlanTest, ChosenCvsAreWrittenWhateverTheyAreTheResetFirst)
-{
-    const auto plan = planOfChosen(table, {1, 7, 59, 48, 201, 48});
-    EXPECT_EQ(cvsOf(plan), (std::vector<int>{59, 7, 48, 1}));
-    EXPECT_TRUE(skipsOf(plan).empty());
+    EXPECT_EQ(skipsOf(differences()), expected);
 }
 
 TEST_F(WritePlanTest, ServoCvsThatTheModelLacksAreNoticed)
 {
-    for (const int cv : {11, 12, 13, 14}) {
+    for (const int cv : {10, 11, 12, 13, 14, 15}) {
         describe(cv, u"7", u"");
-        EXPECT_FALSE(lacksPlannedServoCv(planOfDifferences(table, block)));
-        block[static_cast<std::size_t>(cv)] = 8;
-        EXPECT_TRUE(lacksPlannedServoCv(planOfDifferences(table, block))) << cv;
-        block[static_cast<std::size_t>(cv)] = 7;
+        differ({});
+        EXPECT_FALSE(lacksPlannedServoCv(differences()));
+        differ({cv});
+        EXPECT_EQ(lacksPlannedServoCv(differences()), cv != 10 && cv != 15) << cv;
         describe(cv, u"7");
+        EXPECT_FALSE(lacksPlannedServoCv(differences()));
     }
-    describe(10, u"7", u"");
-    block[10] = block[12] = 8;
-    EXPECT_FALSE(lacksPlannedServoCv(planOfDifferences(table, block)));
 }
 
 TEST_F(WritePlanTest, AChangedServoAddressOfAReceiverIsAlsoPutToUse)
 {
-    block[12] = block[13] = 8;
-    EXPECT_EQ(cvsOf(planOfDifferences(table, block)), (std::vector<int>{12, 13})); // the model has no CV248
+    differ({12, 13});
+    EXPECT_EQ(cvsOf(differences()), (Cvs{12, 13})); // the model has no CV248
     describe(248, u"0", u"0");
     block[248] = 0;
     describe(250, u"", u""); // of newer receivers only
-    const auto plan = planOfDifferences(table, block);
-    EXPECT_EQ(cvsOf(plan), (std::vector<int>{12, 13, 248}));
-    EXPECT_EQ(plan.back().value, takeOverValue);
+    EXPECT_EQ(cvsOf(differences()), (Cvs{12, 13, 248}));
+    EXPECT_EQ(differences().back().value, takeOverValue);
     block[12] = 7;
-    EXPECT_EQ(cvsOf(restOf(planOfDifferences(table, block), {248})), (std::vector<int>{248}));
+    EXPECT_EQ(cvsOf(restOf(differences(), {248})), Cvs{248});
 }
 
-} // namespace
-} // namespace karvo
+} // namespace karvo::test

@@ -8,22 +8,19 @@
 
 #include <gtest/gtest.h>
 
-namespace karvo
-{
-namespace
+namespace karvo::test
 {
 
 using enum WriteSkip;
-using test::Journal;
 
-class WritePreviewTest : public testing::Test, protected test::WriteBench
+class WritePreviewTest : public testing::Test, protected WriteBench
 {
 protected:
     WritePreviewTest()
     {
-        test::setText(state.texts, 445, u"beyond:");
-        test::setText(state.texts, 446, u"all?");
-        test::setText(state.texts, 807, u"steps {3}: {1} to {2}");
+        setText(state.texts, 445, u"beyond:");
+        setText(state.texts, 446, u"all?");
+        setText(state.texts, 807, u"steps {3}: {1} to {2}");
         const std::pair<int, const char16_t*> captions[] = {{195, u"beyond its limits"},
                                                             {276, u"{1} = {2}: {3} to {4}"},
                                                             {277, u"{1} = {2}: read only"},
@@ -33,17 +30,8 @@ protected:
                                                             {827, u"left out: {1}"},
                                                             {823, u"kept: {1}"}};
         for (const auto& [number, text] : captions)
-            test::setCaption(state.texts, number, text);
+            setCaption(state.texts, number, text);
         readKv05();
-    }
-    std::size_t count(const std::string& entry) const
-    {
-        return static_cast<std::size_t>(std::count(journal.begin(), journal.end(), entry));
-    }
-    void answerAll(std::size_t writes)
-    {
-        for (std::size_t i = 0; i < writes; ++i)
-            answerWrite();
     }
     void setValues(const std::map<int, int>& values)
     {
@@ -71,28 +59,25 @@ TEST_F(WritePreviewTest, WhoGivesValuesBeyondTheLimitsIsAskedOnceBeforeAnythingI
     table.at(73, Column::lowerLimit) = u"5";
     const struct {
         WritePlan plan;
-        std::string lines; // of the question; empty: none comes
+        std::string lines;  // of the question; empty: none comes
+        std::string writes; // and before them the answer to the reset's own question
     } cases[] = {
-        {{{3, 126}, {48, 255}, {59, 1}}, ""},
-        {{{3, 127}}, "CV3 = 127: 0 to 126"},
+        {{{3, 126}, {48, 255}, {59, 1}}, "", "15 + + 15 + +"},
+        {{{3, 127}}, "CV3 = 127: 0 to 126", "15 + +"},
         {{{3, 200}, {7, 9}, {20, 1}, {48, 1}},
-         "CV3 = 200: 0 to 126\r\nCV7 = 9: read only\r\nCV20 = 1: unused"},
+         "CV3 = 200: 0 to 126\r\nCV7 = 9: read only\r\nCV20 = 1: unused",
+         "15 + + 15 + + 15 + + 15 + +"},
         {{{70, 180}, {71, 175}, {72, 1}, {73, 3}},
-         "steps 27 = 175, 28 = 180: 0 to 168\r\nsteps 25 = 3: 5 to 168"},
+         "steps 27 = 175, 28 = 180: 0 to 168\r\nsteps 25 = 3: 5 to 168",
+         "15 + + 15 + + 15 + + 15 + +"},
     };
-    for (const auto& [plan, lines] : cases) {
-        for (const bool yes : {false, true}) {
+    for (const auto& [plan, lines, writes] : cases) {
+        for (const std::string answer : {"n", "y"}) {
             state.keptBlock.reset(); // so that the vehicle is met anew
             journal.clear();
-            if (plan.back().cv == 59)
-                prompts.answer(false); // the reset's own question
-            if (!lines.empty())
-                prompts.answer(yes);
-            const bool isWritten = lines.empty() || yes;
-            if (isWritten)
-                answerMeeting();
-            if (isWritten)
-                answerAll(plan.size() - (plan.back().cv == 59 ? 1 : 0));
+            const bool isWritten = lines.empty() || answer == "y";
+            script(lines.empty() ? "n" : answer);
+            script(isWritten ? "15 15 B " + writes : "");
             const auto report = writeValues(bench, plan, keep);
             EXPECT_EQ(count("question beyond:\r\n" + lines + "\r\nall?"), lines.empty() ? 0U : 1U) << lines;
             EXPECT_EQ(report.end, isWritten ? WriteManyEnd::finished : WriteManyEnd::declined) << lines;
@@ -102,9 +87,8 @@ TEST_F(WritePreviewTest, WhoGivesValuesBeyondTheLimitsIsAskedOnceBeforeAnythingI
     }
     state.set.currentNumber = 3;
     setValues({{3, 200}});
-    prompts.answer(false);
+    script("n n");
     EXPECT_EQ(writeSingle(bench, keep), std::nullopt);
-    prompts.answer(false);
     EXPECT_EQ(writeChosen(bench, {3}, keep).end, WriteManyEnd::declined);
 }
 
@@ -112,23 +96,24 @@ TEST_F(WritePreviewTest, AWriteFromTheListLeavesThemOutUnlessItIsForced)
 {
     state.set.table.at(170, Column::upperLimit) = u"9";
     setValues({{7, 1}, {48, 11}, {170, 12}});
-    answerMeeting();
-    answerWrite();
+    script("15 15 B 15 + +");
     const auto report = writeChanged(bench, keep);
     EXPECT_EQ(cvsWith(report, decodersOwn), std::vector<int>{7});
     EXPECT_EQ(cvsWith(report, outsideLimits), std::vector<int>{170});
     EXPECT_EQ(cvsWith(report, withSeries), (std::vector<int>{167, 168, 169, 171}));
     EXPECT_FALSE(report.isClean());
-    answerMeeting();
-    answerAll(7);
+    script("15 15 B 15 + + 15 + + 15 + + 15 + + 15 + + 15 + + 15 + +");
     EXPECT_EQ(writeChanged(bench, keep, {.beyond = BeyondLimits::planned}).countOf(WriteEnd::written), 7U);
 }
 
 TEST_F(WritePreviewTest, ShowsWhatWillBeWrittenAndTakesTheTicks)
 {
     setValues({{48, 11}, {49, 12}, {17, 3}, {169, 12}, {7, 1}});
-    answerMeeting();
-    answerWrite();
+    script("15 15 B");
+    const auto cancelled = writeAll(bench, keep, {.confirm = [](auto&) { return PreviewAnswer::cancel; }});
+    EXPECT_EQ(cancelled.end, WriteManyEnd::cancelled);
+    EXPECT_EQ(passed(), "% % ER");
+    script("15 15 B 15 + +");
     WritePreview shown;
     const auto report = writeChanged(bench, keep, {.confirm = [&](WritePreview& preview) {
                                          shown = preview;
@@ -151,16 +136,6 @@ TEST_F(WritePreviewTest, ShowsWhatWillBeWrittenAndTakesTheTicks)
     EXPECT_TRUE(report.isClean());
 }
 
-TEST_F(WritePreviewTest, ACancelledOneWritesAndKeepsNothing)
-{
-    setValues({{48, 11}});
-    answerMeeting();
-    EXPECT_EQ(writeAll(bench, keep, {.confirm = [](WritePreview&) { return PreviewAnswer::cancel; }}).end,
-              WriteManyEnd::cancelled);
-    EXPECT_EQ(count("write 69 87 83"), 0U);
-    EXPECT_TRUE(kept.empty());
-}
-
 TEST_F(WritePreviewTest, AsksNoMoreUntilVehicleOrListIsAnother)
 {
     int asked = 0;
@@ -172,37 +147,28 @@ TEST_F(WritePreviewTest, AsksNoMoreUntilVehicleOrListIsAnother)
         }
         return PreviewAnswer::writeAndAskNoMore;
     }};
-    auto block = test::blockOf(512);
-    const auto nowHolds = [&](int cv, int value) {
-        block.back() =
-            static_cast<std::uint8_t>(block.back() + value - block[static_cast<std::size_t>(cv - 1)]);
-        block[static_cast<std::size_t>(cv - 1)] = static_cast<std::uint8_t>(value);
-    };
-    const auto write = [&] {
-        answerMeeting(block);
-        answerWrite();
+    const auto write = [&](const std::string& block) {
+        script("15 15 " + block + " 15 + +");
         return writeChanged(bench, keep, how);
     };
     setValues({{1, 9}, {48, 11}, {49, 12}});
-    write();
-    nowHolds(48, 11);
+    write("B");
     setValues({{3, 9}, {50, 13}});
-    EXPECT_EQ(cvsWith(write(), unticked), (std::vector<int>{49, 1, 3})) << "what was left out stays out";
+    EXPECT_EQ(cvsWith(write("B48=11"), unticked), (std::vector<int>{49, 1, 3}))
+        << "what was left out stays out";
     EXPECT_EQ(asked, 1);
-    nowHolds(50, 13);
     state.set.listPath = "other.kvr";
     setValues({{51, 13}});
-    write();
+    write("B48=11,50=13");
     EXPECT_EQ(asked, 2);
-    nowHolds(51, 12); // another vehicle
-    write();
+    write("B48=11,50=13,51=12"); // another vehicle
     EXPECT_EQ(asked, 3);
 }
 
 TEST(WriteVoltageTest, ABatteryBelowTheWarningLevelIsNamed)
 {
     ProgramState state;
-    test::setCaption(state.texts, 816, u"{1} below {2}");
+    setCaption(state.texts, 816, u"{1} below {2}");
     CvSet set;
     set.table.at(153, Column::number) = u"153";
     set.table.at(153, Column::factoryValue) = u"165";
@@ -227,45 +193,44 @@ TEST(WriteVoltageTest, ABatteryBelowTheWarningLevelIsNamed)
 TEST(AddressNoticeTest, TellsTheAddressWhereAWriteOfItDidNotComeToItsEnd)
 {
     LanguageTables texts;
-    test::setText(texts, 449, u"now {1}");
-    test::setText(texts, 450, u"now {1} or {2}");
-    test::setText(texts, 451, u"unknown");
-    test::setCaption(texts, 46, u"short");
-    test::setCaption(texts, 47, u"long");
-    test::setCaption(texts, 281, u"{1} and {2}");
+    setText(texts, 449, u"now {1}");
+    setText(texts, 450, u"now {1} or {2}");
+    setText(texts, 451, u"unknown");
+    setCaption(texts, 46, u"short");
+    setCaption(texts, 47, u"long");
+    setCaption(texts, 281, u"{1} and {2}");
     CvImage image{};
     image[1] = 3;
     image[3] = 4;
     image[17] = 1;
     image[18] = 44;
+    using enum WriteEnd;
     const auto outcome = [](int cv, int value, std::optional<WriteEnd> end) {
         return WriteOutcome{cv, value, none, end};
     };
+    const auto unsent = std::nullopt;
     const struct {
-        std::vector<WriteOutcome> outcomes;
         int cv21;
         int cv29;
+        std::vector<WriteOutcome> outcomes;
         Text notice;
     } cases[] = {
-        {{outcome(1, 3, WriteEnd::written)}, 0, 0, u""},
-        {{outcome(48, 3, WriteEnd::frameRefused)}, 0, 0, u""},
-        {{outcome(48, 3, WriteEnd::noReply), outcome(29, 32, std::nullopt)}, 0, 0, u""},
-        {{outcome(18, 45, WriteEnd::frameRefused)}, 0, 32, u"now 300 (long)"},
-        {{outcome(17, 1, WriteEnd::written), outcome(29, 32, std::nullopt)},
-         2,
-         0,
-         u"now 3 (short) and 4 (short)"},
-        {{outcome(18, 45, WriteEnd::unacknowledged)}, 0, 32, u"now 300 (long) or 301 (long)"},
-        {{outcome(29, 32, WriteEnd::unacknowledged)}, 0, 0, u"now 3 (short) or 300 (long)"},
+        {0, 0, {outcome(1, 3, written)}, u""},
+        {0, 0, {outcome(48, 3, frameRefused)}, u""},
+        {0, 0, {outcome(48, 3, noReply), outcome(29, 32, unsent)}, u""},
+        {0, 32, {outcome(18, 45, frameRefused)}, u"now 300 (long)"},
+        {2, 0, {outcome(17, 1, written), outcome(29, 32, unsent)}, u"now 3 (short) and 4 (short)"},
+        {0, 32, {outcome(18, 45, unacknowledged)}, u"now 300 (long) or 301 (long)"},
+        {0, 0, {outcome(29, 32, unacknowledged)}, u"now 3 (short) or 300 (long)"},
     };
-    for (const auto& [outcomes, cv21, cv29, notice] : cases) {
+    for (const auto& [cv21, cv29, outcomes, notice] : cases) {
         image[21] = static_cast<std::uint8_t>(cv21);
         image[29] = static_cast<std::uint8_t>(cv29);
         const DecoderProfile vehicle;
         const HeldBlock held{image, vehicle};
         EXPECT_EQ(utf8FromText(addressNotice(outcomes, &held, texts)), utf8FromText(notice));
     }
-    EXPECT_EQ(addressNotice({outcome(1, 3, WriteEnd::noReply)}, nullptr, texts), u"unknown");
+    EXPECT_EQ(addressNotice({outcome(1, 3, noReply)}, nullptr, texts), u"unknown");
 }
 
 TEST_F(WritePreviewTest, TheReportNamesAllAndTheRestIsWhatIsStillToBeWritten)
@@ -305,5 +270,4 @@ TEST_F(WritePreviewTest, ASpeedTableIsTickedAsAWhole)
     EXPECT_EQ(tickedAfter(1), 2U);
 }
 
-} // namespace
-} // namespace karvo
+} // namespace karvo::test
