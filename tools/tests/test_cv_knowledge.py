@@ -1,24 +1,13 @@
 """What the project's own sources of the CVs come to in the installed files."""
 
-import sys
 import tempfile
 import unittest
 from pathlib import Path
 
-ROOT = Path(__file__).resolve().parents[2]
-sys.path.insert(0, str(ROOT / "tools"))
+from folder_test import DATA, TOOLS
 from build_descriptions import build
 
 UNUSED = ("Nicht belegt", "Niet gebruikt", "Not used", "Sin función", "Non utilisée")
-# Names that follow no rule, and one of each pattern that does.
-NAMES = """
-    CV_exp_Receiver.txt_nl.txt CV_exp_Receiver_270222_nl CV_exp_Receiver_270222_nl.txt CV_exp_kv08LCnl.txt
-    CV_exp_Receiver_240216_en_neu.txt CV_exp_kv07_F3_EN.txt CV_exp_v1_6.txt CV_Standart_an07_V1en.txt
-    CV_Standart_kv08_F5fr.txt CV_Standart_kv07LCes.txt CV_Standart_kv07Tacho.txt CV_Standart_receiver_nl.txt
-    CV_Standart172_Mai10_6.txt CV_Standart_Mai10_6.txt CV_Standart_November12_5.txt CV_KV04_Bus_V4_08.txt
-    CV_KV04_FW_V1_09.txt CV_KV08_FW_V4.txt CV_Standart180_NL.txt CV_Standart_kv08Tacho_FR.txt CV_KV06_Bus_V2_ES.txt
-""".split()
-
 
 class Knowledge(unittest.TestCase):
     @classmethod
@@ -26,7 +15,7 @@ class Knowledge(unittest.TestCase):
         folder = tempfile.TemporaryDirectory()
         cls.addClassCleanup(folder.cleanup)
         cls.output = Path(folder.name)
-        build(ROOT / "data" / "cv", cls.output)
+        build(TOOLS.parent / "data" / "cv", cls.output)
 
     def lines(self, file):
         return (self.output / file).read_bytes().decode("cp1252").split("\r\n")
@@ -50,17 +39,12 @@ class Knowledge(unittest.TestCase):
         self.assertEqual(self.field("CV_Standart172.txt", 2, 153), [""])
 
     def test_what_decides_over_a_write_is_marked(self):
-        cases = [
-            ("CV_Standart_receiver_es.txt", {7: "read-only", 8: "read-only", 72: "read-only", 73: "read-only",
-                                             13: "from=270222", 14: "from=270222", 43: "from=240216",
-                                             44: "from=240216", 45: "from=240216", 80: "from=240216_neu",
-                                             250: "from=270222"}),
-            ("CV_Standart180_EN.txt", {7: "read-only", 8: "read-only"}),
-        ]
-        for file, expected in cases:
+        read_only = dict.fromkeys([7, 8], "mark=read-only")
+        later = {13: "270222", 14: "270222", 43: "240216", 44: "240216", 45: "240216", 80: "240216_neu", 250: "270222"}
+        receiver = {72: "mark=read-only", 73: "mark=read-only", **{cv: f"mark=from={date}" for cv, date in later.items()}}
+        for file, expected in [("CV_Standart_receiver_es.txt", read_only | receiver), ("CV_Standart180_EN.txt", read_only)]:
             rows = [line.split(";") for line in self.lines(file) if line.count(";") == 16]
-            self.assertEqual({int(row[0]): row[13] for row in rows if row[13]},
-                             {number: f"mark={mark}" for number, mark in expected.items()})
+            self.assertEqual({int(row[0]): row[13] for row in rows if row[13]}, expected)
 
     def test_a_switch_is_offered_where_the_model_has_what_it_switches(self):
         switches = [19, 20, 21, 22, 23, 24, 25, 26, 27, 29, 57, 60, 61, 100, 112, 160, 161]
@@ -74,7 +58,8 @@ class Knowledge(unittest.TestCase):
         self.assertTrue(advice[2].endswith(" Output not known: Door light."), advice[2])
 
     def test_files_are_there_with_their_rows_in_order(self):
-        self.assertEqual([name for name in NAMES if not (self.output / name).is_file()], [])
+        names = (DATA / "cv_names.txt").read_text().split()  # that follow no rule, and one of each pattern that does
+        self.assertEqual([name for name in names if not (self.output / name).is_file()], [])
         for path in sorted(set(self.output.glob("CV_*")) - set(self.output.glob("CV_exp*"))):
             lines = self.lines(path.name)
             last = lines.index("Ende CV" if "receiver" in path.name else "Anfang FS")
