@@ -22,6 +22,11 @@ protected:
         put("c.kvr", "KV05*2\r\n4;8;Auslauf;\r\nEnde CV\r\n");
         put("d.kvr", "kein CV\r\n");
         put("f.kvr", std::string(textFileLimit + 1, ';'));
+        test::numberEveryText(texts);
+        test::setText(texts, 727, u"no CV{1}");
+        test::setText(texts, 728, u"CV{1} {2} to {3}");
+        test::setText(texts, 732, u"not saved: {1}");
+        test::setText(texts, 448, u"{1} > {2}");
     }
 
     void put(const char* name, std::string_view content) { files.content[name] = bytesOf(content); }
@@ -34,15 +39,11 @@ protected:
     }
 
     test::MemoryFiles files;
+    LanguageTables texts;
 };
 
 TEST_F(BatchChangeTest, PreviewTellsValuesAndRefusalsInWords)
 {
-    LanguageTables texts;
-    test::numberEveryText(texts);
-    test::setText(texts, 727, u"no CV{1}");
-    test::setText(texts, 728, u"CV{1} {2} to {3}");
-    test::setText(texts, 448, u"{1} > {2}");
     const auto before = files.content;
     const auto batch = preview({{3, 100}, {4, 9}});
     ASSERT_EQ(batch.size(), 6u); // a file that is named twice counts once
@@ -108,9 +109,6 @@ TEST_F(BatchChangeTest, AFileThatFailsIsLeftAndTheOthersAreDone)
     auto batch = previewBatch(files, paths, changes);
     put("b.kvr", "KV05*2\r\n4;7;Auslauf;\r\nEnde CV\r\n");
     applyBatch(files, batch);
-    LanguageTables texts;
-    test::setText(texts, 731, u"m731");
-    test::setText(texts, 732, u"not saved: {1}");
     EXPECT_EQ(refusalText(batch[0], texts), u"not saved: read-only");
     EXPECT_EQ(refusalText(batch[1], texts), u"m731");
     EXPECT_EQ(files.content["b.kvr"], bytesOf("KV05*2\r\n4;7;Auslauf;\r\nEnde CV\r\n"));

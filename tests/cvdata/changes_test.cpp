@@ -25,11 +25,8 @@ protected:
 
 TEST_F(ChangesTest, OnlyAnotherValueIsAChangeAndItGoesAgain)
 {
-    const struct {
-        int cv;
-        TextView value;
-        bool isChange;
-    } cases[] = {{105, u"8", true}, {5, u"007", false}, {1, u"", true}, {153, u"0", true}, {153, u"", false}};
+    const std::tuple<int, TextView, bool> cases[] = {
+        {105, u"8", true}, {5, u"007", false}, {1, u"", true}, {153, u"0", true}, {153, u"", false}};
     for (const auto& [cv, value, isChange] : cases) {
         const Text before = std::exchange(set.table.at(cv, Column::value), Text(value));
         EXPECT_EQ(isChanged(set, cv), isChange) << cv;
@@ -55,59 +52,47 @@ TEST_F(ChangesTest, WithoutABaselineAndBeyondTheTableNothingIsChanged)
 
 TEST_F(ChangesTest, WhatWasNeverAFileIsUnsavedOnlyWhileItDiffers)
 {
-    const struct {
-        const char* path;
-        const char* offlineItem;
-        bool unsavedAfterTakingBack;
-        bool unsavedAfterWriting;
-    } cases[] = {{"", "", false, false},
-                 {"", "mnu_kv07", false, true},
-                 {"a.kvr", "", true, true},
-                 {"a.kvr", "mnu_open", true, true}};
-    for (const auto& expected : cases) {
-        set.listPath = expected.path;
-        set.offlineItem = expected.offlineItem;
+    const std::tuple<const char*, const char*, bool, bool> cases[] = {{"", "", false, false},
+                                                                      {"", "mnu_kv07", false, true},
+                                                                      {"a.kvr", "", true, true},
+                                                                      {"a.kvr", "mnu_open", true, true}};
+    for (const auto& [path, offlineItem, unsavedAfterTakingBack, unsavedAfterWriting] : cases) {
+        set.listPath = path;
+        set.offlineItem = offlineItem;
         set.table.setValue(1, 7);
         startUnchanged(set);
         set.table.setValue(1, 201);
         noteChange(set);
         EXPECT_TRUE(set.unsavedChanges);
         takeBack(set, 1);
-        EXPECT_EQ(set.unsavedChanges, expected.unsavedAfterTakingBack)
-            << expected.path << expected.offlineItem;
+        EXPECT_EQ(set.unsavedChanges, unsavedAfterTakingBack) << path << offlineItem;
         set.table.setValue(1, 202);
         noteChange(set);
         markWritten(set, 1);
-        EXPECT_EQ(set.unsavedChanges, expected.unsavedAfterWriting) << expected.path << expected.offlineItem;
+        EXPECT_EQ(set.unsavedChanges, unsavedAfterWriting) << path << offlineItem;
     }
 }
 
-TEST_F(ChangesTest, WhatIsWrittenIsNoLongerChangedAndStaysUnsaved)
+TEST_F(ChangesTest, WhatTheDecoderHoldsIsNoLongerChangedAndStaysUnsavedInAFile)
 {
     set.listPath = "bus.kvr";
     set.table.setValue(1, 200);
     set.table.setValue(5, 9);
     set.unsavedChanges = true;
     markWritten(set, 1);
-    EXPECT_EQ(changedCvs(set), (std::vector<int>{5}));
+    EXPECT_EQ(changedCvs(set), std::vector{5});
     EXPECT_TRUE(takeBackAll(set));
     EXPECT_EQ(set.table.value(1), 200);
     EXPECT_EQ(set.table.value(5), 7);
     EXPECT_TRUE(set.unsavedChanges);
     EXPECT_FALSE(takeBackAll(set));
-}
-
-TEST_F(ChangesTest, ADecodersBlockShowsWhatItStillLacks)
-{
     CvImage image{};
-    image[1] = 7;
-    image[5] = 9;
-    image[70] = image[71] = image[97] = image[98] = image[105] = 7;
-    image[153] = 44; // the list has no value to write there
+    image.fill(7); // CV153 too: the list has no value to write there
+    image[1] = 201;
     measureAgainst(set, image);
-    EXPECT_EQ(changedCvs(set), (std::vector<int>{5}));
-    takeBack(set, 5);
-    EXPECT_EQ(set.table.value(5), 9);
+    EXPECT_EQ(changedCvs(set), std::vector{1});
+    takeBack(set, 1);
+    EXPECT_EQ(set.table.value(1), 201);
 }
 
 } // namespace

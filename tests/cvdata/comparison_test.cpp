@@ -48,20 +48,15 @@ TEST_F(ComparisonTest, LinesStandInOrderWithTabsBetweenValues)
     give(other, 5, 200);
     const auto lines = compared().lines;
     ASSERT_EQ(lines.size(), 100u);
+    std::vector<Text> some;
+    for (const std::size_t at : {0, 4, 68, 69, 77, 81, 82, 88, 89, 96, 97})
+        some.push_back(lines[at].text());
     // Steps 14 to 20 have a single blank before the bracket.
-    const std::pair<std::size_t, TextView> expected[] = {{0, u"CV1 = 1\t1"},
-                                                         {4, u"CV5 = 5\t200"},
-                                                         {68, u"CV69 = 69\t69"},
-                                                         {69, u"  1  (CV97) = 97\t97"},
-                                                         {77, u"  9  (CV89) = 89\t89"},
-                                                         {81, u"  13  (CV85) = 85\t85"},
-                                                         {82, u"  14 (CV84) = 84\t84"},
-                                                         {88, u"  20 (CV78) = 78\t78"},
-                                                         {89, u"  21  (CV77) = 77\t77"},
-                                                         {96, u"  28  (CV70) = 70\t70"},
-                                                         {97, u"CV98 = 98\t98"}};
-    for (const auto& [at, text] : expected)
-        EXPECT_EQ(lines[at].text(), text);
+    EXPECT_EQ(some,
+              (std::vector<Text>{u"CV1 = 1\t1", u"CV5 = 5\t200", u"CV69 = 69\t69", u"  1  (CV97) = 97\t97",
+                                 u"  9  (CV89) = 89\t89", u"  13  (CV85) = 85\t85", u"  14 (CV84) = 84\t84",
+                                 u"  20 (CV78) = 78\t78", u"  21  (CV77) = 77\t77", u"  28  (CV70) = 70\t70",
+                                 u"CV98 = 98\t98"}));
     EXPECT_EQ(lines[4].likeness, Likeness::different);
     EXPECT_EQ(lines[4].name, u"Name 5");
     EXPECT_EQ(compared(SpeedSteps::asRows).lines[69].text(), u"CV70 = 70\t70");
@@ -112,21 +107,16 @@ TEST_F(ComparisonTest, ResultIsSavedAsTextAndCsv)
 
 TEST_F(ComparisonTest, DifferentProcessorsAreRefusedBothWays)
 {
-    const auto small = Processor::atmega168;
-    const auto large = Processor::atmega328;
-    const struct {
-        bool isVehicle;
-        std::optional<Processor> first;
-        std::optional<Processor> second;
-        TextView text;
-    } cases[] = {
+    using Known = std::optional<Processor>;
+    const Known small = Processor::atmega168;
+    const Known large = Processor::atmega328;
+    const std::tuple<bool, Known, Known, TextView> cases[] = {
         {true, large, small, u"m690\r\nm691\r\nm692"},
         {true, small, large, u"m693\r\nm694\r\nm692"},
         {false, small, large, u"m693\r\nListe: ATmega168\r\nm692"},
         {true, small, small, u""},
-        {true, std::nullopt, small, u""},
-        {true, large, std::nullopt, u""},
-    };
+        {true, {}, small, u""},
+        {true, large, {}, u""}};
     for (const auto& [isVehicle, first, second, text] : cases) {
         const auto refusal =
             comparisonRefusal({u"", &one, first, isVehicle}, {u"", &other, second, false}, texts);
@@ -151,12 +141,14 @@ TEST_F(ComparisonTest, TheProcessorOfASetIsKnownFromDecoderOrFileOnly)
 TEST_F(ComparisonTest, LooksUpACvOrAValue)
 {
     give(other, 5, 99);
-    EXPECT_EQ(lookedUpValues(other, u" 99 ", texts), u"m697 CV5 = 99\r\nCV99 = 99");
-    EXPECT_EQ(lookedUpValues(other, u"cv5", texts), u"m697 CV5 = 99");
-    EXPECT_EQ(lookedUpValues(other, u"256", texts), u"m697 c26");
-    EXPECT_EQ(lookedUpValues(other, u"Licht", texts), u"m697 c26");
-    EXPECT_EQ(lookedUpValues(other, u"", texts), std::nullopt);
-    EXPECT_EQ(lookedUpValues(other, u"  ", texts), std::nullopt);
+    const std::pair<TextView, std::optional<Text>> cases[] = {{u" 99 ", u"m697 CV5 = 99\r\nCV99 = 99"},
+                                                              {u"cv5", u"m697 CV5 = 99"},
+                                                              {u"256", u"m697 c26"},
+                                                              {u"Licht", u"m697 c26"},
+                                                              {u"", {}},
+                                                              {u"  ", {}}};
+    for (const auto& [answer, found] : cases)
+        EXPECT_EQ(lookedUpValues(other, answer, texts), found);
 }
 
 } // namespace

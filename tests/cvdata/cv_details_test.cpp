@@ -36,12 +36,7 @@ TEST(BitBoxesTest, SumOfTheWeightsAndBack)
 
 TEST(CvUseTest, MarksAreWordsOfTheirFieldAndNothingElseIsOne)
 {
-    const struct {
-        TextView field;
-        bool hasMarks;
-        bool readOnly;
-        TextView from;
-    } cases[] = {
+    const std::tuple<TextView, bool, bool, TextView> cases[] = {
         {u"", false, false, u""},
         {u"read-only", false, false, u""}, // another maker's field
         {u"3,from=240216", false, false, u""},
@@ -52,11 +47,12 @@ TEST(CvUseTest, MarksAreWordsOfTheirFieldAndNothingElseIsOne)
         {u"mark=new, from=010915 ,read-only", true, true, u"010915"},
     };
     for (const auto& [field, has, readOnly, from] : cases) {
+        SCOPED_TRACE(utf8FromText(field));
         CvTable table;
         table.at(20, Column::marks) = field;
-        EXPECT_EQ(hasMarks(table), has) << utf8FromText(field);
-        EXPECT_EQ(isReadOnly(table, 20), readOnly) << utf8FromText(field);
-        EXPECT_EQ(firstFirmwareOf(table, 20), from) << utf8FromText(field);
+        EXPECT_EQ(hasMarks(table), has);
+        EXPECT_EQ(isReadOnly(table, 20), readOnly);
+        EXPECT_EQ(firstFirmwareOf(table, 20), from);
         EXPECT_TRUE(isReadOnly(table, 7) && isReadOnly(table, 8));
     }
 }

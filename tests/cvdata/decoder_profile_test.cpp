@@ -19,13 +19,7 @@ CvImage imageWith(std::initializer_list<std::pair<std::size_t, int>> values)
 TEST(DecoderProfileTest, ModelAndGenerationFollowFromIdentificationAndMemory)
 {
     using enum Generation;
-    const struct {
-        int typeCode;
-        TextView identification;
-        CvImage image;
-        Model model;
-        Generation generation;
-    } cases[] = {
+    const std::tuple<int, TextView, CvImage, Model, Generation> cases[] = {
         {0, u"04", imageWith({{7, 1}}), Model::kv04, until2008First},
         {0, u"04", imageWith({{7, 2}}), Model::kv04, until2008Second},
         {0, u"04", imageWith({{7, 3}}), Model::kv04, until2008Last},
@@ -61,25 +55,21 @@ TEST(DecoderProfileTest, ModelAndGenerationFollowFromIdentificationAndMemory)
 
 TEST(DecoderProfileTest, ProcessorAndFirmwareComeFromTheBlockOrElseTheModel)
 {
-    const struct {
-        int typeCode;
-        int signature[3];
-        Processor processor;
-    } cases[] = {{7, {0x1E, 0x94, 0x06}, Processor::atmega168}, {0, {0x1E, 0x95, 0x0F}, Processor::atmega328},
-                 {0, {0x1E, 0x95, 0x14}, Processor::atmega328}, {0, {0, 0, 0}, Processor::atmega168},
-                 {6, {0x1E, 0x95, 0x06}, Processor::atmega168}, {8, {0, 0, 0}, Processor::atmega328}};
+    using Signature = std::array<int, 3>;
+    const std::tuple<int, Signature, Processor> cases[] = {
+        {7, {0x1E, 0x94, 0x06}, Processor::atmega168}, {0, {0x1E, 0x95, 0x0F}, Processor::atmega328},
+        {0, {0x1E, 0x95, 0x14}, Processor::atmega328}, {0, {0, 0, 0}, Processor::atmega168},
+        {6, {0x1E, 0x95, 0x06}, Processor::atmega168}, {8, {0, 0, 0}, Processor::atmega328}};
     for (const auto& [typeCode, signature, processor] : cases) {
         const auto image = imageWith({{509, signature[0]}, {510, signature[1]}, {511, signature[2]}});
         EXPECT_EQ(profileOf(typeCode, u"", image, {}).processor, processor) << typeCode << signature[2];
     }
     const auto profile =
         profileOf(7, u"27", imageWith({{7, 6}, {497, 21}, {499, 29}, {500, 8}, {501, 22}}), {});
-    EXPECT_EQ(profile.firmwareVersion, 6);
-    EXPECT_EQ(profile.subLevel, 21);
-    EXPECT_EQ(profile.firmwareDate.year, 2022);
-    EXPECT_EQ(profile.firmwareDate.month, 8);
-    EXPECT_EQ(profile.firmwareDate.day, 29);
-    EXPECT_EQ(profile.firmwareLevel, 3);
+    const auto& [year, month, day] = profile.firmwareDate;
+    EXPECT_EQ(
+        (std::array{profile.firmwareVersion, profile.subLevel, profile.firmwareLevel, year, month, day}),
+        (std::array{6, 21, 3, 2022, 8, 29}));
 }
 
 } // namespace

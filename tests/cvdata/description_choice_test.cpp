@@ -21,11 +21,7 @@ TEST(DescriptionChoiceTest, OnlyAFileOfAllLanguagesHasACompanion)
 
 TEST(OfflineListTest, ItemsAndVariantsChooseTheirFiles)
 {
-    const struct {
-        std::string_view item;
-        int variant;
-        const char* file; // in Spanish
-    } cases[] = {
+    const std::tuple<std::string_view, int, const char*> cases[] = {
         {"mnu_KV04", 0, "CV_Standart180.txt"},
         {"mnu_KV04_neu", 0, "CV_Standart172.txt"},
         {"mnu_kv07", 3, "CV_Standart_kv07es.txt"},
@@ -36,8 +32,7 @@ TEST(OfflineListTest, ItemsAndVariantsChooseTheirFiles)
         {"mnu_KV04_Bus_09", 1, "CV_KV04_Bus_V2_09.txt"},
         {"mnu_KV04_FW_08", 2, "CV_KV04_FW_V3_08.txt"},
         {"mnu_KV04_FW_08", 4, ""},
-        {"mnu_KV04_FW_08", -1, ""},
-    };
+        {"mnu_KV04_FW_08", -1, ""}};
     for (const auto& [item, variant, file] : cases)
         EXPECT_EQ(offlineDescriptionFileName(*offlineListOf(item), variant, LanguageCode::spanish), file);
     EXPECT_EQ(offlineListOf("mnu_open"), nullptr);

@@ -25,11 +25,7 @@ DecoderProfile profileFor(int typeCode, Generation generation, FirmwareDate date
 
 TEST(ExpertChoiceTest, FileOfEachDecoder)
 {
-    const struct {
-        DecoderProfile profile;
-        LanguageCode language;
-        const char* file;
-    } cases[] = {
+    const std::tuple<DecoderProfile, LanguageCode, const char*> cases[] = {
         {profileFor(0, until2008Last), german, "CV_exp.txt"},
         {profileFor(0, from2009), german, "CV_exp_v1.txt"},
         {profileFor(1, standard), french, "CV_exp_v1_5.txt"},
@@ -64,12 +60,8 @@ TEST(ExpertChoiceTest, FileOfEachDecoder)
 
 TEST(ExpertChoiceTest, AnOfflineListFollowsFirmwareV1OfTheDecoderOnTheBench)
 {
-    const struct {
-        std::string_view item;
-        int typeCode; // on the bench
-        Generation generation;
-        const char* file;
-    } cases[] = {
+    // Item of the list; type code and generation of the decoder on the bench.
+    const std::tuple<std::string_view, int, Generation, const char*> cases[] = {
         {"mnu_kv07", 7, v1, "CV_exp_kv07_V1_EN.txt"},   {"mnu_KV08", 8, v1, "CV_exp_kv08_V1_EN.txt"},
         {"mnu_KV08", 7, v1, "CV_exp_kv08_EN.txt"},      {"mnu_kv07", 7, f3, "CV_exp_kv07_EN.txt"},
         {"mnu_KV07_Bus", 7, v1, "CV_exp_kv07_EN.txt"},  {"mnu_KV05", 57, v1, "CV_exp_v1_5.txt"},
@@ -90,10 +82,9 @@ TEST(ExpertFileTest, EntriesAreFoundByTheirNumberAndFaultsByTheirLine)
                                       "3;;Three;\r\n257;;x;\r\n3;;again;\r\nno field\r\n  \r\n"));
     ASSERT_TRUE(file);
     ASSERT_EQ(file->entries.size(), 2u);
-    EXPECT_EQ(file->entries.at(57).name, u"Bit 7");
-    EXPECT_EQ(file->entries.at(57).knowledge, u"What happens\r\ninside");
-    EXPECT_EQ(file->entries.at(3).name, u"Three");
-    EXPECT_EQ(file->entries.at(3).knowledge, u"");
+    EXPECT_EQ(file->entries.at(57).name + u": " + file->entries.at(57).knowledge,
+              u"Bit 7: What happens\r\ninside");
+    EXPECT_EQ(file->entries.at(3).name + u": " + file->entries.at(3).knowledge, u"Three: ");
     EXPECT_EQ(file->faultyLines, (std::vector<int>{4, 5, 6}));
     EXPECT_FALSE(parseExpertFile(test::bytesOf("")));
     EXPECT_FALSE(parseExpertFile(test::bytesOf("only a header\r\n")));

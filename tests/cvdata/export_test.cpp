@@ -40,14 +40,6 @@ protected:
     CvSet set;
 };
 
-TEST_F(TextReportTest, HoldsTheLinesInTwoColumns)
-{
-    set.listPath = "lists/Bus 7.kvr";
-    EXPECT_EQ(textReport(set, texts),
-              (std::vector<Text>{u"Bus 7", set.loadedData, u"", u"CV1  = 3    Adresse", u"CV100 = 12  Licht",
-                                 u"Akku"}));
-}
-
 TEST_F(TextReportTest, ALineForTheWholeSpeedTableIsFollowedByItsSteps)
 {
     test::setText(texts, 301, u" of 168   ");
@@ -66,18 +58,23 @@ TEST_F(TextReportTest, ALineForTheWholeSpeedTableIsFollowedByItsSteps)
     EXPECT_EQ(textReport(set, texts).size(), 3u + lines.size());
 }
 
-TEST_F(TextReportTest, SaysFirstWhenNothingWasReadAndIsNamedAfterVehicleAndDate)
+TEST_F(TextReportTest, HoldsTheLinesInTwoColumnsAndSaysFirstWhenNothingWasRead)
 {
     const DateTime date{2026, 1, 2, 3, 4, 5};
-    set.offlineItem = "mnu_kv07";
-    EXPECT_EQ(textReport(set, texts)[0], u"Keine Daten eingelesen!");
-    EXPECT_EQ(textReport(set, texts).size(), 7u);
-    set.offlineItem = openedListItem;
-    EXPECT_EQ(textReport(set, texts)[0], u"KV07");
-    EXPECT_EQ(textReport(CvSet(), texts), (std::vector<Text>{u"Keine Daten eingelesen!"}));
+    const Text nothingRead = u"Keine Daten eingelesen!";
+    std::vector<Text> lines = {u"KV07", set.loadedData, u"", u"CV1  = 3    Adresse", u"CV100 = 12  Licht",
+                               u"Akku"};
+    EXPECT_EQ(textReport(CvSet(), texts), std::vector{nothingRead});
+    EXPECT_EQ(textReport(set, texts), lines);
     EXPECT_EQ(reportFileName(set, date), u"KARVO KV07 2026-01-02.txt");
+    set.offlineItem = openedListItem;
     set.listPath = "lists/Bus:7?.kvr";
+    lines[0] = u"Bus:7?";
+    EXPECT_EQ(textReport(set, texts), lines);
     EXPECT_EQ(reportFileName(set, date), u"KARVO Bus_7_ 2026-01-02.txt");
+    set.offlineItem = "mnu_kv07";
+    lines.insert(lines.begin(), nothingRead);
+    EXPECT_EQ(textReport(set, texts), lines);
 }
 
 } // namespace

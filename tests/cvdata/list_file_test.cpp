@@ -17,14 +17,17 @@ namespace
 using test::bytesOf;
 using Faults = std::vector<std::pair<ListFault::Kind, int>>;
 
-std::string textOf(const Bytes& bytes)
+// Of a file with lists as they were found and as they are saved.
+Bytes golden(const std::string& name)
 {
-    return std::string(bytes.begin(), bytes.end());
+    const auto path = std::filesystem::path(KARVO_SOURCE_FOLDER) / "tests" / "data" / "list_files" / name;
+    return test::FolderFiles().readWhole(path, textFileLimit).value_or(Bytes());
 }
 
 std::string savedText(CvSet& set)
 {
-    return textOf(save_data(set));
+    const Bytes saved = save_data(set);
+    return {saved.begin(), saved.end()};
 }
 
 // A set as it is after a read with this description.
@@ -66,33 +69,18 @@ Faults faultsOf(const ListFile& list)
 
 TEST(ListFileTest, SavesEveryLineInItsOrderWithTheValuesAndWordsOfTheTable)
 {
-    CvSet set = setOf(bytesOf("Standard KV07\r\n"
-                              "1;3;Adresse;1;126;3;\r\n"
-                              "29;6;Konfiguration;1;255;\r\n"
-                              "2;5;zwei$Zeilen;0;255;5;warum$nicht;;;;rest ohne Ende\r\n"
-                              "Anfang FS\r\nFS1 = 5\r\nFS28 = 128\r\n\r\nnicht mehr\r\n"),
-                      7, 5, Processor::atmega328);
+    CvSet set = setOf(golden("description.txt"), 7, 5, Processor::atmega328);
     set.table.setValue(29, 38);
     set.table.setValue(1, 200);
     set.table.at(1, Column::text) = u"first\r\naddress"; // of another language: only the text field takes it
     set.table.at(2, Column::explanation) = u"help";
-    EXPECT_EQ(savedText(set), "Standard KV07*5\r\n"
-                              "1;200;first$address;1;126;3;\r\n"
-                              "29;38;Konfiguration;1;255;\r\n"
-                              "2;5;zwei$Zeilen;0;255;5;warum$nicht;;;;rest ohne Ende\r\n"
-                              "Ende CV\r\nATmega328\r\nFirmware_Version: 5\r\n"
-                              "Anfang FS\r\nFS1 = 5\r\nFS28 = 128\r\nEnde FS\r\n");
+    EXPECT_EQ(save_data(set), golden("description.saved.kvr"));
     EXPECT_EQ(set.descriptionLines[1], u"Standard KV07*5");
 }
 
 TEST(ListFileTest, TheTrailerTellsProcessorReceiverAndFirmware)
 {
-    const struct {
-        int typeCode;
-        int firmware;
-        Processor processor;
-        std::string trailer;
-    } cases[] = {
+    const std::tuple<int, int, Processor, std::string> cases[] = {
         {7, 4, Processor::atmega328, "ATmega328\r\nFirmware_Version: 4\r\n"},
         {0, 3, Processor::atmega168, "ATmega168\r\n \r\nFirmware_Version: 0\r\n \r\n"},
         {80, 9, Processor::atmega328, "ATmega328\r\n80\r\nFirmware_Version: 9\r\n"},
@@ -158,49 +146,26 @@ TEST(ListFileTest, EveryInstalledDescriptionSurvivesSaveOpenSave)
 TEST(ListFileTest, WhatIsNotUnderstoodStandsWhereItStood)
 {
     using enum ListFault::Kind;
-    const std::string end = "Ende CV\r\nATmega328\r\nEnde FS\r\n";
-    const std::string unlike = "Linie 7 KV07*5\r\n"
-                               "1;3;Adresse;1;126;3;\r\n"
-                               "\r\n"
-                               "Notiz von Jan\r\n"
-                               "0;5;keine CV;\r\n"
-                               "002; 07;sieben;\r\n"
-                               "5;hundert;kein Wert;\r\n"
-                               "5;9;noch einmal;\r\n"
-                               "6;1\r\n"
-                               "167;1;Gattung;a;b;c;d;e;f;g;h;i;j;k;l;m;n;o;\r\n"
-                               "Ende CV\r\nATmega644\r\nFirmware_Version: 5\r\nFarbe: blau\r\n"
-                               "Anfang FS\r\nFS1 = 5\r\n\r\nFS2 = 6\r\nEnde FS\r\ndahinter\r\n";
-    const std::string cut =
-        "KV07*5\r\n1;3;a;\r\nEnde CV\r\nATmega328\r\nAnfang FS\r\nFS1 = 5\r\n\r\nfremd\r\n";
-    const struct {
-        std::string content;
-        std::string saved;
-        Faults faults;
-    } cases[] = {
-        {unlike,
-         unlike,
+    const std::pair<std::string, Faults> cases[] = {
+        {"other_hands",
          {{noRow, 4},
           {numberOutOfRange, 5},
           {wrongValue, 7},
           {repeatedRow, 8},
           {wrongValue, 9},
           {unknownProcessor, 12}}},
-        // No decoder has rows beyond the table.
-        {"KV07*5\r\n256;3;a;\r\n257;4;b;\r\n999;5;c;\r\n" + end,
-         "KV07*5\r\n256;3;a;\r\n" + end,
-         {{numberOutOfRange, 3}, {numberOutOfRange, 4}}},
-        {cut, cut + "Ende FS\r\n", {{noFileEnd, 8}}},
-        {"KV07*5\n1;3;L\xC3\xA4nge;\nEnde CV\nATmega328\nEnde FS\n", "KV07*5\r\n1;3;L\xE4nge;\r\n" + end, {}},
-        // What Windows-1252 lacks is not lost.
-        {"KV07*5\r\n1;3;\xCE\xA9;\r\n" + end, "\xEF\xBB\xBFKV07*5\r\n1;3;\xCE\xA9;\r\n" + end, {}},
+        {"beyond_the_table", {{numberOutOfRange, 3}, {numberOutOfRange, 4}}},
+        {"cut", {{noFileEnd, 8}}},
+        {"line_feeds", {}},
+        {"greek", {}}, // what Windows-1252 lacks is not lost
     };
-    for (const auto& [content, saved, faults] : cases) {
-        CvSet set = opened(bytesOf(content));
-        EXPECT_EQ(savedText(set), saved);
-        EXPECT_EQ(faultsOf(std::get<ListFile>(parseListFile(bytesOf(content)))), faults) << content;
+    for (const auto& [name, faults] : cases) {
+        const Bytes found = golden(name + ".found.kvr");
+        CvSet set = opened(found);
+        EXPECT_EQ(save_data(set), golden(name + ".saved.kvr")) << name;
+        EXPECT_EQ(faultsOf(std::get<ListFile>(parseListFile(found))), faults) << name;
     }
-    CvSet set = opened(bytesOf(unlike));
+    CvSet set = opened(golden("other_hands.found.kvr"));
     EXPECT_EQ(set.table.value(2), 7);
     EXPECT_EQ(set.table.value(5), std::nullopt);
     EXPECT_TRUE(set.table.describes(5));
@@ -213,19 +178,15 @@ TEST(ListFileTest, WhatIsNotUnderstoodStandsWhereItStood)
 
 TEST(ListFileTest, TheTrailerIsRead)
 {
-    const struct {
-        const char* trailer;
-        std::optional<Processor> processor;
-        TextView unknown;
-        std::optional<int> firmware;
-    } cases[] = {
-        {"ATmega168\n \nFirmware_Version: 0\n \n", Processor::atmega168, u"", std::nullopt},
+    using Known = std::optional<Processor>;
+    const std::tuple<const char*, Known, TextView, std::optional<int>> cases[] = {
+        {"ATmega168\n \nFirmware_Version: 0\n \n", Processor::atmega168, u"", {}},
         {"ATmega328\n80\nFirmware_Version: 12\n", Processor::atmega328, u"", 12},
-        {"80\nFirmware_Version: 255\n", std::nullopt, u"", 255},
-        {"ATmega1284\n", std::nullopt, u"ATmega1284", std::nullopt},
-        {"", std::nullopt, u"", std::nullopt},
-        {"ATmega168\nFirmware_Version: 256\n", Processor::atmega168, u"", std::nullopt},
-        {"ATmega168\nFirmware_Version:\n", Processor::atmega168, u"", std::nullopt},
+        {"80\nFirmware_Version: 255\n", {}, u"", 255},
+        {"ATmega1284\n", {}, u"ATmega1284", {}},
+        {"", {}, u"", {}},
+        {"ATmega168\nFirmware_Version: 256\n", Processor::atmega168, u"", {}},
+        {"ATmega168\nFirmware_Version:\n", Processor::atmega168, u"", {}},
     };
     for (const auto& [trailer, processor, unknown, firmware] : cases) {
         const auto parsed = parseListFile(
@@ -271,10 +232,14 @@ TEST(ListFileTest, WhatIsNoListIsRefusedWithItsLine)
     std::string binary(5000, ' ');
     for (std::size_t i = 0; i < binary.size(); ++i)
         binary[i] = static_cast<char>(i * 131);
-    for (const std::string& content :
-         {std::string(), std::string("\r\n"), std::string("Standard KV07*5\r\n"),
-          std::string("Standard KV07*5\r\nEnde CV\r\nATmega328\r\nEnde FS\r\n"),
-          std::string("K\r\nkein Feld\r\n"), std::string("K\r\n300;1;x;\r\n"), binary}) {
+    const std::string contents[] = {"",
+                                    "\r\n",
+                                    "Standard KV07*5\r\n",
+                                    "Standard KV07*5\r\nEnde CV\r\nATmega328\r\nEnde FS\r\n",
+                                    "K\r\nkein Feld\r\n",
+                                    "K\r\n300;1;x;\r\n",
+                                    binary};
+    for (const std::string& content : contents) {
         const auto parsed = parseListFile(bytesOf(content));
         const auto* const refusal = std::get_if<ListRefusal>(&parsed);
         ASSERT_NE(refusal, nullptr);
@@ -285,13 +250,11 @@ TEST(ListFileTest, WhatIsNoListIsRefusedWithItsLine)
 
 TEST(ListFileTest, WhatIsSavedIsNeverTooLongToBeOpened)
 {
-    const struct {
-        std::string start;
-        std::string end;
-        int added; // by saving: the lines that the file lacks
-    } cases[] = {{"KV07\n1;1;a;\n", "", 7},
-                 {"KV07\n1;1;a;\n", "Ende CV\nATmega328\nEnde FS\n", 0},
-                 {"Berechnete KV07\n1;1;a;\n", "Ende CV\nATmega328\nEnde FS\n", 29}};
+    // The start and the end of a file, and how many lines saving adds that it lacks.
+    const std::tuple<std::string, std::string, int> cases[] = {
+        {"KV07\n1;1;a;\n", "", 7},
+        {"KV07\n1;1;a;\n", "Ende CV\nATmega328\nEnde FS\n", 0},
+        {"Berechnete KV07\n1;1;a;\n", "Ende CV\nATmega328\nEnde FS\n", 29}};
     for (const auto& [start, end, added] : cases) {
         const auto linesIn = [](std::string_view text) { return std::count(text.begin(), text.end(), '\n'); };
         const auto room = static_cast<std::size_t>(600 - added - linesIn(start) - linesIn(end));

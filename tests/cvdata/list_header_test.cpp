@@ -10,14 +10,7 @@ namespace
 TEST(ListHeaderTest, EachHeaderNamesItsModel)
 {
     using enum Generation;
-    const struct {
-        TextView header;
-        int typeCode;
-        Model model;
-        Generation generation;
-        int firmware;
-        bool preset;
-    } cases[] = {
+    const std::tuple<TextView, int, Model, Generation, int, bool> cases[] = {
         {u"Standard KV04 180*1", 0, Model::kv04, until2008First, 1, false},
         {u"Standard KV04 180 V1*2", 0, Model::kv04, until2008Second, 2, false},
         {u"Standard KV04 172*3", 0, Model::kv04, from2009, 3, false},
@@ -36,13 +29,14 @@ TEST(ListHeaderTest, EachHeaderNamesItsModel)
     };
     for (const auto& [header, typeCode, model, generation, firmware, preset] : cases) {
         const auto named = modelOfHeader(header);
-        ASSERT_TRUE(named) << utf8FromText(header);
-        EXPECT_EQ(named->profile.typeCode, typeCode) << utf8FromText(header);
-        EXPECT_EQ(named->profile.model, model) << utf8FromText(header);
-        EXPECT_EQ(named->profile.generation, generation) << utf8FromText(header);
-        EXPECT_EQ(named->profile.firmwareVersion, firmware) << utf8FromText(header);
-        EXPECT_EQ(named->isPreset, preset) << utf8FromText(header);
+        SCOPED_TRACE(utf8FromText(header));
+        ASSERT_TRUE(named);
+        EXPECT_EQ(named->profile.typeCode, typeCode);
+        EXPECT_EQ(named->profile.model, model);
+        EXPECT_EQ(named->profile.generation, generation);
+        EXPECT_EQ(named->profile.firmwareVersion, firmware);
         EXPECT_EQ(named->profile.processor, usualProcessor(model));
+        EXPECT_EQ(named->isPreset, preset);
     }
     for (const TextView header : {u"", u"CV-Nummer;CV-Wert;CV-Text", u"Standard KV09", u"Standard *KV07"})
         EXPECT_FALSE(modelOfHeader(header)) << utf8FromText(header);

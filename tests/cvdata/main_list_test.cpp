@@ -14,11 +14,13 @@ class MainListTest : public testing::Test
 protected:
     MainListTest() { profile.model = Model::kv07; }
 
-    void describe(int cv, TextView value, TextView name = u"")
+    void describe(int first, int last, TextView value, TextView name = u"")
     {
-        table.at(cv, Column::number) = textFromNumber(cv);
-        table.at(cv, Column::value) = value;
-        table.at(cv, Column::text) = name;
+        for (int cv = first; cv <= last; ++cv) {
+            table.at(cv, Column::number) = textFromNumber(cv);
+            table.at(cv, Column::value) = value;
+            table.at(cv, Column::text) = name;
+        }
     }
     MainList fill() const
     {
@@ -54,38 +56,40 @@ TEST_F(MainListTest, EachCvIsALineAndSomeAreSpecial)
                                                {106, u""},    {153, u""},    {162, u"200"}, {163, u"200"},
                                                {164, u"128"}, {165, u"127"}, {166, u"255"}, {167, u"200"}};
     for (const auto& [cv, value] : values)
-        describe(cv, value, u"Höchstgeschwindigkeit\r\nzweite Zeile");
+        describe(cv, cv, value, u"Höchstgeschwindigkeit\r\nzweite Zeile");
     EXPECT_EQ(texts(), (Lines{"CV5  = 128", "CV29 = 6", "CV99 = 7", "CV105 = 0", "CV106 = ", "CV153 = ---",
                               "CV162 = 200", "CV163 = 128+72", "CV164 = 128+0", "CV165 = 127",
                               "CV166 = 128+127", "CV167 = 200"}));
     EXPECT_EQ(fill()[0].name, u"Höchstgeschwindigkeit");
     EXPECT_EQ(fill()[0].cv, 5);
     profile.firmwareLevel = 2;
-    describe(153, u"4");
+    describe(153, 153, u"4");
     EXPECT_EQ(texts()[2], "CV99 = 0");
     EXPECT_EQ(texts()[5], "CV153 = 4");
 }
 
 TEST_F(MainListTest, SpeedTableIsTwentyEightLinesFromStepOneOn)
 {
-    describe(69, u"1");
-    for (int cv = 70; cv <= 97; ++cv)
-        describe(cv, textFromNumber(200 - cv));
-    describe(98, u"2");
+    describe(69, 98, u"1");
+    table.setValue(97, 103);
+    table.setValue(70, 130);
     const auto lines = texts();
     ASSERT_EQ(lines.size(), 30u);
-    EXPECT_EQ(lines[0], "CV69 = 1");
-    EXPECT_EQ(lines[1], "  1 = 103 (0..168) ");
-    EXPECT_EQ(lines[28], " 28 = 130 (0..168) ");
-    EXPECT_EQ(lines[29], "CV98 = 2");
+    EXPECT_EQ((Lines{lines[0], lines[1], lines[28], lines[29]}),
+              (Lines{"CV69 = 1", "  1 = 103 (0..168) ", " 28 = 130 (0..168) ", "CV98 = 1"}));
     EXPECT_EQ(fill()[1].cv, 97);
     EXPECT_EQ(fill()[28].cv, 70);
+    for (int position = 1; position <= 56; ++position) // a reply that carries the speed table itself
+        reply.push_back(static_cast<std::uint8_t>(position));
+    EXPECT_EQ(texts()[1], "  1 = 55 (0..168) ");
+    EXPECT_EQ(texts()[28], " 28 = 1 (0..168) ");
+    reply.assign(513, 77);
+    EXPECT_EQ(texts()[1], "  1 = 103 (0..168) ");
 }
 
 TEST_F(MainListTest, OneGroupLineStandsForTheSpeedTableOfKv05AndKv06)
 {
-    for (int cv = 69; cv <= 98; ++cv)
-        describe(cv, u"9");
+    describe(69, 98, u"9");
     for (const Model model : {Model::kv05, Model::kv06}) {
         profile.model = model;
         EXPECT_EQ(texts(), (Lines{"CV69 = 9", "CV70 - CV97 ", "CV98 = 9"}));
@@ -96,35 +100,20 @@ TEST_F(MainListTest, OneGroupLineStandsForTheSpeedTableOfKv05AndKv06)
     for (const int cv : {70, 71, 97})
         EXPECT_EQ(positionOf(list, cv), 1u) << cv;
     EXPECT_EQ(positionOf(list, 98), 2u);
-    const struct {
-        TextView word;
-        std::optional<ListHit> after;
-        std::optional<ListHit> hit;
-    } searches[] = {{u"tabelle", {}, ListHit{1, 70}},
-                    {u"stufe 18", {}, ListHit{1, 80}},
-                    {u"cv91", {}, ListHit{1, 91}},
-                    {u"cv9", ListHit{1, 90}, ListHit{1, 91}},
-                    {u"cv9", ListHit{1, 97}, ListHit{2, 98}},
-                    {u"stufe 18", ListHit{1, 80}, ListHit{1, 80}}};
+    const std::tuple<TextView, std::optional<ListHit>, ListHit> searches[] = {
+        {u"tabelle", {}, {1, 70}},
+        {u"stufe 18", {}, {1, 80}},
+        {u"cv91", {}, {1, 91}},
+        {u"cv9", ListHit{1, 90}, {1, 91}},
+        {u"cv9", ListHit{1, 97}, {2, 98}},
+        {u"stufe 18", ListHit{1, 80}, {1, 80}}};
     for (const auto& [word, after, hit] : searches)
         EXPECT_EQ(nextHit(list, table, word, after), hit) << utf8FromText(word);
 }
 
-TEST_F(MainListTest, AReplyThatCarriesTheSpeedTableGivesItsStepsByPosition)
-{
-    for (int cv = 70; cv <= 97; ++cv)
-        describe(cv, u"0");
-    for (int position = 1; position <= 56; ++position)
-        reply.push_back(static_cast<std::uint8_t>(position));
-    EXPECT_EQ(texts()[0], "  1 = 55 (0..168) ");
-    EXPECT_EQ(texts()[27], " 28 = 1 (0..168) ");
-    reply.assign(513, 77);
-    EXPECT_EQ(texts()[0], "  1 = 0 (0..168) ");
-}
-
 TEST_F(MainListTest, BatteryLineHasVoltageAndRawValue)
 {
-    describe(1, u"3");
+    describe(1, 1, u"3");
     reply.assign(1025, 0);
     EXPECT_EQ(texts().size(), 1u);
     reply[504] = 196;
@@ -137,7 +126,7 @@ TEST_F(MainListTest, BatteryLineHasVoltageAndRawValue)
 TEST_F(MainListTest, AReceiversServosHaveTheirAddressOnALineOfItsOwn)
 {
     for (int cv = 11; cv <= 14; ++cv)
-        describe(cv, textFromNumber(cv - 10));
+        describe(cv, cv, textFromNumber(cv - 10));
     EXPECT_EQ(texts(), (Lines{"CV11 = 1", "CV12 = 2", "CV13 = 3", "CV14 = 4"}));
     for (const Model model : {Model::receiver, Model::xtModule}) {
         profile.model = model;
@@ -151,17 +140,15 @@ TEST_F(MainListTest, AChangeIsMarkedByAWordBehindTheValue)
 {
     baseline.emplace();
     baseline->fill(u"7");
-    for (int cv = 70; cv <= 98; ++cv)
-        describe(cv, u"7");
     for (const int cv : {1, 5, 105})
-        describe(cv, u"7");
+        describe(cv, cv, u"7");
+    describe(70, 98, u"7");
     for (const int cv : {1, 97, 105})
         table.setValue(cv, 200);
-    auto lines = texts();
-    EXPECT_EQ(Lines(lines.begin(), lines.begin() + 3),
-              (Lines{"CV1  = 200  geändert", "CV5  = 7", "  1 = 200 (0..168)   geändert"}));
-    EXPECT_EQ(Lines(lines.end() - 3, lines.end()),
-              (Lines{" 28 = 7 (0..168) ", "CV98 = 7", "CV105 = 200  geändert"}));
+    const auto lines = texts();
+    EXPECT_EQ((Lines{lines[0], lines[1], lines[2], lines[29], lines[31]}),
+              (Lines{"CV1  = 200  geändert", "CV5  = 7", "  1 = 200 (0..168)   geändert", " 28 = 7 (0..168) ",
+                     "CV105 = 200  geändert"}));
     EXPECT_TRUE(fill()[0].changed && !fill()[1].changed);
     profile.model = Model::kv05; // the group line is marked for any of its CVs
     for (const int changed : {70, 71, 97, 98}) {
@@ -174,49 +161,41 @@ TEST_F(MainListTest, AChangeIsMarkedByAWordBehindTheValue)
 TEST_F(MainListTest, PositioningFindsTheWholeNumber)
 {
     for (const int cv : {1, 10, 11, 100, 110})
-        describe(cv, u"0");
-    for (int cv = 70; cv <= 97; ++cv)
-        describe(cv, u"0");
-    const std::pair<int, std::optional<std::size_t>> cases[] = {{1, 0},    {10, 1}, {11, 2},   {100, 31},
-                                                                {110, 32}, {97, 3}, // speed step 1
-                                                                {70, 30},  {0, {}}, {101, {}}, {256, {}}};
+        describe(cv, cv, u"0");
+    describe(70, 97, u"0");
+    const std::pair<int, std::optional<std::size_t>> cases[] = {
+        {1, 0}, {10, 1}, {11, 2}, {97, 3}, {70, 30}, {100, 31}, {110, 32}, {0, {}}, {101, {}}, {256, {}}};
     for (const auto& [cv, position] : cases)
         EXPECT_EQ(positionOf(fill(), cv), position) << cv;
 }
 
 TEST_F(MainListTest, SearchGoesOnFromTheLastHitAndStartsOver)
 {
-    describe(1, u"3", u"Adresse");
-    describe(2, u"5", u"Anfahren");
-    describe(3, u"4", u"Zweite ADRESSE");
+    describe(1, 1, u"3", u"Adresse");
+    describe(2, 2, u"5", u"Anfahren");
+    describe(3, 3, u"4", u"Zweite ADRESSE");
     table.at(2, Column::explanation) = u"Lässt das Fahrzeug anfahren";
-    const auto list = fill();
-    const ListHit second{1, 2};
-    EXPECT_EQ(nextHit(list, table, u"adresse", std::nullopt), (ListHit{0, 1}));
-    EXPECT_EQ(nextHit(list, table, u"adresse", ListHit{0, 1}), (ListHit{2, 3}));
-    EXPECT_EQ(nextHit(list, table, u"adresse", ListHit{2, 3}), (ListHit{0, 1}));
-    EXPECT_EQ(nextHit(list, table, u" LÄSST ", std::nullopt), second);
-    EXPECT_EQ(nextHit(list, table, u"CV3", std::nullopt), (ListHit{2, 3}));
-    EXPECT_EQ(nextHit(list, table, u"Weiche", second), std::nullopt);
-    EXPECT_EQ(nextHit(list, table, u"  ", second), std::nullopt);
+    using Hit = std::optional<ListHit>;
+    const Hit first = ListHit{0, 1};
+    const Hit second = ListHit{1, 2};
+    const Hit third = ListHit{2, 3};
+    const std::tuple<TextView, Hit, Hit> searches[] = {{u"adresse", {}, first},    {u"adresse", first, third},
+                                                       {u"adresse", third, first}, {u" LÄSST ", {}, second},
+                                                       {u"CV3", {}, third},        {u"Weiche", second, {}},
+                                                       {u"  ", second, {}}};
+    for (const auto& [word, after, hit] : searches)
+        EXPECT_EQ(nextHit(fill(), table, word, after), hit) << utf8FromText(word);
     EXPECT_EQ(nextHit({}, table, u"x", second), std::nullopt);
 }
 
 TEST_F(MainListTest, AddressesFollowBitFiveOfCv29)
 {
-    describe(1, u"3");
-    describe(3, u"4");
-    describe(17, u"39");
-    describe(18, u"15");
-    describe(15, u"0");
-    describe(16, u"128");
-    describe(29, u"6");
-    EXPECT_EQ(firstAddress(table), u"3");
-    EXPECT_EQ(secondAddress(table), u"4");
-    describe(29, u"38");
-    EXPECT_EQ(firstAddress(table), u"9999");
-    EXPECT_EQ(secondAddress(table), u"128");
-    describe(18, u"");
+    for (const auto& [cv, value] : {std::pair{1, 3}, {3, 4}, {15, 0}, {16, 128}, {17, 39}, {18, 15}, {29, 6}})
+        table.setValue(cv, value);
+    EXPECT_EQ(firstAddress(table) + u" " + secondAddress(table), u"3 4");
+    table.setValue(29, 38);
+    EXPECT_EQ(firstAddress(table) + u" " + secondAddress(table), u"9999 128");
+    table.at(18, Column::value).clear();
     EXPECT_EQ(firstAddress(table), u"");
 }
 

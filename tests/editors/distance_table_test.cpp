@@ -42,11 +42,7 @@ TEST(DistanceTableTest, SavesToTheLetter)
 
 TEST(DistanceTableTest, ReadsWhatItUnderstandsAndNamesTheRest)
 {
-    const struct {
-        const char* content;
-        const char* values;
-        std::vector<int> faulty;
-    } cases[] = {
+    const std::tuple<const char*, const char*, std::vector<int>> cases[] = {
         {"", ",,,,", {}},
         {"48;1;ignored, as line 1 is\n", ",,,,", {}},
         {"K\n53;20;x;\n48;7;y\n", "7,,20,,", {}},

@@ -22,11 +22,7 @@ TEST(EditorGateTest, OpensWhereModelAndDescriptionHaveWhatItNeeds)
     const auto v1 = setUsing(Model::kv07, speedSteps);
     auto offline = setUsing(Model::kv07);
     offline.table.at(173, Column::value).clear();
-    const struct {
-        Editor editor;
-        CvSet set;
-        const char* reason;
-    } cases[] = {
+    const std::tuple<Editor, CvSet, const char*> cases[] = {
         {Editor::braking, setUsing(Model::kv04), ""},
         {Editor::braking, setUsing(Model::receiver), "KV-R is not KV04, KV05, KV06, KV07, KV08"},
         {Editor::braking, setUsing(Model::kv06, {48, 53, 54}), "KV06 lacks CV48, CV53-54"},

@@ -80,26 +80,17 @@ TEST(LiveSetupTest, SaysThatAServoHasNoPower)
     using enum LiveWindow;
     LanguageTables texts;
     test::setText(texts, 813, u"{1}: {2}");
-    const struct {
-        LiveWindow window;
-        int fitted;
-        const char* words;
-        Model model = Model::kv07;
-        std::vector<int> unused = {};
-    } cases[] = {{firstServo, 0, "0: 1"},
-                 {firstServo, 2, "2: 1"},
-                 {firstServo, 1, ""},
-                 {secondServo, 253, "253: 2"},
-                 {secondServo, 2, ""},
-                 {times, 252, "252: 1/2"},
-                 {times, 2, ""},
-                 {firstServo, 0, "", Model::receiver}, // CV112 is something else there
-                 {firstServo, 0, "", Model::kv07, {112}}};
-    for (const auto& expected : cases) {
-        auto set = test::setUsing(expected.model, expected.unused);
-        set.table.setValue(112, expected.fitted);
-        const auto words = servoWithoutPower(expected.window, set, texts);
-        EXPECT_EQ(utf8FromText(words.value_or(Text())), expected.words);
+    const std::vector<int> none;
+    const std::tuple<LiveWindow, Model, std::vector<int>, int, const char*> cases[] = {
+        {firstServo, Model::kv07, none, 0, "0: 1"}, {firstServo, Model::kv07, none, 2, "2: 1"},
+        {firstServo, Model::kv07, none, 1, ""},     {secondServo, Model::kv07, none, 253, "253: 2"},
+        {secondServo, Model::kv07, none, 2, ""},    {times, Model::kv07, none, 252, "252: 1/2"},
+        {times, Model::kv07, none, 2, ""},          {firstServo, Model::kv07, {112}, 0, ""},
+        {firstServo, Model::receiver, none, 0, ""}}; // CV112 is something else there
+    for (const auto& [window, model, unused, fitted, words] : cases) {
+        auto set = test::setUsing(model, unused);
+        set.table.setValue(112, fitted);
+        EXPECT_EQ(utf8FromText(servoWithoutPower(window, set, texts).value_or(Text())), words);
     }
 }
 

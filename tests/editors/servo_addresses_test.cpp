@@ -15,25 +15,20 @@ TEST(ServoAddressesTest, EachCvInItsOrder)
 {
     const auto kv07 = setUsing(Model::kv07);
     const auto receiver = setUsing(Model::receiver);
-    const struct {
-        std::vector<TypedServoAddress> addresses;
-        CvSet set;
-        const char* plan;
-        int wrongServo = 0;
-    } cases[] = {
+    const std::tuple<std::vector<TypedServoAddress>, CvSet, const char*> cases[] = {
         {{{1, u"9999"}, {2, u" 256 "}}, kv07, "11=39 12=15 13=1 14=0 "},
         {{{1, u"1"}, {2, u""}}, receiver, "11=0 12=1 248=1 13=0 14=0 250=1 "},
         {{{1, u"0"}, {2, u"300"}}, setUsing(Model::receiver, {250}), "11=0 12=0 248=1 13=1 14=44 "},
         {{{1, u"x", false}, {2, u"127"}}, receiver, "13=0 14=127 250=1 "},
         {{{1, u"5", false}, {2, u"6", false}}, receiver, ""},
-        {{{1, u"10000"}, {2, u"x"}}, receiver, "", 1},
-        {{{1, u"5"}, {2, u"-1"}}, kv07, "", 2},
+        {{{1, u"10000"}, {2, u"x"}}, receiver, "servo 1"},
+        {{{1, u"5"}, {2, u"-1"}}, kv07, "servo 2"},
     };
-    for (const auto& expected : cases) {
-        const auto planned = planOfServoAddresses(expected.addresses, expected.set);
-        const auto* const wrong = std::get_if<int>(&planned);
-        EXPECT_EQ(wrong == nullptr ? 0 : *wrong, expected.wrongServo);
-        EXPECT_EQ(wrong == nullptr ? test::planText(std::get<WritePlan>(planned)) : "", expected.plan);
+    for (const auto& [addresses, set, expected] : cases) {
+        const auto planned = planOfServoAddresses(addresses, set);
+        const auto* const plan = std::get_if<WritePlan>(&planned);
+        EXPECT_EQ(plan != nullptr ? test::planText(*plan) : "servo " + std::to_string(std::get<int>(planned)),
+                  expected);
     }
 }
 

@@ -38,11 +38,7 @@ TEST(SpeedCurvesTest, TheHighestValueIsTheGenerations)
 
 TEST(SpeedCurvesTest, EachCurveToTheLetter)
 {
-    const struct {
-        Curve curve;
-        CurvePoints points;
-        SpeedTable table;
-    } cases[] = {
+    const std::tuple<Curve, CurvePoints, SpeedTable> cases[] = {
         // 5 a step and 1/9 on top
         {Curve::linear, {5, 143, {}}, {5,  10, 15, 20, 25, 31,  36,  41,  46,  51,  56,  61,  66,  71,
                                        77, 82, 87, 92, 97, 102, 107, 112, 117, 123, 128, 133, 138, 143}},

@@ -25,12 +25,7 @@ TEST(ListRowsTest, FindsRowsByName)
 
 TEST(ListRowsTest, ANewValueTakesAsManyCharactersAsItHasDigits)
 {
-    const struct {
-        int cv;
-        TextView line;
-        int value;
-        TextView text;
-    } cases[] = {
+    const std::tuple<int, TextView, int, TextView> cases[] = {
         {2, u"CV2  = 5", 7, u"CV2  = 7"},
         {2, u"CV2  = 55   ", 66, u"CV2  = 66"},
         {2, u"CV2  = 123", 255, u"CV2  = 255"},
@@ -53,12 +48,7 @@ TEST(ListRowsTest, ANewValueTakesAsManyCharactersAsItHasDigits)
 
 TEST(ListRowsTest, ALoadedValueStandsBehindTheOldOne)
 {
-    const struct {
-        int cv; // of the line
-        int loaded;
-        TextView line;
-        TextView text;
-    } cases[] = {
+    const std::tuple<int, int, TextView, TextView> cases[] = {
         {97, 97, u"  1 = 5 of 168   ", u"  1 = 5 of 168            [12]"},
         {97, 97, u"  1 = 55 of 168   ", u"  1 = 55 of 168          [12]"},
         {97, 97, u"  1 = 155 of 168   ", u"  1 = 155 of 168         [12]"},

@@ -17,11 +17,7 @@ using test::LinkBench;
 
 TEST(EnsurePortOpenTest, ARefusedPortIsToldWithItsCauseAndEndsTheProgram)
 {
-    const struct {
-        PortError error;
-        bool unsaved;
-        const char* text;
-    } cases[] = {
+    const std::tuple<PortError, bool, const char*> cases[] = {
         {{u"Gone", {}, PortFault::absent, u"/dev/tty0"}, false, "Gone\r\n\r\nCOM5 at /dev/tty0\r\nm673"},
         {{u"Busy", {}, PortFault::busy, u"COM5"}, true, "Busy\r\n\r\nCOM5\r\nm674"},
         {{u"No", u"dialout", PortFault::denied}, false, "No\r\n\r\nCOM5\r\nm675\r\njoin group dialout"},
@@ -85,10 +81,7 @@ TEST_F(ExchangeTest, ABlockIsCollectedWholeAndItsProgressShown)
 
 TEST_F(ExchangeTest, WhatIsNoReplyEndsTheWait)
 {
-    const struct {
-        std::vector<test::Piece> pieces;
-        std::chrono::milliseconds time;
-    } cases[] = {
+    const std::pair<std::vector<test::Piece>, std::chrono::milliseconds> cases[] = {
         {{}, 5000ms},
         {{{0ms, Bytes(514, 1)}}, 5000ms},          // more bytes than awaited are no block
         {{{20ms, Bytes(10, 1)}, {40ms, {}}}, 40ms} // a hang-up at once

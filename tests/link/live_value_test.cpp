@@ -18,13 +18,8 @@ TEST(LiveValueTest, ThreeExchangesInTheirOrderOrAFaultThatIsTold)
     const Bytes ack = {6};
     const Journal sent = {"write 37", "write 69 87 77", "write 2 5 7"};
     const char* const silent = "message no reply\r\nnothing came";
-    struct Case {
-        std::vector<Bytes> replies; // to "%", to "EWM" and to the packet
-        LiveEnd end;
-        std::size_t exchanges;
-        Journal told;
-    };
-    const Case cases[] = {
+    // The replies to "%", to "EWM" and to the packet; the end, the exchanges and what is told.
+    const std::tuple<std::vector<Bytes>, LiveEnd, int, Journal> cases[] = {
         {{kv07, ack, {6, 9}}, LiveEnd::sent, 3, {}},
         {{kv07, ack, {21}}, LiveEnd::sent, 3, {}},
         {{kv07, ack}, LiveEnd::noReply, 3, {silent}},
@@ -36,18 +31,18 @@ TEST(LiveValueTest, ThreeExchangesInTheirOrderOrAFaultThatIsTold)
         {{bytesOf("A7"), ack}, LiveEnd::unknownDecoder, 1, {}},
         {{bytesOf("270"), ack}, LiveEnd::unknownDecoder, 1, {}},
     };
-    for (const Case& c : cases) {
+    for (const auto& [replies, end, exchanges, told] : cases) {
         test::LinkBench bench;
         test::setText(bench.texts, 294, u"m294");
         bench.state.typeCode = 33;
-        for (const Bytes& reply : c.replies)
+        for (const Bytes& reply : replies)
             bench.line.replyWith(reply);
-        EXPECT_EQ(sendLiveValue(bench.link, {2, 5}, ClosedPort::opened), c.end);
+        EXPECT_EQ(sendLiveValue(bench.link, {2, 5}, ClosedPort::opened), end);
         Journal expected = {"open 1"};
-        expected.insert(expected.end(), sent.begin(), sent.begin() + static_cast<int>(c.exchanges));
-        expected.insert(expected.end(), c.told.begin(), c.told.end());
+        expected.insert(expected.end(), sent.begin(), sent.begin() + exchanges);
+        expected.insert(expected.end(), told.begin(), told.end());
         EXPECT_EQ(bench.journal, expected);
-        EXPECT_EQ(bench.state.typeCode, c.exchanges > 1 ? 7 : 33);
+        EXPECT_EQ(bench.state.typeCode, exchanges > 1 ? 7 : 33);
         EXPECT_FALSE(bench.state.timeOut);
         EXPECT_TRUE(bench.line.isOpen());
     }

@@ -12,6 +12,7 @@ namespace
 
 using namespace std::chrono_literals;
 using test::bytesOf;
+using enum WriteEnd;
 
 const Bytes ack = {6};
 const Bytes nack = {21};
@@ -45,7 +46,7 @@ TEST_F(WriteTest, IdentifiesEachTimeAndSendsCvMinusOneValueAndTheirSum)
     std::string opening = "open 1, ";
     for (const auto& [command, frame] : cases) {
         bench.answerAll();
-        EXPECT_EQ(writeCv(bench.link, command), WriteEnd::written);
+        EXPECT_EQ(writeCv(bench.link, command), written);
         EXPECT_EQ(bench.passed(), "status writing CV" + std::to_string(command.cv) + ", " +
                                       std::exchange(opening, "") + "write 37, write 69 87 83, write " +
                                       frame + ", status c873");
@@ -58,47 +59,42 @@ TEST_F(WriteTest, EachFaultEndsTheWriteWithItsWords)
     const std::string silent = "message no reply\r\nnothing came, status ";
     const std::string unknown = "write 37, message unknown decoder\r\nreply ";
     const Bytes kv07 = bytesOf("27");
-    const struct {
-        int typeCode; // known before
-        WriteCommand command;
-        std::vector<Bytes> replies;
-        WriteEnd end;
-        std::string passed; // the end of the journal
-    } cases[] = {
+    // The type code known before, what is written, the replies, the end, and the end of the journal.
+    const std::tuple<int, WriteCommand, std::vector<Bytes>, WriteEnd, std::string> cases[] = {
         // Silence after "%" is named by the type known before, after "EWS" by the type just identified.
-        {7, {48, 1}, {}, WriteEnd::noReply, "write 37, " + silent + "c902"},
-        {8, {48, 1}, {}, WriteEnd::noReply, "write 37, " + silent + "c902"},
-        {0, {48, 1}, {}, WriteEnd::noReply, "write 37, " + silent + "c900"},
-        {57, {48, 1}, {}, WriteEnd::noReply, "write 37, " + silent + "c900"},
-        {0, {48, 1}, {kv07}, WriteEnd::noReply, "write 69 87 83, " + silent + "c903"},
-        {0, {48, 1}, {bytesOf("28")}, WriteEnd::noReply, "write 69 87 83, " + silent + "c903"},
-        {7, {48, 1}, {bytesOf("26")}, WriteEnd::noReply, "write 69 87 83, " + silent + "c901"},
-        {7, {48, 1}, {bytesOf("80")}, WriteEnd::noReply, "write 69 87 83, " + silent + "c901"},
-        {0, {48, 1}, {kv07, ack}, WriteEnd::unacknowledged, "write 47 1 48, " + silent + "menu 76"},
-        {0, {48, 1}, {bytesOf("81")}, WriteEnd::unknownDecoder, unknown + "\"81\", message m572"},
-        {0, {48, 1}, {bytesOf("27\r")}, WriteEnd::unknownDecoder, unknown + "0x32 0x37 0x0D, message m572"},
-        {0, {48, 1}, {{178, 32, 55}}, WriteEnd::unknownDecoder, unknown + "0xB2 0x20 0x37, message m572"},
+        {7, {48, 1}, {}, noReply, "write 37, " + silent + "c902"},
+        {8, {48, 1}, {}, noReply, "write 37, " + silent + "c902"},
+        {0, {48, 1}, {}, noReply, "write 37, " + silent + "c900"},
+        {57, {48, 1}, {}, noReply, "write 37, " + silent + "c900"},
+        {0, {48, 1}, {kv07}, noReply, "write 69 87 83, " + silent + "c903"},
+        {0, {48, 1}, {bytesOf("28")}, noReply, "write 69 87 83, " + silent + "c903"},
+        {7, {48, 1}, {bytesOf("26")}, noReply, "write 69 87 83, " + silent + "c901"},
+        {7, {48, 1}, {bytesOf("80")}, noReply, "write 69 87 83, " + silent + "c901"},
+        {0, {48, 1}, {kv07, ack}, unacknowledged, "write 47 1 48, " + silent + "menu 76"},
+        {0, {48, 1}, {bytesOf("81")}, unknownDecoder, unknown + "\"81\", message m572"},
+        {0, {48, 1}, {bytesOf("27\r")}, unknownDecoder, unknown + "0x32 0x37 0x0D, message m572"},
+        {0, {48, 1}, {{178, 32, 55}}, unknownDecoder, unknown + "0xB2 0x20 0x37, message m572"},
         {0,
          {48, 1},
          {bytesOf("0123456789abcdefg")},
-         WriteEnd::unknownDecoder,
+         unknownDecoder,
          unknown + "\"0123456789abcdef\" ..., message m572"},
-        {0, {48, 1, 3, u"27"}, {bytesOf("28")}, WriteEnd::otherDecoder, "write 37"},
-        {0, {48, 1}, {kv07, nack}, WriteEnd::commandRefused, "write 69 87 83, message m294"},
-        {0, {48, 1}, {kv07, {7, 6}}, WriteEnd::commandRefused, "write 69 87 83, message m294"},
-        {0, {161, 1}, {kv07, nack}, WriteEnd::commandRefused, "write 69 87 83, message m294"},
-        {0, {48, 1}, {kv07, ack, nack}, WriteEnd::frameRefused, "write 47 1 48, message m83\r\nCV 48 m94"},
-        {0, {161, 3}, {kv07, ack, nack}, WriteEnd::unconfirmed, "write 160 3 163"},
-        {0, {99, 1, 2}, {}, WriteEnd::guarded, "message m296"},
+        {0, {48, 1, 3, u"27"}, {bytesOf("28")}, otherDecoder, "write 37"},
+        {0, {48, 1}, {kv07, nack}, commandRefused, "write 69 87 83, message m294"},
+        {0, {48, 1}, {kv07, {7, 6}}, commandRefused, "write 69 87 83, message m294"},
+        {0, {161, 1}, {kv07, nack}, commandRefused, "write 69 87 83, message m294"},
+        {0, {48, 1}, {kv07, ack, nack}, frameRefused, "write 47 1 48, message m83\r\nCV 48 m94"},
+        {0, {161, 3}, {kv07, ack, nack}, unconfirmed, "write 160 3 163"},
+        {0, {99, 1, 2}, {}, guarded, "message m296"},
     };
     bench.state.noticeAfterWrite = true;
-    for (const auto& expected : cases) {
-        bench.state.typeCode = expected.typeCode;
-        bench.answer(expected.replies);
+    for (const auto& [typeCode, command, replies, end, tail] : cases) {
+        bench.state.typeCode = typeCode;
+        bench.answer(replies);
         const auto start = bench.line.now();
-        EXPECT_EQ(writeCv(bench.link, expected.command), expected.end);
+        EXPECT_EQ(writeCv(bench.link, command), end);
         const auto passed = bench.passed();
-        EXPECT_TRUE(passed.ends_with(expected.passed)) << passed;
+        EXPECT_TRUE(passed.ends_with(tail)) << passed;
         const bool silence = passed.find("nothing came") != std::string::npos;
         EXPECT_EQ(bench.line.now() - start >= 5000ms, silence) << passed;
         EXPECT_FALSE(bench.state.timeOut);
@@ -110,26 +106,21 @@ TEST_F(WriteTest, EachFaultEndsTheWriteWithItsWords)
 TEST_F(WriteTest, TheResetAsksFirstAndEndsWithTheMessageOfItsKind)
 {
     const std::string refused = "message m83\r\nCV 59 m94";
-    const struct {
-        int typeCode;
-        const char* question;
-        const char* identification;
-        std::vector<Bytes> replies;
-        WriteEnd end;
-        std::string passed; // the end of the journal
-    } cases[] = {
-        {7, "m92\r\nm93\r\nm91", "27", {ack, ack}, WriteEnd::written, "status c873, message m87"},
-        {7, "m92\r\nm93\r\nm91", "27", {ack, nack}, WriteEnd::frameRefused, refused + ", message m87"},
-        {80, "m91", "80", {ack, ack}, WriteEnd::written, "status c873, message m85"},
-        {80, "m91", "80", {ack, nack}, WriteEnd::frameRefused, refused + ", message m86"},
+    // The type code, the end of the question, the identification, the replies behind it, the end of the
+    // journal.
+    const std::tuple<int, const char*, const char*, std::vector<Bytes>, WriteEnd, std::string> cases[] = {
+        {7, "m92\r\nm93\r\nm91", "27", {ack, ack}, written, "status c873, message m87"},
+        {7, "m92\r\nm93\r\nm91", "27", {ack, nack}, frameRefused, refused + ", message m87"},
+        {80, "m91", "80", {ack, ack}, written, "status c873, message m85"},
+        {80, "m91", "80", {ack, nack}, frameRefused, refused + ", message m86"},
         // Ends where the time-out ends every write.
-        {80, "m91", "80", {ack}, WriteEnd::unacknowledged, "nothing came, status menu 76"},
+        {80, "m91", "80", {ack}, unacknowledged, "nothing came, status menu 76"},
     };
     bench.state.noticeAfterWrite = true; // a reset has no notice
     for (const auto& [typeCode, question, identification, replies, end, passed] : cases) {
         bench.state.typeCode = typeCode;
         bench.prompts.answer(false);
-        EXPECT_EQ(writeCv(bench.link, {59, 1}), WriteEnd::refusedByUser);
+        EXPECT_EQ(writeCv(bench.link, {59, 1}), refusedByUser);
         EXPECT_EQ(bench.passed(), std::string("question m88\r\nm89\r\nm90\r\n") + question);
         bench.prompts.answer(true);
         bench.answer({bytesOf(identification)});
@@ -164,15 +155,15 @@ TEST_F(WriteTest, AHangUpIsSilenceAndTheNextWriteOpensThePortAnew)
 {
     bench.answer({bytesOf("27")});
     bench.line.replyInPieces({{20ms, {}}});
-    EXPECT_EQ(writeCv(bench.link, {48, 1}), WriteEnd::noReply);
+    EXPECT_EQ(writeCv(bench.link, {48, 1}), noReply);
     EXPECT_EQ(bench.line.now(), 20ms);
     bench.answerAll();
-    EXPECT_EQ(writeCv(bench.link, {48, 1}), WriteEnd::written);
+    EXPECT_EQ(writeCv(bench.link, {48, 1}), written);
     EXPECT_EQ(bench.times("open 1"), 2);
     bench.line.close();
     bench.passed();
     bench.line.refuseToOpen({u"Access denied", {}});
-    EXPECT_EQ(writeCv(bench.link, {48, 1}), WriteEnd::ended);
+    EXPECT_EQ(writeCv(bench.link, {48, 1}), ended);
     EXPECT_EQ(bench.passed(), "status writing CV48, message Access denied, end program");
 }
 
@@ -182,12 +173,12 @@ TEST_F(WriteTest, ClosingTheProgramShowsNothingAtAnyStep)
     std::string expected = "status writing CV48, open 1, ";
     const std::vector<Bytes> replies = {bytesOf("27"), ack};
     for (std::size_t answered = 0; answered < 3; ++answered) {
-        WriteBench ended;
+        WriteBench fresh;
         for (std::size_t i = 0; i < answered; ++i)
-            ended.line.replyWith(replies[i]);
-        ended.line.endWhenSilent();
-        EXPECT_EQ(writeCv(ended.link, {48, 1}), WriteEnd::ended) << answered;
-        EXPECT_EQ(ended.passed(), expected += sent[answered]);
+            fresh.line.replyWith(replies[i]);
+        fresh.line.endWhenSilent();
+        EXPECT_EQ(writeCv(fresh.link, {48, 1}), ended) << answered;
+        EXPECT_EQ(fresh.passed(), expected += sent[answered]);
     }
 }
 
@@ -215,8 +206,7 @@ TEST_F(SeriesWriteTest, FiveCvsInOrderEachWithItsStatusAndAPauseWhateverBecomesO
     bench.line.replyWith(ack);
     bench.line.replyInPieces({{0ms, ack}, {50ms, {}}}); // the adapter is pulled in the pause, and back
     bench.answerAll();
-    EXPECT_EQ(write(), (std::vector{WriteEnd::written, WriteEnd::frameRefused, WriteEnd::unknownDecoder,
-                                    WriteEnd::written, WriteEnd::written}));
+    EXPECT_EQ(write(), (std::vector{written, frameRefused, unknownDecoder, written, written}));
     EXPECT_EQ(bench.line.now(), 500ms);
     EXPECT_EQ(bench.times("open 1"), 2);
     const auto passed = bench.passed();
@@ -234,8 +224,7 @@ TEST_F(SeriesWriteTest, TheEndOfTheProgramStopsIt)
     bench.line.replyWith(ack);
     bench.line.replyInPieces({{0ms, ack}, {50ms, {}}});
     bench.line.refuseToOpenAgain({u"no such device", {}});
-    EXPECT_EQ(write(), (std::vector{WriteEnd::written, WriteEnd::written, WriteEnd::ended, WriteEnd::ended,
-                                    WriteEnd::ended}));
+    EXPECT_EQ(write(), (std::vector{written, written, ended, ended, ended}));
     const auto passed = bench.passed();
     EXPECT_TRUE(passed.ends_with("status writing CV169, message no such device, end program")) << passed;
 }
