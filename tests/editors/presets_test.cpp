@@ -1,7 +1,6 @@
 #include "editors/presets.h"
 
 #include "editor_bench.h"
-#include "editors/distance_table.h"
 #include "support/folder_files.h"
 #include "support/test_bench.h"
 #include "workbench/offline_list.h"
@@ -24,27 +23,15 @@ std::string stepFile(const std::string& lines)
 struct PresetBench : test::TestBench {
     explicit PresetBench(bool withList = true)
     {
-        test::setTexts(state.texts, {{24, u"no CVs"},
-                                     {25, u"read first"},
-                                     {78, u"read before"},
-                                     {79, u"nothing yet"},
-                                     {131, u"96 to 150"},
-                                     {132, u"refused"},
-                                     {190, u"saved"},
-                                     {720, u"disk: {1}"},
-                                     {761, u"{1}: distance line {2}"},
-                                     {762, u"{1}: value in line {2}"},
-                                     {763, u"{1}: too long from {2}"},
-                                     {764, u"unusable {1}"},
+        test::numberEveryText(state.texts);
+        for (const int number : {720, 761, 762, 763, 773, 776})
+            test::setText(state.texts, number, u"m" + textFromNumber(number) + u" {1}, {2}");
+        for (const int number : {764, 806, 812})
+            test::setText(state.texts, number, u"m" + textFromNumber(number) + u" {1}");
+        test::setTexts(state.texts, {{301, u" of 168   "},
                                      {772, u"replace {1} and {2}?"},
-                                     {773, u"{1}: not in line {2}"},
-                                     {775, u"{1} is not {2}"},
-                                     {776, u"{1} lacks {2}"},
-                                     {806, u"outside in {1}:"},
                                      {807, u"{1} to {2}: {3}"},
-                                     {808, u"think"},
-                                     {811, u"{1} and {2} before {3} and {4}?"},
-                                     {812, u"not among the shipped: {1}"}});
+                                     {811, u"{1} and {2} before {3} and {4}?"}});
         test::setCaption(state.texts, 161, u"changed");
         state.userFolders.speedSteps = {"fs", "shipped-fs", {}};
         state.userFolders.distances = {"abs", "shipped-abs", {}};
@@ -90,28 +77,17 @@ const Preset& preset(std::string_view kind)
     return *std::find_if(all.begin(), all.end(), [&](const Preset& one) { return one.kind == kind; });
 }
 
-TEST(PresetsTest, EachIsShippedWholeAndKnownByBothNamesOfItsDistances)
+TEST(PresetsTest, EachIsShippedAndKnownByBothNamesOfItsDistances)
 {
     test::FolderFiles files;
     const auto shipped = std::filesystem::path(KARVO_PROGRAM_FOLDER) / "original";
-    const auto read = [&](const char* folder, std::string_view name) {
-        return files.readWhole(shipped / folder / name, textFileLimit).value_or(Bytes());
-    };
     for (const Preset& one : presets()) {
-        const auto steps = parseSpeedStepFile(read("FS_listen", one.stepFile));
-        EXPECT_FALSE(steps.fault) << one.kind;
-        EXPECT_EQ(steps.records.size(), 28U) << one.kind;
-        const auto distances = parseDistanceFile(read("ABS_listen", one.distanceFile));
-        EXPECT_TRUE(std::holds_alternative<WritePlan>(planOfDistances(distances.values))) << one.kind;
+        EXPECT_TRUE(files.exists(shipped / "FS_listen" / one.stepFile)) << one.kind;
+        EXPECT_TRUE(files.exists(shipped / "ABS_listen" / one.distanceFile)) << one.kind;
         EXPECT_EQ(presetOfDistanceFile(std::filesystem::path("a") / one.distanceFile), &one);
     }
-    for (const BasedPreset& one : basedPresets()) {
-        const auto parsed = parseBasedSpeedTable(read("FS_listen", one.file));
-        const auto* const table = std::get_if<BasedSpeedTable>(&parsed);
-        ASSERT_NE(table, nullptr) << one.file;
-        EXPECT_EQ(table->base, table->steps.front()) << one.file;
-        EXPECT_EQ(table->top, table->steps.back()) << one.file;
-    }
+    for (const BasedPreset& one : basedPresets())
+        EXPECT_TRUE(files.exists(shipped / "FS_listen" / one.file)) << one.file;
     EXPECT_EQ(presetOfDistanceFile("ci46_12.BCR"), &preset("CI46_1"));
     EXPECT_EQ(presetOfDistanceFile("CI_26.bcr"), nullptr);
     EXPECT_EQ(presetOfDistanceFile("CI26_12.fcr"), nullptr);
@@ -134,7 +110,7 @@ TEST(PresetsTest, LoadsBothFilesIntoTheTableAndTheList)
     EXPECT_EQ(bench.lineOf(52), "CV52 = 1                 [110]  changed !");
     EXPECT_TRUE(bench.state.set.unsavedChanges);
     EXPECT_EQ(bench.journal.back(), "list changed");
-    EXPECT_EQ(bench.messages(), (Told{"outside in shipped-fs/FS_CI26_12.fcr:\r\n3 to 168: 2 = 1\r\nthink"}));
+    EXPECT_EQ(bench.messages(), (Told{"m806 shipped-fs/FS_CI26_12.fcr\r\n3 to 168: 2 = 1\r\nm808"}));
     EXPECT_EQ(loadPreset(bench.bench, preset("CI26_1")), 0) << "nothing is another value now";
     EXPECT_EQ(bench.lineOf(97), "  1 = 12 of 168     changed !") << "nothing was brought";
 }
@@ -151,12 +127,12 @@ TEST(PresetsTest, ASecondPresetShowsTheValueThatCountsLastAndOneMark)
     EXPECT_EQ(loadPreset(bench.bench, preset("CI46_2")), 3);
     EXPECT_EQ(bench.lineOf(97), "  1 = 12 of 168          [7]  changed !");
     EXPECT_EQ(bench.lineOf(95), "  3 = 30 of 168     changed !");
-    const std::string outside = "outside in fs/FS_CI46_24.fcr:\r\n3 to ";
-    EXPECT_EQ(bench.messages(), (Told{outside + "168: 2 = 0, 28 = 255\r\nthink"}));
+    const std::string outside = "m806 fs/FS_CI46_24.fcr\r\n3 to ";
+    EXPECT_EQ(bench.messages(), (Told{outside + "168: 2 = 0, 28 = 255\r\nm808"}));
     bench.state.set.table.at(97, Column::lowerLimit) = u"10"; // the list's limits where they are narrower
     bench.state.set.profile.generation = Generation::f5;
     loadPreset(bench.bench, preset("CI46_2"));
-    EXPECT_EQ(bench.messages(), (Told{outside + "120: 2 = 0, 28 = 255\r\n10 to 120: 1 = 7\r\nthink"}));
+    EXPECT_EQ(bench.messages(), (Told{outside + "120: 2 = 0, 28 = 255\r\n10 to 120: 1 = 7\r\nm808"}));
 }
 
 TEST(PresetsTest, AFaultEndsTheLoadAndKeepsWhatWasMerged)
@@ -165,15 +141,15 @@ TEST(PresetsTest, AFaultEndsTheLoadAndKeepsWhatWasMerged)
     for (int i = 0; i < 29; ++i)
         tooLong += "97;" + std::to_string(i) + ";x\r\n";
     const std::tuple<std::string, const char*, std::optional<int>, Told> cases[] = {
-        {"97;12;x\r\n96;x;x\r\n95;13;x\r\n", "48;20;x;", 1, {"fs/FS_Faller.fcr: value in line 3"}},
-        {"97;300;x\r\n", "48;20;x;", {}, {"fs/FS_Faller.fcr: value in line 2"}},
-        {"nothing\r\n", "48;20;x;", {}, {"unusable fs/FS_Faller.fcr"}},
-        {tooLong, "48;20;x;", 1, {"fs/FS_Faller.fcr: too long from 30"}},
+        {"97;12;x\r\n96;x;x\r\n95;13;x\r\n", "48;20;x;", 1, {"m762 fs/FS_Faller.fcr, 3"}},
+        {"97;300;x\r\n", "48;20;x;", {}, {"m762 fs/FS_Faller.fcr, 2"}},
+        {"nothing\r\n", "48;20;x;", {}, {"m764 fs/FS_Faller.fcr"}},
+        {tooLong, "48;20;x;", 1, {"m763 fs/FS_Faller.fcr, 30"}},
         // Distances outside their range are left out.
         {"97;12;x\r\n",
          "52;95;x;\r\n53;x;x;\r\n54;7;x",
          2,
-         {"abs/Faller.bcr: distance line 3", "abs/Faller.bcr\r\nrefused\r\n96 to 150"}},
+         {"m761 abs/Faller.bcr, 3", "abs/Faller.bcr\r\nm132\r\nm131"}},
     };
     for (const auto& [steps, distances, changed, told] : cases) {
         PresetBench bench;
@@ -191,15 +167,15 @@ TEST(PresetsTest, NeedsAListWithSpeedSteps)
     PresetBench bench(false);
     EXPECT_FALSE(loadPreset(bench.bench, preset("Faller")) || loadOwnPreset(bench.bench, u"t") ||
                  planOfBaseAndTop(bench.bench, preset("Faller")));
-    EXPECT_EQ(bench.messages(), Told(3, "no CVs\r\n\r\nread first"));
+    EXPECT_EQ(bench.messages(), Told(3, "m24\r\n\r\nm25"));
     EXPECT_FALSE(savePreset(bench.bench, preset("Faller")) || saveOwnPreset(bench.bench, u"t"));
-    EXPECT_EQ(bench.messages(), Told(2, "nothing yet\r\n\r\nread before"));
+    EXPECT_EQ(bench.messages(), Told(2, "m79\r\n\r\nm78"));
     PresetBench v1;
     v1.put("fs/FS_Faller.fcr", stepFile("97;12;x\r\n70;140;x\r\n"));
     for (int cv = 70; cv <= 97; ++cv)
         v1.state.set.table.at(cv, Column::factoryValue).clear();
     EXPECT_FALSE(savePreset(v1.bench, preset("Faller")));
-    EXPECT_EQ(v1.messages(), Told{"KV07 lacks CV70-97"});
+    EXPECT_EQ(v1.messages(), Told{"m776 KV07, CV70-97"});
     EXPECT_TRUE(planOfBaseAndTop(v1.bench, preset("Faller"))) << "CV2 and CV5 are all that it needs";
 }
 
@@ -209,7 +185,7 @@ TEST(PresetsTest, SavesTheDistancesThenTheStepsAndAsksBeforeItReplaces)
     for (const auto& [cv, value] : {std::pair{97, 6}, {70, 150}, {48, 20}, {52, 110}, {53, 21}, {54, 41}})
         bench.state.set.table.setValue(cv, value);
     EXPECT_TRUE(savePreset(bench.bench, preset("CI46_2")));
-    EXPECT_EQ(bench.journal, (Journal{"message saved fs/FS_CI46_24.fcr"}));
+    EXPECT_EQ(bench.journal, (Journal{"message m190 fs/FS_CI46_24.fcr"}));
     const auto distances = bench.saved("abs/CI_46_24.bcr");
     EXPECT_TRUE(distances.starts_with("CV-Nummer;CV-Wert;CV-Text\r\n48;20;Bremswert ")) << distances;
     EXPECT_TRUE(distances.ends_with("oberhalb von CV 52 liegt\r\n")) << "no trailer";
@@ -224,7 +200,7 @@ TEST(PresetsTest, SavesTheDistancesThenTheStepsAndAsksBeforeItReplaces)
     bench.files.saveFailure = u"full";
     bench.prompts.answer(true);
     EXPECT_FALSE(savePreset(bench.bench, preset("CI46_2")));
-    EXPECT_EQ(bench.journal.back(), "message disk: abs/CI_46_24.bcr");
+    EXPECT_EQ(bench.journal.back(), "message m720 abs/CI_46_24.bcr, full");
 }
 
 TEST(PresetsTest, TheShippedTablesStayBehindTheUsersOwn)
@@ -252,7 +228,7 @@ TEST(PresetsTest, TheShippedTablesStayBehindTheUsersOwn)
     EXPECT_EQ(load(), 13) << "back when one's own is taken away";
     bench.choose("fs/other.fcr", "Shipped-abs/../shipped-abs/other.bcr");
     EXPECT_FALSE(saveOwnPreset(bench.bench, u"t"));
-    EXPECT_EQ(bench.journal.back(), "message not among the shipped: Shipped-abs/../shipped-abs/other.bcr");
+    EXPECT_EQ(bench.journal.back(), "message m812 Shipped-abs/../shipped-abs/other.bcr");
     EXPECT_FALSE(bench.files.exists("fs/other.fcr"));
 }
 
@@ -274,7 +250,7 @@ TEST(PresetsTest, LoadsAndSavesTwoFilesThatArePicked)
     bench.choose("fs/new.fcr", "abs/new.bcr");
     EXPECT_TRUE(saveOwnPreset(bench.bench, u"t"));
     EXPECT_EQ(bench.journal,
-              (Journal{"save *.fcr in fs: ", "save *.bcr in abs: ", "message saved fs/new.fcr"}));
+              (Journal{"save *.fcr in fs: ", "save *.bcr in abs: ", "message m190 fs/new.fcr"}));
     EXPECT_TRUE(bench.saved("abs/new.bcr").starts_with("CV-Nummer;CV-Wert;CV-Text\r\n48;20;"));
     bench.choose("fs/other.fcr", std::nullopt);
     EXPECT_FALSE(saveOwnPreset(bench.bench, u"t"));
@@ -289,12 +265,12 @@ TEST(PresetsTest, BaseAndTopSpeedOfAPreset)
               "2=6 5=110 ");
     bench.put("fs/FS_Faller.fcr", stepFile("97;6;x\r\n"));
     EXPECT_FALSE(planOfBaseAndTop(bench.bench, preset("Faller")));
-    EXPECT_EQ(bench.messages(), Told{"unusable fs/FS_Faller.fcr"});
+    EXPECT_EQ(bench.messages(), Told{"m764 fs/FS_Faller.fcr"});
     EXPECT_FALSE(planOfBaseAndTop(bench.bench, preset("CI46_2")));
-    EXPECT_TRUE(bench.messages()[0].starts_with("cannot open fs/FS_CI46_24.fcr"));
+    EXPECT_TRUE(bench.messages()[0].starts_with("m1 fs/FS_CI46_24.fcr"));
     bench.put("fs/FS_Faller_CV2_CV5.fcr", stepFile("2;6;x\r\n97;1;x\r\n"));
     EXPECT_FALSE(readBasedPreset(bench.bench, basedPresets()[0]));
-    EXPECT_EQ(bench.messages(), Told{"fs/FS_Faller_CV2_CV5.fcr: not in line 3"});
+    EXPECT_EQ(bench.messages(), Told{"m773 fs/FS_Faller_CV2_CV5.fcr, 3"});
 }
 
 } // namespace
