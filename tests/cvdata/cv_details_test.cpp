@@ -5,8 +5,6 @@
 
 namespace karvo
 {
-namespace
-{
 
 TEST(CvDetailsTest, EachFieldComesFromItsColumnAndBitTextsAreLinesFromWeightOneUp)
 {
@@ -57,5 +55,4 @@ TEST(CvUseTest, MarksAreWordsOfTheirFieldAndNothingElseIsOne)
     }
 }
 
-} // namespace
 } // namespace karvo

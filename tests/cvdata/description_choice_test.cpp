@@ -4,8 +4,6 @@
 
 namespace karvo
 {
-namespace
-{
 
 TEST(DescriptionChoiceTest, OnlyAFileOfAllLanguagesHasACompanion)
 {
@@ -39,5 +37,4 @@ TEST(OfflineListTest, ItemsAndVariantsChooseTheirFiles)
     EXPECT_EQ(modelCode(offlineListOf("mnu_KV06_FW")->model), u"06");
 }
 
-} // namespace
 } // namespace karvo

@@ -26,17 +26,16 @@ TEST(DescriptionFileTest, FieldsFillTheColumnsOfTheRowThatTheirNumberNames)
             bytesOf("\xEF\xBB\xBFStandard KV07\r\n4;3;L\xC3\xA4nge;1;126;3;\n2;5;erste$zweite;rest\r\n" +
                     end + "\r\n5;9;no row;\r\n"));
         ASSERT_TRUE(description);
-        EXPECT_EQ(description->header(), u"Standard KV07");
         EXPECT_EQ(description->rowCount, 2);
         EXPECT_EQ(description->lines.size(), 6u);
-        EXPECT_EQ(description->lines[3], u"2;5;erste$zweite;rest");
         const CvTable& table = description->table;
         EXPECT_EQ(table.describedCvs(), (std::vector{2, 4}));
-        EXPECT_EQ(table.at(2, 2), u"5");
-        EXPECT_EQ(table.at(2, 3), u"erste\r\nzweite");
+        EXPECT_EQ(
+            (std::vector<Text>{description->header(), description->lines[3], table.at(2, 2), table.at(2, 3),
+                               table.at(4, Column::text), table.at(4, Column::upperLimit)}),
+            (std::vector<Text>{u"Standard KV07", u"2;5;erste$zweite;rest", u"5", u"erste\r\nzweite", u"Länge",
+                               u"126"}));
         EXPECT_EQ(table.at(2, 4), u""); // behind the last ";"
-        EXPECT_EQ(table.at(4, Column::text), u"Länge");
-        EXPECT_EQ(table.at(4, Column::upperLimit), u"126");
         EXPECT_TRUE(description->faults.empty());
     }
 }

@@ -62,10 +62,11 @@ TEST(ExpertChoiceTest, AnOfflineListFollowsFirmwareV1OfTheDecoderOnTheBench)
 {
     // Item of the list; type code and generation of the decoder on the bench.
     const std::tuple<std::string_view, int, Generation, const char*> cases[] = {
-        {"mnu_kv07", 7, v1, "CV_exp_kv07_V1_EN.txt"},   {"mnu_KV08", 8, v1, "CV_exp_kv08_V1_EN.txt"},
-        {"mnu_KV08", 7, v1, "CV_exp_kv08_EN.txt"},      {"mnu_kv07", 7, f3, "CV_exp_kv07_EN.txt"},
-        {"mnu_KV07_Bus", 7, v1, "CV_exp_kv07_EN.txt"},  {"mnu_KV05", 57, v1, "CV_exp_v1_5.txt"},
-        {"mnu_KV04_Bus_09", 0, from2009, "CV_exp.txt"}, {"mnu_KV04_neu", 0, from2009, "CV_exp_v1.txt"},
+        {"mnu_kv07", 7, v1, "CV_exp_kv07_V1_EN.txt"},     {"mnu_KV08", 8, v1, "CV_exp_kv08_V1_EN.txt"},
+        {"mnu_KV08", 7, v1, "CV_exp_kv08_EN.txt"},        {"mnu_kv07", 7, f3, "CV_exp_kv07_EN.txt"},
+        {"mnu_KV07_Bus", 7, v1, "CV_exp_kv07_EN.txt"},    {"mnu_KV05", 57, v1, "CV_exp_v1_5.txt"},
+        {"mnu_KV06_Bus", 0, from2009, "CV_exp_v1_6.txt"}, {"mnu_KV08_FW", 0, from2009, "CV_exp_kv08_EN.txt"},
+        {"mnu_KV04_Bus_09", 0, from2009, "CV_exp.txt"},   {"mnu_KV04_neu", 0, from2009, "CV_exp_v1.txt"},
     };
     for (const auto& [item, typeCode, generation, file] : cases) {
         const OfflineList& list = *offlineListOf(item);

@@ -178,23 +178,21 @@ TEST(ListFileTest, WhatIsNotUnderstoodStandsWhereItStood)
 
 TEST(ListFileTest, TheTrailerIsRead)
 {
-    using Known = std::optional<Processor>;
-    const std::tuple<const char*, Known, TextView, std::optional<int>> cases[] = {
-        {"ATmega168\n \nFirmware_Version: 0\n \n", Processor::atmega168, u"", {}},
-        {"ATmega328\n80\nFirmware_Version: 12\n", Processor::atmega328, u"", 12},
-        {"80\nFirmware_Version: 255\n", {}, u"", 255},
-        {"ATmega1284\n", {}, u"ATmega1284", {}},
-        {"", {}, u"", {}},
-        {"ATmega168\nFirmware_Version: 256\n", Processor::atmega168, u"", {}},
-        {"ATmega168\nFirmware_Version:\n", Processor::atmega168, u"", {}},
+    using Read = std::tuple<std::optional<Processor>, Text, std::optional<int>>;
+    const std::pair<const char*, Read> cases[] = {
+        {"ATmega168\n \nFirmware_Version: 0\n \n", {Processor::atmega168, u"", {}}},
+        {"ATmega328\n80\nFirmware_Version: 12\n", {Processor::atmega328, u"", 12}},
+        {"80\nFirmware_Version: 255\n", {std::nullopt, u"", 255}},
+        {"ATmega1284\n", {std::nullopt, u"ATmega1284", {}}},
+        {"", {std::nullopt, u"", {}}},
+        {"ATmega168\nFirmware_Version: 256\n", {Processor::atmega168, u"", {}}},
+        {"ATmega168\nFirmware_Version:\n", {Processor::atmega168, u"", {}}},
     };
-    for (const auto& [trailer, processor, unknown, firmware] : cases) {
-        const auto parsed = parseListFile(
-            bytesOf("K\n1;3;a;\nEnde CV\n" + std::string(trailer) + "Anfang FS\nATmega168\nEnde FS\n"));
-        const auto& list = std::get<ListFile>(parsed);
-        EXPECT_EQ(list.processor, processor) << trailer;
-        EXPECT_EQ(list.unknownProcessor, unknown) << trailer;
-        EXPECT_EQ(list.firmwareVersion, firmware) << trailer;
+    for (const auto& [trailer, read] : cases) {
+        const auto content =
+            "K\n1;3;a;\nEnde CV\n" + std::string(trailer) + "Anfang FS\nATmega168\nEnde FS\n";
+        const auto list = std::get<ListFile>(parseListFile(bytesOf(content)));
+        EXPECT_EQ(Read(list.processor, list.unknownProcessor, list.firmwareVersion), read) << trailer;
     }
 }
 

@@ -15,12 +15,9 @@ namespace
 TEST(ListRowsTest, FindsRowsByName)
 {
     const MainList list = {{u"CV17 = 3", {}, 17}, {u"CV1  = 4", {}, 1}, {u" 28 = 99 of 168   ", {}, 70}};
-    EXPECT_EQ(listRowOf(list, u"CV17"), 1);
-    EXPECT_EQ(listRowOf(list, u"CV1"), 2);
-    EXPECT_EQ(listRowOf(list, u"CV18"), 999);
-    EXPECT_EQ(listRowOf({}, u"CV1"), 999);
-    EXPECT_EQ(listRowOfStep(list, 28), 3);
-    EXPECT_EQ(listRowOfStep(list, 1), 999);
+    EXPECT_EQ((std::vector{listRowOf(list, u"CV17"), listRowOf(list, u"CV1"), listRowOfStep(list, 28),
+                           listRowOf(list, u"CV18"), listRowOf({}, u"CV1"), listRowOfStep(list, 1)}),
+              (std::vector{1, 2, 3, 999, 999, 999}));
 }
 
 TEST(ListRowsTest, ANewValueTakesAsManyCharactersAsItHasDigits)

@@ -4,8 +4,6 @@
 
 namespace karvo
 {
-namespace
-{
 
 TEST(FirstStartTest, CaptionsFollowTheLocale)
 {
@@ -26,5 +24,4 @@ TEST(FirstStartTest, CaptionsFollowTheLocale)
     }
 }
 
-} // namespace
 } // namespace karvo

@@ -6,8 +6,6 @@
 
 namespace karvo
 {
-namespace
-{
 
 using test::bytesOf;
 using test::Journal;
@@ -60,5 +58,4 @@ TEST(LiveValueTest, TheSumOfThePacketIsModulo256AndAClosedPortStaysClosedUnlessA
     EXPECT_EQ(bench.state.lastReply, (Bytes{6, 9}));
 }
 
-} // namespace
 } // namespace karvo

@@ -6,8 +6,6 @@
 
 namespace karvo
 {
-namespace
-{
 
 using test::LinkBench;
 
@@ -38,5 +36,4 @@ TEST(PortChoiceTest, TheSearchTriesAllInOrderAndChoosingStoresTheNumber)
     EXPECT_FALSE(bench.line.isOpen());
 }
 
-} // namespace
 } // namespace karvo
