@@ -44,15 +44,5 @@ TEST(EditorGateTest, OpensWhereModelAndDescriptionHaveWhatItNeeds)
         EXPECT_EQ(utf8FromText(whyNotOpen(editor, set, texts).value_or(Text())), reason);
 }
 
-TEST(EditorGateTest, LeavesOutWhatTheModelHasNot)
-{
-    EXPECT_TRUE(dealsWith(Editor::addresses, setUsing(Model::kv04), 21));
-    EXPECT_FALSE(dealsWith(Editor::addresses, setUsing(Model::receiver), 21)) << "another thing there";
-    EXPECT_FALSE(dealsWith(Editor::addresses, setUsing(Model::kv04, {21}), 21));
-    EXPECT_TRUE(dealsWith(Editor::servoAddresses, setUsing(Model::xtModule), 250));
-    EXPECT_FALSE(dealsWith(Editor::servoAddresses, setUsing(Model::kv07), 250));
-    EXPECT_FALSE(dealsWith(Editor::servoAddresses, setUsing(Model::kv07, {13}), 13));
-}
-
 } // namespace
 } // namespace karvo

@@ -95,86 +95,54 @@ TEST(SpeedCurvesTest, TheExaggeratedCurveStartsHalfAsSteepAndEndsAtTheTop)
     }
 }
 
-TEST(SpeedCurvesTest, WhichValuesAreRefused)
+class CurveQuestionsTest : public testing::Test
 {
-    const auto texts = curveTexts();
-    const auto first = [&](std::optional<int> typed) { return refusalOfFirstStep(typed, 168, texts); };
-    const auto middle = [&](std::optional<int> typed) { return refusalOfMiddleStep(typed, 3, 168, texts); };
-    const auto last = [&](std::optional<int> typed, std::optional<int> middleBefore = {}) {
-        return refusalOfLastStep(typed, {3, 0, middleBefore}, 168, texts);
-    };
-    const std::pair<std::optional<Text>, TextView> cases[] = {{first(2), u"at least 3"},
-                                                              {first({}), u"at least 3"},
-                                                              {first(3), u""},
-                                                              {first(139), u""},
-                                                              {first(140), u"at most 139!"},
-                                                              {last(31), u"step 1 is 3, 29 more"},
-                                                              {last(32), u""},
-                                                              {last(168), u""},
-                                                              {last(169), u"at most 168!"},
-                                                              {last({}), u"at most 168!"},
-                                                              {last(63, 50), u"last from 64"},
-                                                              {last(64, 50), u""},
-                                                              {middle(17), u"middle 18 to 154"},
-                                                              {middle(18), u""},
-                                                              {middle(154), u""},
-                                                              {middle(155), u"middle 18 to 154"},
-                                                              {middle({}), u"middle 18 to 154"}};
-    for (const auto& [refusal, words] : cases)
-        EXPECT_EQ(refusal.value_or(u""), words);
-}
-
-TEST(CurveQuestionsTest, AskEachValueUntilItIsSound)
-{
-    using enum CurveQuestions;
-    const LanguageTables texts = curveTexts();
-    const auto sound = speedCurve(Curve::linear, {10, 100, {}});
-    auto tooFast = sound;
-    tooFast.back() = 200;
-    auto standing = sound;
-    standing.front() = 0;
-    const struct {
-        CurveQuestions questions;
-        SpeedTable shown;
-        std::vector<Text> answers;
-        const char* points;
-        const char* told;
-    } cases[] = {
-        {firstAndLast,
-         sound,
-         {u"2", u"140", u"x", u" 5 ", u"169", u"33", u"34"},
-         "5 0 34",
-         "at least 3; at most 139!; at least 3; at most 168!; step 1 is 5, 29 more; "},
-        {firstMiddleAndLast,
-         sound,
-         {u"5", u"19", u"25", u"38", u"39"},
-         "5 25 39",
-         "middle 20 to 154; last from 39; "},
-        {firstOnly, sound, {u"72", u"71"}, "71 0 100", "step 1 is 72, 29 more; "},
-        {lastOnly, sound, {u"38", u"39"}, "10 0 39", "step 1 is 10, 29 more; "},
-        // An empty answer cancels.
-        {firstAndLast, sound, {u""}, "", ""},
-        {firstAndLast, sound, {u"5", u"  "}, "", ""},
-        {firstMiddleAndLast, sound, {u"5", u"50", u""}, "", ""},
-        // An end that stays and is wrong is told once.
-        {firstOnly, tooFast, {}, "", "at most 168!; "},
-        {lastOnly, standing, {}, "", "at least 3; "},
-    };
-    for (const auto& [questions, shown, answers, points, told] : cases) {
-        test::Journal journal;
-        test::ScriptedPrompts prompts{journal};
+protected:
+    // What was told, and the points in the end.
+    std::string ask(CurveQuestions questions, const std::vector<Text>& answers)
+    {
+        journal.clear();
         for (const Text& answer : answers)
             prompts.type(answer);
-        const auto asked = askForCurve({questions, shown, 168}, prompts, texts);
-        EXPECT_EQ(asked ? std::to_string(asked->first) + " " + std::to_string(asked->middle.value_or(0)) +
-                              " " + std::to_string(asked->last)
-                        : "",
-                  points);
-        std::string messages;
+        const auto points = askForCurve({questions, shown, 168}, prompts, texts);
+        std::string outcome;
         for (const auto& entry : journal)
-            messages += entry.starts_with("message ") ? entry.substr(8) + "; " : "";
-        EXPECT_EQ(messages, told);
+            outcome += entry.starts_with("message ") ? entry.substr(8) + "; " : "";
+        return points ? outcome + std::to_string(points->first) + " " +
+                            std::to_string(points->middle.value_or(0)) + " " + std::to_string(points->last)
+                      : outcome;
     }
+
+    test::Journal journal;
+    test::ScriptedPrompts prompts{journal};
+    LanguageTables texts = curveTexts();
+    SpeedTable shown = speedCurve(Curve::linear, {10, 100, {}});
+};
+
+TEST_F(CurveQuestionsTest, EachValueIsAskedForUntilItIsSound)
+{
+    using enum CurveQuestions;
+    using Answers = std::vector<Text>;
+    const std::tuple<CurveQuestions, Answers, const char*> cases[] = {
+        {firstAndLast, {u"2", u"140", u"x", u" 5 ", u""}, "at least 3; at most 139!; at least 3; "},
+        {firstAndLast, {u"3", u"169", u"y", u"168"}, "at most 168!; at most 168!; 3 0 168"},
+        {firstAndLast, {u"139", u"167", u"168"}, "step 1 is 139, 29 more; 139 0 168"},
+        {firstMiddleAndLast,
+         {u"5", u"19", u"20", u"33", u"34"},
+         "middle 20 to 154; step 1 is 5, 29 more; 5 20 34"},
+        {firstMiddleAndLast,
+         {u"5", u"155", u"z", u"154", u"167", u"168"},
+         "middle 20 to 154; middle 20 to 154; last from 168; 5 154 168"},
+        {firstOnly, {u"72", u"71"}, "step 1 is 72, 29 more; 71 0 100"},
+        {lastOnly, {u"38", u"39"}, "step 1 is 10, 29 more; 10 0 39"},
+        {firstAndLast, {u""}, ""}, // an empty answer cancels
+        {firstMiddleAndLast, {u"5", u"50", u"  "}, ""}};
+    for (const auto& [questions, answers, outcome] : cases)
+        EXPECT_EQ(ask(questions, answers), outcome);
+    shown.back() = 200; // an end that stays and is wrong is told once
+    EXPECT_EQ(ask(firstOnly, {}), "at most 168!; ");
+    shown.front() = 0;
+    EXPECT_EQ(ask(lastOnly, {}), "at least 3; ");
 }
 
 } // namespace

@@ -77,27 +77,6 @@ TEST_F(ExchangeTest, ABlockIsCollectedWholeAndItsProgressShown)
     EXPECT_EQ(bench.view.progress, progress);
 }
 
-TEST_F(ExchangeTest, WhatIsNoReplyEndsTheWait)
-{
-    const std::pair<std::vector<test::Piece>, std::chrono::milliseconds> cases[] = {
-        {{}, 5000ms},
-        {{{0ms, Bytes(514, 1)}}, 5000ms},          // more bytes than awaited are no block
-        {{{20ms, Bytes(10, 1)}, {40ms, {}}}, 40ms} // a hang-up at once
-    };
-    for (const auto& [pieces, time] : cases) {
-        bench.journal.clear();
-        bench.line.replyInPieces(pieces);
-        const auto start = bench.line.now();
-        EXPECT_EQ(Exchange(bench.link, {'E', 'R'}, ReplyLength::exactly(513)), ExchangeEnd::timedOut);
-        EXPECT_EQ(bench.line.now() - start, time);
-        EXPECT_TRUE(bench.state.timeOut);
-        EXPECT_EQ(bench.journal, Journal{"write 69 82"}) << "nothing is sent again";
-    }
-    EnsurePortOpen(bench.link);
-    bench.line.endDuringNextWait();
-    EXPECT_EQ(Exchange(bench.link, {'%'}, ReplyLength::identification()), ExchangeEnd::ended);
-}
-
 TEST(IdentificationTest, EachReplyHasItsTypeCode)
 {
     const std::pair<const char*, int> table[] = {{"04", 0}, {"14", 0},  {"15", 1},  {"16", 2},

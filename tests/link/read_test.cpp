@@ -102,6 +102,7 @@ TEST(ReadTest, AFaultIsToldAndLeavesTheImageAloneAndTheNextReadWorks)
         {full, 0, "99", {}, unknownDecoder, 0ms, unknown},
         {full, 0, "28", at(0ms, blockOf(512)), noReply, 10000ms, silence("513 of 1025 bytes") + over},
         {full, 0, "15", at(0ms, Bytes(413, 1)), noReply, 5000ms, silence("413 of 513 bytes") + over},
+        {full, 0, "15", at(0ms, Bytes(514, 1)), noReply, 5000ms, silence("514 of 513 bytes") + over},
         {forSave, 8, "27", at(5100ms, blockOf(1024)), noReply, 5000ms, silent + over},
         {full, 0, "27", hangsUp, noReply, 600ms, silence("100 of 1025 bytes") + over},
         {full, 0, "16", at(0ms, wrongBlock), wrongCheckByte, 0ms, wrong},
@@ -180,21 +181,8 @@ TEST(ReadTest, AReceiversSingleValuesComeFromItsBlock)
         EXPECT_EQ((std::vector{version, level, cv74, cv77, cv78, cv80, cv478}),
                   isReceiver ? (std::vector{9, 2, 11, 12, 13, 14, 15}) : (std::vector{0, 3, 0, 0, 0, 0, 0}));
     }
-}
-
-TEST(ReadTest, TheSumRunsOverAllDataAndABlockOfNoLengthIsRefused)
-{
-    Bytes block(1025, 0);
-    block[0] = block[1023] = block[1024] = 255;
-    block[511] = 1;
-    CvImage image{};
-    EXPECT_TRUE(takeBlock(block, image));
-    EXPECT_EQ(image[1024], 255);
-    EXPECT_EQ(image[1025], 0);
-    block[1024] = 254;
-    EXPECT_FALSE(takeBlock(block, image));
-    EXPECT_FALSE(takeBlock({}, image));
-    EXPECT_FALSE(takeBlock(Bytes(1200, 0), image));
+    for (const Bytes& noBlock : {Bytes(), Bytes(1200, 0)})
+        EXPECT_FALSE(takeBlock(noBlock, image));
 }
 
 } // namespace
