@@ -24,9 +24,6 @@ TEST(DecoderProfileTest, ModelAndGenerationFollowFromIdentificationAndMemory)
         {0, u"04", imageWith({{7, 2}}), Model::kv04, until2008Second},
         {0, u"04", imageWith({{7, 3}}), Model::kv04, until2008Last},
         {0, u"14", imageWith({{7, 1}}), Model::kv04, from2009},
-        {1, u"15", imageWith({}), Model::kv05, standard},
-        {2, u"16", imageWith({}), Model::kv06, standard},
-        {4, u"24", imageWith({}), Model::kv04, undated},
         {4, u"24", imageWith({{499, 3}, {500, 12}, {501, 12}}), Model::kv04, may2010},
         {5, u"25", imageWith({{499, 30}, {500, 10}, {501, 12}}), Model::kv05, may2010},
         {5, u"25", imageWith({{499, 1}, {500, 11}, {501, 12}}), Model::kv05, november2012},
@@ -40,10 +37,8 @@ TEST(DecoderProfileTest, ModelAndGenerationFollowFromIdentificationAndMemory)
         {8, u"28", imageWith({{7, 9}, {73, 3}}), Model::kv08, v1},
         {8, u"28", imageWith({{7, 9}, {73, 4}}), Model::kv08, standard},
         {7, u"27", imageWith({{7, 4}, {73, 0}, {498, 1}}), Model::kv07, laneControl},
-        {7, u"27", imageWith({{7, 4}, {498, 2}}), Model::kv07, tacho},
         {57, u"A7", imageWith({{7, 1}}), Model::trailer, v1},
         {57, u"A7", imageWith({{7, 2}}), Model::trailer, standard},
-        {80, u"80", imageWith({}), Model::receiver, standard},
     };
     for (const auto& [typeCode, identification, image, model, generation] : cases) {
         const auto profile = profileOf(typeCode, identification, image, {});

@@ -28,7 +28,7 @@ protected:
                            .profile = profile,
                            .rawReply = reply,
                            .speedStepUnit = u" (0..168) ",
-                           .decimalComma = decimalComma,
+                           .decimalComma = true,
                            .baseline = baseline ? &*baseline : nullptr,
                            .changedMark = u"geändert",
                            .speedTableName = u"Tabelle"});
@@ -43,7 +43,6 @@ protected:
 
     CvTable table;
     std::optional<CvValues> baseline;
-    bool decimalComma = true;
     DecoderProfile profile;
     Bytes reply;
 };
@@ -109,18 +108,6 @@ TEST_F(MainListTest, OneGroupLineStandsForTheSpeedTableOfKv05AndKv06)
         {u"stufe 18", ListHit{1, 80}, {1, 80}}};
     for (const auto& [word, after, hit] : searches)
         EXPECT_EQ(nextHit(list, table, word, after), hit) << utf8FromText(word);
-}
-
-TEST_F(MainListTest, BatteryLineHasVoltageAndRawValue)
-{
-    describe(1, 1, u"3");
-    reply.assign(1025, 0);
-    EXPECT_EQ(texts().size(), 1u);
-    reply[504] = 196;
-    EXPECT_EQ(texts().back(), "Akkuspannung = 3,92 Volt (196)");
-    reply[504] = 200;
-    decimalComma = false;
-    EXPECT_EQ(texts().back(), "Akkuspannung = 4.00 Volt (200)");
 }
 
 TEST_F(MainListTest, AReceiversServosHaveTheirAddressOnALineOfItsOwn)

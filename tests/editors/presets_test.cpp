@@ -184,13 +184,14 @@ TEST(PresetsTest, SavesTheDistancesThenTheStepsAndAsksBeforeItReplaces)
     PresetBench bench;
     for (const auto& [cv, value] : {std::pair{97, 6}, {70, 150}, {48, 20}, {52, 110}, {53, 21}, {54, 41}})
         bench.state.set.table.setValue(cv, value);
+    bench.state.set.table.at(96, Column::text) = u"a;b\r\nc";
     EXPECT_TRUE(savePreset(bench.bench, preset("CI46_2")));
     EXPECT_EQ(bench.journal, (Journal{"message m190 fs/FS_CI46_24.fcr"}));
     const auto distances = bench.saved("abs/CI_46_24.bcr");
     EXPECT_TRUE(distances.starts_with("CV-Nummer;CV-Wert;CV-Text\r\n48;20;Bremswert ")) << distances;
     EXPECT_TRUE(distances.ends_with("oberhalb von CV 52 liegt\r\n")) << "no trailer";
     const auto steps = bench.saved("fs/FS_CI46_24.fcr");
-    EXPECT_TRUE(steps.starts_with("CV-Nummer;CV-Wert;CV-Text\r\n97;6;Wort 97\r\n")) << steps;
+    EXPECT_TRUE(steps.starts_with("CV-Nummer;CV-Wert;CV-Text\r\n97;6;Wort 97\r\n96;1;a,b c\r\n95;")) << steps;
     EXPECT_TRUE(steps.ends_with("70;150;Wort 70\r\n")) << steps;
     bench.state.set.table.setValue(97, 7);
     bench.prompts.answer(false);

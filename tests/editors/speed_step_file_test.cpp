@@ -61,22 +61,6 @@ TEST(SpeedStepFileTest, WhatTheReaderTakes)
         EXPECT_EQ(readingOf("K\r\n" + allSteps() + oneTooMany), whole + "too long 30");
 }
 
-TEST(SpeedStepFileTest, SavesToTheLetter)
-{
-    CvTable table;
-    for (int step = 1; step <= 28; ++step) {
-        table.setValue(98 - step, step * 6);
-        table.at(98 - step, Column::text) = u"Fahrstufe " + textFromNumber(step);
-    }
-    table.at(96, Column::text) = u"a;b\r\nc";
-    const Bytes saved = speedStepFileContent(table);
-    const std::string text(saved.begin(), saved.end());
-    EXPECT_TRUE(text.starts_with("CV-Nummer;CV-Wert;CV-Text\r\n97;6;Fahrstufe 1\r\n96;12;a,b c\r\n95;18;"))
-        << text;
-    EXPECT_TRUE(text.ends_with("\r\n71;162;Fahrstufe 27\r\n70;168;Fahrstufe 28\r\n")) << text;
-    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 29);
-}
-
 TEST(SpeedStepFileTest, ATableWithBaseAndTopSpeedIsWholeOrRefused)
 {
     const std::string good = "K\r\n2;20;base\r\n5;140;top\r\n" + allSteps();
