@@ -1,5 +1,6 @@
 #include "cvdata/list_file.h"
 
+#include "cvdata/description_choice.h"
 #include "cvdata/description_file.h"
 #include "cvdata/list_header.h"
 #include "support/folder_files.h"
@@ -111,6 +112,15 @@ TEST(ListFileTest, ComputedSpeedStepsReplaceTheDescriptions)
     EXPECT_EQ(savedText(set), saved);
 }
 
+// Of the model itself, not of a preset.
+bool isDescriptionOf(const std::string& name, const DecoderProfile& profile)
+{
+    return std::any_of(allLanguages.begin(), allLanguages.end(), [&](LanguageCode language) {
+        const auto file = descriptionFileName(profile, language);
+        return name == file || name == textCompanionName(file, language);
+    });
+}
+
 TEST(ListFileTest, EveryInstalledDescriptionSurvivesSaveOpenSave)
 {
     int descriptions = 0;
@@ -124,6 +134,7 @@ TEST(ListFileTest, EveryInstalledDescriptionSurvivesSaveOpenSave)
         CvSet set = setOf(*content, 0, firmware, Processor::atmega168);
         const auto model = modelOfHeader(set.descriptionLines[1]);
         ASSERT_TRUE(model) << name;
+        EXPECT_NE(isDescriptionOf(name, model->profile), model->isPreset) << name;
         set.profile.typeCode = model->profile.typeCode;
         for (const int cv : set.table.describedCvs())
             set.table.setValue(cv, 255 - cv % 256);
