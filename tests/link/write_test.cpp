@@ -151,22 +151,6 @@ TEST_F(WriteTest, TheNoticeNamesWhatHasBeenWrittenWhereItIsWanted)
     EXPECT_EQ(lastOf(48), "status c873") << "told by the operation";
 }
 
-TEST_F(WriteTest, AHangUpIsSilenceAndTheNextWriteOpensThePortAnew)
-{
-    bench.answer({bytesOf("27")});
-    bench.line.replyInPieces({{20ms, {}}});
-    EXPECT_EQ(writeCv(bench.link, {48, 1}), noReply);
-    EXPECT_EQ(bench.line.now(), 20ms);
-    bench.answerAll();
-    EXPECT_EQ(writeCv(bench.link, {48, 1}), written);
-    EXPECT_EQ(bench.times("open 1"), 2);
-    bench.line.close();
-    bench.passed();
-    bench.line.refuseToOpen({u"Access denied", {}});
-    EXPECT_EQ(writeCv(bench.link, {48, 1}), ended);
-    EXPECT_EQ(bench.passed(), "status writing CV48, message Access denied, end program");
-}
-
 TEST_F(WriteTest, ClosingTheProgramShowsNothingAtAnyStep)
 {
     const std::string sent[] = {"write 37", ", write 69 87 83", ", write 47 1 48"};
