@@ -94,6 +94,7 @@ TEST(ExpertFileTest, EntriesAreFoundByTheirNumberAndFaultsByTheirLine)
 TEST(ExpertFileTest, ALineSaysTheFirstSentenceOfWhatIsKnown)
 {
     const Text longText(30, u'a');
+    const Text half(37, u'a');
     const std::pair<Text, Text> cases[] = {
         {u"", u"name"},
         {u"  ", u"name"},
@@ -101,6 +102,8 @@ TEST(ExpertFileTest, ALineSaysTheFirstSentenceOfWhatIsKnown)
         {u"Das gilt. Sonst nicht.", u"Das gilt."},
         {u"Werte z. B. 10 oder 3.5 sind gut. Mehr nicht.", u"Werte z. B. 10 oder 3.5 sind gut."},
         {u"Was dann?\r\nDas.", u"Was dann?"},
+        {half + u' ' + half, half + u' ' + half},
+        {half + u' ' + half + u'b', half + u"\u2026"},
         {longText + u' ' + longText + u' ' + longText, longText + u' ' + longText + u"\u2026"},
     };
     for (const auto& [knowledge, line] : cases)

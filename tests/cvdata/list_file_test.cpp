@@ -164,9 +164,10 @@ TEST(ListFileTest, WhatIsNotUnderstoodStandsWhereItStood)
           {wrongValue, 7},
           {repeatedRow, 8},
           {wrongValue, 9},
-          {unknownProcessor, 12}}},
+          {unknownProcessor, 14}}},
         {"beyond_the_table", {{numberOutOfRange, 3}, {numberOutOfRange, 4}}},
         {"cut", {{noFileEnd, 8}}},
+        {"without_end", {{noEnd, 3}}},
         {"line_feeds", {}},
         {"greek", {}}, // what Windows-1252 lacks is not lost
     };
@@ -183,7 +184,8 @@ TEST(ListFileTest, WhatIsNotUnderstoodStandsWhereItStood)
     EXPECT_EQ(set.table.at(167, 16), u"m");
     for (const auto& [cv, value] : {std::pair(5, 8), {2, 9}, {6, 4}})
         set.table.setValue(cv, value);
-    EXPECT_NE(savedText(set).find("\r\n002;9;sieben;\r\n5;8;kein Wert;\r\n5;9;noch einmal;\r\n6;4;1\r\n"),
+    EXPECT_NE(savedText(set).find(
+                  "\r\n002;9;sieben;\r\n5;8;kein Wert;\r\n5;9;noch einmal;\r\n6;4;1\r\n7; 08;\r\n8;;\r\n"),
               std::string::npos);
 }
 

@@ -150,10 +150,12 @@ TEST_F(MainListTest, PositioningFindsTheWholeNumber)
     for (const int cv : {1, 10, 11, 100, 110})
         describe(cv, cv, u"0");
     describe(70, 97, u"0");
+    reply.assign(1025, 196); // a line for the battery, which no CV stands on
     const std::pair<int, std::optional<std::size_t>> cases[] = {
         {1, 0}, {10, 1}, {11, 2}, {97, 3}, {70, 30}, {100, 31}, {110, 32}, {0, {}}, {101, {}}, {256, {}}};
     for (const auto& [cv, position] : cases)
         EXPECT_EQ(positionOf(fill(), cv), position) << cv;
+    EXPECT_EQ(texts().back(), "Akkuspannung = 3,92 Volt (196)");
 }
 
 TEST_F(MainListTest, SearchGoesOnFromTheLastHitAndStartsOver)

@@ -32,7 +32,7 @@ TEST(TextTest, Windows1252HasItsOwnCharactersAndItsGaps)
 
 TEST(TextTest, Utf8RoundTripAndBrokenSequences)
 {
-    const std::string mixed = "a\xC3\xA4\xE2\x82\xAC\xF0\x9F\x9A\x92";
+    const std::string mixed = "a\xC3\xA4\xE0\xA4\x84\xE2\x82\xAC\xF0\x9F\x9A\x92";
     EXPECT_EQ(utf8FromText(textFromUtf8(mixed)), mixed);
     EXPECT_EQ(textFromUtf8("\xC3"), u"\uFFFD");
     EXPECT_EQ(textFromUtf8("\xC0\x80x"), u"\uFFFD\uFFFDx");         // overlong
