@@ -93,45 +93,38 @@ TEST(PresetsTest, EachIsShippedAndKnownByBothNamesOfItsDistances)
     EXPECT_EQ(presetOfDistanceFile("CI26_12.fcr"), nullptr);
 }
 
-TEST(PresetsTest, LoadsBothFilesIntoTheTableAndTheList)
+TEST(PresetsTest, LoadsBothFilesIntoTheTableAndTheListWithOneMarkEach)
 {
     PresetBench bench;
+    CvSet& set = bench.state.set;
     bench.put("shipped-fs/FS_CI26_12.fcr",
               stepFile("97;12;x\r\n96;1;x\r\n70;140;x\r\n50;7;x\r\n5;99;x\r\n120;88;x\r\n"));
     bench.put("abs/CI_26_12.bcr", "K\r\n48;20;x;\r\n52;110;x;\r\n53;1;x;\r\n54;41;x\r\n");
     EXPECT_EQ(loadPreset(bench.bench, preset("CI26_1")), 6);
     std::string values;
     for (const int cv : {97, 96, 70, 50, 5, 12, 48, 52, 53, 54})
-        values += utf8FromText(bench.state.set.table.at(cv, Column::value)) + " ";
+        values += utf8FromText(set.table.at(cv, Column::value)) + " ";
     EXPECT_EQ(values, "12 1 140 7 1 1 20 110 1 41 ");
     EXPECT_EQ(bench.lineOf(97), "  1 = 1 of 168            [12]  changed !");
     EXPECT_EQ(bench.lineOf(96), "  2 = 1 of 168   ");
     EXPECT_EQ(bench.lineOf(50), "CV50 = 1                 [7]  changed !");
     EXPECT_EQ(bench.lineOf(52), "CV52 = 1                 [110]  changed !");
-    EXPECT_TRUE(bench.state.set.unsavedChanges);
+    EXPECT_TRUE(set.unsavedChanges);
     EXPECT_EQ(bench.journal.back(), "list changed");
-    EXPECT_EQ(bench.messages(), (Told{"m806 shipped-fs/FS_CI26_12.fcr\r\n3 to 168: 2 = 1\r\nm808"}));
-    EXPECT_EQ(loadPreset(bench.bench, preset("CI26_1")), 0) << "nothing is another value now";
-    EXPECT_EQ(bench.lineOf(97), "  1 = 12 of 168     changed !") << "nothing was brought";
-}
+    EXPECT_EQ(bench.messages(), Told{"m806 shipped-fs/FS_CI26_12.fcr\r\n3 to 168: 2 = 1\r\nm808"});
 
-TEST(PresetsTest, ASecondPresetShowsTheValueThatCountsLastAndOneMark)
-{
-    PresetBench bench;
-    bench.put("fs/FS_Faller.fcr", stepFile("97;12;x\r\n96;9;x\r\n96;8;x\r\n95;30;x\r\n"));
-    bench.put("fs/FS_CI46_24.fcr", stepFile("97;7;x\r\n96;0;x\r\n70;255;x\r\n"));
-    for (const char* const distances : {"abs/Faller.bcr", "abs/CI_46_24.bcr"})
-        bench.put(distances, "K\r\n48;1;x;\r\n");
-    EXPECT_EQ(loadPreset(bench.bench, preset("Faller")), 3);
-    EXPECT_EQ(bench.lineOf(96), "  2 = 1 of 168            [8]  changed !");
-    bench.messages();
-    bench.state.set.table.at(97, Column::lowerLimit) = u"10"; // the list's limits where they are narrower
-    bench.state.set.profile.generation = Generation::f5;
-    EXPECT_EQ(loadPreset(bench.bench, preset("CI46_2")), 3);
+    set.table.at(97, Column::lowerLimit) = u"10"; // the list's limits where they are narrower
+    set.profile.generation = Generation::f5;
+    bench.put("fs/FS_CI46_24.fcr", stepFile("97;7;x\r\n96;9;x\r\n96;8;x\r\n95;0;x\r\n70;255;x\r\n"));
+    bench.put("abs/CI_46_24.bcr", "K\r\n48;20;x;\r\n");
+    EXPECT_EQ(loadPreset(bench.bench, preset("CI46_2")), 4);
     EXPECT_EQ(bench.lineOf(97), "  1 = 12 of 168          [7]  changed !");
-    EXPECT_EQ(bench.lineOf(95), "  3 = 30 of 168     changed !");
+    EXPECT_EQ(bench.lineOf(96), "  2 = 1 of 168            [8]  changed !") << "the last one counts";
+    EXPECT_EQ(bench.lineOf(50), "CV50 = 7  changed !");
     EXPECT_EQ(bench.messages(),
-              Told{"m806 fs/FS_CI46_24.fcr\r\n3 to 120: 2 = 0, 28 = 255\r\n10 to 120: 1 = 7\r\nm808"});
+              Told{"m806 fs/FS_CI46_24.fcr\r\n3 to 120: 3 = 0, 28 = 255\r\n10 to 120: 1 = 7\r\nm808"});
+    EXPECT_EQ(loadPreset(bench.bench, preset("CI46_2")), 0) << "nothing is another value now";
+    EXPECT_EQ(bench.lineOf(97), "  1 = 7 of 168     changed !") << "nothing was brought";
 }
 
 TEST(PresetsTest, AFaultEndsTheLoadAndKeepsWhatWasMerged)
