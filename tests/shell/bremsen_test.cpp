@@ -1,23 +1,15 @@
 #include "editors/forms/bremsen.h"
 
-#include "form_bench.h"
+#include "shell/form_bench.h"
 #include "workbench/offline_list.h"
 
-#include <QLineEdit>
-
-#include <functional>
-
 namespace karvo::test
-{
-namespace
 {
 
 struct BrakingBench : FormBench {
     BrakingBench()
     {
         state.userFolders.distances.own = "abs";
-        state.userFolders.cvLists.own = "lists";
-        addFile("CV_Standart_kv07.txt", smallDescription("Standard KV07", "Wort "));
         EXPECT_TRUE(showOfflineList(bench, "mnu_kv07"));
         for (const auto& [cv, value] : {std::pair{48, 10}, {52, 100}, {53, 30}, {54, 40}})
             state.set.table.setValue(cv, value);
@@ -28,33 +20,31 @@ struct BrakingBench : FormBench {
     static std::string fields(Bremsen& window)
     {
         std::string text;
-        for (const char* const name : {"Text1", "Text2", "Text3", "Text4"})
-            text += find<QLineEdit>(window, name).text().toStdString() + " ";
+        for (const auto& name : wordsOf("Text1 Text2 Text3 Text4"))
+            text += fieldOf(window, name) + " ";
         return text;
     }
 };
-
-} // namespace
 
 TEST(Bremsen, LoadsPresetsIntoItsFieldsAlone)
 {
     BrakingBench bench;
     Bremsen window(bench.bench, {});
     EXPECT_EQ(bench.fields(window), "10 30 40 100 ");
-    find<QAction>(window, "mnu_Faller").trigger();
-    EXPECT_EQ(bench.fields(window), "10 22 33 111 ") << "CV48 stays";
-    find<QAction>(window, "mnu_L_Faller").trigger();
-    EXPECT_EQ(bench.fields(window), "11 22 33 111 ");
-    find<QAction>(window, "mnu_L_CI46").trigger();
-    EXPECT_EQ(bench.fields(window), "11 22 33 112 ");
-    EXPECT_NE(bench.journal.back().find("abs/CI_46.bcr"), std::string::npos);
-    EXPECT_NE(bench.journal.back().find("Zeile 3"), std::string::npos);
-    find<QAction>(window, "mnu_aktuell").trigger();
-    EXPECT_EQ(bench.fields(window), "10 30 40 100 ");
-    find<QAction>(window, "mnu_L_CI26").trigger(); // there is none
+    const std::pair<const char*, const char*> items[] = {{"mnu_Faller", "10 22 33 111 "}, // CV48 stays
+                                                         {"mnu_L_Faller", "11 22 33 111 "},
+                                                         {"mnu_L_CI46", "11 22 33 112 "},
+                                                         {"mnu_aktuell", "10 30 40 100 "}};
+    for (const auto& [item, fields] : items) {
+        trigger(window, item);
+        EXPECT_EQ(bench.fields(window), fields) << item;
+    }
+    EXPECT_NE(joined(bench.journal).find("abs/CI_46.bcr"), std::string::npos);
+    EXPECT_NE(joined(bench.journal).find("Zeile 3"), std::string::npos);
+    trigger(window, "mnu_L_CI26"); // there is none
     EXPECT_NE(bench.journal.back().find("abs/CI_26.bcr"), std::string::npos);
     bench.prompts.chooseFile("abs/Faller.bcr");
-    find<QAction>(window, "menu_L_Datei").trigger();
+    trigger(window, "menu_L_Datei");
     EXPECT_EQ(bench.journal.back(), "open *.bcr in abs: ");
     EXPECT_EQ(bench.fields(window), "11 22 33 111 ");
     EXPECT_EQ(bench.state.set.table.value(53), 30);
@@ -62,30 +52,29 @@ TEST(Bremsen, LoadsPresetsIntoItsFieldsAlone)
     EXPECT_EQ(bench.fields(other), "10 22 33 111 ");
 }
 
-TEST(Bremsen, RefusesValuesOutsideTheirRange)
+TEST(Bremsen, RefusesValuesOutsideTheirRangeOnceAndAtTheirField)
 {
     BrakingBench bench;
     Bremsen window(bench.bench, {});
-    auto& threshold = find<QLineEdit>(window, "Text4");
-    threshold.setText(QStringLiteral("95"));
-    find<QPushButton>(window, "OKButton").click();
-    EXPECT_TRUE(bench.journal.back().starts_with("message Dieser Wert ist für CV 52 nicht möglich"));
-    EXPECT_EQ(window.result(), 0);
-    bench.journal.clear();
-    find<QAction>(window, "mnu_saveas").trigger();
-    EXPECT_EQ(bench.journal.size(), 1U) << "said, and no file dialog";
-    threshold.clear();
     window.show();
-    for (const auto& act : {std::function<void()>([&] { find<QPushButton>(window, "OKButton").click(); }),
-                            std::function<void()>([&] { find<QAction>(window, "mnu_saveas").trigger(); })}) {
-        bench.journal.clear();
-        find<QLineEdit>(window, "Text1").setFocus();
-        act();
-        EXPECT_EQ(bench.journal.size(), 1U) << "an emptied field is told";
-        EXPECT_EQ(window.focusWidget(), &threshold);
+    auto& threshold = find<QLineEdit>(window, "Text4");
+    const std::function<void()> acts[] = {[&] { click(window, "OKButton"); },
+                                          [&] { trigger(window, "mnu_saveas"); }};
+    for (const QString& wrong : {QStringLiteral("95"), QString()}) {
+        threshold.setText(wrong);
+        for (const auto& act : acts) {
+            bench.journal.clear();
+            find<QLineEdit>(window, "Text1").setFocus();
+            act();
+            ASSERT_EQ(bench.journal.size(), 1U) << "said, and no file dialog";
+            EXPECT_TRUE(wrong.isEmpty() ||
+                        bench.journal[0].starts_with("message Dieser Wert ist für CV 52 nicht möglich"));
+            EXPECT_EQ(window.focusWidget(), &threshold);
+            EXPECT_EQ(window.result(), 0);
+        }
     }
     threshold.setText(QStringLiteral("96"));
-    find<QPushButton>(window, "OKButton").click();
+    click(window, "OKButton");
     EXPECT_EQ(window.result(), QDialog::Accepted);
     ASSERT_EQ(window.plan().size(), 4U);
     EXPECT_EQ(window.plan()[1].value, 96);
@@ -97,14 +86,13 @@ TEST(Bremsen, EnterEndsAnEntryAndNeverWrites)
     Bremsen window(bench.bench, {});
     window.show();
     auto& field = find<QLineEdit>(window, "Text1");
-    field.setText(QStringLiteral("300"));
-    QTest::keyClick(&field, Qt::Key_Return);
-    EXPECT_TRUE(window.isVisible());
-    EXPECT_EQ(bench.journal.size(), 1U) << "refused";
-    field.setText(QStringLiteral("30"));
-    QTest::keyClick(&field, Qt::Key_Enter);
-    EXPECT_TRUE(window.isVisible());
-    find<QAction>(window, "mnu_aktuell").trigger();
+    for (const auto& [typed, refusals] : {std::pair{"300", 1U}, {"30", 1U}}) {
+        field.setText(QString::fromLatin1(typed));
+        QTest::keyClick(&field, Qt::Key_Return);
+        EXPECT_TRUE(window.isVisible());
+        EXPECT_EQ(bench.journal.size(), refusals) << typed;
+    }
+    trigger(window, "mnu_aktuell");
     EXPECT_TRUE(window.close()) << "nothing to lose";
 }
 
@@ -113,7 +101,7 @@ TEST(Bremsen, SavesAFileOfItsOwn)
     BrakingBench bench;
     Bremsen window(bench.bench, {});
     bench.prompts.chooseFile("abs/mine.bcr");
-    find<QAction>(window, "mnu_saveas").trigger();
+    trigger(window, "mnu_saveas");
     EXPECT_EQ(bench.journal.back(), "save *.bcr in abs or *.kvr in lists: ");
     const Bytes& content = bench.files.content["abs/mine.bcr"];
     const std::string text(content.begin(), content.end());

@@ -1,61 +1,59 @@
 // The DCC addresses in the main window, written to a simulated decoder.
 #include "editors/forms/dcc_adresse.h"
-#include "window_bench.h"
+
+#include "shell/window_bench.h"
 
 #include <QCheckBox>
-#include <QPushButton>
 #include <QRadioButton>
 
 namespace karvo::test
-{
-namespace
 {
 
 struct AddressBench : WindowBench {
     AddressBench()
     {
-        find<QPushButton>("Start").click();
+        click("Start");
         EXPECT_GT(list().count(), 170);
     }
-
-    int held(int cv) { return port.simulator().decoder().memory[static_cast<std::size_t>(cv) - 1]; }
-
     // The dialog; `act` fills it in, and `button` ends it.
-    void expectDialog(const std::function<void(QDialog&)>& act, const char* button)
+    void edit(const std::function<void(QWidget&)>& act, const char* button)
     {
-        driver.expect(QStringLiteral("DCC_Adresse"), [act, button](QWidget& box) {
-            auto& dialog = dynamic_cast<QDialog&>(box);
+        driver.expect(QStringLiteral("DCC_Adresse"), [act, button](QWidget& dialog) {
             EXPECT_EQ(dialog.objectName().toStdString(), "DCC_Adresse");
             act(dialog);
-            dialog.findChild<QPushButton*>(QString::fromLatin1(button))->click();
+            test::click(dialog, button);
         });
     }
-    static void type(QDialog& dialog, const char* first, const char* second)
-    {
-        dialog.findChild<QLineEdit*>(QStringLiteral("Erste_Adresse"))->setText(QString::fromLatin1(first));
-        dialog.findChild<QLineEdit*>(QStringLiteral("Zweite_Adresse"))->setText(QString::fromLatin1(second));
-    }
+    void choose() { WindowBench::choose("mnu_dcc_adresse"); }
 };
 
-} // namespace
+static void typeInto(QWidget& dialog, const char* first, const char* second)
+{
+    find<QLineEdit>(dialog, "Erste_Adresse").setText(QString::fromLatin1(first));
+    find<QLineEdit>(dialog, "Zweite_Adresse").setText(QString::fromLatin1(second));
+}
+
+static void tick(QWidget& dialog, const char* name, bool ticked)
+{
+    find<QAbstractButton>(dialog, name).setChecked(ticked);
+}
 
 TEST(DccAdresse, WritesLongAddressesAndShowsThem)
 {
     AddressBench bench;
-    bench.expectDialog(
-        [](QDialog& dialog) {
-            auto* const field = dialog.findChild<QLineEdit*>(QStringLiteral("Erste_Adresse"));
-            EXPECT_EQ(field->text().toStdString(), "3");
-            dialog.findChild<QRadioButton*>(QStringLiteral("LongForm"))->setChecked(true);
-            EXPECT_EQ(field->text().toStdString(), "128");
-            AddressBench::type(dialog, "9999", "300");
-            dialog.findChild<QCheckBox*>(QStringLiteral("Check2"))->setChecked(true);
-            EXPECT_EQ(dialog.findChild<QLabel*>(QStringLiteral("Plan"))->text().toStdString(),
+    bench.edit(
+        [](QWidget& dialog) {
+            EXPECT_EQ(fieldOf(dialog, "Erste_Adresse"), "3");
+            tick(dialog, "LongForm", true);
+            EXPECT_EQ(fieldOf(dialog, "Erste_Adresse"), "128");
+            typeInto(dialog, "9999", "300");
+            tick(dialog, "Check2", true);
+            EXPECT_EQ(labelOf(dialog, "Plan"),
                       "CV17 = 39\nCV18 = 15\nCV15 = 1\nCV16 = 44\nCV29 = 32\nCV21 = 19");
         },
         "Command1");
-    bench.driver.expectBox(bench.message(Message::addressesWritten), QStringLiteral("OK"));
-    bench.item("mnu_dcc_adresse").trigger();
+    bench.expectBox(Message::addressesWritten);
+    bench.choose();
     for (const auto& [cv, value] : {std::pair{17, 39}, {18, 15}, {15, 1}, {16, 44}, {29, 32}, {21, 19}}) {
         EXPECT_EQ(bench.held(cv), value) << cv;
         EXPECT_EQ(bench.state.set.table.value(cv), value) << cv;
@@ -65,19 +63,31 @@ TEST(DccAdresse, WritesLongAddressesAndShowsThem)
     EXPECT_EQ(bench.kept.size(), 1U);
 }
 
-TEST(DccAdresse, AWrongAddressWritesNothing)
+TEST(DccAdresse, WhatIsWrongOrNotTickedWritesNothing)
 {
     AddressBench bench;
-    bench.expectDialog(
-        [](QDialog& dialog) {
-            AddressBench::type(dialog, "12", "127");
-            dialog.findChild<QPushButton*>(QStringLiteral("Command1"))->click();
+    bench.edit(
+        [](QWidget& dialog) {
+            typeInto(dialog, "12", "127");
+            click(dialog, "Command1");
             EXPECT_TRUE(dialog.isVisible()) << "to be mended";
         },
         "Command2");
-    bench.driver.expectBox(bench.message(Message::secondShortAddressWrong), QStringLiteral("OK"));
-    bench.driver.expectBox(bench.message(Message::discardQuestion), QStringLiteral("Verwerfen"));
-    bench.item("mnu_dcc_adresse").trigger();
+    bench.expectBox(Message::secondShortAddressWrong);
+    bench.expectBox(Message::discardQuestion, "Verwerfen");
+    bench.choose();
+    bench.edit(
+        [](QWidget& dialog) {
+            for (const char* const name : {"Erste_AD", "Zweite_AD"})
+                tick(dialog, name, false);
+            click(dialog, "Command1");
+            EXPECT_TRUE(dialog.isVisible());
+            for (const char* const name : {"Erste_AD", "Zweite_AD"})
+                tick(dialog, name, true);
+        },
+        "Command2");
+    bench.expect("only the switches?");
+    bench.choose();
     EXPECT_EQ(bench.held(1), 3);
     EXPECT_TRUE(bench.kept.empty());
 }
@@ -86,13 +96,13 @@ TEST(DccAdresse, WhatWasNotWrittenIsTold)
 {
     AddressBench bench;
     bench.port.simulator().setFault(sim::Fault::refusedCommand);
-    bench.expectDialog([](QDialog& dialog) { AddressBench::type(dialog, "12", "13"); }, "Command1");
-    bench.driver.expectBox(bench.message(Message::announcementRefused), QStringLiteral("OK"));
-    bench.driver.expect(QStringLiteral("report"), [](QWidget& box) {
+    bench.edit([](QWidget& dialog) { typeInto(dialog, "12", "13"); }, "Command1");
+    bench.expectBox(Message::announcementRefused);
+    bench.expect("report", [](QWidget& box) {
         EXPECT_EQ(box.objectName().toStdString(), "Schreibbericht");
         box.close();
     });
-    bench.item("mnu_dcc_adresse").trigger();
+    bench.choose();
     EXPECT_EQ(bench.held(1), 3);
     EXPECT_EQ(bench.state.set.table.value(1), 12) << "it stays in the list, marked";
     EXPECT_TRUE(bench.state.set.list[0].changed);
@@ -103,67 +113,43 @@ TEST(DccAdresse, KeepsWhatWasTypedInEachForm)
     AddressBench bench;
     DCC_Adresse window(bench.state.set, bench.prompts, bench.state.texts);
     window.show();
-    auto& longForm = *window.findChild<QRadioButton*>(QStringLiteral("LongForm"));
     const auto shown = [&] {
-        return window.findChild<QLineEdit*>(QStringLiteral("Erste_Adresse"))->text().toStdString() + " " +
-               window.findChild<QLineEdit*>(QStringLiteral("Zweite_Adresse"))->text().toStdString();
+        return fieldOf(window, "Erste_Adresse") + " " + fieldOf(window, "Zweite_Adresse");
     };
-    AddressBench::type(window, "12", "13");
-    longForm.setChecked(true);
-    AddressBench::type(window, "500", "600");
-    window.findChild<QRadioButton*>(QStringLiteral("ShortForm"))->setChecked(true);
+    typeInto(window, "12", "13");
+    tick(window, "LongForm", true);
+    typeInto(window, "500", "600");
+    tick(window, "ShortForm", true);
     EXPECT_EQ(shown(), "12 13");
-    AddressBench::type(window, "3", "4");
-    QTest::keyClick(window.findChild<QLineEdit*>(QStringLiteral("Erste_Adresse")), Qt::Key_Return);
+    typeInto(window, "3", "4");
+    QTest::keyClick(&find<QLineEdit>(window, "Erste_Adresse"), Qt::Key_Return);
     EXPECT_TRUE(window.isVisible()) << "Enter writes nothing";
-    bench.driver.expectBox(bench.message(Message::discardQuestion), QStringLiteral("Weiter bearbeiten"));
+    bench.expectBox(Message::discardQuestion, "Weiter bearbeiten");
     window.close(); // the long addresses would be lost
-    longForm.setChecked(true);
+    tick(window, "LongForm", true);
     EXPECT_EQ(shown(), "500 600");
     window.hide();
-}
-
-TEST(DccAdresse, AskedFirstWhereNoAddressIsTicked)
-{
-    AddressBench bench;
-    bench.expectDialog(
-        [](QDialog& dialog) {
-            for (const char* const tick : {"Erste_AD", "Zweite_AD"})
-                dialog.findChild<QCheckBox*>(QString::fromLatin1(tick))->setChecked(false);
-            dialog.findChild<QPushButton*>(QStringLiteral("Command1"))->click();
-            EXPECT_TRUE(dialog.isVisible());
-            for (const char* const tick : {"Erste_AD", "Zweite_AD"})
-                dialog.findChild<QCheckBox*>(QString::fromLatin1(tick))->setChecked(true);
-        },
-        "Command2");
-    bench.driver.expect(QStringLiteral("only the switches"), [](QWidget& box) { box.close(); });
-    bench.item("mnu_dcc_adresse").trigger();
-    EXPECT_TRUE(bench.kept.empty());
 }
 
 TEST(ServoAddresse, WritesBothCvsOfEachServoThatIsTicked)
 {
     AddressBench bench;
-    bench.driver.expect(QStringLiteral("Servo_Addresse"), [](QWidget& dialog) {
-        auto* const writing = dialog.findChild<QPushButton*>(QStringLiteral("Command1"));
-        auto* const second = dialog.findChild<QCheckBox*>(QStringLiteral("Servo2_AD"));
-        auto* const first = dialog.findChild<QCheckBox*>(QStringLiteral("Servo1_AD"));
-        first->setChecked(false);
-        second->setChecked(false);
-        EXPECT_FALSE(writing->isEnabled());
-        first->setChecked(true);
-        dialog.findChild<QLineEdit*>(QStringLiteral("Servo1_Adresse"))->setText(QStringLiteral("10000"));
-        writing->click();
+    bench.expect("Servo_Addresse", [](QWidget& dialog) {
+        auto& address = find<QLineEdit>(dialog, "Servo1_Adresse");
+        tick(dialog, "Servo1_AD", false);
+        tick(dialog, "Servo2_AD", false);
+        EXPECT_FALSE(find(dialog, "Command1").isEnabled());
+        tick(dialog, "Servo1_AD", true);
+        address.setText(QStringLiteral("10000"));
+        click(dialog, "Command1");
         EXPECT_TRUE(dialog.isVisible());
-        dialog.findChild<QLineEdit*>(QStringLiteral("Servo1_Adresse"))->setText(QStringLiteral("9999"));
-        EXPECT_EQ(dialog.findChild<QLabel*>(QStringLiteral("Plan"))->text().toStdString(),
-                  "CV11 = 39\nCV12 = 15");
-        writing->click();
+        address.setText(QStringLiteral("9999"));
+        EXPECT_EQ(labelOf(dialog, "Plan"), "CV11 = 39\nCV12 = 15");
+        click(dialog, "Command1");
     });
-    bench.driver.expect(QStringLiteral("refused"), [](QWidget& box) { box.close(); });
-    bench.driver.expectBox(QStringLiteral("CV11 + CV12  ") + bench.message(Message::writtenNotice),
-                           QStringLiteral("OK"));
-    bench.find<QPushButton>("Servo_Addr").click();
+    bench.expect("refused");
+    bench.expectBoxWith("CV11 + CV12  " + bench.message(Message::writtenNotice).toStdString());
+    bench.click("Servo_Addr");
     EXPECT_EQ(bench.held(11), 39);
     EXPECT_EQ(bench.held(12), 15);
 }

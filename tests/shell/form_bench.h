@@ -1,15 +1,9 @@
 // A workbench with scripted boxes and files in memory, for the windows that stand on it.
 #pragma once
 
-#include "platform/qt_files.h"
+#include "shell/controls.h"
 #include "support/test_bench.h"
 #include "workbench/language_change.h"
-
-#include <QAction>
-#include <QLabel>
-#include <QListWidget>
-#include <QPushButton>
-#include <QTest>
 
 namespace karvo::test
 {
@@ -23,16 +17,10 @@ inline std::string smallList(const std::string& header, const std::string& rows,
 struct FormBench : TestBench {
     FormBench()
     {
-        QtFiles installed;
-        for (const LanguageCode code : allLanguages) {
-            const auto& names = languageFiles(code);
-            for (const auto name : {names.messageFile, names.menuFile, names.captionFile})
-                files.content[state.programFolder / name] =
-                    installed.readWhole(std::filesystem::path(KARVO_PROGRAM_FOLDER) / name, textFileLimit)
-                        .value_or(Bytes());
-        }
+        addInstalledTexts(files, state.programFolder);
         EXPECT_TRUE(useLanguage(bench, LanguageCode::german));
         state.userFolders.cvLists.own = "lists";
+        addFile("CV_Standart_kv07.txt", smallDescription("Standard KV07", "Wort "));
     }
 
     void put(const char* name, const std::string& content)
@@ -45,14 +33,5 @@ struct FormBench : TestBench {
         return {content.begin(), content.end()};
     }
 };
-
-template <typename Control>
-Control& find(QWidget& window, const char* name)
-{
-    auto* const control = window.findChild<Control*>(QString::fromLatin1(name));
-    if (control == nullptr)
-        throw std::runtime_error(std::string("no control ") + name);
-    return *control;
-}
 
 } // namespace karvo::test

@@ -1,38 +1,30 @@
 // Renewing firmware from the main window.
-#include "window_bench.h"
-
 #include "firmware/interface_update.h"
+#include "shell/window_bench.h"
 #include "support/hex_file.h"
 #include "support/when.h"
 
 #include <QFileDialog>
-#include <QPlainTextEdit>
-#include <QPushButton>
 #include <QTemporaryDir>
 
 namespace karvo::test
 {
-namespace
-{
-
-std::string updateFile(int records)
-{
-    std::string content = "1F80\r\nUpdate Ende\r\n";
-    for (int i = 0; i < records; ++i)
-        content += ":1000000102030405060708090A0B0C0D0E0F\r\n";
-    return content;
-}
 
 // The dialogs look at the real disk, the program at the files of the bench: a file is on both.
 struct FirmwareBench : WindowBench {
     QTemporaryDir folder;
 
-    FirmwareBench()
+    explicit FirmwareBench(int records = 10) // 55 ms a record
     {
         state.link.timeOutInterval = std::chrono::milliseconds(300); // so long the erase is awaited
         state.link.interfaceAnswered = true;
         put("a.hex", hexFile(9));
-        put("a.uhx", updateFile(10)); // 55 ms a record
+        std::string update = "1F80\r\nUpdate Ende\r\n";
+        for (int i = 0; i < records; ++i)
+            update += ":1000000102030405060708090A0B0C0D0E0F\r\n";
+        put("a.uhx", update);
+        driver.leaveAlone("Upgrade");
+        driver.leaveAlone("Firmware_Ablauf");
     }
 
     void put(const char* name, const std::string& content)
@@ -48,29 +40,26 @@ struct FirmwareBench : WindowBench {
         driver.expect(QString::fromLatin1(proposed), [this, proposed, chosen](QWidget& box) {
             auto& dialog = dynamic_cast<QFileDialog&>(box);
             EXPECT_EQ(dialog.objectName().toStdString(), "CommonDialog1");
-            auto* const name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-            EXPECT_EQ(name->text().toStdString(), proposed);
+            auto& name = test::find<QLineEdit>(dialog, "fileNameEdit");
+            EXPECT_EQ(name.text().toStdString(), proposed);
             if (chosen == nullptr) {
                 dialog.reject();
                 return;
             }
-            name->setText(folder.filePath(QString::fromLatin1(chosen)));
+            name.setText(folder.filePath(QString::fromLatin1(chosen)));
             QMetaObject::invokeMethod(&dialog, "accept");
         });
     }
-    void expectImageDialog(const char* chosen)
+    void expectUpload(const char* chosen = "a.hex")
     {
         expectDialog("KV07_29August2022_Alle_Versionen.hex", chosen);
     }
+    void expectUpdate(const char* chosen = "a.uhx") { expectDialog("*.uhx", chosen); }
+    bool hasBegun() { return port.simulator().bootLoader().erased() || !taken().image().empty(); }
     bool isDone() { return hasBegun() && !state.lineBusy; }
     std::size_t flashed() { return port.simulator().bootLoader().flash().size(); }
-    static void closeTransfer() { QApplication::activeModalWidget()->close(); }
-    bool hasBegun() { return port.simulator().bootLoader().erased() || !taken().image().empty(); }
     const sim::UpdateMode& taken() { return port.simulator().update(); }
-    void expectStopQuestion(const char* button)
-    {
-        driver.expectBox(message(Message::stopTransferQuestion), QString::fromLatin1(button));
-    }
+    static void closeTransfer() { QApplication::activeModalWidget()->close(); }
     void closeAndStay()
     {
         window->close();
@@ -78,111 +67,75 @@ struct FirmwareBench : WindowBench {
     }
 };
 
-} // namespace
-
 TEST(HauptformFirmware, CancelStopsAsAnUnchosenFileDoes)
 {
     FirmwareBench bench;
-    bench.expectImageDialog(nullptr);
-    bench.driver.expectBox(bench.message(Message::noFileChosen), QStringLiteral("OK"));
-    bench.item("mnu_kv07_Firmware").trigger();
-    EXPECT_TRUE(bench.driver.isDone());
-    bench.expectDialog("*.uhx", nullptr);
-    bench.driver.expectBox(bench.message(Message::noUpdateChosen), QStringLiteral("OK"));
-    bench.item("mnu_firmware").trigger();
+    bench.expectUpload(nullptr);
+    bench.expectBox(Message::noFileChosen);
+    bench.choose("mnu_kv07_Firmware");
+    bench.expectUpdate(nullptr);
+    bench.expectBox(Message::noUpdateChosen);
+    bench.choose("mnu_firmware");
     EXPECT_TRUE(bench.driver.isDone());
     EXPECT_FALSE(bench.port.isOpen());
 }
 
-TEST(HauptformFirmware, TheLineIsBusyForAllElseDuringAnUpload)
-{
-    FirmwareBench bench;
-    bench.expectImageDialog("a.hex");
-    bench.driver.leaveAlone("Upgrade");
-    const When busy(
-        [&] { return bench.hasBegun(); },
-        [&] {
-            for (const char* const name : {"mnu_read_all", "mnu_kv07_Firmware", "mnu_firmware", "mnu_open"})
-                EXPECT_FALSE(bench.item(name).isEnabled()) << name;
-            EXPECT_FALSE(bench.find<QPushButton>("Start").isEnabled());
-            EXPECT_FALSE(bench.find<QComboBox>("COM").isEnabled());
-        });
-    const When done([&] { return bench.isDone(); }, [&] { bench.closeTransfer(); });
-    bench.item("mnu_kv07_Firmware").trigger();
-    EXPECT_EQ(bench.flashed(), 256U);
-    EXPECT_TRUE(bench.item("mnu_read_all").isEnabled());
-    EXPECT_TRUE(bench.window->isVisible());
-}
-
-TEST(HauptformFirmware, ClosingTheProgramDuringAnUploadAsksAndGoesOnAfterANo)
-{
-    FirmwareBench bench;
-    bench.expectImageDialog("a.hex");
-    bench.driver.leaveAlone("Upgrade");
-    const When begun([&] { return bench.hasBegun(); }, [&] { bench.closeAndStay(); });
-    bench.expectStopQuestion("Nein");
-    const When done([&] { return bench.isDone(); }, [&] { bench.closeTransfer(); });
-    bench.item("mnu_kv07_Firmware").trigger();
-    EXPECT_TRUE(bench.window->isVisible());
-    EXPECT_EQ(bench.flashed(), 256U);
-}
-
-TEST(HauptformFirmware, ClosingTheProgramDuringAnUploadStopsItAfterAYes)
-{
-    FirmwareBench bench;
-    bench.expectImageDialog("a.hex");
-    bench.driver.leaveAlone("Upgrade");
-    const When begun([&] { return bench.hasBegun(); }, [&] { bench.closeAndStay(); });
-    bench.expectStopQuestion("Ja");
-    bench.item("mnu_kv07_Firmware").trigger();
-    EXPECT_FALSE(bench.window->isVisible());
-    EXPECT_EQ(bench.flashed(), 0U);
-}
-
-TEST(HauptformFirmware, ClosingTheProgramDuringAnUpdateAsksFirst)
+TEST(HauptformFirmware, ClosingTheProgramDuringAnUploadAsksFirstAndAllElseWaits)
 {
     for (const bool stops : {false, true}) {
         FirmwareBench bench;
-        bench.expectDialog("*.uhx", "a.uhx");
-        bench.driver.leaveAlone("Firmware_Ablauf");
-        const When begun([&] { return bench.hasBegun(); }, [&] { bench.closeAndStay(); });
-        bench.expectStopQuestion(stops ? "Ja" : "Nein");
-        if (stops)
-            bench.driver.expectBox(bench.message(Message::updateStopped), QStringLiteral("OK"));
-        bench.item("mnu_firmware").trigger();
-        EXPECT_TRUE(bench.driver.isDone());
+        const auto meanwhile = [&] {
+            for (const auto& name : wordsOf("mnu_read_all mnu_kv07_Firmware mnu_firmware mnu_open"))
+                EXPECT_FALSE(bench.item(name).isEnabled()) << name;
+            EXPECT_FALSE(bench.isEnabled("Start") || bench.isEnabled("COM"));
+            bench.closeAndStay();
+        };
+        const When begun([&] { return bench.hasBegun(); }, meanwhile);
+        bench.expectUpload();
+        bench.expectBox(Message::stopTransferQuestion, stops ? "Ja" : "Nein");
+        std::optional<When> done;
+        if (!stops)
+            done.emplace([&] { return bench.isDone(); }, [] { FirmwareBench::closeTransfer(); });
+        bench.choose("mnu_kv07_Firmware");
         EXPECT_EQ(bench.window->isVisible(), !stops);
+        EXPECT_EQ(bench.flashed(), stops ? 0U : 256U);
+        EXPECT_TRUE(bench.item("mnu_read_all").isEnabled());
+    }
+}
+
+TEST(HauptformFirmware, ClosingTheProgramOrTheProgressDuringAnUpdateAsksFirst)
+{
+    const struct {
+        bool ofProgram;
+        bool stops;
+    } cases[] = {{true, false}, {true, true}, {false, true}};
+    for (const auto& [ofProgram, stops] : cases) {
+        FirmwareBench bench;
+        const When begun(
+            [&] { return bench.hasBegun(); },
+            [&, all = ofProgram] { all ? bench.closeAndStay() : FirmwareBench::closeTransfer(); });
+        bench.expectUpdate();
+        bench.expectBox(Message::stopTransferQuestion, stops ? "Ja" : "Nein");
+        if (stops)
+            bench.expectBox(Message::updateStopped);
+        bench.choose("mnu_firmware");
+        EXPECT_TRUE(bench.driver.isDone());
+        EXPECT_EQ(bench.window->isVisible(), !(ofProgram && stops));
         EXPECT_EQ(bench.taken().isComplete(), !stops);
         EXPECT_EQ(bench.taken().image().size(), stops ? 8U * 16 : 10U * 16) << "it ends between two blocks";
     }
 }
 
-TEST(HauptformFirmware, ClosingTheProgressOfAnUpdateAsksFirst)
-{
-    FirmwareBench bench;
-    bench.expectDialog("*.uhx", "a.uhx");
-    bench.driver.leaveAlone("Firmware_Ablauf");
-    const When begun([&] { return bench.hasBegun(); }, [&] { bench.closeTransfer(); });
-    bench.expectStopQuestion("Ja");
-    bench.driver.expectBox(bench.message(Message::updateStopped), QStringLiteral("OK"));
-    bench.item("mnu_firmware").trigger();
-    EXPECT_TRUE(bench.window->isVisible());
-    EXPECT_EQ(bench.taken().image().size(), 8U * 16);
-    EXPECT_FALSE(bench.taken().isComplete());
-}
-
 TEST(HauptformFirmware, AListReadBeforeAnUpdateIsMarkedAndCanBeReadAnew)
 {
-    FirmwareBench bench;
-    bench.find<QPushButton>("Start").click();
+    FirmwareBench bench(1);
+    bench.click("Start");
     auto& notice = bench.find<QFrame>("StaleNotice");
     EXPECT_FALSE(notice.isVisible());
-    bench.put("a.uhx", updateFile(1));
-    bench.expectDialog("*.uhx", "a.uhx");
-    bench.driver.leaveAlone("Firmware_Ablauf");
-    bench.item("mnu_firmware").trigger();
+    bench.expectUpdate();
+    bench.choose("mnu_firmware");
     EXPECT_TRUE(notice.isVisible());
-    bench.find<QPushButton>("ReadAnew").click();
+    bench.click("ReadAnew");
     EXPECT_FALSE(notice.isVisible());
 }
 
@@ -190,11 +143,10 @@ TEST(HauptformFirmware, AListReadBeforeAnUpdateIsMarkedAndCanBeReadAnew)
 TEST(HauptformFirmware, AnUpdateGoesOnWhileTheQuestionStands)
 {
     FirmwareBench bench;
-    bench.expectDialog("*.uhx", "a.uhx");
-    bench.driver.leaveAlone("Firmware_Ablauf");
     bench.driver.leaveAlone("StopQuestion");
     const When begun([&] { return bench.hasBegun(); }, [&] { bench.closeAndStay(); });
-    bench.item("mnu_firmware").trigger();
+    bench.expectUpdate();
+    bench.choose("mnu_firmware");
     EXPECT_TRUE(bench.taken().isComplete());
     EXPECT_TRUE(bench.window->isVisible());
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);

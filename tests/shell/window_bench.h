@@ -2,23 +2,16 @@
 // installed language files, and descriptions that stand here.
 #pragma once
 
-#include "language/language_code.h"
-#include "platform/qt_files.h"
 #include "platform/qt_wait.h"
 #include "platform/simulated_port.h"
+#include "shell/controls.h"
 #include "shell/hauptform.h"
-#include "support/memory_files.h"
 #include "support/modal_driver.h"
 #include "support/scripted_archive.h"
 #include "ui/window_prompts.h"
 #include "workbench/language_change.h"
 
-#include <QAction>
 #include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QTest>
 
 #include <memory>
 
@@ -76,14 +69,7 @@ struct WindowBench {
         state.programFolder = "program";
         state.link.portNumber = 5;
         state.userFolders.cvLists.own = "lists";
-        QtFiles installed;
-        for (const LanguageCode code : allLanguages) {
-            const auto& names = languageFiles(code);
-            for (const auto name : {names.messageFile, names.menuFile, names.captionFile})
-                files.content[state.programFolder / name] =
-                    installed.readWhole(std::filesystem::path(KARVO_PROGRAM_FOLDER) / name, textFileLimit)
-                        .value_or(Bytes());
-        }
+        addInstalledTexts(files, state.programFolder);
         const std::pair<const char*, const char*> descriptions[] = {{"", "deutsch"},
                                                                     {"nl", "nederlands"},
                                                                     {"en", "english"},
@@ -94,20 +80,24 @@ struct WindowBench {
                 bytesOf(kv07Description(word));
         port.setNotice([this] { wait.wake(); });
         EXPECT_TRUE(useLanguage(bench, setup.language));
-        window = std::make_unique<Hauptform>(MainWindowSetup{.bench = bench,
-                                                             .view = view,
-                                                             .listPortDevices = [this] { return devices; },
-                                                             .clock = clock,
-                                                             .archive = archive,
-                                                             .downloader = downloader,
-                                                             .keepBackup =
-                                                                 [this](const CvSet& set) {
-                                                                     kept.push_back(set);
-                                                                     return KeptBackup{"lists/kept.kvr"};
-                                                                 },
-                                                             .simulatedInterface = setup.simulatedInterface});
+        window = std::make_unique<Hauptform>(windowSetup(setup.simulatedInterface));
         prompts.setParentWindow(window.get());
         window->show();
+    }
+    MainWindowSetup windowSetup(bool simulatedInterface = false)
+    {
+        return {.bench = bench,
+                .view = view,
+                .listPortDevices = [this] { return devices; },
+                .clock = clock,
+                .archive = archive,
+                .downloader = downloader,
+                .keepBackup =
+                    [this](const CvSet& set) {
+                        kept.push_back(set);
+                        return KeptBackup{"lists/kept.kvr"};
+                    },
+                .simulatedInterface = simulatedInterface};
     }
     ~WindowBench()
     {
@@ -119,30 +109,59 @@ struct WindowBench {
     WindowBench& operator=(const WindowBench&) = delete;
 
     template <typename Control>
-    Control& find(const char* name)
+    Control& find(const std::string& name)
     {
-        auto* const control = window->findChild<Control*>(QString::fromLatin1(name));
-        if (control == nullptr)
-            throw std::runtime_error(std::string("no control ") + name);
-        return *control;
+        return test::find<Control>(*window, name);
     }
     QListWidget& list() { return find<QListWidget>("List1"); }
-    std::string text(const char* label) { return find<QLabel>(label).text().toStdString(); }
-    std::string field(const char* name) { return find<QLineEdit>(name).text().toStdString(); }
-    QAction& item(const char* name) { return find<QAction>(name); }
+    std::string line() { return list().currentItem()->text().toStdString(); }
+    // The line of a CV, which need not be the chosen one.
+    std::string lineOf(int cv)
+    {
+        return list().item(static_cast<int>(*positionOf(state.set.list, cv)))->text().toStdString();
+    }
+    std::string text(const std::string& label) { return labelOf(*window, label); }
+    std::string field(const std::string& name) { return fieldOf(*window, name); }
+    QAction& item(const std::string& name) { return find<QAction>(name); }
+    void choose(const std::string& menuItem) { item(menuItem).trigger(); }
+    void click(const std::string& button) { test::click(*window, button); }
+    bool isEnabled(const std::string& name) { return find<QWidget>(name).isEnabled(); }
+    int held(int cv) { return port.simulator().decoder().memory[static_cast<std::size_t>(cv) - 1]; }
+    void activate()
+    {
+        window->activateWindow(); // the offscreen platform leaves this to us after a box
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    }
+
+    // What comes next: a box with this message, any window, a box whose text has a part.
+    void expectBox(Message number, const char* button = "OK")
+    {
+        driver.expectBox(message(number), QString::fromUtf8(button));
+    }
+    void expect(const char* what, std::function<void(QWidget&)> act = closeIt)
+    {
+        driver.expect(QString::fromUtf8(what), std::move(act));
+    }
+    void expectBoxWith(const std::string& part)
+    {
+        expect(part.c_str(), [part](QWidget& box) {
+            const auto told = dynamic_cast<QMessageBox&>(box).text().toStdString();
+            EXPECT_NE(told.find(part), std::string::npos) << told;
+            box.close();
+        });
+    }
     QString message(Message number) { return QString::fromStdU16String(state.texts.message(number)); }
 
     // The KV07's list without a decoder, past the question.
     void showOfflineList()
     {
         state.link.identified = true;
-        item("mnu_kv07").trigger();
+        choose("mnu_kv07");
         ASSERT_EQ(list().count(), 176);
     }
     void press(Qt::Key key)
     {
-        window->activateWindow(); // the offscreen platform leaves this to us after a box
-        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+        activate();
         QTest::keyClick(window.get(), key);
     }
     void chooseCv(int number)
