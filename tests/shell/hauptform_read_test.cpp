@@ -183,6 +183,7 @@ TEST(HauptformRead, ReportsFaultsAndKeepsTheList)
     };
     for (const auto& [fault, message, more] : cases) {
         ReadBench bench(fault, fault == sim::Fault::hangUp ? sim::Pace::line : sim::Pace::none);
+        bench.state.link.timeOutInterval = std::chrono::milliseconds(500);
         bench.showOfflineList();
         bench.expectBoxWith(bench.message(message).toStdString() + more);
         bench.click("Start");
