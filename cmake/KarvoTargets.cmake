@@ -11,6 +11,10 @@ if(MSVC)
 else()
     target_compile_options(karvo_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
                                                    -Wnon-virtual-dtor -Woverloaded-virtual)
+    if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+        # When it optimises, GCC 12 takes u"a" + f() for a copy onto itself; nothing here says "restrict".
+        target_compile_options(karvo_options INTERFACE $<$<NOT:$<CONFIG:Debug>>:-Wno-restrict>)
+    endif()
 endif()
 if(KARVO_WARNINGS_AS_ERRORS)
     target_compile_options(karvo_options INTERFACE $<IF:$<CXX_COMPILER_ID:MSVC>,/WX,-Werror>)
@@ -63,7 +67,8 @@ function(karvo_program name)
     target_compile_definitions(${name} PRIVATE KARVO_VERSION="${PROJECT_VERSION}")
 endfunction()
 
-# karvo_test(NAME SOURCES... KNOWS...): one test executable, its cases found by CTest.
+# karvo_test(NAME SOURCES... KNOWS...): a room's tests as one executable and one process, since starting a program for each
+# case takes longer than most cases. When it crashes, its last "[ RUN" line names the case.
 function(karvo_test name)
     cmake_parse_arguments(TEST "" "" "SOURCES;KNOWS;QT" ${ARGN})
     add_executable(${name}_tests ${TEST_SOURCES})
@@ -77,11 +82,6 @@ function(karvo_test name)
         target_link_libraries(${name}_tests PRIVATE GTest::gtest_main)
     endif()
     target_precompile_headers(${name}_tests PRIVATE <gtest/gtest.h> <functional> <optional> <string> <vector>)
-    set(lock)
-    if(name STREQUAL platform)
-        # One at a time: numbers of pseudo terminals are used again at once, and side by side a port was refused now and then.
-        set(lock RESOURCE_LOCK pseudo_terminals)
-    endif()
-    gtest_discover_tests(${name}_tests DISCOVERY_TIMEOUT 60
-                         PROPERTIES TIMEOUT 120 ENVIRONMENT "QT_QPA_PLATFORM=offscreen" ${lock})
+    add_test(NAME ${name} COMMAND ${name}_tests)
+    set_tests_properties(${name} PROPERTIES TIMEOUT 600 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
 endfunction()
