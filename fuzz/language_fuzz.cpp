@@ -1,14 +1,14 @@
 // Any bytes as a language file: no crash, and entry 0 stays empty.
 #include "fuzz_check.h"
 #include "language/language_loader.h"
-#include "support/read_only_files.h"
+#include "support/memory_files.h"
 
 using namespace karvo;
 
 namespace
 {
 
-class OneFile : public test::ReadOnlyFiles
+class OneFile : public test::MemoryFiles
 {
 public:
     explicit OneFile(Bytes content) : content_(std::move(content)) {}

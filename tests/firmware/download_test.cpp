@@ -10,26 +10,18 @@ namespace karvo
 namespace
 {
 
-using test::Journal;
-
-class Nobody : public DownloadObserver
-{
-public:
-    void showBytes(long long, long long) override {}
-    bool stopRequested() override { return false; }
-};
-
-struct DownloadBench : test::TestBench {
-    DownloadBench()
+struct DownloadBench : test::TestBench, DownloadObserver {
+    explicit DownloadBench(TextView address = u"http://host/KarvoUpd.zip")
     {
         state.driveC = "c";
         test::numberEveryText(state.texts);
-        test::setText(state.texts, 581, u"http://host/KarvoUpd.zip");
+        test::setText(state.texts, 581, address);
     }
+    void showBytes(long long, long long) override {}
+    bool stopRequested() override { return false; }
     std::optional<Downloaded> run()
     {
-        Nobody nobody;
-        auto done = download(bench, server, nobody);
+        auto done = download(bench, server, *this);
         if (done && done->end == DownloadEnd::failed)
             tellDownloadFailed(bench);
         return done;
@@ -53,7 +45,7 @@ TEST(Download, GoesIntoTheFixedFolderUnderTheHourglass)
     const auto done = bench.run();
     EXPECT_EQ(bench.server.address, u"http://host/KarvoUpd.zip");
     EXPECT_EQ(bench.server.target, "c/TEMP/KarvoUpd.zip");
-    EXPECT_EQ(bench.journal, (Journal{"hourglass", "no hourglass"}));
+    EXPECT_EQ(test::joined(bench.journal), "hourglass, no hourglass");
     test::setCaption(bench.state.texts, 677, u"here: {1}");
     EXPECT_EQ(utf8FromText(downloadedText(bench.state.texts, done->file)),
               "Download erfolgreich ausgeführt!\r\nhere: c/TEMP/KarvoUpd.zip");
@@ -70,10 +62,9 @@ TEST(Download, SaysHowItWent)
         EXPECT_EQ(bench.journal.back(), end == DownloadEnd::failed ? failure : "no hourglass");
         EXPECT_TRUE(bench.files.exists("c/temp"));
     }
-    DownloadBench bench;
-    test::setText(bench.state.texts, 581, u"http://x");
+    DownloadBench bench(u"http://x");
     bench.run();
-    EXPECT_EQ(bench.journal, (Journal{"message m867"}));
+    EXPECT_EQ(test::joined(bench.journal), "message m867");
     EXPECT_TRUE(bench.server.address.empty());
 }
 

@@ -29,14 +29,10 @@ struct UpdateBench : test::TestBench, UpdateObserver {
     {
         test::numberEveryText(state.texts);
         test::setText(state.texts, 426, u"UP");
-        test::setText(state.texts, 858, u"{1}, {2}, {3}");
-        test::setCaption(state.texts, 664, u"{1}");
-        test::setCaption(state.texts, 665, u"line {1}: {2} for {3}");
-        test::setCaption(state.texts, 666, u"name: {1} for {2}");
-        test::setCaption(state.texts, 667, u"line {1} is short");
-        test::setCaption(state.texts, 668, u"line {1} is open");
+        test::setTexts(state.texts, {{858, u"{1}, {2}, {3}"}}, {{664, u"{1}"}, {671, u"record {1}"}});
+        test::setTexts(state.texts, {}, {{665, u"line {1}: {2} for {3}"}, {666, u"name: {1} for {2}"}});
+        test::setTexts(state.texts, {}, {{667, u"line {1} is short"}, {668, u"line {1} is open"}});
         test::setCaption(state.texts, 670, u"all {1}");
-        test::setCaption(state.texts, 671, u"record {1}");
         state.link.interfaceAnswered = true;
         writeFile(1);
     }
@@ -59,17 +55,18 @@ struct UpdateBench : test::TestBench, UpdateObserver {
             reply(bytes); // "O", "A", the two bytes, the command
     }
     // Single bytes of a record get no reply.
-    void answerRecord(const char* bytes = "\x06")
+    void answerRecords(const std::vector<const char*>& replies)
     {
-        for (int i = 0; i < 16; ++i)
-            line.replyInPieces({});
-        reply(bytes);
+        for (const char* const bytes : replies) {
+            for (int i = 0; i < 16; ++i)
+                line.replyInPieces({});
+            reply(bytes);
+        }
     }
     void answerAll(const std::string& model, std::size_t records)
     {
         answerCall(model);
-        for (std::size_t i = 0; i < records; ++i)
-            answerRecord();
+        answerRecords(std::vector<const char*>(records, "\x06"));
     }
     UpdateEnd update() { return updateThroughInterface(bench, setup); }
 
@@ -109,10 +106,9 @@ TEST(InterfaceUpdate, CountsEachRecordAndPausesBehindEachBlockAndTheLastRecord)
     bench.writeFile(9);
     bench.answerAll("80", 9);
     EXPECT_EQ(bench.update(), UpdateEnd::sent);
-    for (int i = 0; i <= 9; ++i) {
-        const auto entry = "records " + std::to_string(i) + "/9";
-        EXPECT_EQ(std::count(bench.journal.begin(), bench.journal.end(), entry), 1) << entry;
-    }
+    for (int i = 0; i <= 9; ++i)
+        EXPECT_EQ(
+            std::count(bench.journal.begin(), bench.journal.end(), "records " + std::to_string(i) + "/9"), 1);
     EXPECT_EQ(bench.line.now(), 10ms + 25ms + 9 * 55ms + 2 * 10ms);
 }
 
@@ -123,15 +119,13 @@ TEST(InterfaceUpdate, OneReplyThatIsNoAcknowledgementIsTold)
     bench.state.set.offlineItem = "mnu_kv07"; // such a list was not read from a decoder
     bench.writeFile(3);
     bench.answerCall();
-    for (const char* const bytes : {"\x06!", "\x15", "!!"})
-        bench.answerRecord(bytes);
+    bench.answerRecords({"\x06!", "\x15", "!!"});
     EXPECT_EQ(bench.update(), UpdateEnd::notConfirmed);
     const std::string second = "status c674, message record 2, 15, 2, idle";
     EXPECT_EQ(test::tailOf(bench.journal, second), second);
     EXPECT_FALSE(bench.state.set.precedesUpdate);
     bench.answerCall("27", "!");
-    for (int i = 0; i < 3; ++i)
-        bench.answerRecord();
+    bench.answerRecords({"\x06", "\x06", "\x06"});
     EXPECT_EQ(bench.update(), UpdateEnd::notConfirmed);
     EXPECT_EQ(bench.journal[bench.journal.size() - 2], "message c672, 21, 1");
 }
@@ -161,12 +155,12 @@ TEST(InterfaceUpdate, WhatIsUnusualIsAskedAboutInOneQuestion)
     struct Case {
         const char* name;
         std::string content;
-        const char* asked; // what stands between the header and the question; nullptr: nothing is asked
+        std::string asked; // what stands between the header and the question; empty: nothing is asked
     };
     const Case cases[] = {
-        {"a.uhx", start + whole + whole, nullptr},
-        {"KV07_KV08.uhx", "1F80,KV 7\r\nfor kv-08\r\nV6\r\nUpdate Ende\r\n" + whole, nullptr},
-        {"KV071.uhx", start + whole, nullptr},
+        {"a.uhx", start + whole + whole, ""},
+        {"KV07_KV08.uhx", "1F80,KV 7\r\nfor kv-08\r\nV6\r\nUpdate Ende\r\n" + whole, ""},
+        {"KV071.uhx", start + whole, ""},
         {"kv08.uhx", "1F80,Receiver\r\nKV08 V6\r\nUpdate Ende\r\n" + whole,
          "line 1: c673 for KV07\r\nline 2: KV08 for KV07\r\nname: KV08 for KV07\r\n"},
         {"a.uhx", start + whole + ":100001\r\n" + whole, "line 4 is short\r\n"},
@@ -177,15 +171,12 @@ TEST(InterfaceUpdate, WhatIsUnusualIsAskedAboutInOneQuestion)
         bench.addFile(expected.name, expected.content);
         bench.chosen = bench.state.programFolder / expected.name;
         bench.reply("27");
-        if (expected.asked == nullptr) {
-            EXPECT_EQ(bench.update(), UpdateEnd::noReply) << expected.content; // to the letters
-            continue;
-        }
-        bench.prompts.answer(false);
-        EXPECT_EQ(bench.update(), UpdateEnd::declined);
-        const auto question = bench.journal[bench.journal.size() - 2];
-        EXPECT_TRUE(question.starts_with("question 1F80")) << question;
-        EXPECT_TRUE(question.ends_with("\r\n" + std::string(expected.asked) + "m857")) << question;
+        if (!expected.asked.empty())
+            bench.prompts.answer(false);
+        EXPECT_EQ(bench.update(), expected.asked.empty() ? UpdateEnd::noReply : UpdateEnd::declined);
+        const auto& told = bench.journal[bench.journal.size() - 2];
+        EXPECT_TRUE(told.starts_with(expected.asked.empty() ? "message m233" : "question 1F80")) << told;
+        EXPECT_TRUE(expected.asked.empty() || told.ends_with("\r\n" + expected.asked + "m857")) << told;
     }
 }
 

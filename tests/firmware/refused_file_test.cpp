@@ -10,8 +10,6 @@ namespace karvo
 namespace
 {
 
-using test::Journal;
-
 struct FileBench : test::TestBench {
     FileBench()
     {
@@ -52,13 +50,12 @@ TEST(FirmwareFile, IsProposedAndOneNameStandsForNone)
     FileBench bench;
     const std::string opened = "open c636 (*.hex *.HEX) in folder: KV07_29August2022_Alle_Versionen.hex";
     const std::filesystem::path image = "folder/KV07_29August2022_Alle_Versionen.hex";
-    for (const std::optional<std::filesystem::path>& chosen :
-         {std::optional<std::filesystem::path>(), std::optional<std::filesystem::path>("*.kvr"),
-          std::optional(image)}) {
+    const std::optional<std::filesystem::path> cases[] = {std::nullopt, "*.kvr", image};
+    for (const auto& chosen : cases) {
         bench.journal.clear();
         bench.prompts.chooseFile(chosen);
         EXPECT_EQ(chooseImage(bench.bench, "folder"), chosen == image ? chosen : std::nullopt);
-        EXPECT_EQ(bench.journal, chosen == image ? Journal{opened} : (Journal{opened, "message m223"}));
+        EXPECT_EQ(test::joined(bench.journal), chosen == image ? opened : opened + ", message m223");
     }
     bench.prompts.chooseFile("folder/a.uhx");
     EXPECT_EQ(chooseUpdate(bench.bench, "folder"), "folder/a.uhx");

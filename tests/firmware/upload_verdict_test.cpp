@@ -70,11 +70,8 @@ TEST(ReplyJudge, AReplyThatComesInPiecesOrLateCountsForItsMessage)
 struct VerdictBench : test::TransferBench {
     VerdictBench()
     {
-        test::setCaption(state.texts, 647, u"all {1}");
-        test::setCaption(state.texts, 649, u"not {1}.");
-        test::setCaption(state.texts, 654, u"{1} of {2}");
-        test::setCaption(state.texts, 658, u"page {1}");
-        test::setCaption(state.texts, 662, u"and {1} more");
+        test::setTexts(state.texts, {}, {{647, u"all {1}"}, {649, u"not {1}."}, {654, u"{1} of {2}"}});
+        test::setTexts(state.texts, {}, {{658, u"page {1}"}, {662, u"and {1} more"}});
     }
     std::string told(const UploadReport& report) { return utf8FromText(uploadVerdict(state.texts, report)); }
 };

@@ -27,9 +27,7 @@ long childProcessorTime()
            (usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1000;
 }
 
-class KarvoSimTest : public testing::Test
-{
-protected:
+struct KarvoSimTest : testing::Test {
     ~KarvoSimTest() override
     {
         simulator_.kill();

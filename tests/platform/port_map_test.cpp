@@ -85,32 +85,23 @@ TEST(PortMap, TellsWhatIsPluggedInAndOffersNumbersForTheRest)
 
 TEST(PortMapping, TakesANameAndADeviceOrSaysWhatIsWrong)
 {
-    const struct {
-        const char* argument;
-        PortMappingError error;
-        int number = 0;
-        const char* device = "";
-    } cases[] = {
-        {"COM5=/dev/ttyUSB0", PortMappingError::none, 5, "/dev/ttyUSB0"},
-        {"com31=/dev/pts/3", PortMappingError::none, 31, "/dev/pts/3"},
-        {" COM1 = /dev/a=b ", PortMappingError::none, 1, "/dev/a=b"},
-        {"", PortMappingError::noEqualsSign},
-        {"COM5", PortMappingError::noEqualsSign},
-        {"/dev/ttyUSB0", PortMappingError::noEqualsSign},
-        {"=/dev/ttyUSB0", PortMappingError::noPortName},
-        {"COM0=/dev/x", PortMappingError::noPortName},
-        {"COM32=/dev/x", PortMappingError::noPortName},
-        {"COM05=/dev/x", PortMappingError::noPortName},
-        {"5=/dev/x", PortMappingError::noPortName},
-        {"COM-1=/dev/x", PortMappingError::noPortName},
-        {"COM5=", PortMappingError::noDevice},
-        {"COM5=  ", PortMappingError::noDevice},
-    };
-    for (const auto& [argument, error, number, device] : cases) {
+    const std::tuple<const char*, int, const char*> taken[] = {{"COM5=/dev/ttyUSB0", 5, "/dev/ttyUSB0"},
+                                                               {"com31=/dev/pts/3", 31, "/dev/pts/3"},
+                                                               {" COM1 = /dev/a=b ", 1, "/dev/a=b"}};
+    for (const auto& [argument, number, device] : taken) {
         const auto parsed = parsePortMapping(text(argument));
-        EXPECT_EQ(parsed.error, error) << argument;
+        EXPECT_EQ(parsed.error, PortMappingError::none) << argument;
         EXPECT_EQ(parsed.mapping.number, number) << argument;
         EXPECT_EQ(parsed.mapping.device.toStdString(), device);
+    }
+    const std::pair<PortMappingError, std::vector<const char*>> refused[] = {
+        {PortMappingError::noEqualsSign, {"", "COM5", "/dev/ttyUSB0"}},
+        {PortMappingError::noPortName, {"=/dev/x", "COM0=/dev/x", "COM32=/dev/x", "COM05=/dev/x"}},
+        {PortMappingError::noPortName, {"5=/dev/x", "COM-1=/dev/x"}},
+        {PortMappingError::noDevice, {"COM5=", "COM5=  "}}};
+    for (const auto& [error, arguments] : refused) {
+        for (const char* const argument : arguments)
+            EXPECT_EQ(parsePortMapping(text(argument)).error, error) << argument;
     }
 }
 

@@ -81,9 +81,7 @@ QByteArray redirection(const QByteArray& target)
     return "HTTP/1.1 302 Found\r\nContent-Length: 0\r\nLocation: " + target + "\r\n\r\n";
 }
 
-class QtDownloaderTest : public testing::Test
-{
-protected:
+struct QtDownloaderTest : testing::Test {
     // What lies there afterwards: the old file, or the new one.
     void expectFetched(const Text& address, DownloadEnd end, const std::string& content)
     {

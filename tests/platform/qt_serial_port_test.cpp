@@ -20,9 +20,7 @@ namespace
 
 using namespace std::chrono_literals;
 
-class QtSerialPortTest : public testing::Test
-{
-protected:
+struct QtSerialPortTest : testing::Test {
     QtSerialPortTest() { plugIn(); }
 
     // A new device at COM5, as after plugging an adapter in.

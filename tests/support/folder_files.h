@@ -1,7 +1,7 @@
-// Files of a real folder, without any toolkit.
+// Files of a real folder, without any toolkit; what is written stays in memory.
 #pragma once
 
-#include "support/read_only_files.h"
+#include "support/memory_files.h"
 
 #include <fstream>
 #include <iterator>
@@ -9,18 +9,14 @@
 namespace karvo::test
 {
 
-class FolderFiles : public ReadOnlyFiles
+class FolderFiles : public MemoryFiles
 {
 public:
     std::optional<Bytes> readWhole(const std::filesystem::path& path, std::size_t limit) override
     {
         std::ifstream stream(path, std::ios::binary);
-        if (!stream)
-            return std::nullopt;
-        const std::string content{std::istreambuf_iterator<char>(stream), {}};
-        if (content.size() > limit)
-            return std::nullopt;
-        return Bytes(content.begin(), content.end());
+        const Bytes bytes{std::istreambuf_iterator<char>(stream), {}};
+        return stream && bytes.size() <= limit ? std::optional(bytes) : std::nullopt;
     }
     bool exists(const std::filesystem::path& path) override { return std::filesystem::exists(path); }
 };

@@ -1,10 +1,10 @@
 // HEX files for the boot loader, made up.
 #pragma once
 
+#include "firmware/hex_digits.h"
 #include "program/text.h"
 #include "support/memory_files.h"
 
-#include <cstdio>
 #include <numeric>
 #include <string>
 
@@ -19,13 +19,9 @@ inline std::string hexLine(unsigned address, const Bytes& data)
     record.insert(record.end(), data.begin(), data.end());
     const auto sum = std::accumulate(record.begin(), record.end(), 0U);
     record.push_back(static_cast<std::uint8_t>(0U - sum));
-    std::string line = ":";
-    for (const auto byte : record) {
-        char digits[3];
-        std::snprintf(digits, sizeof digits, "%02X", static_cast<unsigned>(byte));
-        line += digits;
-    }
-    return line + "\r\n";
+    std::string digits = utf8FromText(hexText(record));
+    std::erase(digits, ' ');
+    return ":" + digits + "\r\n";
 }
 
 // What hexFile() holds at an address.
@@ -39,9 +35,9 @@ inline std::string hexFile(std::size_t dataLines)
 {
     std::string content = ":020000020000FC\r\n";
     for (std::size_t line = 0; line < dataLines; ++line) {
-        Bytes data;
-        for (std::size_t i = 0; i < 16; ++i)
-            data.push_back(flashByte(line * 16 + i));
+        Bytes data(16);
+        for (std::size_t i = 0; i < data.size(); ++i)
+            data[i] = flashByte(line * 16 + i);
         content += hexLine(static_cast<unsigned>(line * 16), data);
     }
     return content + ":00000001FF\r\n";

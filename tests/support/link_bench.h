@@ -6,6 +6,8 @@
 #include "support/scripted_line.h"
 #include "support/scripted_prompts.h"
 
+#include <numeric>
+
 namespace karvo::test
 {
 
@@ -19,38 +21,49 @@ inline void setCaption(LanguageTables& texts, int caption, TextView text)
     texts.captions[static_cast<std::size_t>(caption)] = u"0000" + Text(text);
 }
 
+using NumberedTexts = std::initializer_list<std::pair<int, TextView>>;
+
+inline void setTexts(LanguageTables& texts, NumberedTexts messages, NumberedTexts captions)
+{
+    for (const auto& [number, text] : messages)
+        setText(texts, number, text);
+    for (const auto& [number, text] : captions)
+        setCaption(texts, number, text);
+}
+
 // Each text is its own number: "m36", "c600".
+inline void numberTexts(LanguageTables& texts, const std::vector<int>& messages,
+                        const std::vector<int>& captions)
+{
+    for (const int number : messages)
+        setText(texts, number, u"m" + textFromNumber(number));
+    for (const int number : captions)
+        setCaption(texts, number, u"c" + textFromNumber(number));
+}
+
 inline void numberEveryText(LanguageTables& texts)
 {
-    for (int number = 1; number <= 1000; ++number) {
-        setText(texts, number, u"m" + textFromNumber(number));
-        setCaption(texts, number, u"c" + textFromNumber(number));
-    }
+    std::vector<int> all(1000);
+    std::iota(all.begin(), all.end(), 1);
+    numberTexts(texts, all, all);
 }
 
 inline LanguageTables linkTexts()
 {
     LanguageTables texts;
-    setText(texts, 233, u"no reply");
-    setText(texts, 234, u"unknown decoder");
-    setText(texts, 273, u"wrong check byte");
-    setText(texts, 660, u"join group {1}");
-    setText(texts, 661, u"{1} of {2} bytes");
-    setText(texts, 662, u"nothing came");
-    setText(texts, 663, u"reply {1}");
-    setCaption(texts, 884, u"read all");
-    setCaption(texts, 887, u"no reply status");
+    setTexts(texts, {{233, u"no reply"}, {234, u"unknown decoder"}, {273, u"wrong check byte"}},
+             {{884, u"read all"}, {887, u"no reply status"}});
+    setTexts(texts, {{660, u"join group {1}"}, {661, u"{1} of {2} bytes"}}, {});
+    setTexts(texts, {{662, u"nothing came"}, {663, u"reply {1}"}}, {});
     return texts;
 }
 
 // The texts of a write, each with its number.
 inline void addWriteTexts(LanguageTables& texts)
 {
-    for (const int number :
-         {83, 85, 86, 87, 88, 89, 90, 91, 92, 93, 94, 294, 296, 297, 572, 683, 684, 685, 686, 695})
-        setText(texts, number, u"m" + textFromNumber(number));
-    for (const int number : {873, 900, 901, 902, 903})
-        setCaption(texts, number, u"c" + textFromNumber(number));
+    numberTexts(texts,
+                {83, 85, 86, 87, 88, 89, 90, 91, 92, 93, 94, 294, 296, 297, 572, 683, 684, 685, 686, 695},
+                {873, 900, 901, 902, 903});
     setCaption(texts, 888, u"writing CV");
     texts.menu[76] = u"0000menu 76";
 }

@@ -21,61 +21,51 @@ inline Bytes bytesOf(std::string_view text)
 // Every folder that a file lies in is there; others have to be made.
 class MemoryFiles : public Files
 {
+    using Path = std::filesystem::path;
+    using Trouble = std::optional<Text>;
+
 public:
-    std::map<std::filesystem::path, Bytes> content;
-    std::set<std::filesystem::path> folders;
-    std::set<std::filesystem::path> readOnly; // folders in which nothing can be made or changed
-    std::optional<Text> saveFailure;          // the disk is full
+    std::map<Path, Bytes> content;
+    std::set<Path> folders;
+    std::set<Path> readOnly; // folders in which nothing can be made or changed
+    Trouble saveFailure;     // the disk is full
     int saves = 0;
 
-    std::optional<Bytes> readWhole(const std::filesystem::path& path, std::size_t limit) override
+    std::optional<Bytes> readWhole(const Path& path, std::size_t limit) override
     {
         const auto found = content.find(path);
-        if (found == content.end() || found->second.size() > limit)
-            return std::nullopt;
-        return found->second;
+        return found == content.end() || found->second.size() > limit ? std::nullopt
+                                                                      : std::optional(found->second);
     }
-    bool exists(const std::filesystem::path& path) override
+    bool exists(const Path& path) override { return content.contains(path) || isFolder(path); }
+    std::uintmax_t sizeOf(const Path& path) override
     {
-        return content.count(path) != 0 || isFolder(path);
+        return content.contains(path) ? content[path].size() : 0;
     }
-    std::uintmax_t sizeOf(const std::filesystem::path& path) override
+    Trouble saveAtomically(const Path& path, const Bytes& bytes) override
     {
-        const auto found = content.find(path);
-        return found == content.end() ? 0 : found->second.size();
-    }
-    std::optional<Text> saveAtomically(const std::filesystem::path& path, const Bytes& bytes) override
-    {
-        if (saveFailure)
-            return saveFailure;
-        if (readOnly.count(path.parent_path()) != 0)
-            return u"read-only";
+        if (auto trouble = saveFailure ? saveFailure : troubleIn(path.parent_path()))
+            return trouble;
         content[path] = bytes;
         ++saves;
         return std::nullopt;
     }
-    std::filesystem::path temporaryPath(const std::filesystem::path& folder) override
-    {
-        return folder / "karvo.tmp";
-    }
-    std::optional<DateTime> changedAt(const std::filesystem::path& path) override
+    Path temporaryPath(const Path& folder) override { return folder / "karvo.tmp"; }
+    std::optional<DateTime> changedAt(const Path& path) override
     {
         return exists(path) ? std::optional(DateTime{2026, 11, 24, 8, 5, 7}) : std::nullopt;
     }
-    std::optional<Text> makeFolder(const std::filesystem::path& folder) override
+    Trouble makeFolder(const Path& folder) override
     {
-        if (readOnly.count(folder.parent_path()) != 0)
-            return u"read-only";
-        folders.insert(folder);
-        return std::nullopt;
+        const auto trouble = troubleIn(folder.parent_path());
+        if (!trouble)
+            folders.insert(folder);
+        return trouble;
     }
-    bool canWriteInto(const std::filesystem::path& folder) override
+    bool canWriteInto(const Path& folder) override { return isFolder(folder) && !readOnly.contains(folder); }
+    std::vector<FolderEntry> list(const Path& folder) override
     {
-        return isFolder(folder) && readOnly.count(folder) == 0;
-    }
-    std::vector<FolderEntry> list(const std::filesystem::path& folder) override
-    {
-        std::map<std::filesystem::path, bool> names;
+        std::map<Path, bool> names;
         for (const auto& [path, bytes] : content) {
             if (path.parent_path() == folder)
                 names.emplace(path.filename(), false);
@@ -89,18 +79,22 @@ public:
             entries.push_back({name, isOne});
         return entries;
     }
-    std::optional<Text> remove(const std::filesystem::path& path) override
+    Trouble remove(const Path& path) override
     {
-        if (readOnly.count(path.parent_path()) != 0)
-            return u"read-only";
-        content.erase(path);
-        return std::nullopt;
+        const auto trouble = troubleIn(path.parent_path());
+        if (!trouble)
+            content.erase(path);
+        return trouble;
     }
 
 private:
-    bool isFolder(const std::filesystem::path& path) const
+    Trouble troubleIn(const Path& folder) const
     {
-        return folders.count(path) != 0 || std::any_of(content.begin(), content.end(), [&](const auto& file) {
+        return readOnly.contains(folder) ? Trouble(u"read-only") : std::nullopt;
+    }
+    bool isFolder(const Path& path) const
+    {
+        return folders.contains(path) || std::any_of(content.begin(), content.end(), [&](const auto& file) {
                    return file.first.parent_path() == path;
                });
     }
@@ -117,6 +111,7 @@ class MemorySettings : public Settings
 {
 public:
     std::map<std::string, Text> values; // by "Section/Key"
+    std::optional<Text> unwritable;     // nothing can be stored, and this is where it would stand
 
     std::optional<Text> get(std::string_view section, std::string_view key) const override
     {
@@ -128,8 +123,6 @@ public:
         values[std::string(section) + "/" + std::string(key)] = value;
     }
     std::optional<Text> unwritablePlace() override { return unwritable; }
-
-    std::optional<Text> unwritable; // nothing can be stored, and this is where it would stand
 };
 
 } // namespace karvo::test

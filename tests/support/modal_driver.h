@@ -21,6 +21,8 @@ namespace karvo::test
 
 class ModalDriver
 {
+    using Action = std::function<void(QWidget&)>;
+
 public:
     ModalDriver()
     {
@@ -61,26 +63,16 @@ public:
             auto* const dialog = qobject_cast<QInputDialog*>(&window);
             ASSERT_NE(dialog, nullptr);
             EXPECT_EQ(dialog->windowTitle().toStdString(), title.toStdString());
-            if (!typed) {
-                dialog->reject();
-                return;
-            }
-            dialog->setTextValue(*typed);
-            dialog->accept();
+            dialog->setTextValue(typed.value_or(QString()));
+            dialog->done(typed ? QDialog::Accepted : QDialog::Rejected);
         });
     }
 
     // Any window; `act` has to close it.
-    void expect(const QString& what, std::function<void(QWidget&)> act)
-    {
-        steps_.push_back({what, std::move(act), false});
-    }
+    void expect(const QString& what, Action act) { steps_.push_back({what, std::move(act), false}); }
 
     // A window that may stay open for a while after `act`: it has something under way.
-    void expectLasting(const QString& what, std::function<void(QWidget&)> act)
-    {
-        steps_.push_back({what, std::move(act), true});
-    }
+    void expectLasting(const QString& what, Action act) { steps_.push_back({what, std::move(act), true}); }
 
     // Windows of this object name open and close by themselves.
     void leaveAlone(const char* name) { leftAlone_.append(QString::fromLatin1(name)); }
@@ -90,7 +82,7 @@ public:
 private:
     struct Step {
         QString what;
-        std::function<void(QWidget&)> act;
+        Action act;
         bool lasts;
     };
 

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <numeric>
 #include <random>
 #include <set>
 #include <string>
@@ -50,11 +51,8 @@ public:
         std::set<std::string> names;
         for (const auto& entry : std::filesystem::recursive_directory_iterator(path_))
             names.insert(entry.path().lexically_relative(path_).generic_string() +
-                         (entry.is_directory() && !entry.is_symlink() ? "/" : ""));
-        std::string text;
-        for (const auto& name : names)
-            text += name + " ";
-        return text;
+                         (entry.is_directory() && !entry.is_symlink() ? "/ " : " "));
+        return std::accumulate(names.begin(), names.end(), std::string());
     }
 
 private:

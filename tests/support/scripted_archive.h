@@ -30,8 +30,8 @@ public:
             if (!sink.takeEntry(entry.entry))
                 return std::nullopt;
             for (const std::string& piece : entry.pieces) {
-                if (!sink.takeBytes(
-                        std::span(reinterpret_cast<const std::uint8_t*>(piece.data()), piece.size())))
+                const std::vector<std::uint8_t> bytes(piece.begin(), piece.end());
+                if (!sink.takeBytes(bytes))
                     return std::nullopt;
             }
         }

@@ -25,7 +25,10 @@ public:
     explicit ScriptedLine(Journal& journal) : journal_(journal) {}
 
     // The reply to the next command that has none yet.
-    void replyInPieces(std::vector<Piece> pieces) { replies_.push_back(std::move(pieces)); }
+    void replyInPieces(const std::vector<Piece>& pieces)
+    {
+        replies_.emplace_back(pieces.begin(), pieces.end());
+    }
     void replyWith(const Bytes& bytes) { replyInPieces({Piece{std::chrono::milliseconds{0}, bytes}}); }
     void stayPresent(std::vector<int> numbers) { present_ = std::move(numbers); }
     void refuseToOpen(PortError error) { refusal_ = std::move(error); }
@@ -77,7 +80,7 @@ public:
         underway_.clear();
         if (replies_.empty())
             return;
-        underway_.assign(replies_.front().begin(), replies_.front().end());
+        underway_ = std::move(replies_.front());
         replies_.pop_front();
     }
     void setNotice(std::function<void()>) override {}
@@ -88,34 +91,34 @@ public:
         waits_ = true;
         if (onWait_)
             onWait_();
-        const auto result = waitUntil(condition, now_ + limit);
+        const auto deadline = now_ + limit;
+        auto result = WaitResult::met;
+        while (result == WaitResult::met && !condition())
+            result = nextPiece(deadline);
         waits_ = false;
         return result;
     }
     void wake() override {}
 
 private:
-    WaitResult waitUntil(const std::function<bool()>& condition, std::chrono::milliseconds deadline)
+    WaitResult nextPiece(std::chrono::milliseconds deadline)
     {
-        while (!condition()) {
-            if (ended_ || (endsWhenSilent_ && underway_.empty()))
-                return WaitResult::ended;
-            if (underway_.empty() || writtenAt_ + underway_.front().after > deadline) {
-                now_ = deadline;
-                return WaitResult::timedOut;
-            }
-            now_ = std::max(now_, writtenAt_ + underway_.front().after);
-            const Bytes bytes = underway_.front().bytes;
-            underway_.pop_front();
-            if (bytes.empty())
-                open_ = false;
-            addWaitingBytes(bytes);
+        if (ended_ || (endsWhenSilent_ && underway_.empty()))
+            return WaitResult::ended;
+        if (underway_.empty() || writtenAt_ + underway_.front().after > deadline) {
+            now_ = deadline;
+            return WaitResult::timedOut;
         }
+        const Piece piece = std::move(underway_.front());
+        underway_.pop_front();
+        now_ = std::max(now_, writtenAt_ + piece.after);
+        open_ = open_ && !piece.bytes.empty();
+        addWaitingBytes(piece.bytes);
         return WaitResult::met;
     }
 
     Journal& journal_;
-    std::deque<std::vector<Piece>> replies_;
+    std::deque<std::deque<Piece>> replies_;
     std::deque<Piece> underway_;
     std::vector<int> present_;
     std::optional<PortError> refusal_;

@@ -80,10 +80,9 @@ private:
         }
         if (!open_)
             return;
-        for (const auto byte : simulator_.take(now_))
-            received_.push_back(byte);
-        if (simulator_.hungUp(now_))
-            open_ = false;
+        const Bytes bytes = simulator_.take(now_);
+        received_.insert(received_.end(), bytes.begin(), bytes.end());
+        open_ = !simulator_.hungUp(now_);
     }
 
     sim::Simulator simulator_;

@@ -32,19 +32,11 @@ struct TestBench {
     {
         state.programFolder = "program";
         state.texts = linkTexts();
-        setText(state.texts, 1, u"cannot open");
-        setText(state.texts, 2, u"install again");
-        setText(state.texts, 299, u"old KV04");
-        setText(state.texts, 301, u" of 168   ");
-        setText(state.texts, 600, u"no decoder yet");
-        setText(state.texts, 601, u"values are defaults");
-        setText(state.texts, 602, u"go on?");
-        setText(state.texts, 680, u"no description: {1}");
+        setTexts(state.texts, {{1, u"cannot open"}, {2, u"install again"}, {299, u"old KV04"}}, {});
+        setTexts(state.texts, {{301, u" of 168   "}, {600, u"no decoder yet"}, {602, u"go on?"}}, {});
+        setTexts(state.texts, {{601, u"values are defaults"}, {680, u"no description: {1}"}}, {});
         setText(state.texts, 681, u"{1}: {2} lines left out, first {3}");
-        setCaption(state.texts, 21, u"Firmware");
-        setCaption(state.texts, 22, u"Sublevel");
-        setCaption(state.texts, 29, u"{1} CVs");
-        setCaption(state.texts, 41, u"offline");
+        setTexts(state.texts, {}, {{21, u"Firmware"}, {22, u"Sublevel"}, {29, u"{1} CVs"}, {41, u"offline"}});
     }
 
     void addFile(const std::string& name, const std::string& content)

@@ -38,18 +38,12 @@ struct WriteBench : TestBench {
     WriteBench()
     {
         addWriteTexts(state.texts);
-        for (const int number : {430, 433, 434})
-            setText(state.texts, number, u"m" + textFromNumber(number));
-        setText(state.texts, 431, u"build {1} / {2}");
-        setText(state.texts, 432, u"processor {1} / {2}");
-        setText(state.texts, 683, u"list of {1}, vehicle {2}");
-        setText(state.texts, 684, u"not kept: {1}");
+        numberTexts(state.texts, {430, 433, 434}, {});
+        setTexts(state.texts, {{431, u"build {1} / {2}"}, {432, u"processor {1} / {2}"}}, {});
+        setTexts(state.texts, {{683, u"list of {1}, vehicle {2}"}, {684, u"not kept: {1}"}}, {});
         setText(state.texts, 685, u"now {1}, before {2}");
-        setCaption(state.texts, 161, u"changed");
-        setCaption(state.texts, 180, u"nothing to write");
-        setCaption(state.texts, 181, u"{1} of {2} written");
-        setCaption(state.texts, 800, u"standard");
-        setCaption(state.texts, 804, u"newer");
+        setTexts(state.texts, {}, {{161, u"changed"}, {800, u"standard"}, {804, u"newer"}});
+        setTexts(state.texts, {}, {{180, u"nothing to write"}, {181, u"{1} of {2} written"}});
         addFile("CV_Standart172_v1_5.txt", smallDescription("Standard KV05", "Wort "));
         addFile("CV_Standart_November12_5.txt", smallDescription("Standard KV05 November12", "Wort "));
     }

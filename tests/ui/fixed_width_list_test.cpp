@@ -11,9 +11,7 @@ namespace karvo
 namespace
 {
 
-class FixedWidthListTest : public testing::Test
-{
-protected:
+struct FixedWidthListTest : testing::Test {
     FixedWidthListTest() { list.setRows(rows); }
     int widthOf(const char* text) const
     {

@@ -13,9 +13,7 @@ namespace karvo
 namespace
 {
 
-class WindowPromptsTest : public testing::Test
-{
-protected:
+struct WindowPromptsTest : testing::Test {
     WindowPromptsTest()
     {
         const std::pair<std::size_t, TextView> captions[] = {{700, u"OK"},    {701, u"Abbrechen"},
