@@ -37,6 +37,7 @@ TEST(DecoderProfileTest, ModelAndGenerationFollowFromIdentificationAndMemory)
         {8, u"28", imageWith({{7, 9}, {73, 3}}), Model::kv08, v1},
         {8, u"28", imageWith({{7, 9}, {73, 4}}), Model::kv08, standard},
         {7, u"27", imageWith({{7, 4}, {73, 0}, {498, 1}}), Model::kv07, laneControl},
+        {7, u"27", imageWith({{7, 4}, {498, 2}}), Model::kv07, tacho},
         {57, u"A7", imageWith({{7, 1}}), Model::trailer, v1},
         {57, u"A7", imageWith({{7, 2}}), Model::trailer, standard},
     };

@@ -15,6 +15,8 @@ TEST(PortChoiceTest, OnlyOneToThirtyOneIsAPort)
     for (const TextView stored : {u"", u"0", u"32", u"-4", u"COM5", u"5.0"})
         EXPECT_EQ(portNumberFromSetting(Text(stored)), 1) << utf8FromText(stored);
     EXPECT_EQ(portNumberFromSetting(std::nullopt), 1);
+    EXPECT_EQ(portNumberToBeginWith({5}), 5);
+    EXPECT_EQ(portNumberToBeginWith({4, 5}), 1);
 }
 
 TEST(PortChoiceTest, TheSearchTriesAllInOrderAndChoosingStoresTheNumber)

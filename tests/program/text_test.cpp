@@ -35,8 +35,9 @@ TEST(TextTest, Utf8RoundTripAndBrokenSequences)
     const std::string mixed = "a\xC3\xA4\xE0\xA4\x84\xE2\x82\xAC\xF0\x9F\x9A\x92";
     EXPECT_EQ(utf8FromText(textFromUtf8(mixed)), mixed);
     EXPECT_EQ(textFromUtf8("\xC3"), u"\uFFFD");
-    EXPECT_EQ(textFromUtf8("\xC0\x80x"), u"\uFFFD\uFFFDx");         // overlong
-    EXPECT_EQ(textFromUtf8("\xED\xA0\x80"), u"\uFFFD\uFFFD\uFFFD"); // a lone surrogate
+    EXPECT_EQ(textFromUtf8("\xC0\x80x"), u"\uFFFD\uFFFDx");          // overlong
+    EXPECT_EQ(textFromUtf8("\xED\xA0\x80"), u"\uFFFD\uFFFD\uFFFD");  // a lone surrogate
+    EXPECT_EQ(textFromUtf8("\xF4\x90\x80\x80"), Text(4, u'\uFFFD')); // beyond the last one
     EXPECT_EQ(utf8FromText(Text(1, char16_t{0xD800})), "?");
     EXPECT_EQ(pathText(std::filesystem::path(u"Linie \u03A9.kvr")), u"Linie \u03A9.kvr");
     if (sizeof(std::filesystem::path::value_type) == 1) { // a name of bytes may be broken
