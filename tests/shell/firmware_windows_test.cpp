@@ -85,19 +85,6 @@ TEST(UpgradeWindow, ItsLogGrowsWhileItRunsAndCanBeCopied)
     EXPECT_EQ(find<QProgressBar>(bench.upgrade, "Progress").value(), 100);
 }
 
-TEST(UpgradeWindow, ClosingItAsksAndStopsBeforeTheNextMessageAfterAYes)
-{
-    for (const bool stops : {false, true}) {
-        UpgradeBench bench;
-        bench.expectBox(Message::stopTransferQuestion, stops ? "Ja" : "Nein");
-        bench.run([&] { bench.upgrade.close(); });
-        EXPECT_EQ(bench.flashed(), stops ? 0U : 256U);
-        EXPECT_EQ(bench.said().starts_with("Die Übertragung ist nicht bis zum Ende gelaufen."), stops);
-        EXPECT_EQ(bench.log.blockCount(), stops ? 40 : 46) << "the log is kept";
-        bench.close();
-    }
-}
-
 TEST(UpgradeWindow, ThreeMessagesWithoutAReplyOfferToStop)
 {
     UpgradeBench bench;
@@ -115,19 +102,6 @@ TEST(UpgradeWindow, ThreeMessagesWithoutAReplyOfferToStop)
     EXPECT_NE(bench.said().find("Kein Bootloader hat geantwortet."), std::string::npos) << bench.said();
     EXPECT_TRUE(bench.upgrade.isVisible());
     bench.close();
-}
-
-TEST(UpgradeWindow, GoesOnWhileItsQuestionStandsAndTakesItAwayAtTheEnd)
-{
-    UpgradeBench bench;
-    bench.driver.leaveAlone("StopQuestion");
-    QPointer<QWidget> question;
-    bench.run([&] {
-        bench.upgrade.close();
-        question = QApplication::activeModalWidget();
-    });
-    EXPECT_EQ(bench.flashed(), 256U);
-    EXPECT_TRUE(question.isNull());
 }
 
 } // namespace karvo::test

@@ -105,12 +105,11 @@ TEST(HauptformChange, NothingActsBeforeATypedNumberIsMended)
         act(bench);
         EXPECT_TRUE(QTest::qWaitFor([&] { return bench.driver.isDone(); })) << what;
         QTest::qWait(20); // a second box would be unexpected
-        EXPECT_FALSE(bench.port.isOpen()) << what;
-        EXPECT_EQ(bench.line(), "CV29 = 6") << what;
-        EXPECT_EQ(bench.field("CV_Nummer") + " " + bench.field("CV_Wert"), "200 6") << what;
-        EXPECT_TRUE(bench.item("mnu_german").isChecked()) << what;
-        EXPECT_EQ(bench.state.link.portNumber, 5) << what;
-        EXPECT_TRUE(bench.window->isVisible()) << what;
+        EXPECT_EQ(bench.line() + "|" + bench.field("CV_Nummer") + "|" + bench.field("CV_Wert"),
+                  "CV29 = 6|200|6")
+            << what;
+        EXPECT_FALSE(bench.port.isOpen() || bench.state.link.portNumber != 5) << what;
+        EXPECT_TRUE(bench.item("mnu_german").isChecked() && bench.window->isVisible()) << what;
         EXPECT_TRUE(bench.hasFocus("CV_Nummer")) << what;
         QTest::keyClick(&bench.find<QLineEdit>("CV_Nummer"), Qt::Key_Escape);
         EXPECT_EQ(bench.field("CV_Nummer"), "29") << what;

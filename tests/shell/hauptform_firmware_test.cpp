@@ -59,10 +59,9 @@ struct FirmwareBench : WindowBench {
     bool isDone() { return hasBegun() && !state.lineBusy; }
     std::size_t flashed() { return port.simulator().bootLoader().flash().size(); }
     const sim::UpdateMode& taken() { return port.simulator().update(); }
-    static void closeTransfer() { QApplication::activeModalWidget()->close(); }
-    void closeAndStay()
+    void close(bool program)
     {
-        window->close();
+        program ? window->close() : QApplication::activeModalWidget()->close();
         EXPECT_TRUE(window->isVisible());
     }
 };
@@ -80,40 +79,42 @@ TEST(HauptformFirmware, CancelStopsAsAnUnchosenFileDoes)
     EXPECT_FALSE(bench.port.isOpen());
 }
 
-TEST(HauptformFirmware, ClosingTheProgramDuringAnUploadAsksFirstAndAllElseWaits)
+// Of the program, or of the window of the transfer alone.
+struct Closing {
+    bool ofProgram;
+    bool stops;
+};
+const Closing closings[] = {{true, false}, {true, true}, {false, true}};
+
+TEST(HauptformFirmware, ClosingDuringAnUploadAsksFirstAndAllElseWaits)
 {
-    for (const bool stops : {false, true}) {
+    for (const auto& [ofProgram, stops] : closings) {
         FirmwareBench bench;
-        const auto meanwhile = [&] {
-            for (const auto& name : wordsOf("mnu_read_all mnu_kv07_Firmware mnu_firmware mnu_open"))
-                EXPECT_FALSE(bench.item(name).isEnabled()) << name;
-            EXPECT_FALSE(bench.isEnabled("Start") || bench.isEnabled("COM"));
-            bench.closeAndStay();
-        };
-        const When begun([&] { return bench.hasBegun(); }, meanwhile);
+        const When begun([&] { return bench.hasBegun(); },
+                         [&, all = ofProgram] {
+                             for (const auto& name :
+                                  wordsOf("mnu_read_all mnu_kv07_Firmware mnu_firmware mnu_open"))
+                                 EXPECT_FALSE(bench.item(name).isEnabled()) << name;
+                             EXPECT_FALSE(bench.isEnabled("Start") || bench.isEnabled("COM"));
+                             bench.close(all);
+                         });
         bench.expectUpload();
         bench.expectBox(Message::stopTransferQuestion, stops ? "Ja" : "Nein");
-        std::optional<When> done;
-        if (!stops)
-            done.emplace([&] { return bench.isDone(); }, [] { FirmwareBench::closeTransfer(); });
+        std::optional<When> done; // its log stays until it is closed
+        if (!(ofProgram && stops))
+            done.emplace([&] { return bench.isDone(); }, [&] { bench.close(false); });
         bench.choose("mnu_kv07_Firmware");
-        EXPECT_EQ(bench.window->isVisible(), !stops);
+        EXPECT_EQ(bench.window->isVisible(), !(ofProgram && stops));
         EXPECT_EQ(bench.flashed(), stops ? 0U : 256U);
         EXPECT_TRUE(bench.item("mnu_read_all").isEnabled());
     }
 }
 
-TEST(HauptformFirmware, ClosingTheProgramOrTheProgressDuringAnUpdateAsksFirst)
+TEST(HauptformFirmware, ClosingDuringAnUpdateAsksFirst)
 {
-    const struct {
-        bool ofProgram;
-        bool stops;
-    } cases[] = {{true, false}, {true, true}, {false, true}};
-    for (const auto& [ofProgram, stops] : cases) {
+    for (const auto& [ofProgram, stops] : closings) {
         FirmwareBench bench;
-        const When begun(
-            [&] { return bench.hasBegun(); },
-            [&, all = ofProgram] { all ? bench.closeAndStay() : FirmwareBench::closeTransfer(); });
+        const When begun([&] { return bench.hasBegun(); }, [&, all = ofProgram] { bench.close(all); });
         bench.expectUpdate();
         bench.expectBox(Message::stopTransferQuestion, stops ? "Ja" : "Nein");
         if (stops)
@@ -144,7 +145,7 @@ TEST(HauptformFirmware, AnUpdateGoesOnWhileTheQuestionStands)
 {
     FirmwareBench bench;
     bench.driver.leaveAlone("StopQuestion");
-    const When begun([&] { return bench.hasBegun(); }, [&] { bench.closeAndStay(); });
+    const When begun([&] { return bench.hasBegun(); }, [&] { bench.close(true); });
     bench.expectUpdate();
     bench.choose("mnu_firmware");
     EXPECT_TRUE(bench.taken().isComplete());

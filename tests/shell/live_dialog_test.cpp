@@ -43,6 +43,8 @@ struct ServoBench : WindowBench {
         test::find<QSlider>(dialog, "Slider173").setValue(130);
         EXPECT_EQ(test::find<QSpinBox>(dialog, "Number173").value(), 130);
         EXPECT_TRUE(QTest::qWaitFor([&] { return taken().find("130") != std::string::npos; }, 150));
+        EXPECT_EQ(test::find<QLabel>(dialog, "Note").text(),
+                  qtText(state.texts.caption(Caption::liveRunning)));
         EXPECT_TRUE(state.lineBusy) << "as long as the window stands open";
         test::click(dialog, "CancelButton");
         EXPECT_TRUE(QTest::qWaitFor([&] { return !dialog.isVisible(); }));
@@ -98,25 +100,6 @@ TEST(ServoSetup, OnlyOneOfTheTimesHoldsAValue)
     EXPECT_EQ(bench.held(174), 33);
     EXPECT_EQ(bench.held(175), 0);
     EXPECT_TRUE(bench.taken().starts_with("1:156 ")) << bench.taken();
-}
-
-TEST(ServoSetup, ARefusalIsToldOnceAndTheWindowStays)
-{
-    ServoBench bench({.fault = sim::Fault::refusedCommand});
-    Servo_Setup2 window(bench.bench, bench.window.get());
-    const auto says = [&](Caption caption) {
-        return find<QLabel>(window, "Note").text() == qtText(bench.state.texts.caption(caption));
-    };
-    bench.expectBox(Message::announcementRefused);
-    window.show();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return says(Caption::liveStopped); }));
-    QTest::qWait(500); // for the ticks that must not come
-    bench.port.simulator().setFault(sim::Fault::none);
-    find<QSlider>(window, "Slider172").setValue(90);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return says(Caption::liveRunning); }));
-    window.reject();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !window.isVisible(); }));
-    EXPECT_EQ(bench.taken(), "2:90 3:90 2:100 3:100 ");
 }
 
 TEST(ServoSetup, AServoWithoutPowerIsToldAndAskedAbout)

@@ -76,16 +76,6 @@ TEST(Change_more_CV, PreviewsAndChangesAlsoTheListOnTheBench)
     EXPECT_EQ(bench.state.set.table.value(3), 100);
 }
 
-TEST(Change_more_CV, AFailingFileIsLeftAndTheOthersAreDone)
-{
-    MoreCvsBench bench("missing.kvr a.kvr");
-    bench.addChange(4, 9);
-    bench.act("Apply");
-    ASSERT_EQ(bench.rows().size(), 2U);
-    EXPECT_TRUE(bench.rows()[0].starts_with("missing.kvr||||"));
-    EXPECT_EQ(bench.rows()[1], "a.kvr|CV4|8|9|geändert");
-}
-
 TEST(Change_more_CV, StopsAndGoesOnWithTheRest)
 {
     MoreCvsBench bench("a.kvr b.kvr");

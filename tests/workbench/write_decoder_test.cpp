@@ -1,5 +1,4 @@
 // Writing to simulated decoders, with the real texts and descriptions of the program folder.
-#include "cvdata/changes.h"
 #include "language/language_loader.h"
 #include "support/folder_files.h"
 #include "support/link_bench.h"
@@ -82,38 +81,6 @@ TEST(WriteDecoderTest, EveryDecoderTakesAllOfItsOwnList)
                 << name << " CV" << outcome.cv;
         }
         EXPECT_GE(report.countOf(WriteEnd::written), 15u) << name;
-    }
-}
-
-TEST(WriteDecoderTest, FaultsOfTheLineLeaveTheChangesMarked)
-{
-    const struct {
-        sim::Fault fault;
-        WriteManyEnd end;
-        long messages;
-    } cases[] = {{sim::Fault::silence, WriteManyEnd::noReply, 1},
-                 {sim::Fault::wrongCheckByte, WriteManyEnd::wrongCheckByte, 1},
-                 {sim::Fault::shortBlock, WriteManyEnd::noReply, 1},
-                 {sim::Fault::hangUp, WriteManyEnd::noReply, 1},
-                 {sim::Fault::refusedCommand, WriteManyEnd::stoppedByFault, 1},
-                 {sim::Fault::unknownIdentification, WriteManyEnd::unknownDecoder, 2},
-                 {sim::Fault::refusedFrame, WriteManyEnd::stoppedByFault, 3}};
-    for (const auto& [fault, end, messages] : cases) {
-        DecoderOnBench on("kv08");
-        for (const int cv : {48, 49, 50, 51})
-            changeValue(on.bench, cv, on.state.set.table.value(cv) == 5 ? 6 : 5);
-        const auto changed = changedCvs(on.state.set);
-        on.line.setFault(fault);
-        const auto report = on.write();
-        EXPECT_EQ(report.end, end) << static_cast<int>(fault);
-        EXPECT_EQ(report.countOf(WriteEnd::written), 0u);
-        EXPECT_EQ(on.messages(), messages) << static_cast<int>(fault);
-        EXPECT_EQ(changedCvs(on.state.set), changed);
-        EXPECT_FALSE(on.state.lineBusy);
-
-        on.line.setFault(sim::Fault::none);
-        EXPECT_TRUE(on.write().isClean());
-        EXPECT_TRUE(changedCvs(on.state.set).empty());
     }
 }
 
