@@ -5,8 +5,6 @@
 #include "workbench/change_value.h"
 #include "workbench/list_files.h"
 
-#include <gtest/gtest.h>
-
 namespace karvo::test
 {
 

@@ -3,8 +3,6 @@
 #include "workbench/offline_list.h"
 #include "workbench/take_entry.h"
 
-#include <gtest/gtest.h>
-
 namespace karvo::test
 {
 
@@ -13,11 +11,9 @@ class ChangeValueTest : public testing::Test, protected TestBench
 protected:
     ChangeValueTest()
     {
-        setCaption(state.texts, 25, u"not in the list");
-        setCaption(state.texts, 161, u"changed");
-        setText(state.texts, 682, u"CV{1} not {2}, {3} to {4}");
-        setText(state.texts, 635, u"no CV{1}");
-        setText(state.texts, 636, u"CV{1} empty, {2} to {3}");
+        setTexts(state.texts,
+                 {{682, u"CV{1} not {2}, {3} to {4}"}, {635, u"no CV{1}"}, {636, u"CV{1} empty, {2} to {3}"}},
+                 {{25, u"not in the list"}, {161, u"changed"}});
         addFile("CV_Standart_kv07.txt",
                 "Standard KV07\r\n1;3;a;1;126;3;\r\n2;4;b;;x;4;\r\n3;5;c;-5;900;5;\r\n");
         beginAnew();

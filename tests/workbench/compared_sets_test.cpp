@@ -3,8 +3,6 @@
 #include "support/test_bench.h"
 #include "workbench/list_files.h"
 
-#include <gtest/gtest.h>
-
 namespace karvo::test
 {
 
@@ -14,9 +12,7 @@ protected:
     ComparedSetsTest()
     {
         numberEveryText(state.texts);
-        setText(state.texts, 1, u"cannot open");
-        setCaption(state.texts, 21, u"Firmware");
-        setCaption(state.texts, 223, u"vehicle {1}");
+        setTexts(state.texts, {{1, u"cannot open"}}, {{21, u"Firmware"}, {223, u"vehicle {1}"}});
         put("a.kvr", "Standard KV07*6", "1;3;eins;0;255;1;\r\n14;7;x;\r\n84;9;FS;\r\n");
         put("b.kvr", "Standard KV07*6", "1;3;eins;0;255;1;\r\n11;4;y;\r\n84;8;FS;\r\n");
         put("old.kvr", "Standard KV04*6", "1;3;eins;0;255;1;\r\n", "ATmega168");

@@ -10,8 +10,6 @@
 #include "workbench/language_change.h"
 #include "workbench/list_files.h"
 
-#include <gtest/gtest.h>
-
 #include <fstream>
 
 namespace karvo::test

@@ -5,8 +5,6 @@
 #include "workbench/language_change.h"
 #include "workbench/offline_list.h"
 
-#include <gtest/gtest.h>
-
 namespace karvo::test
 {
 
@@ -15,11 +13,9 @@ class ExpertModeTest : public testing::Test, protected TestBench
 protected:
     ExpertModeTest()
     {
-        setText(state.texts, 603, u"expert file:");
-        setText(state.texts, 701, u"processor");
-        setText(state.texts, 702, u"description");
-        setText(state.texts, 703, u"expert");
-        setCaption(state.texts, 160, u"Expert");
+        setTexts(state.texts,
+                 {{603, u"expert file:"}, {701, u"processor"}, {702, u"description"}, {703, u"expert"}},
+                 {{160, u"Expert"}});
         addFile("CV_Standart_kv07.txt", smallDescription("Standard KV07", "Wort "));
         addFile("CV_exp_kv07.txt", "Head\r\n2;;zwei;;;;Tiefes Wissen;\r\n97;;eins;\r\n");
         addFile("CV_Standart172.txt", smallDescription("Standard KV04", "Wort "));
@@ -69,9 +65,8 @@ TEST_F(ExpertModeTest, LinesStandBelowTheirCvAndAreMarkedInExpertModeOnly)
 
 TEST_F(ExpertModeTest, AMissingExpertFileIsNamedAndOneWithFaultsOnceAndTheListShownAllTheSame)
 {
-    setText(state.texts, 681, u"{1}: {2} lines, first {3}");
-    setText(state.texts, 735, u"no expert file {1}");
-    setText(state.texts, 736, u"no words {1}");
+    setTexts(state.texts,
+             {{681, u"{1}: {2} lines, first {3}"}, {735, u"no expert file {1}"}, {736, u"no words {1}"}}, {});
     files.content.erase("program/CV_exp_kv07.txt");
     ASSERT_TRUE(showOfflineList(bench, "mnu_kv07"));
     EXPECT_EQ(journal[1], "message cannot open program/CV_exp_kv07.txt\r\ninstall again");

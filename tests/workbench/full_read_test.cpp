@@ -3,8 +3,6 @@
 #include "workbench/describe.h"
 #include "workbench/full_read.h"
 
-#include <gtest/gtest.h>
-
 namespace karvo::test
 {
 

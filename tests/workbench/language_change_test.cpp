@@ -2,8 +2,6 @@
 #include "workbench/language_change.h"
 #include "workbench/offline_list.h"
 
-#include <gtest/gtest.h>
-
 namespace karvo::test
 {
 

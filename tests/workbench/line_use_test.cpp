@@ -2,8 +2,6 @@
 
 #include "support/test_bench.h"
 
-#include <gtest/gtest.h>
-
 namespace karvo::test
 {
 

@@ -4,8 +4,6 @@
 #include "workbench/list_files.h"
 #include "workbench/offline_list.h"
 
-#include <gtest/gtest.h>
-
 namespace karvo::test
 {
 
@@ -20,8 +18,7 @@ protected:
         setCaption(state.texts, 161, u"changed");
         for (int number = 710; number <= 724; ++number)
             setText(state.texts, number, textFromNumber(number) + u" {1} {2}");
-        setText(state.texts, 448, u"448 {1} {2}");
-        setText(state.texts, 726, u"replace {1}?");
+        setTexts(state.texts, {{448, u"448 {1} {2}"}, {726, u"replace {1}?"}}, {});
         addFile("CV_Standart_kv07.txt", smallDescription("Standard KV07", "Wort "));
         addFile("CV_Standart_kv07en.txt", smallDescription("Standard KV07", "word "));
         state.userFolders = {{"lists", {}}, {"fs", {}}, {"abs", {}}};

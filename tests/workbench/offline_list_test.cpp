@@ -1,8 +1,6 @@
 #include "support/test_bench.h"
 #include "workbench/offline_list.h"
 
-#include <gtest/gtest.h>
-
 namespace karvo::test
 {
 
@@ -40,8 +38,7 @@ TEST_F(OfflineListTest, ShowsTheDescriptionsOwnValues)
 
 TEST_F(OfflineListTest, TheFourVariantsAreOfferedAndTheLastOneProposed)
 {
-    setCaption(state.texts, 50, u"variant");
-    setCaption(state.texts, 51, u"which?");
+    setTexts(state.texts, {}, {{50, u"variant"}, {51, u"which?"}});
     for (int number = 1; number <= 4; ++number) {
         setCaption(state.texts, 51 + number, u"bus" + textFromNumber(number));
         setCaption(state.texts, 55 + number, u"fire" + textFromNumber(number));

@@ -6,8 +6,6 @@
 #include "workbench/offline_list.h"
 #include "workbench/recovery.h"
 
-#include <gtest/gtest.h>
-
 namespace karvo::test
 {
 
@@ -18,12 +16,12 @@ class RecoveryTest : public testing::Test, protected TestBench
 protected:
     RecoveryTest()
     {
-        setCaption(state.texts, 161, u"changed");
-        setText(state.texts, 710, u"no list");
-        setText(state.texts, 723, u"restore {1} of {2}, {3}? else {4}");
-        setText(state.texts, 679, u"kept");
-        setCaption(state.texts, 17, u"Address:");
-        setText(state.texts, 724, u"{1}: {2}");
+        setTexts(state.texts,
+                 {{710, u"no list"},
+                  {723, u"restore {1} of {2}, {3}? else {4}"},
+                  {679, u"kept"},
+                  {724, u"{1}: {2}"}},
+                 {{161, u"changed"}, {17, u"Address:"}});
         addFile("CV_Standart_kv07.txt", smallDescription("Standard KV07", "Wort "));
         files.content["lists/bus.kvr"] = bytesOf(list);
         state.recovery.file = "config/recovery";

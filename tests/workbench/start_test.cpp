@@ -1,8 +1,6 @@
 #include "support/test_bench.h"
 #include "workbench/start.h"
 
-#include <gtest/gtest.h>
-
 namespace karvo::test
 {
 

@@ -8,8 +8,6 @@
 #include "workbench/full_read.h"
 #include "workbench/write_many.h"
 
-#include <gtest/gtest.h>
-
 namespace karvo::test
 {
 

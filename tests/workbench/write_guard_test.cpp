@@ -9,8 +9,6 @@
 #include "workbench/write_many.h"
 #include "workbench/write_single.h"
 
-#include <gtest/gtest.h>
-
 namespace karvo::test
 {
 

@@ -4,8 +4,6 @@
 #include "workbench/offline_list.h"
 #include "workbench/write_many.h"
 
-#include <gtest/gtest.h>
-
 namespace karvo::test
 {
 
@@ -245,9 +243,7 @@ TEST_F(WriteManyTest, WhatMayNotBeWrittenIsNoSuccess)
 
 TEST_F(WriteManyTest, TheSpeedTableIsWrittenWholeOrNotAtAll)
 {
-    setText(state.texts, 805, u"outside");
-    setText(state.texts, 807, u"{1} to {2}: {3}");
-    setText(state.texts, 809, u"all?");
+    setTexts(state.texts, {{805, u"outside"}, {807, u"{1} to {2}: {3}"}, {809, u"all?"}}, {});
     for (const bool answer : {false, true}) {
         readAndChange({48, 71, 70, 90});
         for (const int cv : {70, 71})

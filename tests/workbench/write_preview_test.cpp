@@ -6,8 +6,6 @@
 #include "workbench/write_preview.h"
 #include "workbench/write_single.h"
 
-#include <gtest/gtest.h>
-
 namespace karvo::test
 {
 
@@ -18,19 +16,16 @@ class WritePreviewTest : public testing::Test, protected WriteBench
 protected:
     WritePreviewTest()
     {
-        setText(state.texts, 445, u"beyond:");
-        setText(state.texts, 446, u"all?");
-        setText(state.texts, 807, u"steps {3}: {1} to {2}");
-        const std::pair<int, const char16_t*> captions[] = {{195, u"beyond its limits"},
-                                                            {276, u"{1} = {2}: {3} to {4}"},
-                                                            {277, u"{1} = {2}: read only"},
-                                                            {278, u"{1} = {2}: unused"},
-                                                            {280, u"{1} more"},
-                                                            {819, u"unticked"},
-                                                            {827, u"left out: {1}"},
-                                                            {823, u"kept: {1}"}};
-        for (const auto& [number, text] : captions)
-            setCaption(state.texts, number, text);
+        setTexts(state.texts, {{445, u"beyond:"}, {446, u"all?"}, {807, u"steps {3}: {1} to {2}"}}, {});
+        setTexts(state.texts, {},
+                 {{195, u"beyond its limits"},
+                  {276, u"{1} = {2}: {3} to {4}"},
+                  {277, u"{1} = {2}: read only"},
+                  {278, u"{1} = {2}: unused"},
+                  {280, u"{1} more"},
+                  {819, u"unticked"},
+                  {827, u"left out: {1}"},
+                  {823, u"kept: {1}"}});
         readKv05();
     }
     void setValues(const std::map<int, int>& values)
@@ -193,12 +188,8 @@ TEST(WriteVoltageTest, ABatteryBelowTheWarningLevelIsNamed)
 TEST(AddressNoticeTest, TellsTheAddressWhereAWriteOfItDidNotComeToItsEnd)
 {
     LanguageTables texts;
-    setText(texts, 449, u"now {1}");
-    setText(texts, 450, u"now {1} or {2}");
-    setText(texts, 451, u"unknown");
-    setCaption(texts, 46, u"short");
-    setCaption(texts, 47, u"long");
-    setCaption(texts, 281, u"{1} and {2}");
+    setTexts(texts, {{449, u"now {1}"}, {450, u"now {1} or {2}"}, {451, u"unknown"}},
+             {{46, u"short"}, {47, u"long"}, {281, u"{1} and {2}"}});
     CvImage image{};
     image[1] = 3;
     image[3] = 4;

@@ -2,8 +2,6 @@
 
 #include "support/write_bench.h"
 
-#include <gtest/gtest.h>
-
 namespace karvo::test
 {
 

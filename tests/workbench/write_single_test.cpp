@@ -2,8 +2,6 @@
 #include "workbench/change_value.h"
 #include "workbench/write_single.h"
 
-#include <gtest/gtest.h>
-
 namespace karvo::test
 {
 
