@@ -51,7 +51,10 @@ public:
     }
 
 private:
-    void fault(Kind kind, std::size_t line) { file_.faults.push_back({kind, static_cast<int>(line)}); }
+    void fault(Kind kind, std::size_t line, std::optional<int> number = std::nullopt)
+    {
+        file_.faults.push_back({kind, static_cast<int>(line), number});
+    }
 
     void takeRows()
     {
@@ -72,7 +75,7 @@ private:
         if (!row)
             return fault(Kind::noRow, line);
         if (*row < 1 || *row > CvTable::lastRow)
-            return fault(Kind::numberOutOfRange, line);
+            return fault(Kind::numberOutOfRange, line, row);
         if (taken_.test(static_cast<std::size_t>(*row)))
             return fault(Kind::repeatedRow, line);
         taken_.set(static_cast<std::size_t>(*row));
@@ -89,7 +92,7 @@ private:
         const auto value = numberFromText(field);
         const bool sound = isCvValue(value);
         if (!sound && (!hasField || !trimmed(field).empty()))
-            fault(Kind::wrongValue, line);
+            fault(Kind::wrongValue, line, value);
         field = sound ? textFromNumber(*value) : Text();
     }
 

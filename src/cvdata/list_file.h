@@ -26,6 +26,7 @@ struct ListFault {
     };
     Kind kind;
     int line;
+    std::optional<int> number = std::nullopt; // the one that is out of range
 };
 
 struct ListFile {
@@ -48,6 +49,7 @@ struct ListRefusal {
     enum class Kind { noRow, tooManyLines };
     Kind kind;
     int line;
+    std::optional<int> number = std::nullopt; // the one that is out of range
 };
 
 // Refused as too long is also what would exceed the limit once it is saved, with the lines that it lacks.

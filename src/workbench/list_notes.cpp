@@ -20,7 +20,7 @@ constexpr std::pair<Kind, Message> notes[] = {
     {Kind::unknownProcessor, Message::unknownProcessor},
 };
 
-// "12, 13, 20, ..."; a box has room for so many.
+// "12, 13 (300), 20, ...": a number that is out of range stands behind its line; a box has room for so many.
 Text linesOf(const std::vector<ListFault>& faults, Kind kind)
 {
     constexpr std::size_t most = 12;
@@ -30,6 +30,8 @@ Text linesOf(const std::vector<ListFault>& faults, Kind kind)
         if (fault.kind != kind || ++count > most)
             continue;
         lines += (lines.empty() ? Text() : Text(u", ")) + textFromNumber(fault.line);
+        if (fault.number)
+            lines += u" (" + textFromNumber(*fault.number) + u")";
     }
     return count > most ? lines + u", ..." : lines;
 }

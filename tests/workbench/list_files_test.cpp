@@ -129,7 +129,7 @@ TEST_F(ListFilesTest, WhatIsNotSoundIsToldLineByLine)
     ASSERT_TRUE(open(content));
     EXPECT_EQ(journal.back(), "message 713 lists/bus.kvr {2}\r\n"
                               "714 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, ... \r\n"
-                              "715 3 \r\n716 5 \r\n717 4 \r\n718 20 ");
+                              "715 3 (300) \r\n716 5 \r\n717 4 \r\n718 20 ");
     ASSERT_TRUE(open("Standard KV07*5\r\n1;3;a;\r\nEnde CV\r\nATmega644\r\nEnde FS\r\n"));
     EXPECT_EQ(journal.back(), "message 713 lists/bus.kvr {2}\r\n719 4 ATmega644");
     EXPECT_EQ(state.set.fileProcessor, std::nullopt);
