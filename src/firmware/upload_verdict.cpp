@@ -85,6 +85,25 @@ Text whatIsWrong(const LanguageTables& texts, const UploadReport& report)
 
 } // namespace
 
+Caption captionOfPhase(UploadPhase phase)
+{
+    switch (phase) {
+    case UploadPhase::signOn:
+        return Caption::phaseSignOn;
+    case UploadPhase::parameters:
+        return Caption::phaseParameters;
+    case UploadPhase::settings:
+        return Caption::phaseSettings;
+    case UploadPhase::fuses:
+        return Caption::phaseFuses;
+    case UploadPhase::erase:
+        return Caption::phaseErase;
+    case UploadPhase::pages:
+        break;
+    }
+    return Caption::phasePages;
+}
+
 Text uploadVerdict(const LanguageTables& texts, const UploadReport& report)
 {
     if (report.steps.empty())

@@ -24,25 +24,6 @@ Text numberText(std::size_t number)
     return textFromNumber(static_cast<long long>(number));
 }
 
-Caption captionOf(UploadPhase phase)
-{
-    switch (phase) {
-    case UploadPhase::signOn:
-        return Caption::phaseSignOn;
-    case UploadPhase::parameters:
-        return Caption::phaseParameters;
-    case UploadPhase::settings:
-        return Caption::phaseSettings;
-    case UploadPhase::fuses:
-        return Caption::phaseFuses;
-    case UploadPhase::erase:
-        return Caption::phaseErase;
-    case UploadPhase::pages:
-        break;
-    }
-    return Caption::phasePages;
-}
-
 } // namespace
 
 Upgrade::Upgrade(Workbench& bench, HexImage image, QWidget* parent)
@@ -121,7 +102,7 @@ void Upgrade::upload()
 
 void Upgrade::showUpload(const UploadProgress& progress)
 {
-    phase_->setText(filledCaption(texts_, captionOf(progress.phase),
+    phase_->setText(filledCaption(texts_, captionOfPhase(progress.phase),
                                   {numberText(progress.page), numberText(progress.pages)}));
     if (progress.page == 0)
         return;
