@@ -1,6 +1,9 @@
 #include "cli/cli_arguments.h"
 
+#include "cli/cli_help.h"
+#include "cli/command_table.h"
 #include "cvdata/description_choice.h"
+#include "platform/text_conversion.h"
 
 #include <QCommandLineParser>
 #include <QFileInfo>
@@ -8,69 +11,12 @@
 
 #include <algorithm>
 #include <initializer_list>
-#include <iterator>
 
 namespace karvo
 {
 
 namespace
 {
-
-const char* const exitCodes =
-    "Exit codes: 0 done, 1 a file could not be read, 2 wrong arguments, 3 the port could not be "
-    "opened, 4 no reply, 5 unknown decoder, 6 the data arrived damaged, 7 refused or only partly written. "
-    "compare: 0 equal, 1 different, 2 trouble. "
-    "flash: 0 the loader accepted every page, 1 the file is damaged, 4 not one reply came, 7 something was "
-    "refused, "
-    "unanswered or cut off: repeat it. "
-    "update: 0 the interface acknowledged every record, 1 the file is damaged, 4 no reply, and nothing was "
-    "changed, "
-    "5 no KV07, KV08 or receiver, 7 declined, not confirmed or broken off: but for a declined question the "
-    "decoder's "
-    "firmware may be incomplete. "
-    "unzip: 0 all was unpacked, 1 there is no such archive, 6 it is damaged, empty or refused, 7 the folder "
-    "could not "
-    "be written; but for a 7 nothing was unpacked.";
-
-const char* const commandHelp =
-    "ports      the ports that are there\n"
-    "identify   which decoder stands on the programming interface\n"
-    "read       read all CVs and print the list\n"
-    "list MODEL print a model's list without a decoder; without MODEL the models' names\n"
-    "export     save a CV list file as CSV or as a text report: export BUS.kvr BUS.csv\n"
-    "compare    what differs between two CV list files: compare A.kvr B.kvr\n"
-    "set        change CVs in CV list files: set A.kvr B.kvr CV3=12 CV4=8\n"
-    "write      write CVs to the decoder: write CV3=12 CV4=8; with --from what differs from a CV list\n"
-    "           file. What the decoder held is kept in the folder CV_listen first. Values beyond their\n"
-    "           limits are asked about, those of a list left out; --force limits writes both.\n"
-    "flash      send a firmware to the decoder's boot loader: flash FIRMWARE.hex\n"
-    "update     renew the firmware through the programming interface: update FIRMWARE.uhx\n"
-    "unzip      unpack a ZIP archive into a folder: unzip ARCHIVE.zip FOLDER";
-
-struct CommandForm {
-    CliCommand command;
-    const char* word;
-    qsizetype leastOperands;
-    qsizetype mostOperands;
-};
-
-constexpr qsizetype many = 1'000'000;
-constexpr CommandForm forms[] = {
-    {CliCommand::ports, "ports", 0, 0},       {CliCommand::identify, "identify", 0, 0},
-    {CliCommand::read, "read", 0, 0},         {CliCommand::list, "list", 0, 1},
-    {CliCommand::exportList, "export", 2, 2}, {CliCommand::compare, "compare", 2, 2},
-    {CliCommand::set, "set", 1, many},        {CliCommand::write, "write", 0, many},
-    {CliCommand::flash, "flash", 1, 1},       {CliCommand::update, "update", 1, 1},
-    {CliCommand::unzip, "unzip", 2, 2},
-};
-
-const CommandForm* formOf(const QString& word)
-{
-    const auto* const found = std::find_if(std::begin(forms), std::end(forms), [&](const CommandForm& form) {
-        return word == QLatin1String(form.word);
-    });
-    return found == std::end(forms) ? nullptr : found;
-}
 
 // Files are saved in the form that their name tells.
 bool endsIn(const QString& file, std::initializer_list<const char*> extensions)
@@ -89,223 +35,279 @@ std::optional<int> portOf(const QString& word)
     return isNumber && number >= 1 && number <= 31 ? std::optional<int>(number) : std::nullopt;
 }
 
-QCommandLineOption valued(const char* name, const char* description, const char* value)
+QString nameOf(const CommandOption& option)
 {
-    return {QLatin1String(name), QLatin1String(description), QLatin1String(value)};
+    return QString::fromLatin1(option.name.data(), static_cast<qsizetype>(option.name.size()));
 }
 
-void describe(QCommandLineParser& parser)
+void addOptions(QCommandLineParser& parser)
 {
-    parser.setApplicationDescription(QStringLiteral("Reads and writes the decoders of Karvo vehicles.\n") +
-                                     QLatin1String(exitCodes));
-    parser.addPositionalArgument(
-        QStringLiteral("command"), QLatin1String(commandHelp),
-        QStringLiteral("ports|identify|read|list [MODEL]|export LIST FILE|compare A "
-                       "B|set LISTS... CV=VALUE...|write CV=VALUE...|flash HEX|update UHX|unzip ZIP FOLDER"));
-    parser.addOption(valued("port", "Port of the programming interface; else the stored one.", "COM5"));
-    parser.addOption(
-        valued("map-port", "Device of a port for this run; may be repeated.", "COM5=/dev/ttyUSB0"));
-    parser.addOption(valued("simulate", "A simulated interface with this decoder on it.", "MODEL"));
-    parser.addOption(valued("fault", "What goes wrong on the simulated line.", "NAME"));
-    parser.addOption({QStringLiteral("no-pace"), QStringLiteral("The simulated line takes no time.")});
-    parser.addOption(valued("language", "de, nl, en, es or fr; else the stored one.", "CODE"));
-    parser.addOption(valued("program-folder", "Where the program's text files lie.", "DIR"));
-    parser.addOption(
-        valued("variant", "Which of the four bus or fire-engine lists of a model: 1 to 4.", "N"));
-    parser.addOption({QStringLiteral("expert"), QStringLiteral("Show expert knowledge below its CVs.")});
-    parser.addOption(valued("output", "Where read saves what is read: as a CV list, CSV or a text report.",
-                            "FILE.kvr|csv|txt"));
-    parser.addOption(valued("from", "The CV list that write writes.", "FILE.kvr"));
-    parser.addOption(
-        {QStringLiteral("dry-run"), QStringLiteral("Show what set and write would change, or check what "
-                                                   "flash and update would send; do nothing.")});
-    parser.addOption({QStringLiteral("yes"), QStringLiteral("Answer questions with yes.")});
-    parser.addOption(valued(
-        "force", "Answer with yes what --yes does not: limits, vehicle or backup; may be repeated.", "WHAT"));
-    parser.addOption({QStringLiteral("json"), QStringLiteral("Print JSON.")});
-    parser.addOption({QStringLiteral("help"), QStringLiteral("Print this help.")});
-    parser.addOption({QStringLiteral("version"), QStringLiteral("Print the version.")});
+    for (const CommandOption& option : commandOptions()) {
+        const QString name = nameOf(option);
+        const QStringList names =
+            option.name == "help" ? QStringList{QStringLiteral("h"), name} : QStringList{name};
+        parser.addOption(option.value.empty() ? QCommandLineOption(names)
+                                              : QCommandLineOption(names, {}, QStringLiteral("value")));
+    }
 }
 
-CliParseResult wrong(const QString& text)
+Text wide(std::string_view word)
 {
-    return {std::nullopt, text, true};
+    return textFromUtf8(word);
 }
 
-// "CV3=12" or "3=12"; without a CV from 1 to 256 or a value from 0 to 255 nothing.
-std::optional<CvChange> changeOf(const QString& word)
+// One run of understanding: what is wrong is returned as words, nothing when all is well.
+class Reader
 {
-    static const QRegularExpression form(QStringLiteral("^(?:CV)?([0-9]{1,3})=([0-9]{1,3})$"),
-                                         QRegularExpression::CaseInsensitiveOption);
-    const auto match = form.match(word);
-    const CvChange change{match.captured(1).toInt(), match.captured(2).toInt()};
-    const bool sound =
-        match.hasMatch() && change.cv >= 1 && change.cv <= CvTable::lastRow && change.value <= 255;
-    return sound ? std::optional<CvChange>(change) : std::nullopt;
-}
+public:
+    using Fault = std::optional<Text>;
 
-// Tells the changes from the files; what is wrong, or nothing.
-QString separateChanges(CliArguments& arguments)
-{
-    static const QRegularExpression start(QStringLiteral("^(?:CV)?[0-9]+="),
-                                          QRegularExpression::CaseInsensitiveOption);
-    QStringList lists;
-    for (const QString& word : std::as_const(arguments.operands)) {
-        if (!start.match(word).hasMatch()) {
-            lists.append(word);
-            continue;
+    Reader(const QCommandLineParser& parser, const Command& command, const LanguageTables& texts)
+        : parser_(parser), command_(command), texts_(texts)
+    {
+    }
+
+    CliParseResult read()
+    {
+        for (const auto check : {&Reader::countWords, &Reader::refuseUnheeded, &Reader::takeLine,
+                                 &Reader::takeValues, &Reader::takeOperands}) {
+            if (const Fault fault = (this->*check)())
+                return {std::nullopt, *fault, true};
         }
-        const auto change = changeOf(word);
-        const auto isSame = [&](const CvChange& other) { return other.cv == change->cv; };
-        if (!change || std::any_of(arguments.changes.begin(), arguments.changes.end(), isSame))
-            return QStringLiteral("%1 is no change like CV3=12, or the CV is named twice.").arg(word);
-        arguments.changes.push_back(*change);
+        return {arguments_, {}, false};
     }
-    arguments.operands = lists;
-    return {};
+
+private:
+    Text say(Message message, std::initializer_list<Text> values = {}) const
+    {
+        return texts_.message(message, values);
+    }
+    bool isSet(const char* option) const { return parser_.isSet(QLatin1String(option)); }
+    QString value(const char* option) const { return parser_.value(QLatin1String(option)); }
+
+    Fault countWords()
+    {
+        arguments_.command = command_.command;
+        arguments_.operands = parser_.positionalArguments().mid(1);
+        if (arguments_.operands.size() > command_.mostOperands)
+            return say(Message::tooManyArguments,
+                       {toText(arguments_.operands.at(command_.mostOperands)), usageOf(command_)});
+        if (arguments_.operands.size() < command_.leastOperands)
+            return say(Message::tooFewArguments, {usageOf(command_)});
+        return std::nullopt;
+    }
+
+    // An option that the command does not heed must not look as if it did: `identify --dry-run`.
+    Fault refuseUnheeded()
+    {
+        for (const CommandOption& option : commandOptions()) {
+            if (parser_.isSet(nameOf(option)) && !isHeeded(command_, option.name))
+                return say(Message::optionNotHeeded, {u"--" + wide(option.name), wide(command_.word)});
+        }
+        return std::nullopt;
+    }
+
+    Fault takeLine()
+    {
+        arguments_.portMappings = parser_.values(QStringLiteral("map-port"));
+        arguments_.simulatedDecoder = value("simulate");
+        arguments_.fault = value("fault");
+        arguments_.unpaced = isSet("no-pace");
+        if (isSet("port")) {
+            arguments_.port = portOf(value("port"));
+            if (!arguments_.port)
+                return say(Message::portRange);
+        }
+        // An option that says nothing must not lead to the real line: "--simulate $MODEL" with no MODEL.
+        if (isSet("simulate") && arguments_.simulatedDecoder.isEmpty())
+            return say(Message::simulateNeedsName);
+        if (!isSet("simulate") && (isSet("fault") || isSet("no-pace")))
+            return say(Message::onlyWithSimulate);
+        return std::nullopt;
+    }
+
+    Fault takeValues()
+    {
+        arguments_.output = value("output");
+        arguments_.from = value("from");
+        arguments_.yes = isSet("yes");
+        arguments_.dryRun = isSet("dry-run");
+        arguments_.language = value("language");
+        arguments_.programFolder = value("program-folder");
+        arguments_.expert = isSet("expert");
+        arguments_.json = isSet("json");
+        if (isSet("variant")) {
+            arguments_.variant = value("variant").toInt() - 1;
+            if (*arguments_.variant < 0 || *arguments_.variant >= automaticVariants)
+                return say(Message::variantRange);
+            if (arguments_.operands.isEmpty())
+                return say(Message::variantNeedsList);
+        }
+        if (!arguments_.output.isEmpty() && !endsIn(arguments_.output, {"kvr", "csv", "txt"}))
+            return say(Message::outputForm);
+        return takeForced();
+    }
+
+    Fault takeForced()
+    {
+        for (const QString& word : parser_.values(QStringLiteral("force"))) {
+            if (word == QLatin1String("limits"))
+                arguments_.forced.insert(QuestionKind::limits);
+            else if (word == QLatin1String("vehicle"))
+                arguments_.forced.insert(QuestionKind::vehicle);
+            else if (word == QLatin1String("backup"))
+                arguments_.forced.insert(QuestionKind::backup);
+            else
+                return say(Message::forceWords);
+        }
+        return std::nullopt;
+    }
+
+    Fault takeOperands()
+    {
+        const bool takesChanges =
+            command_.command == CliCommand::set || command_.command == CliCommand::write;
+        if (takesChanges) {
+            if (const Fault fault = separateChanges())
+                return fault;
+        }
+        const QStringList& files = arguments_.operands;
+        const bool anyChange = !arguments_.changes.empty();
+        if (command_.command == CliCommand::exportList && !endsIn(files.at(1), {"csv", "txt"}))
+            return say(Message::exportForm, {toText(files.at(1))});
+        if (command_.command == CliCommand::set && (files.isEmpty() || !anyChange))
+            return say(Message::tooFewArguments, {usageOf(command_)});
+        if (command_.command == CliCommand::write && !files.isEmpty())
+            return say(Message::noChange, {toText(files.first())});
+        if (command_.command == CliCommand::write && anyChange == !arguments_.from.isEmpty())
+            return say(Message::writeNeedsOneOfBoth);
+        return std::nullopt;
+    }
+
+    // Tells the changes from the files.
+    Fault separateChanges()
+    {
+        static const QRegularExpression start(QStringLiteral("^(?:CV)?[0-9]+="),
+                                              QRegularExpression::CaseInsensitiveOption);
+        QStringList files;
+        for (const QString& word : std::as_const(arguments_.operands)) {
+            if (!start.match(word).hasMatch()) {
+                files.append(word);
+                continue;
+            }
+            if (const Fault fault = takeChange(word))
+                return fault;
+        }
+        arguments_.operands = files;
+        return std::nullopt;
+    }
+
+    // "CV3=12" or "3=12".
+    Fault takeChange(const QString& word)
+    {
+        static const QRegularExpression form(QStringLiteral("^(?:CV)?([0-9]{1,9})=([0-9]{1,9})$"),
+                                             QRegularExpression::CaseInsensitiveOption);
+        const auto match = form.match(word);
+        if (!match.hasMatch())
+            return say(Message::noChange, {toText(word)});
+        const CvChange change{match.captured(1).toInt(), match.captured(2).toInt()};
+        if (change.cv < 1 || change.cv > CvTable::lastRow)
+            return say(Message::cvOutOfRange, {toText(word), textFromNumber(change.cv)});
+        if (!isCvValue(change.value))
+            return say(Message::valueOutOfRange, {toText(word), textFromNumber(change.value)});
+        const bool isNamed = std::any_of(arguments_.changes.begin(), arguments_.changes.end(),
+                                         [&](const CvChange& other) { return other.cv == change.cv; });
+        if (isNamed)
+            return say(Message::cvNamedTwice, {toText(word), textFromNumber(change.cv)});
+        arguments_.changes.push_back(change);
+        return std::nullopt;
+    }
+
+    const QCommandLineParser& parser_;
+    const Command& command_;
+    const LanguageTables& texts_;
+    CliArguments arguments_;
+};
+
+CliParseResult wrong(Message message, std::initializer_list<Text> values, const LanguageTables& texts)
+{
+    return {std::nullopt, texts.message(message, values), true};
 }
 
-QString whatIsWrongWith(CliArguments& arguments)
+CliParseResult wrongCommand(const QString& word, const LanguageTables& texts)
 {
-    switch (arguments.command) {
-    case CliCommand::exportList:
-        return endsIn(arguments.operands.at(1), {"csv", "txt"})
-                   ? QString()
-                   : QStringLiteral("export takes a second name that ends in .csv or .txt.");
-    case CliCommand::set:
-        if (QString fault = separateChanges(arguments); !fault.isEmpty())
-            return fault;
-        return arguments.operands.isEmpty() || arguments.changes.empty()
-                   ? QStringLiteral("set takes CV list files and changes like CV3=12.")
-                   : QString();
-    case CliCommand::write:
-        if (QString fault = separateChanges(arguments); !fault.isEmpty())
-            return fault;
-        return !arguments.operands.isEmpty() || arguments.changes.empty() == arguments.from.isEmpty()
-                   ? QStringLiteral("write takes changes like CV3=12, or --from and a CV list file.")
-                   : QString();
-    case CliCommand::list:
-        return arguments.variant && arguments.operands.isEmpty()
-                   ? QStringLiteral("--variant takes the name of a bus or fire-engine list before it.")
-                   : QString();
-    default:
-        return {};
-    }
+    std::vector<std::string_view> words;
+    for (const Command& command : commands())
+        words.push_back(command.word);
+    const auto nearest = nearestWord(word.toStdString(), words);
+    if (nearest.empty())
+        return wrong(Message::unknownCommand, {toText(word), commandWords()}, texts);
+    return wrong(Message::unknownCommandNearest, {toText(word), wide(nearest), commandWords()}, texts);
 }
 
-// An option that says nothing must not lead to the real line: "--simulate $MODEL" with no MODEL.
-QString whatIsWrongWithTheLine(const QCommandLineParser& parser)
+// An option without the value that it needs, or with one that it does not take.
+CliParseResult wrongValue(const QStringList& words, const LanguageTables& texts)
 {
-    const bool simulated = parser.isSet(QStringLiteral("simulate"));
-    if (simulated && parser.value(QStringLiteral("simulate")).isEmpty())
-        return QStringLiteral("--simulate takes the name of a decoder.");
-    if (!simulated && (parser.isSet(QStringLiteral("fault")) || parser.isSet(QStringLiteral("no-pace"))))
-        return QStringLiteral("--fault and --no-pace are for --simulate.");
-    return {};
+    for (const CommandOption& option : commandOptions()) {
+        const QString name = QStringLiteral("--") + nameOf(option);
+        if (words.last() == name)
+            return wrong(Message::optionNeedsValue, {toText(name), wide(option.value)}, texts);
+        const QStringList typed = words.filter(name + QLatin1Char('='));
+        if (option.value.empty() && !typed.isEmpty())
+            return wrong(Message::tooManyArguments, {toText(typed.first()), toText(name)}, texts);
+    }
+    return wrong(Message::unknownOption, {toText(words.last()), Text()}, texts);
 }
 
-// An option that the command does not heed must not look as if it did: `read --dry-run` would read.
-QString whatIsWrongWithOptions(const QCommandLineParser& parser, CliCommand command)
+CliParseResult wrongOption(const QCommandLineParser& parser, const QStringList& words,
+                           const LanguageTables& texts)
 {
-    struct Heeded {
-        const char* option;
-        std::initializer_list<CliCommand> by;
-    };
-    const Heeded options[] = {
-        {"dry-run", {CliCommand::set, CliCommand::write, CliCommand::flash, CliCommand::update}},
-        {"from", {CliCommand::write}},
-        {"force", {CliCommand::write}},
-        {"output", {CliCommand::read}},
-        {"variant", {CliCommand::list}}};
-    for (const auto& [option, by] : options) {
-        if (parser.isSet(QLatin1String(option)) && std::find(by.begin(), by.end(), command) == by.end())
-            return QStringLiteral("--%1 does not go with this command; --help tells.")
-                .arg(QLatin1String(option));
-    }
-    return {};
-}
-
-// What --force names; nothing where a word is none of them.
-std::optional<std::set<QuestionKind>> forcedKinds(const QStringList& words)
-{
-    std::set<QuestionKind> kinds;
-    for (const QString& word : words) {
-        if (word == QLatin1String("limits"))
-            kinds.insert(QuestionKind::limits);
-        else if (word == QLatin1String("vehicle"))
-            kinds.insert(QuestionKind::vehicle);
-        else if (word == QLatin1String("backup"))
-            kinds.insert(QuestionKind::backup);
-        else
-            return std::nullopt;
-    }
-    return kinds;
-}
-
-CliParseResult taken(const QCommandLineParser& parser, CliCommand command)
-{
-    CliArguments arguments;
-    arguments.command = command;
-    arguments.operands = parser.positionalArguments().mid(1);
-    arguments.output = parser.value(QStringLiteral("output"));
-    arguments.from = parser.value(QStringLiteral("from"));
-    arguments.yes = parser.isSet(QStringLiteral("yes"));
-    arguments.dryRun = parser.isSet(QStringLiteral("dry-run"));
-    arguments.portMappings = parser.values(QStringLiteral("map-port"));
-    arguments.simulatedDecoder = parser.value(QStringLiteral("simulate"));
-    arguments.fault = parser.value(QStringLiteral("fault"));
-    arguments.unpaced = parser.isSet(QStringLiteral("no-pace"));
-    arguments.language = parser.value(QStringLiteral("language"));
-    arguments.programFolder = parser.value(QStringLiteral("program-folder"));
-    arguments.expert = parser.isSet(QStringLiteral("expert"));
-    arguments.json = parser.isSet(QStringLiteral("json"));
-    if (parser.isSet(QStringLiteral("port"))) {
-        arguments.port = portOf(parser.value(QStringLiteral("port")));
-        if (!arguments.port)
-            return wrong(QStringLiteral("--port takes COM1 to COM31."));
-    }
-    if (parser.isSet(QStringLiteral("variant"))) {
-        arguments.variant = parser.value(QStringLiteral("variant")).toInt() - 1;
-        if (*arguments.variant < 0 || *arguments.variant >= automaticVariants)
-            return wrong(QStringLiteral("--variant takes 1 to 4."));
-    }
-    const auto forced = forcedKinds(parser.values(QStringLiteral("force")));
-    if (!forced)
-        return wrong(QStringLiteral("--force takes limits, vehicle or backup."));
-    arguments.forced = *forced;
-    if (!arguments.output.isEmpty() && !endsIn(arguments.output, {"kvr", "csv", "txt"}))
-        return wrong(QStringLiteral("--output takes a name that ends in .kvr, .csv or .txt."));
-    for (const QString& fault : {whatIsWrongWithTheLine(parser), whatIsWrongWithOptions(parser, command),
-                                 whatIsWrongWith(arguments)}) {
-        if (!fault.isEmpty())
-            return wrong(fault);
-    }
-    return {arguments, {}, false};
+    if (parser.unknownOptionNames().isEmpty())
+        return wrongValue(words, texts);
+    std::vector<std::string_view> names;
+    for (const CommandOption& option : commandOptions())
+        names.push_back(option.name);
+    const QString name = parser.unknownOptionNames().first();
+    const Text typed = (name.size() == 1 ? u"-" : u"--") + toText(name);
+    if (const auto nearest = nearestWord(name.toStdString(), names); !nearest.empty())
+        return wrong(Message::unknownOptionNearest, {typed, u"--" + wide(nearest)}, texts);
+    const QString command = parser.positionalArguments().value(0);
+    const bool known = commandOf(command.toStdString()) != nullptr;
+    return wrong(Message::unknownOption, {typed, known ? toText(command) + u" " : Text()}, texts);
 }
 
 } // namespace
 
-CliParseResult parseCliArguments(const QStringList& words)
+CliParseResult parseCliArguments(const QStringList& words, const LanguageTables& texts)
 {
     QCommandLineParser parser;
-    describe(parser);
+    addOptions(parser);
     if (!parser.parse(words))
-        return wrong(parser.errorText());
-    if (parser.isSet(QStringLiteral("help")))
-        return {std::nullopt, parser.helpText(), false};
+        return wrongOption(parser, words, texts);
     if (parser.isSet(QStringLiteral("version")))
-        return {std::nullopt, QStringLiteral("karvo-cli " KARVO_VERSION "\n"), false};
-    const QStringList positional = parser.positionalArguments();
-    const CommandForm* const form = positional.isEmpty() ? nullptr : formOf(positional.first());
-    if (form == nullptr)
-        return wrong(QStringLiteral("A command is needed: ports, identify, read, list, export, compare, set, "
-                                    "write, flash or update."));
-    const qsizetype operands = positional.size() - 1;
-    if (operands > form->mostOperands)
-        return wrong(QStringLiteral("Too many arguments: %1").arg(positional.last()));
-    if (operands < form->leastOperands)
-        return wrong(QStringLiteral("Too few arguments for %1; --help tells.").arg(positional.first()));
-    return taken(parser, form->command);
+        return {std::nullopt, u"karvo-cli " + wide(KARVO_VERSION), false};
+    const QString word = parser.positionalArguments().value(0);
+    const Command* const command = commandOf(word.toStdString());
+    if (parser.isSet(QStringLiteral("help")) && (word.isEmpty() || command != nullptr))
+        return {std::nullopt, command == nullptr ? generalHelp(texts) : helpOf(*command, texts), false};
+    if (word.isEmpty())
+        return wrong(Message::commandNeeded, {commandWords()}, texts);
+    if (command == nullptr)
+        return wrongCommand(word, texts);
+    return Reader(parser, *command, texts).read();
+}
+
+QString earlyValue(const QStringList& words, const QString& option)
+{
+    const QString name = QStringLiteral("--") + option;
+    QString value;
+    for (qsizetype i = 0; i < words.size(); ++i) {
+        if (words.at(i) == name)
+            value = words.value(i + 1);
+        else if (words.at(i).startsWith(name + QLatin1Char('=')))
+            value = words.at(i).mid(name.size() + 1);
+    }
+    return value;
 }
 
 } // namespace karvo

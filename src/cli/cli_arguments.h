@@ -2,6 +2,7 @@
 #pragma once
 
 #include "cvdata/batch_change.h"
+#include "language/language_tables.h"
 #include "program/prompts.h"
 
 #include <QString>
@@ -39,10 +40,14 @@ struct CliArguments {
 
 struct CliParseResult {
     std::optional<CliArguments> arguments; // nothing: print `text` and leave
-    QString text;                          // help, version, or what is wrong
+    Text text;                             // help, version, or what is wrong
     bool wrong = false;                    // `text` tells what is wrong
 };
 
-CliParseResult parseCliArguments(const QStringList& arguments);
+CliParseResult parseCliArguments(const QStringList& words, const LanguageTables& texts);
+
+// The value of an option before all words are understood: the language and the program folder are needed for
+// the words of what is wrong. The last one counts; empty when the option is not there.
+QString earlyValue(const QStringList& words, const QString& option);
 
 } // namespace karvo

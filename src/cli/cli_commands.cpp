@@ -2,7 +2,6 @@
 
 #include "cli/file_commands.h"
 #include "cli/list_output.h"
-#include "cli/terminal.h"
 #include "cvdata/description_choice.h"
 #include "link/fault_text.h"
 #include "link/identification.h"
@@ -46,28 +45,28 @@ ExitCode exitCodeOf(ReadEnd end)
     return ExitCode::portRefused; // nothing else ends the program here
 }
 
-ExitCode runPorts(Workbench& bench, const PortMap& map, const CliArguments& arguments)
+ExitCode runPorts(CommandRun& run)
 {
-    const auto descriptions = map.describePorts();
+    const auto descriptions = run.ports.describePorts();
     std::vector<PresentPort> present;
-    for (const int number : searchPorts(bench.state.link, bench.port)) {
+    for (const int number : searchPorts(run.bench.state.link, run.bench.port)) {
         const auto& description = descriptions[static_cast<std::size_t>(number) - 1];
         present.push_back({number, description.device, description.description});
     }
-    printPorts(present, arguments.json);
-    printNewPorts(map.newPorts());
+    printPorts(run.output, present, run.ports.newPorts());
     return ExitCode::done;
 }
 
-ExitCode runIdentify(Workbench& bench, const CliArguments& arguments)
+ExitCode runIdentify(CommandRun& run)
 {
+    Workbench& bench = run.bench;
     const LineUse line(bench);
     Link link = bench.link();
     if (!EnsurePortOpen(link))
         return ExitCode::portRefused;
     switch (IdentifyDecoder(link, ReadOnlyReceiver::accepted)) {
     case IdentificationEnd::identified:
-        printDecoder(bench.state, arguments.json);
+        printDecoder(run.output, bench.state);
         return ExitCode::done;
     case IdentificationEnd::timedOut:
         bench.state.link.timeOut = false;
@@ -81,40 +80,38 @@ ExitCode runIdentify(Workbench& bench, const CliArguments& arguments)
     return ExitCode::portRefused;
 }
 
-ExitCode runRead(Workbench& bench, const CliArguments& arguments)
+ExitCode runRead(CommandRun& run)
 {
-    const auto end = readIntoList(bench, ReadStarter::other);
+    const auto end = readIntoList(run.bench, ReadStarter::other);
     if (!end)
         return ExitCode::fileTrouble;
-    if (*end == ReadEnd::read && !arguments.output.isEmpty())
-        return saveToFile(bench, arguments.output, arguments);
+    if (*end == ReadEnd::read && !run.arguments.output.isEmpty())
+        return saveToFile(run, run.arguments.output);
     if (*end == ReadEnd::read)
-        printList(bench.state, arguments.json);
+        printList(run.output, run.bench.state);
     return exitCodeOf(*end);
 }
 
-ExitCode runList(Workbench& bench, const CliArguments& arguments)
+ExitCode runList(CommandRun& run)
 {
-    if (arguments.operands.value(0).isEmpty()) {
-        printOfflineLists(arguments.json);
+    const QString name = run.arguments.operands.value(0);
+    if (name.isEmpty()) {
+        printOfflineLists(run.output);
         return ExitCode::done;
     }
-    const auto menuItem = menuItemOf(arguments.operands.value(0));
+    const auto menuItem = menuItemOf(name);
     if (menuItem.empty()) {
-        printLine(stderr,
-                  toText(QStringLiteral("There is no list %1. The command list alone prints the names.")
-                             .arg(arguments.operands.value(0))));
+        run.output.say(run.texts().message(Message::noSuchList, {toText(name)}));
         return ExitCode::wrongArguments;
     }
-    if (arguments.variant && offlineListOf(menuItem)->variantStem.empty()) {
-        printLine(stderr,
-                  toText(QStringLiteral("The list %1 has no variants.").arg(arguments.operands.value(0))));
+    if (run.arguments.variant && offlineListOf(menuItem)->variantStem.empty()) {
+        run.output.say(run.texts().message(Message::listHasNoVariants, {toText(name)}));
         return ExitCode::wrongArguments;
     }
-    bench.state.automaticVariant = arguments.variant.value_or(0);
-    if (!showOfflineList(bench, menuItem))
+    run.bench.state.automaticVariant = run.arguments.variant.value_or(0);
+    if (!showOfflineList(run.bench, menuItem))
         return ExitCode::fileTrouble;
-    printList(bench.state, arguments.json);
+    printList(run.output, run.bench.state);
     return ExitCode::done;
 }
 

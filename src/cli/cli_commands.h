@@ -2,31 +2,32 @@
 #pragma once
 
 #include "cli/cli_arguments.h"
+#include "cli/exit_code.h"
+#include "cli/output.h"
 #include "link/read.h"
+#include "platform/interrupt_notice.h"
 #include "platform/port_map.h"
 #include "workbench/workbench.h"
 
 namespace karvo
 {
 
-enum class ExitCode {
-    done = 0,
-    listsDiffer = 1, // of a comparison, as the next
-    cannotCompare = 2,
-    fileTrouble = 1,
-    wrongArguments = 2,
-    portRefused = 3,
-    noReply = 4,
-    unknownDecoder = 5,
-    damagedData = 6,
-    notAllWritten = 7
+// What a command works with.
+struct CommandRun {
+    Workbench& bench;
+    const PortMap& ports;
+    const CliArguments& arguments;
+    Output& output;
+    InterruptNotice& interrupt; // ends all waits, unless the command has it do something else
+
+    const LanguageTables& texts() const { return bench.state.texts; }
 };
 
 ExitCode exitCodeOf(ReadEnd end);
 
-ExitCode runPorts(Workbench& bench, const PortMap& map, const CliArguments& arguments);
-ExitCode runIdentify(Workbench& bench, const CliArguments& arguments);
-ExitCode runRead(Workbench& bench, const CliArguments& arguments);
-ExitCode runList(Workbench& bench, const CliArguments& arguments);
+ExitCode runPorts(CommandRun& run);
+ExitCode runIdentify(CommandRun& run);
+ExitCode runRead(CommandRun& run);
+ExitCode runList(CommandRun& run);
 
 } // namespace karvo

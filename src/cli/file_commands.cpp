@@ -1,7 +1,6 @@
 #include "cli/file_commands.h"
 
 #include "cli/file_output.h"
-#include "cli/terminal.h"
 #include "platform/text_conversion.h"
 #include "program/path_text.h"
 #include "workbench/compared_sets.h"
@@ -19,14 +18,14 @@ namespace karvo
 namespace
 {
 
-bool mayReplace(Workbench& bench, const std::filesystem::path& path, const CliArguments& arguments)
+bool mayReplace(CommandRun& run, const std::filesystem::path& path)
 {
-    if (arguments.yes || !bench.files.exists(path))
+    if (run.arguments.yes || !run.bench.files.exists(path))
         return true;
-    const Text name[] = {pathText(path)};
-    if (bench.prompts.question(filledIn(bench.state.texts.message(Message::replaceFileQuestion), name)))
+    const Text name = pathText(path);
+    if (run.bench.prompts.question(run.texts().message(Message::replaceFileQuestion, {name})))
         return true;
-    printLine(stderr, toText(QStringLiteral("%1 was left as it is.").arg(pathToQString(path))));
+    run.output.say(run.texts().message(Message::leftAsItIs, {name}));
     return false;
 }
 
@@ -37,35 +36,38 @@ void showNotes(Workbench& bench, const ListFile& list, const std::filesystem::pa
         bench.prompts.message(notes, PromptIcon::warning);
 }
 
+bool saveAs(Workbench& bench, const std::filesystem::path& path, const QString& extension)
+{
+    if (extension == QLatin1String("csv"))
+        return saveContent(bench, path, exportedContent(bench.state, ExportForm::csv));
+    if (extension == QLatin1String("txt"))
+        return saveContent(bench, path, exportedContent(bench.state, ExportForm::text));
+    return saveListAs(bench, path);
+}
+
 } // namespace
 
-ExitCode saveToFile(Workbench& bench, const QString& file, const CliArguments& arguments)
+ExitCode saveToFile(CommandRun& run, const QString& file)
 {
     const auto path = toPath(file);
-    if (!mayReplace(bench, path, arguments))
+    if (!mayReplace(run, path) || !saveAs(run.bench, path, QFileInfo(file).suffix().toLower()))
         return ExitCode::fileTrouble;
-    const QString extension = QFileInfo(file).suffix().toLower();
-    bool saved = false;
-    if (extension == QLatin1String("csv"))
-        saved = saveContent(bench, path, exportedContent(bench.state, ExportForm::csv));
-    else if (extension == QLatin1String("txt"))
-        saved = saveContent(bench, path, exportedContent(bench.state, ExportForm::text));
-    else
-        saved = saveListAs(bench, path);
-    return saved ? ExitCode::done : ExitCode::fileTrouble;
+    run.output.put(QStringLiteral("saved"), file);
+    return ExitCode::done;
 }
 
-ExitCode runExport(Workbench& bench, const CliArguments& arguments)
+ExitCode runExport(CommandRun& run)
 {
-    if (!openList(bench, toPath(arguments.operands.value(0))))
+    if (!openList(run.bench, toPath(run.arguments.operands.value(0))))
         return ExitCode::fileTrouble;
-    return saveToFile(bench, arguments.operands.value(1), arguments);
+    return saveToFile(run, run.arguments.operands.value(1));
 }
 
-ExitCode runCompare(Workbench& bench, const CliArguments& arguments)
+ExitCode runCompare(CommandRun& run)
 {
-    const auto firstPath = toPath(arguments.operands.value(0));
-    const auto secondPath = toPath(arguments.operands.value(1));
+    Workbench& bench = run.bench;
+    const auto firstPath = toPath(run.arguments.operands.value(0));
+    const auto secondPath = toPath(run.arguments.operands.value(1));
     const auto first = readListFile(bench, firstPath);
     const auto second = first ? readListFile(bench, secondPath) : std::nullopt;
     if (!second)
@@ -74,24 +76,24 @@ ExitCode runCompare(Workbench& bench, const CliArguments& arguments)
     showNotes(bench, *second, secondPath);
     const CvSide one = sideOf(*first, pathText(firstPath));
     const CvSide other = sideOf(*second, pathText(secondPath));
-    if (const auto refusal = comparisonRefusal(one, other, bench.state.texts)) {
+    if (const auto refusal = comparisonRefusal(one, other, run.texts())) {
         bench.prompts.message(*refusal, PromptIcon::warning);
         return ExitCode::cannotCompare;
     }
     const auto comparison = compare(one, other, wordsOf(bench, *first), speedStepsOf(*first));
-    printComparison(comparison, bench.state.texts, arguments.json);
+    printComparison(run.output, comparison, run.texts());
     return comparison.isEqual() ? ExitCode::done : ExitCode::listsDiffer;
 }
 
-ExitCode runSet(Workbench& bench, const CliArguments& arguments)
+ExitCode runSet(CommandRun& run)
 {
     std::vector<std::filesystem::path> paths;
-    for (const QString& file : arguments.operands)
+    for (const QString& file : run.arguments.operands)
         paths.push_back(toPath(file));
-    auto batch = previewBatch(bench.files, paths, arguments.changes);
-    if (!arguments.dryRun)
-        applyBatch(bench.files, batch);
-    printBatch(batch, bench.state.texts, arguments.json);
+    auto batch = previewBatch(run.bench.files, paths, run.arguments.changes);
+    if (!run.arguments.dryRun)
+        applyBatch(run.bench.files, batch);
+    printBatch(run.output, batch, run.texts());
     const bool anyRefused =
         std::any_of(batch.begin(), batch.end(), [](const BatchFile& file) { return file.isRefused(); });
     return anyRefused ? ExitCode::fileTrouble : ExitCode::done;

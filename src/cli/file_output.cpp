@@ -1,12 +1,11 @@
 #include "cli/file_output.h"
 
 #include "cli/list_output.h"
-#include "cli/terminal.h"
+#include "cli/stable_words.h"
 #include "platform/text_conversion.h"
 #include "program/path_text.h"
 
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
 
 namespace karvo
@@ -15,22 +14,7 @@ namespace karvo
 namespace
 {
 
-QLatin1StringView wordOf(Likeness likeness)
-{
-    switch (likeness) {
-    case Likeness::different:
-        return QLatin1StringView("different");
-    case Likeness::onlyFirst:
-        return QLatin1StringView("onlyFirst");
-    case Likeness::onlySecond:
-        return QLatin1StringView("onlySecond");
-    case Likeness::equal:
-        break;
-    }
-    return QLatin1StringView("equal");
-}
-
-QJsonObject objectOf(const Comparison& comparison)
+QJsonArray linesOf(const Comparison& comparison)
 {
     QJsonArray lines;
     for (const ComparisonLine& line : comparison.lines)
@@ -40,13 +24,16 @@ QJsonObject objectOf(const Comparison& comparison)
                                  {QStringLiteral("second"), numberOrNull(line.secondValue)},
                                  {QStringLiteral("result"), wordOf(line.likeness)},
                                  {QStringLiteral("name"), toQString(line.name)}});
-    return {{QStringLiteral("first"), toQString(comparison.firstName)},
-            {QStringLiteral("second"), toQString(comparison.secondName)},
-            {QStringLiteral("equal"), comparison.equal},
-            {QStringLiteral("different"), comparison.different},
-            {QStringLiteral("onlyFirst"), comparison.onlyFirst},
-            {QStringLiteral("onlySecond"), comparison.onlySecond},
-            {QStringLiteral("lines"), lines}};
+    return lines;
+}
+
+template <typename Refused>
+void addRefusal(QJsonObject& object, const Refused& refused, const LanguageTables& texts)
+{
+    if (refused.refusal == BatchRefusal::none)
+        return;
+    object.insert(QStringLiteral("refused"), toQString(refusalText(refused, texts)));
+    object.insert(QStringLiteral("code"), wordOf(refused.refusal));
 }
 
 QJsonObject objectOf(const BatchFile& file, const LanguageTables& texts)
@@ -56,64 +43,62 @@ QJsonObject objectOf(const BatchFile& file, const LanguageTables& texts)
         QJsonObject object{{QStringLiteral("cv"), row.cv},
                            {QStringLiteral("old"), numberOrNull(row.oldValue)},
                            {QStringLiteral("new"), row.newValue}};
-        if (row.refusal != BatchRefusal::none)
-            object.insert(QStringLiteral("refused"), toQString(refusalText(row, texts)));
+        addRefusal(object, row, texts);
         rows.append(object);
     }
     QJsonObject object{{QStringLiteral("file"), pathToQString(file.path)},
                        {QStringLiteral("done"), file.done},
                        {QStringLiteral("cvs"), rows}};
-    if (file.refusal != BatchRefusal::none)
-        object.insert(QStringLiteral("refused"), toQString(refusalText(file, texts)));
+    addRefusal(object, file, texts);
     return object;
 }
 
-void printFile(const BatchFile& file, const LanguageTables& texts)
+// Of a file that is refused none of the changes is made.
+void printFile(Output& output, const BatchFile& file, const LanguageTables& texts)
 {
     const Text start = pathText(file.path) + u": ";
     if (file.refusal != BatchRefusal::none) {
-        printLine(stdout, start + refusalText(file, texts));
+        output.say(start + refusalText(file, texts));
         return;
     }
     for (const BatchRow& row : file.rows) {
-        // Of a file that is refused none of the changes is made.
-        if (file.isRefused() && row.refusal == BatchRefusal::none)
-            continue;
-        const Text change = u"CV" + textFromNumber(row.cv) + u" " +
-                            (row.oldValue.empty() ? Text(u"---") : row.oldValue) + u" -> " +
-                            textFromNumber(row.newValue);
-        printLine(stdout, start + (row.refusal == BatchRefusal::none ? change : refusalText(row, texts)));
+        const Text old = row.oldValue.empty() ? Text(u"---") : row.oldValue;
+        if (row.refusal != BatchRefusal::none)
+            output.say(start + refusalText(row, texts));
+        else if (!file.isRefused())
+            output.line(start + u"CV" + textFromNumber(row.cv) + u" " + old + u" -> " +
+                        textFromNumber(row.newValue));
     }
 }
 
 } // namespace
 
-void printComparison(const Comparison& comparison, const LanguageTables& texts, bool json)
+void printComparison(Output& output, const Comparison& comparison, const LanguageTables& texts)
 {
-    if (json) {
-        printJson(QJsonDocument(objectOf(comparison)));
-        return;
-    }
-    printLine(stdout, comparison.firstName);
-    printLine(stdout, comparison.secondName);
+    output.put(QStringLiteral("first"), toQString(comparison.firstName));
+    output.put(QStringLiteral("second"), toQString(comparison.secondName));
+    output.put(QStringLiteral("equal"), comparison.equal);
+    output.put(QStringLiteral("different"), comparison.different);
+    output.put(QStringLiteral("onlyFirst"), comparison.onlyFirst);
+    output.put(QStringLiteral("onlySecond"), comparison.onlySecond);
+    output.put(QStringLiteral("lines"), linesOf(comparison));
+    output.line(comparison.firstName);
+    output.line(comparison.secondName);
     for (const ComparisonLine& line : comparison.lines) {
         if (line.likeness != Likeness::equal)
-            printLine(stdout, line.text() + u"\t" + likenessText(line.likeness, texts) + u"\t" + line.name);
+            output.line(line.text() + u"\t" + likenessText(line.likeness, texts) + u"\t" + line.name);
     }
-    printLine(stdout, countsText(comparison, texts));
+    output.line(countsText(comparison, texts));
 }
 
-void printBatch(const std::vector<BatchFile>& batch, const LanguageTables& texts, bool json)
+void printBatch(Output& output, const std::vector<BatchFile>& batch, const LanguageTables& texts)
 {
-    QJsonArray array;
+    QJsonArray files;
     for (const BatchFile& file : batch) {
-        if (json)
-            array.append(objectOf(file, texts));
-        else
-            printFile(file, texts);
+        files.append(objectOf(file, texts));
+        printFile(output, file, texts);
     }
-    if (json)
-        printJson(QJsonDocument(array));
+    output.put(QStringLiteral("files"), files);
 }
 
 } // namespace karvo

@@ -1,6 +1,6 @@
 #include "cli/firmware_commands.h"
 
-#include "cli/terminal.h"
+#include "cli/stable_words.h"
 #include "firmware/interface_update.h"
 #include "firmware/unpack.h"
 #include "firmware/update_checks.h"
@@ -9,49 +9,86 @@
 #include "platform/text_conversion.h"
 #include "platform/zip_archive.h"
 
+#include <QJsonArray>
+
 namespace karvo
 {
 
 namespace
 {
 
+// A transfer asks between two messages whether it is to end: no wait may be cut off.
+void heedLater()
+{
+}
+
 class TerminalUpload : public UploadObserver
 {
 public:
-    TerminalUpload(View& view, const LanguageTables& texts) : view_(view), texts_(texts) {}
-    ~TerminalUpload() override { view_.showProgress(0, 0); }
-    TerminalUpload(const TerminalUpload&) = delete;
-    TerminalUpload& operator=(const TerminalUpload&) = delete;
+    explicit TerminalUpload(CommandRun& run) : run_(run) {}
 
     void showUpload(const UploadProgress& progress) override
     {
-        view_.showProgress(progress.page == 0 ? 0 : progress.page - 1, progress.pages);
+        if (progress.phase == UploadPhase::pages)
+            run_.bench.view.showProgress(progress.page - 1, progress.pages);
+        else if (progress.phase != phase_)
+            run_.bench.view.showStatus(run_.texts().caption(captionOfPhase(progress.phase)));
+        phase_ = progress.phase;
     }
     void showStep(const UploadStep& /*step*/) override {}
     void showSilence(EraseState /*erase*/) override
     {
-        view_.showStatus(texts_.caption(Caption::noLoaderReplies));
+        run_.bench.view.showStatus(run_.texts().caption(Caption::noLoaderReplies));
     }
-    bool stopRequested() override { return false; }
+    bool stopRequested() override { return run_.interrupt.times() > 0; }
 
 private:
-    View& view_;
-    const LanguageTables& texts_;
+    CommandRun& run_;
+    std::optional<UploadPhase> phase_;
 };
 
 class TerminalUpdate : public UpdateObserver
 {
 public:
-    explicit TerminalUpdate(View& view) : view_(view) {}
+    explicit TerminalUpdate(CommandRun& run) : run_(run) {}
 
-    void showHeader(const Text& header) override { view_.showStatus(header); }
-    void showStart(const Text& text) override { view_.showStatus(text); }
-    void showRecords(std::size_t sent, std::size_t total) override { view_.showProgress(sent, total); }
-    void showEnd() override { view_.showProgress(0, 0); }
-    bool stopRequested() override { return false; }
+    void showHeader(const Text& header) override { run_.bench.view.showStatus(header); }
+    void showStart(const Text& text) override
+    {
+        run_.bench.view.showStatus(text);
+        isSending_ = true;
+        run_.interrupt.listen([this] { warn(); });
+        if (run_.interrupt.times() > 0)
+            warn();
+    }
+    void showRecords(std::size_t sent, std::size_t total) override
+    {
+        run_.bench.view.showProgress(sent, total);
+    }
+    void showEnd() override
+    {
+        run_.interrupt.listen(heedLater);
+        run_.bench.view.showProgress(0, 0);
+    }
+    bool stopRequested() override
+    {
+        const int times = run_.interrupt.times();
+        return isSending_ ? warnedAt_ && times > *warnedAt_ : times > 0;
+    }
 
 private:
-    View& view_;
+    // What came before it was told does not count as an answer to it.
+    void warn()
+    {
+        if (warnedAt_)
+            return;
+        warnedAt_ = run_.interrupt.times();
+        run_.bench.prompts.message(run_.texts().message(Message::interruptBreaksUpdate));
+    }
+
+    CommandRun& run_;
+    bool isSending_ = false;
+    std::optional<int> warnedAt_; // after how many of them the person was warned
 };
 
 class PatientUnzip : public UnzipObserver
@@ -65,24 +102,59 @@ Text numberText(std::size_t number)
     return textFromNumber(static_cast<long long>(number));
 }
 
-Text uploadPlanText(const LanguageTables& texts, const HexImage& image)
+QJsonValue jsonNumber(std::size_t number)
+{
+    return static_cast<qint64>(number);
+}
+
+void printUploadPlan(CommandRun& run, const HexImage& image)
 {
     const auto plan = uploadPlan(image);
     std::size_t bytes = 0;
     for (const PlannedMessage& message : plan)
         bytes += message.bytes.size();
-    const Text numbers[] = {numberText(image.pages().size()), numberText(plan.size()), numberText(bytes)};
-    return filledIn(texts.caption(Caption::uploadPlan), numbers);
+    const std::size_t pages = image.pages().size();
+    run.output.put(QStringLiteral("pages"), jsonNumber(pages));
+    run.output.put(QStringLiteral("messages"), jsonNumber(plan.size()));
+    run.output.put(QStringLiteral("bytes"), jsonNumber(bytes));
+    run.output.line(run.texts().caption(Caption::uploadPlan,
+                                        {numberText(pages), numberText(plan.size()), numberText(bytes)}));
 }
 
-Text updatePlanText(const LanguageTables& texts, const UpdateFile& file)
+void printUpload(CommandRun& run, const UploadReport& report)
+{
+    run.output.put(QStringLiteral("end"), wordOf(report.end));
+    run.output.put(QStringLiteral("pages"), jsonNumber(report.pages));
+    run.output.put(QStringLiteral("accepted"), jsonNumber(report.pagesAccepted()));
+    if (report.steps.empty())
+        return;
+    const Text verdict = uploadVerdict(run.texts(), report);
+    if (report.isAccepted())
+        run.output.line(verdict);
+    else
+        run.output.say(verdict);
+    run.output.put(QStringLiteral("verdict"), toQString(verdict).remove(QLatin1Char('\r')));
+}
+
+void printUpdatePlan(CommandRun& run, const UpdateFile& file)
 {
     constexpr std::size_t bytesOfARecord = updateRecordSize + 2; // with its sum
     const std::size_t records = file.records.size();
-    const Text numbers[] = {numberText(records),
-                            numberText((records + recordsOfABlock - 1) / recordsOfABlock),
-                            numberText(records * bytesOfARecord)};
-    return filledIn(texts.caption(Caption::updatePlan), numbers);
+    const std::size_t blocks = (records + recordsOfABlock - 1) / recordsOfABlock;
+    const Text header = updateHeaderText(run.texts(), file);
+    QJsonArray findings;
+    run.output.line(run.texts().caption(Caption::updatePlan, {numberText(records), numberText(blocks),
+                                                              numberText(records * bytesOfARecord)}));
+    run.output.line(header);
+    for (const Text& finding : unusualIn(run.texts(), file)) {
+        run.output.line(finding);
+        findings.append(toQString(finding));
+    }
+    run.output.put(QStringLiteral("records"), jsonNumber(records));
+    run.output.put(QStringLiteral("blocks"), jsonNumber(blocks));
+    run.output.put(QStringLiteral("bytes"), jsonNumber(records * bytesOfARecord));
+    run.output.put(QStringLiteral("header"), toQString(header));
+    run.output.put(QStringLiteral("findings"), findings);
 }
 
 ExitCode exitCodeOf(const UploadReport& report)
@@ -115,52 +187,58 @@ ExitCode exitCodeOf(UpdateEnd end)
 
 } // namespace
 
-ExitCode runFlash(Workbench& bench, const CliArguments& arguments)
+ExitCode runFlash(CommandRun& run)
 {
-    const auto image = readHexFile(bench, toPath(arguments.operands.front()));
+    const auto image = readHexFile(run.bench, toPath(run.arguments.operands.front()));
     if (!image)
         return ExitCode::fileTrouble;
-    if (arguments.dryRun) {
-        printLine(stdout, uploadPlanText(bench.state.texts, *image));
+    if (run.arguments.dryRun) {
+        printUploadPlan(run, *image);
         return ExitCode::done;
     }
-    TerminalUpload observer(bench.view, bench.state.texts);
-    const auto report = uploadImage(bench, *image, observer);
-    if (!report.steps.empty())
-        printLines(stdout, uploadVerdict(bench.state.texts, report));
+    run.interrupt.listen(heedLater);
+    TerminalUpload observer(run);
+    const auto report = uploadImage(run.bench, *image, observer);
+    if (report.end == UploadEnd::sent)
+        run.bench.view.showProgress(report.pages, report.pages);
+    run.bench.view.showProgress(0, 0);
+    printUpload(run, report);
     return exitCodeOf(report);
 }
 
-ExitCode runUpdate(Workbench& bench, const CliArguments& arguments)
+ExitCode runUpdate(CommandRun& run)
 {
-    const auto path = toPath(arguments.operands.front());
-    if (arguments.dryRun) {
-        const auto file = readUpdateFile(bench, path);
+    const auto path = toPath(run.arguments.operands.front());
+    if (run.arguments.dryRun) {
+        const auto file = readUpdateFile(run.bench, path);
         if (!file)
             return ExitCode::fileTrouble;
-        printLine(stdout, updatePlanText(bench.state.texts, *file));
-        printLine(stdout, updateHeaderText(bench.state.texts, *file));
-        for (const Text& finding : unusualIn(bench.state.texts, *file))
-            printLine(stdout, finding);
+        printUpdatePlan(run, *file);
         return ExitCode::done;
     }
     const QtClock clock;
-    TerminalUpdate observer(bench.view);
-    return exitCodeOf(
-        updateThroughInterface(bench, {[&]() -> std::optional<std::filesystem::path> { return path; },
-                                       [](const std::filesystem::path&) {}, clock, observer}));
+    TerminalUpdate observer(run);
+    run.interrupt.listen(heedLater);
+    const auto end =
+        updateThroughInterface(run.bench, {[&]() -> std::optional<std::filesystem::path> { return path; },
+                                           [](const std::filesystem::path&) {}, clock, observer});
+    run.output.put(QStringLiteral("end"), wordOf(end));
+    return exitCodeOf(end);
 }
 
-ExitCode runUnzip(Workbench& bench, const CliArguments& arguments)
+ExitCode runUnzip(CommandRun& run)
 {
+    Workbench& bench = run.bench;
     ZipArchive archive;
     PatientUnzip observer;
-    const auto place = placeFor(bench.files, toPath(arguments.operands.at(1)));
-    const auto result = unzip(archive, toPath(arguments.operands.at(0)), place, observer);
-    if (const auto fault = messageOf(result, bench.state.texts))
+    const auto place = placeFor(bench.files, toPath(run.arguments.operands.at(1)));
+    const auto result = unzip(archive, toPath(run.arguments.operands.at(0)), place, observer);
+    run.output.put(QStringLiteral("end"), wordOf(result.end));
+    if (const auto fault = messageOf(result, run.texts()))
         bench.prompts.error(*fault);
     switch (result.end) {
     case UnzipEnd::unpacked:
+        run.output.put(QStringLiteral("folder"), run.arguments.operands.at(1));
         return ExitCode::done;
     case UnzipEnd::notPlaced:
         return ExitCode::notAllWritten;

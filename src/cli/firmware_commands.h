@@ -6,14 +6,15 @@
 namespace karvo
 {
 
-// Uploads a HEX file to the boot loader, and prints what its replies say. With --dry-run the file is checked,
-// and what would be sent is printed.
-ExitCode runFlash(Workbench& bench, const CliArguments& arguments);
+// Uploads a HEX file to the boot loader, and prints what its replies say; Ctrl-C ends it between two
+// messages. With --dry-run the file is checked, and what would be sent is printed.
+ExitCode runFlash(CommandRun& run);
 
-// Updates through the programming interface. With --dry-run as above.
-ExitCode runUpdate(Workbench& bench, const CliArguments& arguments);
+// Updates through the programming interface. With --dry-run as above. Once records are being sent the first
+// Ctrl-C only warns, for what it would leave behind is a decoder without firmware; the next one ends it.
+ExitCode runUpdate(CommandRun& run);
 
 // Unpacks an archive into a folder, as a whole or not at all.
-ExitCode runUnzip(Workbench& bench, const CliArguments& arguments);
+ExitCode runUnzip(CommandRun& run);
 
 } // namespace karvo

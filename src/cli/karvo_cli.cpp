@@ -1,14 +1,15 @@
 // The command line front end: the same logic as the window's, on a terminal.
 #include "cli/cli_arguments.h"
 #include "cli/cli_commands.h"
+#include "cli/command_table.h"
 #include "cli/file_commands.h"
 #include "cli/firmware_commands.h"
+#include "cli/line_options.h"
 #include "cli/terminal.h"
 #include "cli/write_command.h"
 #include "language/first_start.h"
 #include "language/language_loader.h"
 #include "link/port_choice.h"
-#include "platform/line_options.h"
 #include "platform/qt_files.h"
 #include "platform/qt_serial_port.h"
 #include "platform/qt_settings.h"
@@ -19,23 +20,10 @@
 #include <QCoreApplication>
 #include <QLocale>
 
-#include <memory>
-
 using namespace karvo;
 
 namespace
 {
-
-int leave(ExitCode code)
-{
-    return static_cast<int>(code);
-}
-
-int complain(const QString& text)
-{
-    printLine(stderr, toText(text));
-    return leave(ExitCode::wrongArguments);
-}
 
 LanguageCode languageOfSystem()
 {
@@ -43,102 +31,156 @@ LanguageCode languageOfSystem()
     return languageFromName(name).value_or(LanguageCode::english);
 }
 
-// As asked for, else as stored, else as the system speaks; nothing for a word that is no language.
-std::optional<LanguageCode> languageFor(const CliArguments& arguments, const Settings& settings)
+LanguageCode storedLanguage(const Settings& settings)
 {
-    if (!arguments.language.isEmpty())
-        return languageFromName(arguments.language.toStdString());
     const auto stored = languageFromSetting(settings.get("Parameter", "Language").value_or(Text()));
-    return stored ? stored : languageOfSystem();
+    return stored ? *stored : languageOfSystem();
 }
 
-ExitCode run(Workbench& bench, const PortMap& map, const CliArguments& arguments)
+ExitCode carryOut(CommandRun& run)
 {
-    switch (arguments.command) {
+    switch (run.arguments.command) {
     case CliCommand::ports:
-        return runPorts(bench, map, arguments);
+        return runPorts(run);
     case CliCommand::identify:
-        return runIdentify(bench, arguments);
+        return runIdentify(run);
     case CliCommand::read:
-        return runRead(bench, arguments);
+        return runRead(run);
     case CliCommand::list:
-        return runList(bench, arguments);
+        return runList(run);
     case CliCommand::exportList:
-        return runExport(bench, arguments);
+        return runExport(run);
     case CliCommand::compare:
-        return runCompare(bench, arguments);
+        return runCompare(run);
     case CliCommand::set:
-        return runSet(bench, arguments);
+        return runSet(run);
     case CliCommand::write:
-        return runWrite(bench, arguments);
+        return runWrite(run);
     case CliCommand::flash:
-        return runFlash(bench, arguments);
+        return runFlash(run);
     case CliCommand::update:
-        return runUpdate(bench, arguments);
+        return runUpdate(run);
     case CliCommand::unzip:
-        return runUnzip(bench, arguments);
+        return runUnzip(run);
     }
     return ExitCode::wrongArguments;
 }
 
-int runWith(const CliArguments& arguments)
+// With the line that was asked for; Ctrl-C ends what is under way.
+ExitCode runOn(SerialPort& port, const PortMap& map, const CliArguments& arguments, ProgramState& state,
+               QtSettings& settings, Output& output)
 {
-    QtSettings settings;
-    const auto language = languageFor(arguments, settings);
-    if (!language)
-        return complain(QStringLiteral("There is no language %1.").arg(arguments.language));
-    const auto mappings = parsePortMappings(arguments.portMappings);
-    if (!mappings.wrong.isEmpty())
-        return complain(QStringLiteral("%1 is no port mapping like COM5=/dev/ttyUSB0.").arg(mappings.wrong));
-
-    const PortMap map(settings, mappings.mappings);
-    ProgramState state;
-    state.programFolder = arguments.programFolder.isEmpty() ? toPath(QCoreApplication::applicationDirPath())
-                                                            : toPath(arguments.programFolder);
-    state.expert = arguments.expert;
-    state.link.portNumber =
-        arguments.port.value_or(portNumberFromSetting(settings.get("Parameter", "Com_Port")));
-
-    std::unique_ptr<SerialPort> port = std::make_unique<QtSerialPort>(map);
-    if (!arguments.simulatedDecoder.isEmpty()) {
-        auto demo = simulatedLine({arguments.simulatedDecoder, arguments.fault, arguments.unpaced},
-                                  state.link.portNumber);
-        if (!demo.port)
-            return complain(demo.wrong);
-        port = std::move(demo.port);
-    }
     QtWait wait;
-    port->setNotice([&wait] { wait.wake(); });
+    port.setNotice([&wait] { wait.wake(); });
     auto answeredYes = arguments.forced;
     if (arguments.yes)
         answeredYes.insert(QuestionKind::usual);
-    TerminalPrompts prompts([&wait] { wait.endProgram(); }, answeredYes);
-    TerminalView view;
+    InterruptNotice interrupt;
+    if (isInterruptible(commandOf(arguments.command)))
+        interrupt.listen([&wait] { wait.endProgram(); });
+    TerminalPrompts prompts(
+        output, state.texts, interrupt, [&wait] { wait.endProgram(); }, answeredYes);
+    TerminalView view(output);
     QtFiles files;
     SystemStayAwake stayAwake;
-    Workbench bench{state, *port, wait, prompts, view, files, settings, &stayAwake};
-    state.language = *language;
-    const auto loaded = loadLanguage(state.texts, *language, state.programFolder, files);
-    if (loaded.missing) {
-        prompts.message(missingLanguageFileText(*loaded.missing), PromptIcon::stop);
-        return leave(arguments.command == CliCommand::compare ? ExitCode::cannotCompare
-                                                              : ExitCode::fileTrouble);
+    Workbench bench{state, port, wait, prompts, view, files, settings, &stayAwake};
+    CommandRun run{bench, map, arguments, output, interrupt};
+    const ExitCode code = carryOut(run);
+    if (interrupt.times() == 0 || code == ExitCode::done)
+        return code;
+    output.say(state.texts.message(Message::interruptedByUser));
+    return ExitCode::interrupted;
+}
+
+ExitCode refuse(Output& output, const Text& why)
+{
+    output.say(why);
+    return ExitCode::wrongArguments;
+}
+
+ExitCode runWith(const CliArguments& arguments, ProgramState& state, QtSettings& settings, Output& output)
+{
+    if (!arguments.language.isEmpty() && !languageFromName(arguments.language.toStdString()))
+        return refuse(output, state.texts.message(Message::unknownLanguage, {toText(arguments.language)}));
+    const auto mappings = portMappings(arguments, state.texts);
+    if (const auto* const wrong = std::get_if<Text>(&mappings))
+        return refuse(output, *wrong);
+    const PortMap map(settings, std::get<std::vector<PortMapping>>(mappings));
+    state.expert = arguments.expert;
+    state.link.portNumber =
+        arguments.port.value_or(portNumberFromSetting(settings.get("Parameter", "Com_Port")));
+    if (arguments.simulatedDecoder.isEmpty()) {
+        QtSerialPort port(map);
+        return runOn(port, map, arguments, state, settings, output);
     }
+    const auto simulated = simulatedLine(arguments, state.link.portNumber, state.texts);
+    if (const auto* const wrong = std::get_if<Text>(&simulated))
+        return refuse(output, *wrong);
+    return runOn(*std::get<std::unique_ptr<SerialPort>>(simulated), map, arguments, state, settings, output);
+}
+
+// In the language that the words ask for, else the stored one. What is wrong when a file is missing.
+std::optional<Text> loadTexts(const QStringList& words, ProgramState& state, const Settings& settings,
+                              Output& output)
+{
+    const auto wanted = languageFromName(earlyValue(words, QStringLiteral("language")).toStdString());
+    state.language = wanted.value_or(storedLanguage(settings));
+    QtFiles files;
+    const auto loaded = loadLanguage(state.texts, state.language, state.programFolder, files);
+    if (loaded.missing)
+        return missingLanguageFileText(*loaded.missing);
     if (!loaded.damaged.empty())
-        prompts.message(damagedLanguageFileText(state.texts, loaded, *language), PromptIcon::warning);
-    return leave(run(bench, map, arguments));
+        output.say(damagedLanguageFileText(state.texts, loaded, state.language));
+    return std::nullopt;
+}
+
+ExitCode start(const QStringList& words, ProgramState& state, const Command*& command, Output& output)
+{
+    QtSettings settings;
+    const QString folder = earlyValue(words, QStringLiteral("program-folder"));
+    state.programFolder = toPath(folder.isEmpty() ? QCoreApplication::applicationDirPath() : folder);
+    const auto missing = loadTexts(words, state, settings, output);
+    const auto parsed = parseCliArguments(words, state.texts);
+    if (parsed.arguments)
+        command = &commandOf(parsed.arguments->command);
+    if (missing && !words.contains(QStringLiteral("--version"))) {
+        output.say(*missing);
+        return command != nullptr && command->command == CliCommand::compare ? ExitCode::cannotCompare
+                                                                             : ExitCode::fileTrouble;
+    }
+    if (parsed.wrong)
+        return refuse(output, parsed.text);
+    if (parsed.arguments)
+        return runWith(*parsed.arguments, state, settings, output);
+    output.line(parsed.text);
+    return ExitCode::done;
+}
+
+// A result that nobody can read is none.
+ExitCode finish(ExitCode code, const ProgramState& state, const Command* command, Output& output)
+{
+    const auto* const form = command == nullptr ? nullptr : exitOf(*command, code);
+    output.finish(code, form == nullptr ? Text() : state.texts.caption(form->help));
+    const auto failure = output.failure();
+    if (!failure)
+        return code;
+    output.remark(state.texts.message(Message::outputNotWritten, {*failure}));
+    if (!isSuccess(code))
+        return code;
+    return command != nullptr && command->command == CliCommand::compare ? ExitCode::cannotCompare
+                                                                         : ExitCode::fileTrouble;
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
+    holdStandardStreams();
     const QCoreApplication application(argc, argv);
-    const auto parsed = parseCliArguments(QCoreApplication::arguments());
-    if (parsed.arguments)
-        return runWith(*parsed.arguments);
-    if (parsed.wrong)
-        return complain(parsed.text);
-    std::fputs(parsed.text.toUtf8().constData(), stdout);
-    return leave(ExitCode::done);
+    const QStringList words = QCoreApplication::arguments();
+    Output output(words.contains(QStringLiteral("--json")) ? Output::Form::json : Output::Form::lines);
+    ProgramState state;
+    const Command* command = nullptr;
+    const ExitCode code = start(words, state, command, output);
+    return exitNumber(finish(code, state, command, output));
 }

@@ -1,6 +1,5 @@
 #include "cli/list_output.h"
 
-#include "cli/terminal.h"
 #include "cvdata/cv_details.h"
 #include "cvdata/description_choice.h"
 #include "cvdata/text_report.h"
@@ -8,7 +7,6 @@
 #include "workbench/describe.h"
 
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
 
 namespace karvo
@@ -55,78 +53,61 @@ QJsonObject profileObject(const ProgramState& state)
 
 } // namespace
 
-void printJson(const QJsonDocument& document)
-{
-    std::fputs(document.toJson(QJsonDocument::Indented).constData(), stdout);
-}
-
 QJsonValue numberOrNull(const Text& text)
 {
     const auto number = numberFromText(text);
     return number ? QJsonValue(*number) : QJsonValue();
 }
 
-void printList(const ProgramState& state, bool json)
+void printList(Output& output, const ProgramState& state)
 {
-    if (json) {
-        printJson(QJsonDocument(QJsonObject{{QStringLiteral("decoder"), profileObject(state)},
-                                            {QStringLiteral("cvs"), cvArray(state.set.table)}}));
-        return;
-    }
-    printLine(stdout, state.set.loadedData);
+    output.put(QStringLiteral("decoder"), profileObject(state));
+    output.put(QStringLiteral("cvs"), cvArray(state.set.table));
+    output.line(state.set.loadedData);
     for (const Text& line : linesOfEveryCv(state.set, state.texts))
-        printLine(stdout, line);
+        output.line(line);
 }
 
-void printDecoder(const ProgramState& state, bool json)
+void printDecoder(Output& output, const ProgramState& state)
 {
-    const auto model = modelName(modelOfTypeCode(state.link.typeCode));
-    if (json) {
-        printJson(QJsonDocument(
-            QJsonObject{{QStringLiteral("identification"), toQString(state.link.identification)},
-                        {QStringLiteral("typeCode"), state.link.typeCode},
-                        {QStringLiteral("model"), toQString(model)}}));
-        return;
-    }
-    printLine(stdout, Text(model) + u" (" + state.link.identification + u")");
+    const Text model(modelName(modelOfTypeCode(state.link.typeCode)));
+    output.put(QStringLiteral("identification"), toQString(state.link.identification));
+    output.put(QStringLiteral("typeCode"), state.link.typeCode);
+    output.put(QStringLiteral("model"), toQString(model));
+    output.line(model + u" (" + state.link.identification + u")");
 }
 
-void printPorts(const std::vector<PresentPort>& ports, bool json)
+void printPorts(Output& output, const std::vector<PresentPort>& ports, const std::vector<NewPort>& newPorts)
 {
-    QJsonArray array;
+    QJsonArray present;
     for (const PresentPort& port : ports) {
-        if (!json) {
-            const QString name = QStringLiteral("COM%1").arg(port.number);
-            const QString device = port.device == name ? QString() : QStringLiteral("  ") + port.device;
-            printLine(stdout, toText((name + device + QStringLiteral("  ") + port.description).trimmed()));
-            continue;
-        }
-        array.append(QJsonObject{{QStringLiteral("port"), port.number},
-                                 {QStringLiteral("device"), port.device},
-                                 {QStringLiteral("description"), port.description}});
+        const QString name = QStringLiteral("COM%1").arg(port.number);
+        const QString device = port.device == name ? QString() : QStringLiteral("  ") + port.device;
+        output.line(toText((name + device + QStringLiteral("  ") + port.description).trimmed()));
+        present.append(QJsonObject{{QStringLiteral("port"), port.number},
+                                   {QStringLiteral("device"), port.device},
+                                   {QStringLiteral("description"), port.description}});
     }
-    if (json)
-        printJson(QJsonDocument(array));
-}
-
-void printNewPorts(const std::vector<NewPort>& ports)
-{
-    for (const NewPort& port : ports) {
+    QJsonArray unnumbered;
+    for (const NewPort& port : newPorts) {
         const QString line = QStringLiteral("%1  %2  (--map-port COM%3=%1)");
-        printLine(stderr, toText(line.arg(port.device, port.description, QString::number(port.number))));
+        output.remark(toText(line.arg(port.device, port.description, QString::number(port.number))));
+        unnumbered.append(QJsonObject{{QStringLiteral("device"), port.device},
+                                      {QStringLiteral("description"), port.description},
+                                      {QStringLiteral("freePort"), port.number}});
     }
+    output.put(QStringLiteral("ports"), present);
+    output.put(QStringLiteral("withoutNumber"), unnumbered);
 }
 
-void printOfflineLists(bool json)
+void printOfflineLists(Output& output)
 {
-    QJsonArray array;
+    QJsonArray names;
     for (const OfflineList& list : offlineLists()) {
-        array.append(offlineListName(list.menuItem));
-        if (!json)
-            printLine(stdout, toText(offlineListName(list.menuItem)));
+        names.append(offlineListName(list.menuItem));
+        output.line(toText(offlineListName(list.menuItem)));
     }
-    if (json)
-        printJson(QJsonDocument(array));
+    output.put(QStringLiteral("lists"), names);
 }
 
 QString offlineListName(std::string_view menuItem)

@@ -1,10 +1,10 @@
 // The main list, a decoder and the ports, as lines or as JSON.
 #pragma once
 
+#include "cli/output.h"
 #include "platform/port_map.h"
 #include "workbench/workbench.h"
 
-#include <QJsonDocument>
 #include <QJsonValue>
 #include <QString>
 
@@ -19,20 +19,16 @@ struct PresentPort {
     QString description;
 };
 
-// To standard output.
-void printJson(const QJsonDocument& document);
-
 // A value that is no number, or none, is null.
 QJsonValue numberOrNull(const Text& text);
 
-void printList(const ProgramState& state, bool json);
-void printDecoder(const ProgramState& state, bool json);
-void printPorts(const std::vector<PresentPort>& ports, bool json);
+void printList(Output& output, const ProgramState& state);
+void printDecoder(Output& output, const ProgramState& state);
 
-// To standard error: devices without a number, with the option that gives them one.
-void printNewPorts(const std::vector<NewPort>& ports);
+// Devices without a number go to standard error, with the option that gives them one.
+void printPorts(Output& output, const std::vector<PresentPort>& ports, const std::vector<NewPort>& newPorts);
 
-void printOfflineLists(bool json);
+void printOfflineLists(Output& output);
 
 // The name of an offline list on the command line: "kv07" for the menu item "mnu_kv07".
 QString offlineListName(std::string_view menuItem);

@@ -1,11 +1,13 @@
 #include "cli/terminal.h"
 
+#include <cstdio>
 #include <iostream>
 #include <string>
 
 #ifdef _WIN32
 #include <io.h>
 #else
+#include <poll.h>
 #include <unistd.h>
 #endif
 
@@ -24,26 +26,20 @@ bool isTerminal(std::FILE* stream)
 #endif
 }
 
-// A box's lines as lines of a terminal.
-Text withPlainLineEnds(const Text& text)
+// Until a line was typed: true. Ctrl-C: false; without this wait the read behind it would just go on.
+bool awaitTyping(const InterruptNotice& interrupt)
 {
-    Text plain;
-    for (const char16_t character : text) {
-        if (character != u'\r')
-            plain += character;
+#ifdef _WIN32
+    return interrupt.times() == 0; // there Ctrl-C ends the read itself
+#else
+    constexpr int turnMs = 200;
+    pollfd typed{STDIN_FILENO, POLLIN, 0};
+    while (interrupt.times() == 0) {
+        if (poll(&typed, 1, turnMs) > 0)
+            return true;
     }
-    return plain;
-}
-
-std::optional<Text> answerTo(const Text& prompt)
-{
-    if (!isTerminal(stdin))
-        return std::nullopt;
-    std::fputs(utf8FromText(prompt).c_str(), stderr);
-    std::string answer;
-    if (!std::getline(std::cin, answer))
-        return std::nullopt;
-    return textFromUtf8(answer);
+    return false;
+#endif
 }
 
 TextView yesOptionOf(QuestionKind kind)
@@ -61,35 +57,45 @@ TextView yesOptionOf(QuestionKind kind)
     return u"--yes";
 }
 
+Text firstLetter(const Text& word)
+{
+    return lowerCase(word.substr(0, 1));
+}
+
 } // namespace
 
-void printLine(std::FILE* stream, TextView text)
+bool TerminalPrompts::isYes(const Text& answer) const
 {
-    std::fputs((utf8FromText(text) + "\n").c_str(), stream);
-}
-
-void printLines(std::FILE* stream, const Text& text)
-{
-    printLine(stream, withPlainLineEnds(text));
-}
-
-void TerminalPrompts::message(const Text& text, PromptIcon)
-{
-    printLines(stderr, text);
+    const Text typed = lowerCase(trimmed(answer));
+    const Text yes = texts_.caption(Caption::yesButton);
+    return !typed.empty() && (typed == firstLetter(yes) || typed == lowerCase(yes));
 }
 
 bool TerminalPrompts::question(const Text& text, QuestionKind kind, ProposedAnswer)
 {
     if (answeredYes_.count(kind) != 0)
         return true;
+    output_.say(text);
     if (!isTerminal(stdin)) {
-        printLine(stderr, withPlainLineEnds(text));
-        printLine(stderr,
-                  u"Not answered, which counts as No; " + Text(yesOptionOf(kind)) + u" answers with Yes.");
+        output_.say(texts_.message(Message::notAnswered, {Text(yesOptionOf(kind))}));
         return false;
     }
-    const auto answer = answerTo(withPlainLineEnds(text) + u" [y/n] ");
-    return answer && (*answer == u"y" || *answer == u"Y");
+    const Text letters = u"[" + firstLetter(texts_.caption(Caption::yesButton)) + u"/" +
+                         firstLetter(texts_.caption(Caption::noButton)) + u"] ";
+    const auto answer = answerTo(letters);
+    return answer && isYes(*answer);
+}
+
+std::optional<Text> TerminalPrompts::answerTo(const Text& prompt) const
+{
+    if (!isTerminal(stdin))
+        return std::nullopt;
+    std::fputs(utf8FromText(prompt).c_str(), stderr);
+    std::string answer;
+    if (awaitTyping(interrupt_) && std::getline(std::cin, answer))
+        return textFromUtf8(answer);
+    std::fputs("\n", stderr);
+    return std::nullopt;
 }
 
 std::optional<Text> TerminalPrompts::input(const Text& title, const Text& prompt, const Text&)
@@ -103,13 +109,7 @@ std::optional<std::size_t> TerminalPrompts::choice(const Text&, const Text&, con
     return current;
 }
 
-void TerminalPrompts::endProgram()
-{
-    ended_ = true;
-    endWaits_();
-}
-
-TerminalView::TerminalView() : watched_(isTerminal(stderr))
+TerminalView::TerminalView(Output& output) : output_(output), watched_(isTerminal(stderr))
 {
 }
 
@@ -117,18 +117,13 @@ void TerminalView::showStatus(const Text& text)
 {
     status_ = text;
     if (!text.empty())
-        printLine(stderr, text);
+        output_.remark(text);
 }
 
 void TerminalView::showProgress(std::size_t done, std::size_t total)
 {
-    if (!watched_ || (total == 0 && !progressShown_))
-        return;
-    progressShown_ = total != 0;
-    if (total == 0)
-        std::fputs("\r\x1b[K", stderr);
-    else
-        std::fprintf(stderr, "\r%3zu %%", done * 100 / total);
+    if (watched_)
+        output_.showPercent(total == 0 ? std::nullopt : std::optional<std::size_t>(done * 100 / total));
 }
 
 } // namespace karvo

@@ -1,10 +1,12 @@
-// The logic's prompts and view on a terminal: results on standard output, everything else on standard error.
+// The logic's prompts and view on a terminal.
 #pragma once
 
+#include "cli/output.h"
+#include "language/language_tables.h"
+#include "platform/interrupt_notice.h"
 #include "program/prompts.h"
 #include "program/view.h"
 
-#include <cstdio>
 #include <functional>
 #include <set>
 
@@ -15,14 +17,20 @@ class TerminalPrompts : public Prompts
 {
 public:
     // `answeredYes`: the kinds of questions that have been answered with Yes beforehand.
-    TerminalPrompts(std::function<void()> endWaits, std::set<QuestionKind> answeredYes)
-        : endWaits_(std::move(endWaits)), answeredYes_(std::move(answeredYes))
+    TerminalPrompts(Output& output, const LanguageTables& texts, const InterruptNotice& interrupt,
+                    std::function<void()> endWaits, std::set<QuestionKind> answeredYes)
+        : output_(output),
+          texts_(texts),
+          interrupt_(interrupt),
+          endWaits_(std::move(endWaits)),
+          answeredYes_(std::move(answeredYes))
     {
     }
 
-    void message(const Text& text, PromptIcon icon) override;
-    void error(const Text& text) override { message(text, PromptIcon::warning); }
-    // Answered at a terminal with y. Off a terminal the question is printed, and the answer is No.
+    void message(const Text& text, PromptIcon /*icon*/) override { output_.say(text); }
+    void error(const Text& text) override { output_.say(text); }
+    // Answered at a terminal with the first letter of Yes, or the whole word, in the language in use; Ctrl-C
+    // is No. Off a terminal the question is printed, and the answer is No.
     bool question(const Text& text, QuestionKind kind = QuestionKind::usual,
                   ProposedAnswer proposed = ProposedAnswer::no) override;
     std::optional<Text> input(const Text& title, const Text& prompt, const Text& initial) override;
@@ -38,21 +46,25 @@ public:
     {
         return question(text) ? SaveChoice::discard : SaveChoice::cancel;
     }
-    void endProgram() override;
-
-    bool programEnded() const { return ended_; }
+    void endProgram() override { endWaits_(); }
 
 private:
+    // Nothing off a terminal, and after Ctrl-C.
+    std::optional<Text> answerTo(const Text& prompt) const;
+    bool isYes(const Text& answer) const;
+
+    Output& output_;
+    const LanguageTables& texts_;
+    const InterruptNotice& interrupt_;
     std::function<void()> endWaits_;
     std::set<QuestionKind> answeredYes_;
-    bool ended_ = false;
 };
 
-// Shows progress on a line of its own, and only where somebody watches.
+// Shows progress only where somebody watches.
 class TerminalView : public View
 {
 public:
-    TerminalView();
+    explicit TerminalView(Output& output);
 
     void showStatus(const Text& text) override;
     Text statusText() const override { return status_; }
@@ -63,15 +75,9 @@ public:
     void listChanged() override {}
 
 private:
+    Output& output_;
     bool watched_;
-    bool progressShown_ = false;
     Text status_;
 };
-
-// One line of text and a line end, as UTF-8.
-void printLine(std::FILE* stream, TextView text);
-
-// The same for a text of several lines.
-void printLines(std::FILE* stream, const Text& text);
 
 } // namespace karvo

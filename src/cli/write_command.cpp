@@ -1,8 +1,6 @@
 #include "cli/write_command.h"
 
-#include "cli/list_output.h"
-#include "cli/terminal.h"
-#include "cvdata/main_list.h"
+#include "cli/write_output.h"
 #include "platform/qt_clock.h"
 #include "platform/text_conversion.h"
 #include "workbench/change_value.h"
@@ -11,9 +9,6 @@
 #include "workbench/user_folders.h"
 #include "workbench/write_many.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QStandardPaths>
 
 #include <algorithm>
@@ -31,73 +26,6 @@ KeepBackup backupIn(Workbench& bench)
     return [&bench](const CvSet& set) {
         return keepBackup(bench.files, QtClock(), bench.state.userFolders, set);
     };
-}
-
-// "CV48 = 12 -> 5  will be written  Name".
-Text previewLine(const PreviewRow& row, const LanguageTables& texts)
-{
-    const auto remark = row.isWritten() ? Caption::willBeWritten : captionOfSkip(row.skip);
-    return cvLabel(row.cv) + heldText(row.held) + u" -> " + textFromNumber(row.value) + u"  " +
-           texts.caption(remark) + u"  " + row.name;
-}
-
-QJsonValue heldOrNull(std::optional<int> held)
-{
-    return held ? QJsonValue(*held) : QJsonValue();
-}
-
-QJsonObject previewObject(const WritePreview& preview, const LanguageTables& texts)
-{
-    QJsonArray rows;
-    for (const PreviewRow& row : preview.rows) {
-        const auto remark = row.isWritten() ? Caption::willBeWritten : captionOfSkip(row.skip);
-        rows.append(QJsonObject{{QStringLiteral("cv"), row.cv},
-                                {QStringLiteral("name"), toQString(row.name)},
-                                {QStringLiteral("old"), heldOrNull(row.held)},
-                                {QStringLiteral("new"), row.value},
-                                {QStringLiteral("written"), row.isWritten()},
-                                {QStringLiteral("remark"), toQString(texts.caption(remark))}});
-    }
-    return {{QStringLiteral("cvs"), rows},
-            {QStringLiteral("toBeWritten"), static_cast<int>(preview.countOfWritten())},
-            {QStringLiteral("leftOut"), static_cast<int>(preview.countOfLeftOut())},
-            {QStringLiteral("otherAddressesOrNumbers"), preview.otherVehicle},
-            {QStringLiteral("lowBattery"), preview.lowBattery.has_value()}};
-}
-
-void printPreview(const WritePreview& preview, const ProgramState& state, bool json)
-{
-    const LanguageTables& texts = state.texts;
-    if (json) {
-        printJson(QJsonDocument(previewObject(preview, texts)));
-        return;
-    }
-    for (const PreviewRow& row : preview.rows)
-        printLine(stdout, previewLine(row, texts));
-    const Text counts[] = {textFromNumber(static_cast<long long>(preview.countOfWritten())),
-                           textFromNumber(static_cast<long long>(preview.countOfLeftOut()))};
-    printLine(stdout, filledIn(texts.caption(Caption::previewCounts), counts));
-    if (preview.otherVehicle)
-        printLine(stdout, texts.caption(Caption::previewOtherVehicle));
-    if (preview.lowBattery)
-        printLine(stdout, lowBatteryText(preview, state));
-}
-
-void printOutcomes(const WriteReport& report, const LanguageTables& texts, bool json)
-{
-    QJsonArray array;
-    for (const WriteOutcome& outcome : report.outcomes) {
-        if (!json)
-            printLine(stdout, outcomeLine(outcome, texts));
-        array.append(QJsonObject{{QStringLiteral("cv"), outcome.cv},
-                                 {QStringLiteral("name"), toQString(outcome.name)},
-                                 {QStringLiteral("old"), heldOrNull(outcome.held)},
-                                 {QStringLiteral("value"), outcome.value},
-                                 {QStringLiteral("written"), outcome.end == WriteEnd::written},
-                                 {QStringLiteral("outcome"), toQString(outcomeText(outcome, texts))}});
-    }
-    if (json)
-        printJson(QJsonDocument(array));
 }
 
 // Why a write ended of which nothing has come through.
@@ -132,11 +60,9 @@ ExitCode exitCodeOf(const WriteReport& report)
     }
 }
 
-ExitCode finish(Workbench& bench, const WriteReport& report, const CliArguments& arguments)
+ExitCode finish(CommandRun& run, const WriteReport& report)
 {
-    printOutcomes(report, bench.state.texts, arguments.json);
-    if (!report.addressNotice.empty())
-        printLine(stderr, report.addressNotice);
+    printOutcomes(run.output, report, run.texts());
     return exitCodeOf(report);
 }
 
@@ -150,14 +76,17 @@ bool writesBeyondLimits(const CliArguments& arguments)
     return arguments.forced.count(QuestionKind::limits) != 0;
 }
 
-ExitCode writeFromList(Workbench& bench, const CliArguments& arguments)
+ExitCode writeFromList(CommandRun& run)
 {
+    Workbench& bench = run.bench;
+    if (!openList(bench, toPath(run.arguments.from)))
+        return ExitCode::fileTrouble;
     ListWrite how;
-    how.beyond = writesBeyondLimits(arguments) ? BeyondLimits::planned : BeyondLimits::leftOut;
-    if (!arguments.dryRun)
-        return finish(bench, writeChanged(bench, backupIn(bench), how), arguments);
+    how.beyond = writesBeyondLimits(run.arguments) ? BeyondLimits::planned : BeyondLimits::leftOut;
+    if (!run.arguments.dryRun)
+        return finish(run, writeChanged(bench, backupIn(bench), how));
     how.confirm = [&](const WritePreview& preview) {
-        printPreview(preview, bench.state, arguments.json);
+        printPreview(run.output, preview, bench.state);
         return PreviewAnswer::cancel;
     };
     const auto report = writeChanged(bench, backupIn(bench), how);
@@ -165,46 +94,51 @@ ExitCode writeFromList(Workbench& bench, const CliArguments& arguments)
 }
 
 // What the line has just told is what the vehicle holds.
-ExitCode showChosen(Workbench& bench, const std::vector<int>& cvs, const CliArguments& arguments)
+ExitCode showChosen(CommandRun& run, const std::vector<int>& cvs)
 {
-    const ProgramState& state = bench.state;
+    const ProgramState& state = run.bench.state;
     auto plan = planOfChosen(state.set.table, cvs);
     for (PlannedWrite& write : plan) {
         write.held = state.image[static_cast<std::size_t>(write.cv)];
-        if (!writesBeyondLimits(arguments))
+        if (!writesBeyondLimits(run.arguments))
             write.skip = limitsAgainst(state.set.table, write.cv, write.value);
     }
-    printPreview(previewOf(plan, state.set, state.image, state.set.profile), state, arguments.json);
-    bench.view.showStatus(state.texts.caption(Caption::writtenNothing));
+    printPreview(run.output, previewOf(plan, state.set, state.image, state.set.profile), state);
+    run.bench.view.showStatus(run.texts().caption(Caption::writtenNothing));
     return ExitCode::done;
 }
 
-} // namespace
-
-ExitCode runWrite(Workbench& bench, const CliArguments& arguments)
+ExitCode writeChanges(CommandRun& run)
 {
-    if (!arguments.from.isEmpty()) {
-        if (!openList(bench, toPath(arguments.from)))
-            return ExitCode::fileTrouble;
-        return writeFromList(bench, arguments);
-    }
+    Workbench& bench = run.bench;
+    const auto& changes = run.arguments.changes;
     const auto end = readIntoList(bench, ReadStarter::other);
     if (!end)
         return ExitCode::fileTrouble;
-    const bool maySetBack = isResetAlone(arguments) && !arguments.dryRun && bench.state.link.identified;
+    if (run.interrupt.times() > 0)
+        return ExitCode::interrupted;
+    const bool maySetBack =
+        isResetAlone(run.arguments) && !run.arguments.dryRun && bench.state.link.identified;
     if (*end != ReadEnd::read && maySetBack)
-        return finish(bench, writeReset(bench, arguments.changes.front().value, backupIn(bench)), arguments);
+        return finish(run, writeReset(bench, changes.front().value, backupIn(bench)));
     if (*end != ReadEnd::read)
         return exitCodeOf(*end);
     std::vector<int> cvs;
-    for (const CvChange& change : arguments.changes) {
+    for (const CvChange& change : changes) {
         if (takeValueForWrite(bench, change.cv, change.value) != ChangeEnd::changed)
             return ExitCode::wrongArguments;
         cvs.push_back(change.cv);
     }
-    if (arguments.dryRun)
-        return showChosen(bench, cvs, arguments);
-    return finish(bench, writeChosen(bench, cvs, backupIn(bench)), arguments);
+    return run.arguments.dryRun ? showChosen(run, cvs)
+                                : finish(run, writeChosen(bench, cvs, backupIn(bench)));
+}
+
+} // namespace
+
+ExitCode runWrite(CommandRun& run)
+{
+    run.interrupt.listen([&run] { run.bench.state.stopRequested = true; });
+    return run.arguments.from.isEmpty() ? writeChanges(run) : writeFromList(run);
 }
 
 } // namespace karvo

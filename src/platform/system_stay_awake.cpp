@@ -6,6 +6,8 @@
 #include <windows.h>
 #else
 #include <QStandardPaths>
+
+#include <unistd.h>
 #endif
 
 namespace karvo
@@ -32,6 +34,7 @@ void SystemStayAwake::begin(const Text& why)
         return;
     inhibitor_.setStandardOutputFile(QProcess::nullDevice());
     inhibitor_.setStandardErrorFile(QProcess::nullDevice());
+    inhibitor_.setChildProcessModifier([] { setpgid(0, 0); }); // a Ctrl-C does not reach it
     // `cat` lasts as long as its input: the lock cannot outlive this program.
     inhibitor_.start(program, {QStringLiteral("--what=sleep:idle"), QStringLiteral("--who=Karvo"),
                                QStringLiteral("--why=") + toQString(why), QStringLiteral("cat")});

@@ -1,206 +1,133 @@
 // The program itself, as it lies in the program folder, on the simulated interface.
 #include "cli/program_bench.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-
 namespace karvo
 {
 namespace
 {
 
-class KarvoCliTest : public test::ProgramBench
-{
-};
+using KarvoCliTest = test::ProgramBench;
 
-TEST_F(KarvoCliTest, ReadsADecoderInEachLanguage)
+TEST_F(KarvoCliTest, SpeaksFiveLanguages)
 {
-    const std::pair<const char*, const char*> words[] = {{"de", "Erste Adresse (kurz)"},
-                                                         {"nl", "Eerste adres (kort)"},
-                                                         {"en", "First address (short)"},
-                                                         {"es", "Primera dirección (corta)"},
-                                                         {"fr", "Première adresse (courte)"}};
-    for (const auto& [language, name] : words) {
-        for (const char* const decoder : {"kv07", "kv04", "kv04-2008"}) {
-            const auto outcome = run(QStringLiteral("read --no-pace --simulate %1 --language %2")
-                                         .arg(QLatin1String(decoder), QLatin1String(language)));
-            EXPECT_EQ(outcome.exitCode, 0) << decoder << language;
-            EXPECT_TRUE(outcome.out.contains(QStringLiteral("CV1  = 3 "))) << decoder << language;
-            EXPECT_TRUE(outcome.out.contains(QString::fromUtf8(name))) << decoder << language;
-            EXPECT_TRUE(outcome.out.contains(QStringLiteral("\n  1 = "))) << decoder << language;
-        }
-    }
+    expect({
+        {"read --language de --simulate kv04", 0, "CV1  = 3             Erste Adresse (kurz)"},
+        {"read --language nl --simulate kv04-2008", 0, "Eerste adres (kort)"},
+        {"read --language en", 0, "First address (short)"},
+        {"read --language es", 0, "\n  1 = "},
+        {"read --language fr", 0, "Première adresse (courte)"},
+        {"read -h --language de", 0, "Aufruf: karvo-cli read\nliest alle CVs"},
+        {"read -h --language nl", 0, "Gebruik: karvo-cli read\nleest alle CV's"},
+        {"read -h --language es", 0, "Uso: karvo-cli read\nlee todas las CVs"},
+        {"read -h --language fr", 0, "Utilisation : karvo-cli read\nlit toutes les CV"},
+        {"raed --language nl", 2, "", "raed is geen opdracht. Bedoelde u read?"},
+    });
 }
 
 TEST_F(KarvoCliTest, ExitCodesTellWhatWentWrong)
 {
-    const std::pair<const char*, int> cases[] = {
-        {"read --simulate kv07 --no-pace --fault unknown-identification --language en", 5},
-        {"read --simulate kv07 --no-pace --fault wrong-check-byte --language en", 6},
-        {"read --simulate kv07 --fault hang-up --language en", 4},
-        {"identify --simulate kv07 --fault silence --language en", 4},
-        {"read --map-port COM7=/nowhere/at/all --port COM7 --language en", 3},
-        {"read --simulate kv99", 2},
-        {"read --simulate kv07 --fault nonsense", 2},
-        {"read --map-port nonsense", 2},
-        {"read --language xx", 2},
-        {"list kv99 --language en", 2},
-        {"list kv07 --variant 2 --language en", 2},
-        {"list kv07 --program-folder /nowhere/at/all --language en", 1},
-    };
-    for (const auto& [line, exitCode] : cases) {
-        const auto outcome = run(QString::fromLatin1(line));
-        EXPECT_EQ(outcome.exitCode, exitCode) << line;
-        EXPECT_FALSE(outcome.err.trimmed().isEmpty()) << line;
-        EXPECT_TRUE(outcome.out.isEmpty()) << line;
-    }
-}
-
-TEST_F(KarvoCliTest, AMissingLanguageFileIsNamed)
-{
-    const auto outcome = run(QStringLiteral("list kv07 --program-folder /nowhere/at/all --language fr"));
-    EXPECT_EQ(outcome.err, QStringLiteral("File [Franz_var.txt] not available !\nSet language to German.\n\n"
-                                          "Program will be closed\n"));
-}
-
-TEST_F(KarvoCliTest, JsonCarriesEveryCv)
-{
-    const auto outcome = run(QStringLiteral("read --no-pace --simulate kv07 --language en --json"));
-    const auto root = QJsonDocument::fromJson(outcome.out.toUtf8()).object();
-    const auto decoder = root.value(QStringLiteral("decoder")).toObject();
-    EXPECT_EQ(decoder.value(QStringLiteral("model")).toString(), QStringLiteral("KV07"));
-    EXPECT_EQ(decoder.value(QStringLiteral("firmware")).toInt(), 6);
-    const auto cvs = root.value(QStringLiteral("cvs")).toArray();
-    ASSERT_GE(cvs.size(), 176);
-    EXPECT_EQ(cvs.at(0).toObject().value(QStringLiteral("value")).toInt(), 3);
-    EXPECT_EQ(cvs.at(0).toObject().value(QStringLiteral("upper")).toInt(), 126);
-}
-
-TEST_F(KarvoCliTest, IdentifiesAndListsWithoutReading)
-{
-    EXPECT_EQ(run(QStringLiteral("identify --no-pace --simulate trailer --language en")).out,
-              QStringLiteral("AN07 (A7)\n"));
-    const auto names = run(QStringLiteral("list --language en")).out.split(QLatin1Char('\n'));
-    EXPECT_EQ(names.first(), QStringLiteral("kv07"));
-    EXPECT_TRUE(names.contains(QStringLiteral("kv04-fw-08")));
-    const auto list = run(QStringLiteral("list KV04 --language en"));
-    EXPECT_EQ(list.exitCode, 0);
-    EXPECT_TRUE(list.out.contains(QStringLiteral("| CV_Standart180.txt\n")));
-    const auto preset = run(QStringLiteral("list kv04-fw-09 --variant 3 --language en"));
-    EXPECT_TRUE(preset.out.contains(QStringLiteral("| CV_KV04_FW_V3_09.txt\n")));
-}
-
-TEST_F(KarvoCliTest, SavesWhatItReadsInThreeForms)
-{
-    readInto("bus.kvr", "kv07");
-    EXPECT_TRUE(contentOf("bus.kvr").startsWith("Standard KV07*6\r\n1;3;Erste Adresse (kurz);"));
-    EXPECT_TRUE(
-        contentOf("bus.kvr").contains("\r\nEnde CV\r\nATmega328\r\nFirmware_Version: 6\r\nAnfang FS\r\n"));
-    EXPECT_TRUE(contentOf("bus.kvr").endsWith("\r\nEnde FS\r\n"));
-    readInto("bus.csv", "kv07");
-    EXPECT_TRUE(
-        contentOf("bus.csv").startsWith("CV-Nummer;CV-Wert;CV-Text\r\n1;3;Erste Adresse (kurz)\r\n2;"));
-    readInto("bus.txt", "kv07");
-    EXPECT_TRUE(contentOf("bus.txt").startsWith("KV07\r\nKV07  Firmware = 6"));
-    EXPECT_TRUE(contentOf("bus.txt").contains("\r\nCV1  = 3 "));
-}
-
-TEST_F(KarvoCliTest, AFileIsReplacedWithConsentOnly)
-{
-    readInto("bus.kvr", "kv07");
-    const auto before = contentOf("bus.kvr");
-    const auto line =
-        QStringLiteral("read --no-pace --language en --simulate kv08 --output ") + pathOf("bus.kvr");
-    const auto refused = run(line);
-    EXPECT_EQ(refused.exitCode, 1);
-    EXPECT_TRUE(refused.err.contains(QStringLiteral("--yes")));
-    EXPECT_EQ(contentOf("bus.kvr"), before);
-    EXPECT_EQ(run(line + QStringLiteral(" --yes")).exitCode, 0);
-    EXPECT_TRUE(contentOf("bus.kvr").startsWith("Standard KV08*"));
-    const auto nowhere =
-        run(QStringLiteral("read --no-pace --language en --simulate kv08 --output /none/a.kvr"));
-    EXPECT_EQ(nowhere.exitCode, 1);
-    EXPECT_TRUE(nowhere.err.contains(QStringLiteral("/none/a.kvr")));
-}
-
-TEST_F(KarvoCliTest, ExportsASavedList)
-{
-    readInto("bus.kvr", "kv07");
-    readInto("bus.csv", "kv07");
-    EXPECT_EQ(
-        run(QStringLiteral("export %1 %2 --language de").arg(pathOf("bus.kvr"), pathOf("out.csv"))).exitCode,
-        0);
-    EXPECT_EQ(contentOf("out.csv"), contentOf("bus.csv"));
-    EXPECT_EQ(
-        run(QStringLiteral("export %1 %2 --language de").arg(pathOf("bus.kvr"), pathOf("out.txt"))).exitCode,
-        0);
-    EXPECT_TRUE(contentOf("out.txt").startsWith("bus\r\nKV07  Firmware = 6 | bus.kvr\r\n\r\nCV1  = 3 "));
-    EXPECT_EQ(
-        run(QStringLiteral("export %1 %2 --language de").arg(pathOf("no.kvr"), pathOf("x.csv"))).exitCode, 1);
+    expect({
+        {"read --fault unknown-identification", 5, "", "does not know"},
+        {"read --fault wrong-check-byte", 6, "", "wrong check byte"},
+        {"read --fault hang-up", 4, "", "does not reply"},
+        {"identify --fault silence --json", 4,
+         "\"error\": {\n        \"code\": \"noReply\",\n        \"exit\": 4,\n"
+         "        \"message\": \"The vehicle does not reply.",
+         "does not reply"},
+        {"read --simulate kv99", 2, "", "There are: kv07"},
+        {"read --fault nonsense --json", 2, "\"code\": \"wrongArguments\"", "It has: none"},
+        {"read --map-port nonsense", 2, "", "nonsense maps no port"},
+        {"read --language xx --json", 2, "\"message\": \"There is no language xx."},
+        {"list kv99", 2, "", "There is no list kv99."},
+        {"list kv07 --variant 2", 2, "", "has no variants"},
+        {"list kv07 --program-folder /none --language fr", 1, "",
+         "File [Franz_var.txt] not available !\nSet language to German.\n\nProgram will be closed\n"},
+        {"compare @a @b --program-folder /none --json", 2, "\"code\": \"cannotCompare\""},
+        {"read --output /none/a.kvr", 1, "", "/none/a.kvr"},
+        {"export @none.kvr @x.csv", 1, "", "none.kvr"},
+    });
     EXPECT_FALSE(QFile::exists(pathOf("x.csv")));
+    usual_ = QStringLiteral("--language en ");
+    expect({{"read --map-port COM7=/nowhere/at/all --port COM7", 3, "", "COM7 (device /nowhere/at/all)"}});
+}
+
+TEST_F(KarvoCliTest, IdentifiesListsAndReads)
+{
+    expect({
+        {"ports --json", 0, "\"withoutNumber\": ["},
+        {"identify --simulate trailer", 0, "AN07 (A7)\n"},
+        {"list", 0, "kv04-bus-08\nkv04-fw-08"},
+        {"list --json", 0, "\"lists\": [\n        \"kv07\","},
+        {"list KV04", 0, "| CV_Standart180.txt\nCV1 "},
+        {"list kv04-fw-09 --variant 3", 0, "| CV_KV04_FW_V3_09.txt\nCV1 "},
+        {"read --json", 0, "\"firmware\": 6"},
+        {"read --json", 0, "\"upper\": 126,\n            \"value\": 3"},
+        {"read --json", 0, "\"cv\": 176"},
+    });
+}
+
+TEST_F(KarvoCliTest, SavesAndReplacesWithConsentOnly)
+{
+    usual_ += QStringLiteral("--language de ");
+    expect({
+        {"read --output @bus.kvr", 0, ""},
+        {"read --output @bus.csv", 0, ""},
+        {"read --output @bus.txt", 0, ""},
+        {"export @bus.kvr @out.csv --json", 0, "\"saved\": \"@out.csv\""},
+        {"export @bus.kvr @out.txt", 0, ""},
+    });
+    const std::pair<const char*, const char*> parts[] = {
+        {"bus.kvr", "Standard KV07*6\r\n1;3;Erste Adresse (kurz);"},
+        {"bus.kvr", "\r\nEnde CV\r\nATmega328\r\nFirmware_Version: 6\r\nAnfang FS\r\n"},
+        {"bus.csv", "CV-Nummer;CV-Wert;CV-Text\r\n1;3;Erste Adresse (kurz)\r\n2;"},
+        {"bus.txt", "KV07\r\nKV07  Firmware = 6"},
+        {"bus.txt", "\r\nCV1  = 3 "},
+        {"out.txt", "bus\r\nKV07  Firmware = 6 | bus.kvr\r\n\r\nCV1  = 3 "},
+    };
+    for (const auto& [file, part] : parts)
+        EXPECT_NE(contentOf(file).find(part), std::string::npos) << file << part;
+    EXPECT_EQ(contentOf("out.csv"), contentOf("bus.csv"));
+    const auto before = contentOf("bus.kvr");
+    expect({{"read --simulate kv08 --output @bus.kvr --language en", 1, "",
+             "Nobody can answer here, which counts as No. --yes says Yes.\n@bus.kvr was left as it is."}});
+    EXPECT_EQ(contentOf("bus.kvr"), before);
+    expect({{"read --simulate kv08 --output @bus.kvr --yes", 0, ""}});
+    EXPECT_EQ(contentOf("bus.kvr").find("Standard KV08*"), 0U);
 }
 
 TEST_F(KarvoCliTest, ComparesTwoLists)
 {
-    readInto("a.kvr", "kv07");
-    readInto("b.kvr", "kv07");
-    readInto("c.kvr", "kv04-2008");
-    const auto line = QStringLiteral("compare %1 %2 --language en");
-    const auto equal = run(line.arg(pathOf("a.kvr"), pathOf("b.kvr")));
-    EXPECT_EQ(equal.exitCode, 0);
-    EXPECT_TRUE(equal.out.endsWith(QStringLiteral(" equal, 0 different, 0 only left, 0 only right\n")));
-    ASSERT_EQ(run(QStringLiteral("set %1 CV1=77 CV84=60 --language en").arg(pathOf("b.kvr"))).exitCode, 0);
-    ASSERT_EQ(run(QStringLiteral("set %1 CV84=64 --language en").arg(pathOf("a.kvr"))).exitCode, 0);
-    const auto different = run(line.arg(pathOf("a.kvr"), pathOf("b.kvr")));
-    EXPECT_EQ(different.exitCode, 1);
-    EXPECT_TRUE(different.out.contains(QStringLiteral("\nCV1 = 3\t77\tdifferent\tFirst address (short)\n")));
-    EXPECT_TRUE(different.out.contains(QStringLiteral("\n  14 (CV84) = 64\t60\tdifferent\t")));
-    const auto json = run(line.arg(pathOf("a.kvr"), pathOf("b.kvr")) + QStringLiteral(" --json"));
-    EXPECT_EQ(json.exitCode, 1);
-    const auto root = QJsonDocument::fromJson(json.out.toUtf8()).object();
-    EXPECT_EQ(root.value(QStringLiteral("different")).toInt(), 2);
-    EXPECT_EQ(root.value(QStringLiteral("lines"))
-                  .toArray()
-                  .at(0)
-                  .toObject()
-                  .value(QStringLiteral("second"))
-                  .toInt(),
-              77);
-    const auto refused = run(line.arg(pathOf("a.kvr"), pathOf("c.kvr")));
-    EXPECT_EQ(refused.exitCode, 2);
-    EXPECT_TRUE(refused.err.startsWith(QStringLiteral("The file is from an ATmega168\n")));
-    EXPECT_EQ(run(line.arg(pathOf("a.kvr"), pathOf("none.kvr"))).exitCode, 2);
-    EXPECT_EQ(
-        run(line.arg(pathOf("a.kvr"), pathOf("b.kvr")) + QStringLiteral(" --program-folder /none")).exitCode,
-        2);
+    expect({
+        {"read --output @a.kvr", 0, ""},
+        {"read --output @b.kvr", 0, ""},
+        {"read --output @c.kvr --simulate kv04-2008", 0, ""},
+        {"compare @a.kvr @b.kvr", 0, " equal, 0 different, 0 only left, 0 only right"},
+        {"set @b.kvr CV1=77 CV84=60", 0, "@b.kvr: CV1 3 -> 77\n@b.kvr: CV84 50 -> 60\n"},
+        {"compare @a.kvr @b.kvr", 1, "\nCV1 = 3\t77\tdifferent\tFirst address (short)\n  14 (CV84) = "},
+        {"compare @a.kvr @b.kvr --json", 1, "\"different\": 2,"},
+        {"compare @a.kvr @b.kvr --json", 1, "\"result\": \"different\",\n            \"second\": 77"},
+        {"compare @a.kvr @c.kvr", 2, "", "The file is from an ATmega168\n"},
+        {"compare @a.kvr @none.kvr --json", 2, "\"code\": \"cannotCompare\""},
+    });
 }
 
 TEST_F(KarvoCliTest, ChangesManyLists)
 {
-    readInto("a.kvr", "kv07");
-    readInto("b.kvr", "kv08");
-    const auto before = contentOf("a.kvr");
-    const auto line = QStringLiteral("set %1 %2 %3 CV1=99 --language en")
-                          .arg(pathOf("a.kvr"), pathOf("b.kvr"), pathOf("none.kvr"));
-    const auto preview = run(line + QStringLiteral(" --dry-run"));
-    EXPECT_EQ(preview.exitCode, 1);
-    EXPECT_EQ(preview.out, QStringLiteral("%1: CV1 3 -> 99\n%2: CV1 3 -> 99\n%3: The file cannot be read\n")
-                               .arg(pathOf("a.kvr"), pathOf("b.kvr"), pathOf("none.kvr")));
-    EXPECT_EQ(contentOf("a.kvr"), before);
-    EXPECT_EQ(run(line).out, preview.out);
-    auto expected = before;
-    EXPECT_EQ(contentOf("a.kvr"), expected.replace("\r\n1;3;", "\r\n1;99;"));
-    EXPECT_TRUE(contentOf("b.kvr").contains("\r\n1;99;"));
-    const auto refused =
-        run(QStringLiteral("set %1 CV1=127 CV2=7 --json --language en").arg(pathOf("a.kvr")));
-    EXPECT_EQ(refused.exitCode, 1);
-    const auto file = QJsonDocument::fromJson(refused.out.toUtf8()).array().at(0).toObject();
-    EXPECT_FALSE(file.value(QStringLiteral("done")).toBool());
-    const auto cvs = file.value(QStringLiteral("cvs")).toArray();
-    EXPECT_EQ(cvs.at(0).toObject().value(QStringLiteral("refused")).toString(),
-              QStringLiteral("CV1 may only be from 1 to 126 here"));
+    expect({{"read --output @a.kvr --language de", 0, ""}, {"read --output @b.kvr --simulate kv08", 0, ""}});
+    auto expected = contentOf("a.kvr");
+    const char* const changes = "@a.kvr: CV1 3 -> 99\n@b.kvr: CV1 3 -> 99\n";
+    const char* const refused = "@none.kvr: The file cannot be read\n";
+    expect({{"set @a.kvr @b.kvr @none.kvr CV1=99 --dry-run", 1, changes, refused}});
     EXPECT_EQ(contentOf("a.kvr"), expected);
+    expect({{"set @a.kvr @b.kvr @none.kvr CV1=99", 1, changes, refused}});
+    expected.replace(expected.find("\r\n1;3;"), 6, "\r\n1;99;");
+    EXPECT_EQ(contentOf("a.kvr"), expected);
+    EXPECT_NE(contentOf("b.kvr").find("\r\n1;99;"), std::string::npos);
+    expect({
+        {"set @a.kvr CV1=127 CV2=7", 1, "", "a.kvr: CV1 may only be from 1 to 126 here\n"},
+        {"set @a.kvr CV1=127 CV2=7 --json", 1, "\"code\": \"outsideLimits\",\n                    \"cv\": 1"},
+        {"set @a.kvr @none.kvr CV2=7 --json", 1, "\"code\": \"cannotRead\""},
+    });
 }
 
 } // namespace

@@ -4,53 +4,92 @@
 #include <gtest/gtest.h>
 
 #include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 
 namespace karvo::test
 {
 
-struct Outcome {
+// "@name" stands for the path of a file in the home folder, in what is expected too.
+struct Case {
+    const char* line;
     int exitCode;
-    QString out;
-    QString err;
+    const char* out;      // all of it where it ends with a line end, or is empty; else a part
+    const char* err = ""; // a part of it
 };
 
 // Runs karvo-cli with settings of its own.
 class ProgramBench : public testing::Test
 {
 protected:
-    Outcome run(const QString& line)
+    QString placed(const QString& text) const
     {
-        QProcess process;
+        static const QRegularExpression name(QStringLiteral("@([\\w./]+)"));
+        return QString(text).replace(name, home_.path() + QStringLiteral("/\\1"));
+    }
+
+    void start(QProcess& process, const QString& line) const
+    {
         auto environment = QProcessEnvironment::systemEnvironment();
         environment.insert(QStringLiteral("XDG_CONFIG_HOME"), home_.path());
         environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
         process.setProcessEnvironment(environment);
-        process.start(QStringLiteral(KARVO_PROGRAM_FOLDER "/karvo-cli"), line.split(QLatin1Char(' ')));
-        EXPECT_TRUE(process.waitForFinished(30000)) << line.toStdString();
-        EXPECT_EQ(process.exitStatus(), QProcess::NormalExit) << line.toStdString();
-        return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
-                QString::fromUtf8(process.readAllStandardError())};
+        process.start(QStringLiteral(KARVO_PROGRAM_FOLDER "/karvo-cli"),
+                      placed(usual_ + line).split(QLatin1Char(' '), Qt::SkipEmptyParts));
+    }
+
+    // `err`: what was read of it meanwhile.
+    void finish(QProcess& process, const Case& expected, std::string err = {}) const
+    {
+        EXPECT_TRUE(process.waitForFinished(30000));
+        EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+        const QByteArray printed = process.readAllStandardOutput();
+        const std::string out = placed(QString::fromUtf8(expected.out)).toStdString();
+        err += process.readAllStandardError().toStdString();
+        EXPECT_EQ(process.exitCode(), expected.exitCode) << printed.constData() << err;
+        if (out.empty() || out.back() == '\n')
+            EXPECT_EQ(printed.toStdString(), out) << err;
+        else
+            EXPECT_TRUE(printed.contains(out.c_str())) << printed.constData();
+        EXPECT_NE(err.find(placed(QString::fromUtf8(expected.err)).toStdString()), std::string::npos) << err;
+        if (std::string_view(expected.line).find("--json") == std::string_view::npos || out.empty())
+            return;
+        const auto json = QJsonDocument::fromJson(printed);
+        EXPECT_TRUE(json.isObject()) << printed.constData();
+        EXPECT_EQ(json[QStringLiteral("error")][QStringLiteral("exit")].toInt(expected.exitCode),
+                  expected.exitCode);
+    }
+
+    void expect(std::initializer_list<Case> cases) const
+    {
+        for (const Case& expected : cases) {
+            SCOPED_TRACE(expected.line);
+            QProcess process;
+            start(process, QString::fromUtf8(expected.line));
+            finish(process, expected);
+        }
+    }
+
+    void save(const char* name, const std::string& content) const
+    {
+        QFile file(pathOf(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content.data(), static_cast<qint64>(content.size()));
     }
 
     QString pathOf(const char* name) const { return home_.filePath(QString::fromLatin1(name)); }
 
-    QByteArray contentOf(const char* name) const
+    std::string contentOf(const char* name) const
     {
         QFile file(pathOf(name));
         EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name;
-        return file.readAll();
+        return file.readAll().toStdString();
     }
 
-    // Reads a simulated decoder into a file of the home folder.
-    void readInto(const char* name, const char* decoder)
-    {
-        const auto outcome = run(QStringLiteral("read --no-pace --language de --simulate %1 --output %2")
-                                     .arg(QLatin1String(decoder), pathOf(name)));
-        ASSERT_EQ(outcome.exitCode, 0) << outcome.err.toStdString();
-        EXPECT_TRUE(outcome.out.isEmpty());
-    }
+    QString usual_ = QStringLiteral("--language en --simulate kv07 --no-pace "); // before each line
 
 private:
     QTemporaryDir home_;
