@@ -33,10 +33,13 @@ bool isUpdatable(std::optional<int> model)
     return model && (*model == 7 || *model == 8 || *model == receiverCode);
 }
 
-UpdateEnd reportNoReply(Workbench& bench)
+// `more`: a line below, of what that means and what to do.
+UpdateEnd reportNoReply(Workbench& bench, std::optional<Message> more)
 {
     bench.port.close();
-    bench.prompts.message(bench.state.texts.message(Message::noReply));
+    const LanguageTables& texts = bench.state.texts;
+    bench.prompts.message(texts.message(Message::noReply) +
+                          (more ? Text(lineBreak) + texts.message(*more) : Text()));
     return UpdateEnd::noReply;
 }
 
@@ -76,7 +79,8 @@ std::optional<UpdateEnd> findInterface(Workbench& bench)
     return UpdateEnd::notAnswered;
 }
 
-std::optional<UpdateEnd> awaitReplyOrReport(Workbench& bench, std::size_t count)
+std::optional<UpdateEnd> awaitReplyOrReport(Workbench& bench, std::size_t count,
+                                            std::optional<Message> more = std::nullopt)
 {
     Link link = bench.link();
     switch (awaitReply(link, count)) {
@@ -85,7 +89,7 @@ std::optional<UpdateEnd> awaitReplyOrReport(Workbench& bench, std::size_t count)
     case ReplyEnd::ended:
         return UpdateEnd::ended;
     default:
-        return reportNoReply(bench);
+        return reportNoReply(bench, more);
     }
 }
 
@@ -123,13 +127,14 @@ bool mayBeSent(Workbench& bench, const ChosenUpdate& update, int model)
 // Sends the letters that call the interface's update mode.
 std::optional<UpdateEnd> callUpdateMode(Workbench& bench, UpdateVerdict& verdict)
 {
+    bench.state.firmwareAtRisk = true;
     bench.state.link.lastReply.clear();
     breakLineRun(bench.state.link);
     bench.port.write({'B'});
     if (bench.wait.pause(betweenLetters) == WaitResult::ended)
         return UpdateEnd::ended;
     bench.port.write({'O'});
-    if (const auto end = awaitReplyOrReport(bench, 1))
+    if (const auto end = awaitReplyOrReport(bench, 1, Message::updateModeSilent))
         return *end;
     verdict.note(0, bench.state.link.lastReply);
     return std::nullopt;
@@ -216,6 +221,7 @@ std::optional<ChosenUpdate> chooseUpdateFile(Workbench& bench, const UpdateSetup
 // Up to here nothing has changed in the decoder.
 UpdateEnd sendChosen(Workbench& bench, const UpdateSetup& setup, const ChosenUpdate& update)
 {
+    bench.state.firmwareAtRisk = false;
     if (const auto end = openPort(bench))
         return *end;
     const auto model = askModel(bench);

@@ -32,7 +32,7 @@ public:
             return result_;
         if (words)
             return {UnzipEnd::notReadable, pathText(file), *words};
-        if (entries_ == 0)
+        if (!hasEntry_)
             return {UnzipEnd::empty, pathText(file), {}};
         if (!refuse(staged_.finishFile()))
             refuse(staged_.place());
@@ -52,6 +52,7 @@ public:
         const bool isFolder = entry.kind == ArchiveEntry::Kind::folder;
         if (isFolder && isHere(entry.name))
             return true;
+        hasEntry_ = true;
         const auto path = pathOfEntry(entry.name);
         if (!path || !claim(*path, isFolder))
             return end(UnzipEnd::nameRefused, textFromUtf8(entry.name));
@@ -110,6 +111,7 @@ private:
     std::set<Text> files_;
     std::set<Text> folders_;
     std::size_t entries_ = 0;
+    bool hasEntry_ = false; // other than the folder itself
     std::uint64_t unpacked_ = 0;
 };
 

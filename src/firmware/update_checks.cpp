@@ -36,7 +36,18 @@ char16_t modelDigitAt(TextView text)
     return isModel ? text.front() : u'\0';
 }
 
-// The models that a text speaks of: "KV07", or the receiver as `receiver`.
+// Whether a text has this name, and not as the beginning of a longer word.
+bool names(TextView text, TextView name)
+{
+    const auto isLetter = [](char16_t character) { return character >= u'a' && character <= u'z'; };
+    for (auto at = text.find(name); at != TextView::npos; at = text.find(name, at + 1)) {
+        if (at + name.size() == text.size() || !isLetter(text[at + name.size()]))
+            return true;
+    }
+    return false;
+}
+
+// The models that a text speaks of: "KV07", "AN07", or the receiver and its module as `receiver`.
 std::set<Text> modelsIn(TextView text)
 {
     const Text lower = lowerCase(text);
@@ -50,6 +61,12 @@ std::set<Text> modelsIn(TextView text)
         if (lower.find(word) != Text::npos)
             models.insert(Text(receiver));
     }
+    for (const TextView name : {u"kv-r", u"kv_r", u"kv r", u"kv-xt", u"kv_xt", u"kv xt", u"kvxt"}) {
+        if (names(lower, name))
+            models.insert(Text(receiver));
+    }
+    if (names(lower, u"an07") || names(lower, u"an-07"))
+        models.insert(u"AN07");
     return models;
 }
 

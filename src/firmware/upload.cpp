@@ -99,15 +99,17 @@ void noteReply(UploadReport& report, ReplyJudge& judge, const PlannedMessage& me
         report.steps[i].verdict = judge.verdicts()[i];
 }
 
-UploadEnd sendPlan(Link& link, const std::vector<PlannedMessage>& plan, UploadReport& report,
+UploadEnd sendPlan(Workbench& bench, const std::vector<PlannedMessage>& plan, UploadReport& report,
                    UploadObserver& observer)
 {
+    Link link = bench.link();
     ReplyJudge judge;
     SilenceWatch silence;
     std::size_t page = 0;
     for (const PlannedMessage& message : plan) {
         if (!report.steps.empty() && observer.stopRequested())
             return UploadEnd::stopped;
+        bench.state.firmwareAtRisk = bench.state.firmwareAtRisk || message.phase == UploadPhase::erase;
         page += message.phase == UploadPhase::pages ? 1U : 0U;
         observer.showUpload({message.phase, page, report.pages});
         const auto end = sendMessage(link, message);
@@ -215,9 +217,13 @@ UploadReport uploadImage(Workbench& bench, const HexImage& image, UploadObserver
     if (!openWith(link, bootLoaderLine))
         return {UploadEnd::portRefused, {}};
     UploadReport report{UploadEnd::sent, {}, image.pages().size()};
-    report.end = sendPlan(link, uploadPlan(image), report, observer);
+    bench.state.firmwareAtRisk = false;
+    report.end = sendPlan(bench, uploadPlan(image), report, observer);
     if (report.end == UploadEnd::lineLost)
-        bench.prompts.message(bench.state.texts.message(Message::lineLostInTransfer), PromptIcon::stop);
+        bench.prompts.message(bench.state.texts.message(report.erase() == EraseState::untouched
+                                                            ? Message::lineLostBeforeErase
+                                                            : Message::lineLostInTransfer),
+                              PromptIcon::stop);
     return report;
 }
 

@@ -207,8 +207,11 @@ enum class Message {
     updateNotConfirmed = 858,
     updateStopped = 868,
     updateStoppedBefore = 869,
-    archiveEmpty = 870,   // {1}: the path
-    archiveMissing = 871, // {1}: the path
+    stopUntouchedQuestion = 859, // as `stopTransferQuestion`, before anything was changed
+    lineLostBeforeErase = 872,
+    updateModeSilent = 873, // line below `noReply`
+    archiveEmpty = 870,     // {1}: the path
+    archiveMissing = 871,   // {1}: the path
     unknownCommand = 920,
     unknownCommandNearest = 921,
     commandNeeded = 922,

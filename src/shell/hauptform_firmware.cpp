@@ -60,7 +60,7 @@ void Hauptform::upgrade()
 void Hauptform::updateFirmware()
 {
     const QtClock clock;
-    Firmware_Ablauf observer(state_, this);
+    Firmware_Ablauf observer(bench_, this);
     const auto choose = [this] {
         return chooseUpdate(
             bench_, startFolder(bench_, {"Programme", "Atmel", "AVR Tools", "AvrStudio4", "Meine Projekte"}));

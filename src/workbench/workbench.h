@@ -56,6 +56,7 @@ struct ProgramState {
     bool readStartedByButton = false;      // during a read that the button `Start` has begun
     bool lineBusy = false;                 // an operation has the line
     bool stopRequested = false;            // a read is to end, or a write of many CVs before its next one
+    bool firmwareAtRisk = false;           // a transfer of firmware has begun to change the decoder
     std::optional<DecoderBlock> keptBlock; // the one kept as a file last, with what has been written since
     std::filesystem::path keptFile;        // where that block was kept; empty when none was in this run
     std::optional<AskNoMore> askNoMore;

@@ -163,6 +163,8 @@ TEST(InterfaceUpdate, WhatIsUnusualIsAskedAboutInOneQuestion)
         {"KV071.uhx", start + whole, ""},
         {"kv08.uhx", "1F80,Receiver\r\nKV08 V6\r\nUpdate Ende\r\n" + whole,
          "line 1: c673 for KV07\r\nline 2: KV08 for KV07\r\nname: KV08 for KV07\r\n"},
+        {"KV-R_2022.uhx", "1F80,kv-xt\r\nAN07\r\nUpdate Ende\r\n" + whole,
+         "line 1: c673 for KV07\r\nline 2: AN07 for KV07\r\nname: c673 for KV07\r\n"},
         {"a.uhx", start + whole + ":100001\r\n" + whole, "line 4 is short\r\n"},
         {"a.uhx", start + whole + whole.substr(0, 9), "line 4 is open\r\n"},
     };
@@ -204,7 +206,7 @@ TEST(InterfaceUpdate, TellsWhyItEndsEarly)
               [](auto& b) { b.files.content.clear(); });
     expectEnd(UpdateEnd::noReply, "a.uhx, open 1, write 37, close, message m233, idle", 5000ms,
               [](auto& b) { b.reply("2"); }); // one byte is not enough
-    expectEnd(UpdateEnd::noReply, "write 66, write 79, close, message m233, idle", 5010ms,
+    expectEnd(UpdateEnd::noReply, "write 66, write 79, close, message m233\r\nm873, idle", 5010ms,
               [](auto& b) { b.reply("28"); });
     expectEnd(UpdateEnd::brokenOff, "end, message m851, end program, idle", 5090ms,
               [](auto& b) { b.answerCall(); });

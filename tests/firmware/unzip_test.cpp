@@ -95,6 +95,10 @@ TEST(Unzip, LeavesTheTargetAloneWhenAnythingIsWrong)
 {
     expectRefused(UnzipEnd::notReadable, u"any.zip", [](auto& b) { b.archive.fault = u"bad sum"; });
     expectRefused(UnzipEnd::empty, u"any.zip", [](auto& b) { b.archive.entries.clear(); });
+    expectRefused(UnzipEnd::empty, u"any.zip", [](auto& b) {
+        b.archive.entries.clear();
+        b.add("./", {}, Kind::folder);
+    });
     expectRefused(UnzipEnd::missing, u"any.zip", [](auto& b) { std::filesystem::remove(b.file); });
     expectRefused(UnzipEnd::nameRefused, u"../x", [](auto& b) { b.add("../x", {"y"}); });
     expectRefused(UnzipEnd::nameRefused, u"A.TXT", [](auto& b) { b.add("A.TXT", {"y"}); });

@@ -26,7 +26,7 @@ TEST(FirmwareAblaufWindow, ShowsTheFourLinesAndThePercentAndCloses)
     setCaption(bench.state.texts, 664, u"header {1}");
     bench.state.link.interfaceAnswered = true;
     bench.files.content["a.uhx"] = bytesOf("1F80,V6\r\nUpdate Ende\r\n:10000102\r\n");
-    Firmware_Ablauf window(bench.state);
+    Firmware_Ablauf window(scripted);
     bench.driver.leaveAlone("Firmware_Ablauf");
     const auto end = updateThroughInterface(
         scripted,

@@ -10,15 +10,15 @@
 namespace karvo
 {
 
-Firmware_Ablauf::Firmware_Ablauf(ProgramState& state, QWidget* parent)
+Firmware_Ablauf::Firmware_Ablauf(Workbench& bench, QWidget* parent)
     : QDialog(parent),
-      state_(state),
+      bench_(bench),
       header_(new QLabel(this)),
       text_(new QPlainTextEdit(this)),
       progress_(new QProgressBar(this)),
-      stopQuestion_(state)
+      stopQuestion_(bench.state)
 {
-    const LanguageTables& texts = state.texts;
+    const LanguageTables& texts = bench.state.texts;
     setObjectName(QStringLiteral("Firmware_Ablauf"));
     setWindowTitle(qtText(texts.caption(Caption::updateTitle)));
     setModal(true);
@@ -42,6 +42,7 @@ Firmware_Ablauf::Firmware_Ablauf(ProgramState& state, QWidget* parent)
 void Firmware_Ablauf::showHeader(const Text& header)
 {
     header_->setText(qtText(header));
+    bench_.view.showStatus(header); // before this window opens
 }
 
 void Firmware_Ablauf::showStart(const Text& text)

@@ -19,7 +19,7 @@ class Firmware_Ablauf : public QDialog, public UpdateObserver
     Q_OBJECT
 
 public:
-    explicit Firmware_Ablauf(ProgramState& state, QWidget* parent = nullptr);
+    explicit Firmware_Ablauf(Workbench& bench, QWidget* parent = nullptr);
 
     void reject() override;
 
@@ -27,10 +27,10 @@ public:
     void showStart(const Text& text) override;
     void showRecords(std::size_t sent, std::size_t total) override;
     void showEnd() override;
-    bool stopRequested() override { return state_.stopRequested; }
+    bool stopRequested() override { return bench_.state.stopRequested; }
 
 private:
-    ProgramState& state_;
+    Workbench& bench_;
     QLabel* header_;
     QPlainTextEdit* text_;
     QProgressBar* progress_;

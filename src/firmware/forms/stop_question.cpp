@@ -1,5 +1,6 @@
 #include "firmware/forms/stop_question.h"
 
+#include "ui/captions.h"
 #include "ui/question_box.h"
 
 namespace karvo
@@ -12,6 +13,11 @@ StopQuestion::StopQuestion(ProgramState& state, QObject* parent) : QObject(paren
 StopQuestion::~StopQuestion()
 {
     withdraw();
+}
+
+void StopQuestion::ask(QWidget* owner)
+{
+    ask(owner, usualQuestion());
 }
 
 void StopQuestion::ask(QWidget* owner, const Text& question)
@@ -28,6 +34,18 @@ void StopQuestion::ask(QWidget* owner, const Text& question)
         emit agreed();
     });
     box_->open();
+}
+
+void StopQuestion::renew()
+{
+    if (box_)
+        box_->setText(qtText(usualQuestion()));
+}
+
+Text StopQuestion::usualQuestion() const
+{
+    return state_.texts.message(state_.firmwareAtRisk ? Message::stopTransferQuestion
+                                                      : Message::stopUntouchedQuestion);
 }
 
 void StopQuestion::withdraw()

@@ -22,8 +22,11 @@ public:
     ~StopQuestion() override;
 
     // Once at a time, and not again once it has been agreed to. A Yes sets ProgramState::stopRequested.
-    void ask(QWidget* owner) { ask(owner, state_.texts.message(Message::stopTransferQuestion)); }
+    void ask(QWidget* owner);
     void ask(QWidget* owner, const Text& question);
+
+    // The transfer begins to change the decoder: an open question that says otherwise speaks of that.
+    void renew();
 
     // The transfer has ended: there is nothing left to ask.
     void withdraw();
@@ -32,6 +35,8 @@ signals:
     void agreed();
 
 private:
+    Text usualQuestion() const;
+
     ProgramState& state_;
     QPointer<QMessageBox> box_;
 };

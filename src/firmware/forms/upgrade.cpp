@@ -104,6 +104,8 @@ void Upgrade::showUpload(const UploadProgress& progress)
 {
     phase_->setText(filledCaption(texts_, captionOfPhase(progress.phase),
                                   {numberText(progress.page), numberText(progress.pages)}));
+    if (progress.phase == UploadPhase::erase)
+        stopQuestion_.renew();
     if (progress.page == 0)
         return;
     if (progress.page == 1)
