@@ -96,14 +96,19 @@ std::optional<ReceiverRelease> releaseOf(const DecoderProfile& profile)
     return newest;
 }
 
-void leaveOutLaterCvs(Description& description, const DecoderProfile& profile)
+bool lacksCv(const DecoderProfile& profile, const CvTable& table, int cv)
 {
     const auto release = releaseOf(profile);
+    return release && lacks(*release, firstFirmwareOf(table, cv));
+}
+
+void leaveOutLaterCvs(Description& description, const DecoderProfile& profile)
+{
     const auto unused = unusedCvOf(description.table);
-    if (!release || !unused)
+    if (!unused)
         return;
     for (int cv = 1; cv <= CvTable::lastRow; ++cv) {
-        if (lacks(*release, firstFirmwareOf(description.table, cv)))
+        if (lacksCv(profile, description.table, cv))
             makeUnused(description, cv, *unused);
     }
 }

@@ -23,6 +23,9 @@ std::optional<ReceiverRelease> releaseOf(const DecoderProfile& profile);
 // not known all of them stay.
 void leaveOutLaterCvs(Description& description, const DecoderProfile& profile);
 
+// Whether the receiver's firmware lacks the CV; false where its date is not known.
+bool lacksCv(const DecoderProfile& profile, const CvTable& table, int cv);
+
 // Adds to the advice on each CV that not every firmware has from which one on there is. `remark` holds {1},
 // the date. What says so already stays as it is.
 void addReleaseRemarks(CvTable& table, TextView remark);

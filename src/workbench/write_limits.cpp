@@ -1,7 +1,9 @@
 #include "workbench/write_limits.h"
 
 #include "cvdata/cv_use.h"
+#include "cvdata/receiver_releases.h"
 #include "workbench/steps_outside.h"
+#include "workbench/write_guard.h"
 
 #include <utility>
 
@@ -57,6 +59,12 @@ Text questionAbout(const std::vector<Text>& lines, const LanguageTables& texts)
     return question + Text(lineBreak) + texts.message(Message::limitsQuestionLast);
 }
 
+bool mayWrite(Workbench& bench, const std::vector<Text>& lines)
+{
+    return lines.empty() ||
+           bench.prompts.question(questionAbout(lines, bench.state.texts), QuestionKind::limits);
+}
+
 } // namespace
 
 bool mayWriteBeyondLimits(Workbench& bench, const std::vector<WriteOutcome>& outcomes)
@@ -64,13 +72,22 @@ bool mayWriteBeyondLimits(Workbench& bench, const std::vector<WriteOutcome>& out
     const CvSet& set = bench.state.set;
     std::vector<WriteOutcome> beyond;
     for (const WriteOutcome& outcome : outcomes) {
-        const bool isDue = outcome.skip == WriteSkip::none && !outcome.end;
-        if (isDue && limitsAgainst(set.table, outcome.cv, outcome.value) != WriteSkip::none)
+        if (isDue(outcome) && limitsAgainst(set.table, outcome.cv, outcome.value) != WriteSkip::none)
             beyond.push_back(outcome);
     }
-    return beyond.empty() ||
-           bench.prompts.question(questionAbout(linesOf(beyond, set, bench.state.texts), bench.state.texts),
-                                  QuestionKind::limits);
+    return mayWrite(bench, linesOf(beyond, set, bench.state.texts));
+}
+
+bool mayWriteWhatItLacks(Workbench& bench, const std::vector<WriteOutcome>& outcomes,
+                         const DecoderProfile& vehicle)
+{
+    std::vector<Text> lines;
+    for (const WriteOutcome& outcome : outcomes) {
+        const Text words[] = {u"CV" + textFromNumber(outcome.cv), textFromNumber(outcome.value)};
+        if (isDue(outcome) && lacksCv(vehicle, bench.state.set.table, outcome.cv))
+            lines.push_back(filledIn(bench.state.texts.caption(Caption::valueUnused), words));
+    }
+    return mayWrite(bench, lines);
 }
 
 } // namespace karvo

@@ -12,4 +12,8 @@ namespace karvo
 // one question that names all that does.
 bool mayWriteBeyondLimits(Workbench& bench, const std::vector<WriteOutcome>& outcomes);
 
+// The same of CVs that the list has and the firmware of the receiver on the line lacks.
+bool mayWriteWhatItLacks(Workbench& bench, const std::vector<WriteOutcome>& outcomes,
+                         const DecoderProfile& vehicle);
+
 } // namespace karvo

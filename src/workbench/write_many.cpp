@@ -78,6 +78,8 @@ WriteReport writeAfterRead(Workbench& bench, Wanted wanted, const KeepBackup& ke
     const CvImage& image = bench.state.image;
     auto plan = wanted == Wanted::all ? planOfAll(table, image, how.beyond)
                                       : planOfDifferences(table, image, how.beyond);
+    if (how.beyond == BeyondLimits::leftOut)
+        leaveOutWhatItLacks(plan, table, guard.block()->profile);
     if (!how.only.empty())
         plan = restOf(std::move(plan), how.only);
     if (wanted == Wanted::differences)

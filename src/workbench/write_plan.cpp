@@ -1,7 +1,9 @@
 #include "workbench/write_plan.h"
 
 #include "cvdata/cv_use.h"
+#include "cvdata/dcc_address.h"
 #include "cvdata/main_list.h"
+#include "cvdata/receiver_releases.h"
 #include "link/series_write.h"
 
 #include <algorithm>
@@ -14,7 +16,7 @@ namespace
 {
 
 // Behind all others, in this order.
-constexpr int lastToWrite[] = {1, 3, 15, 16, 17, 18, 29, 161};
+constexpr int lastToWrite[] = {1, 3, 15, 16, 17, 18, 29, 21, 161};
 
 int rankOf(int cv)
 {
@@ -155,6 +157,14 @@ WritePlan planOfAll(const CvTable& table, const CvImage& block, BeyondLimits bey
     return planFromList(table, block, beyond, [](int) { return true; });
 }
 
+void leaveOutWhatItLacks(WritePlan& plan, const CvTable& table, const DecoderProfile& vehicle)
+{
+    for (PlannedWrite& write : plan) {
+        if (write.skip == WriteSkip::none && lacksCv(vehicle, table, write.cv))
+            write.skip = WriteSkip::notUsed;
+    }
+}
+
 WritePlan planOfChosen(const CvTable& table, const std::vector<int>& cvs)
 {
     return planOf(table, [&](int cv) { return std::find(cvs.begin(), cvs.end(), cv) != cvs.end(); });
@@ -168,8 +178,10 @@ WritePlan restOf(WritePlan plan, const std::vector<int>& cvs)
     }
     const bool withSeries = std::any_of(cvs.begin(), cvs.end(), isSeriesCv);
     std::erase_if(plan, [&](const PlannedWrite& write) {
-        return !(withSeries && isSeriesCv(write.cv)) &&
-               std::find(cvs.begin(), cvs.end(), write.cv) == cvs.end();
+        const bool isWanted = std::find(cvs.begin(), cvs.end(), write.cv) != cvs.end();
+        const bool isOfAddress = isAddressPart(write.cv) || takeOverCvOf(write.cv) != 0;
+        const bool holdsBack = isOfAddress && write.skip != WriteSkip::none;
+        return !isWanted && !holdsBack && !(withSeries && isSeriesCv(write.cv));
     });
     return plan;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "cvdata/cv_table.h"
+#include "cvdata/decoder_profile.h"
 #include "link/link.h"
 
 #include <optional>
@@ -41,11 +42,11 @@ constexpr bool isServoCv(int cv)
 }
 
 // In the order of writing, which is ascending but for these: CV59 comes first, since it undoes what was
-// written before; the addresses, then CV29, which chooses between them, come behind the others, so that a
-// write that is stopped leaves a vehicle that drives under the address it had; CV161 comes last, since its
-// decoder restarts. Where the model uses CV167 to CV171 and the table has a value for all of them, none is
-// planned without the others, nor written. The speed steps, CV70 to
-// CV97, are written all or none: a curve with holes drives badly.
+// written before; the addresses, then CV29 and CV21, which choose between them, come behind the others, so
+// that a write that is stopped leaves a vehicle that drives under the address it had; CV161 comes last, since
+// its decoder restarts. Where the model uses CV167 to CV171 and the table has a value for all of them, none
+// is planned without the others, nor written. The speed steps, CV70 to CV97, are written all or none: a curve
+// with holes drives badly.
 using WritePlan = std::vector<PlannedWrite>;
 
 // Whether what the description does not provide for is planned with the rest.
@@ -59,11 +60,15 @@ WritePlan planOfDifferences(const CvTable& table, const CvImage& block,
 // Every CV that has a value.
 WritePlan planOfAll(const CvTable& table, const CvImage& block, BeyondLimits beyond = BeyondLimits::leftOut);
 
+// Leaves out what the firmware of the receiver on the line lacks, though the list has it.
+void leaveOutWhatItLacks(WritePlan& plan, const CvTable& table, const DecoderProfile& vehicle);
+
 // Just these, whatever they are; those without a value in the table are left out of the plan.
 WritePlan planOfChosen(const CvTable& table, const std::vector<int>& cvs);
 
-// The plan without all other CVs, in its order; one of CV167 to CV171 brings the others. A CV that puts a
-// servo's address to use is planned also where nothing differs any more.
+// The plan without all other CVs, in its order, but for the parts of an address that are left out: they hold
+// back what would put it to use. One of CV167 to CV171 brings the others. A CV
+// that puts a servo's address to use is planned also where nothing differs any more.
 WritePlan restOf(WritePlan plan, const std::vector<int>& cvs);
 
 // Whether the model is without one of CV11 to CV14 that is planned.

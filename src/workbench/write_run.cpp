@@ -59,6 +59,22 @@ bool isUnconfirmed(const WriteOutcome& outcome)
     return outcome.skip == WriteSkip::none && outcome.end != WriteEnd::written;
 }
 
+// Whether the write changes what the vehicle answers to, and does not only repeat it.
+bool changesUse(const WriteOutcome& outcome)
+{
+    constexpr int longAddressWeight = 32; // of the bit in CV29
+    if (isTakeOverCv(outcome.cv) || !outcome.held)
+        return true;
+    const int weight = outcome.cv == modeCv ? secondAddressWeight : longAddressWeight;
+    return ((*outcome.held ^ outcome.value) & weight) != 0;
+}
+
+// A part that the person has left out of an address whose other parts are written.
+bool isLeftAsItWas(const WriteOutcome& outcome)
+{
+    return outcome.skip == WriteSkip::unticked && outcome.held != outcome.value;
+}
+
 class Run
 {
 public:
@@ -116,7 +132,9 @@ private:
         const auto& outcomes = report_.outcomes;
         return std::any_of(outcomes.begin(), outcomes.begin() + static_cast<std::ptrdiff_t>(at),
                            [&](const WriteOutcome& before) {
-                               return putsToUse(outcomes[at].cv, before.cv) && isUnconfirmed(before);
+                               const bool isOther = isUnconfirmed(before) ||
+                                                    (isLeftAsItWas(before) && changesUse(outcomes[at]));
+                               return putsToUse(outcomes[at].cv, before.cv) && isOther;
                            });
     }
 
@@ -212,11 +230,16 @@ Text noticeOf(const std::vector<WriteOutcome>& outcomes, const ProgramState& sta
     return addressNotice(outcomes, &held, state.texts);
 }
 
-std::optional<WriteManyEnd> passGuard(WriteGuard& guard)
+// A plan that was made after the vehicle was met leaves out what that lacks.
+std::optional<WriteManyEnd> passGuard(Workbench& bench, const std::vector<WriteOutcome>& outcomes,
+                                      WriteGuard& guard)
 {
     if (!guard.hasMetVehicle()) {
         if (const auto end = guard.meetVehicle(BlockUse::backup))
             return end;
+        const auto& known = guard.block() ? guard.block() : bench.state.keptBlock;
+        if (known && !mayWriteWhatItLacks(bench, outcomes, known->profile))
+            return WriteManyEnd::declined;
     }
     return guard.keepBlock();
 }
@@ -240,7 +263,7 @@ void reportOtherDecoder(Workbench& bench, const Text& expected)
 WriteReport carryOut(Workbench& bench, const std::vector<WriteOutcome>& outcomes, WriteGuard& guard,
                      RunKind kind)
 {
-    if (const auto end = passGuard(guard))
+    if (const auto end = passGuard(bench, outcomes, guard))
         return {*end, outcomes};
     const auto& kept = bench.state.keptBlock;
     const auto backup = kept ? bench.state.keptFile : std::filesystem::path();

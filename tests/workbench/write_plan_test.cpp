@@ -76,8 +76,8 @@ TEST_F(WritePlanTest, OnlyWhatDiffersFromTheBlock)
 
 TEST_F(WritePlanTest, AddressesThenCv29ThenCv161ComeLastAndOfChosenOnesTheResetFirst)
 {
-    differ({1, 2, 3, 4, 15, 16, 17, 18, 19, 28, 29, 30, 160, 161, 162});
-    EXPECT_EQ(cvsOf(differences()), (Cvs{2, 4, 19, 28, 30, 160, 162, 1, 3, 15, 16, 17, 18, 29, 161}));
+    differ({1, 2, 3, 4, 15, 16, 17, 18, 19, 21, 28, 29, 30, 160, 161, 162});
+    EXPECT_EQ(cvsOf(differences()), (Cvs{2, 4, 19, 28, 30, 160, 162, 1, 3, 15, 16, 17, 18, 29, 21, 161}));
     const auto plan = planOfChosen(table, {1, 7, 59, 48, 201, 48});
     EXPECT_EQ(cvsOf(plan), (Cvs{59, 7, 48, 1}));
     EXPECT_TRUE(skipsOf(plan).empty()) << "whatever they are";
@@ -112,6 +112,30 @@ TEST_F(WritePlanTest, WhatMustNotBeWrittenIsLeftOutWithItsReason)
     EXPECT_EQ(planOfAll(table, block).size(), 200u);
     block.fill(9);
     EXPECT_EQ(skipsOf(differences()), expected);
+}
+
+TEST_F(WritePlanTest, WhatALeftOutPartOfAnAddressHoldsBackIsHeldBackInTheRestToo)
+{
+    differ({17, 18, 29, 30});
+    table.at(17, Column::upperLimit) = table.at(30, Column::upperLimit) = u"6";
+    EXPECT_EQ(cvsOf(restOf(differences(), {18, 29})), (Cvs{17, 18, 29}));
+}
+
+TEST_F(WritePlanTest, AReceiverIsNotWrittenWhatItsFirmwareLacks)
+{
+    table.at(43, Column::marks) = u"mark=from=240216";
+    DecoderProfile vehicle{.typeCode = firstReceiverTypeCode, .firmwareDate = {2015, 9, 1}};
+    differ({43, 48});
+    const auto skips = [&] {
+        auto plan = differences();
+        leaveOutWhatItLacks(plan, table, vehicle);
+        return skipsOf(plan);
+    };
+    EXPECT_EQ(skips(), (Skips{{43, WriteSkip::notUsed}}));
+    vehicle.firmwareDate = {2016, 2, 24};
+    EXPECT_EQ(skips(), Skips{});
+    vehicle.firmwareDate = {}; // not known
+    EXPECT_EQ(skips(), Skips{});
 }
 
 TEST_F(WritePlanTest, ServoCvsThatTheModelLacksAreNoticed)

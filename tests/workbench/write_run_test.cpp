@@ -44,6 +44,10 @@ TEST(WriteRunTest, AnAddressIsPutToUseOnlyWhenAllOfItWasConfirmed)
         {{{17, 192, outside}, {18, 2}, {29, 32}}, 0, "18 left out"}, // what the vehicle has stays there
         {{{3, 0, outside}, {1, 5}, {29, 0}}, 0, "1 29 "},            // no second address
         {{{3, 4, WriteSkip::notUsed}, {1, 5}, {29, 0}}, 0, "1 29 clean"},
+        {{{17, 1, WriteSkip::unticked, 5}, {18, 2}, {29, 32, WriteSkip::none, 0}}, 0, "18 left out"},
+        {{{17, 1, WriteSkip::unticked, 5}, {18, 2}, {29, 32, WriteSkip::none, 32}}, 0, "18 29 clean"},
+        {{{16, 4, WriteSkip::unticked, 5}, {21, 17, WriteSkip::none, 16}}, 0, "21 clean"}, // as it was
+        {{{16, 4, WriteSkip::unticked, 5}, {21, 2, WriteSkip::none, 16}}, 0, "left out"},
         {{{11, 1}, {12, 2}, {248, 1}, {13, 3}, {14, 4}, {250, 1}}, 12, "11 13 14 250 left out"},
     };
     for (const auto& expected : cases)
