@@ -19,11 +19,37 @@ Text fieldAt(const std::vector<TextView>& fields, std::size_t index)
 
 // A list line longer than this would need scrolling in most windows.
 constexpr std::size_t longestSentence = 75;
-constexpr std::size_t longestAbbreviation = 2; // "z. B.", "p. ej."
 
 bool isCapital(char16_t character)
 {
     return lowerCase(Text(1, character)).front() != character;
+}
+
+// The word that ends before `end`; empty at the beginning of the text.
+TextView wordBefore(TextView text, std::size_t end)
+{
+    const auto last = text.substr(0, end).find_last_not_of(u' ');
+    if (last == TextView::npos)
+        return {};
+    const auto blank = text.find_last_of(u' ', last);
+    const std::size_t start = blank == TextView::npos ? 0 : blank + 1;
+    return text.substr(start, last + 1 - start);
+}
+
+// A word such as the "z" of "z. B." and the "p" of "p. ej.".
+bool isSmallLetter(TextView word)
+{
+    return word.size() == 1 && word.front() >= u'a' && word.front() <= u'z';
+}
+
+// Whether the stop at `end` belongs to "z. B." or the like; a unit behind a number is none: "0,3 s.".
+bool isAbbreviation(TextView text, std::size_t end)
+{
+    const TextView word = wordBefore(text, end);
+    const TextView before = wordBefore(text, static_cast<std::size_t>(word.data() - text.data()));
+    if (isSmallLetter(word))
+        return before.empty() || before.back() < u'0' || before.back() > u'9';
+    return before.size() == 2 && before.back() == u'.' && isSmallLetter(before.substr(0, 1));
 }
 
 // Whether the full stop, question or exclamation mark at `end` ends a sentence, and no abbreviation.
@@ -34,9 +60,7 @@ bool endsSentence(TextView text, std::size_t end)
     const auto next = text.find_first_not_of(u' ', end + 1);
     if (next == TextView::npos)
         return true;
-    const auto word = text.find_last_of(u' ', end);
-    const std::size_t length = end - (word == TextView::npos ? 0 : word + 1);
-    return next > end + 1 && isCapital(text[next]) && length > longestAbbreviation;
+    return next > end + 1 && isCapital(text[next]) && !isAbbreviation(text, end);
 }
 
 Text firstSentence(TextView text)

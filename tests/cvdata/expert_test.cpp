@@ -101,6 +101,8 @@ TEST(ExpertFileTest, ALineSaysTheFirstSentenceOfWhatIsKnown)
         {u"Nur ein Satz", u"Nur ein Satz"},
         {u"Das gilt. Sonst nicht.", u"Das gilt."},
         {u"Werte z. B. 10 oder 3.5 sind gut. Mehr nicht.", u"Werte z. B. 10 oder 3.5 sind gut."},
+        {u"Weniger als 32. Mehr nicht.", u"Weniger als 32."},
+        {u"Etwa 0,3 s. Mehr nicht.", u"Etwa 0,3 s."},
         {u"Was dann?\r\nDas.", u"Was dann?"},
         {half + u' ' + half, half + u' ' + half},
         {half + u' ' + half + u'b', half + u"\u2026"},
