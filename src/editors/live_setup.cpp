@@ -47,7 +47,7 @@ WindowServos servosOf(LiveWindow window)
     case LiveWindow::times:
         break;
     }
-    return {firstServoFitted | secondServoFitted, u"1/2"};
+    return {firstServoFitted | secondServoFitted, u"1, 2"};
 }
 
 constexpr std::array servoChannels = {firstServoChannel, secondServoChannel};

@@ -245,6 +245,7 @@ void reportFaults(Workbench& bench, const std::string& fileName, const std::vect
 void clearDisplay(Workbench& bench)
 {
     bench.state.set = CvSet();
+    bench.state.askNoMore.reset();
     keepRecovery(bench);
     bench.view.showStatus(Text());
     bench.view.listChanged();

@@ -58,11 +58,14 @@ int firstCv(const CvTable& table)
 bool showReadDecoder(Workbench& bench, const DecoderProfile& profile)
 {
     ProgramState& state = bench.state;
-    const int chosenBefore = isSameVehicle(state.set, profile, state.image) ? state.set.currentNumber : 0;
+    const bool isSame = isSameVehicle(state.set, profile, state.image);
+    const int chosenBefore = isSame ? state.set.currentNumber : 0;
     const auto fileName = descriptionFileName(profile, state.language);
     auto description = loadDescription(bench, fileName, profile);
     if (!description)
         return false;
+    if (!isSame)
+        state.askNoMore.reset();
     const auto faults = std::move(description->faults);
     takeDescription(bench, std::move(*description), fileName);
     takeValues(state.set.table, state.image);

@@ -131,6 +131,7 @@ void takeList(Workbench& bench, ListFile list, const DecoderProfile& profile,
     completeFromModel(bench, set);
     startUnchanged(set);
     bench.state.set = std::move(set);
+    bench.state.askNoMore.reset();
     takeExpertFile(bench, listExpertFileName(bench.state.set, language));
     fillList(bench);
 }

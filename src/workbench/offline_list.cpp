@@ -36,6 +36,7 @@ bool showDescription(Workbench& bench, const DecoderProfile& profile, std::strin
     auto description = loadDescription(bench, files.description, profile);
     if (!description)
         return false;
+    bench.state.askNoMore.reset();
     const auto faults = std::move(description->faults);
     takeDescription(bench, std::move(*description), files.description);
     CvSet& set = bench.state.set;

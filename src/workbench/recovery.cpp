@@ -173,9 +173,17 @@ bool offerRecovery(Workbench& bench)
     if (wanted && takeKept(bench, *kept))
         return true;
     // A wrong click or a damaged file costs nothing: it can still be opened by hand.
-    if (!bench.files.saveAtomically(asidePath(bench.files, file),
-                                    kept ? Bytes(kept->list.begin(), kept->list.end()) : *content))
+    const auto reason = bench.files.saveAtomically(
+        asidePath(bench.files, file), kept ? Bytes(kept->list.begin(), kept->list.end()) : *content);
+    if (!reason) {
         bench.files.remove(file);
+        return false;
+    }
+    // Then it stays where it is, and nothing of this run is written over it.
+    const Text arguments[] = {pathText(file), *reason};
+    bench.prompts.message(filledIn(bench.state.texts.message(Message::recoveryNotKept), arguments),
+                          PromptIcon::warning);
+    bench.state.recovery.file.clear();
     return false;
 }
 

@@ -84,7 +84,7 @@ TEST(LiveSetupTest, SaysThatAServoHasNoPower)
     const std::tuple<LiveWindow, Model, std::vector<int>, int, const char*> cases[] = {
         {firstServo, Model::kv07, none, 0, "0: 1"}, {firstServo, Model::kv07, none, 2, "2: 1"},
         {firstServo, Model::kv07, none, 1, ""},     {secondServo, Model::kv07, none, 253, "253: 2"},
-        {secondServo, Model::kv07, none, 2, ""},    {times, Model::kv07, none, 252, "252: 1/2"},
+        {secondServo, Model::kv07, none, 2, ""},    {times, Model::kv07, none, 252, "252: 1, 2"},
         {times, Model::kv07, none, 2, ""},          {firstServo, Model::kv07, {112}, 0, ""},
         {firstServo, Model::receiver, none, 0, ""}}; // CV112 is something else there
     for (const auto& [window, model, unused, fitted, words] : cases) {

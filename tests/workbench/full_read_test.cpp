@@ -71,7 +71,12 @@ TEST_F(FullReadTest, AnOldKv04IsCalledByItsMessageAndHasItsCompanionsWords)
 
 TEST_F(FullReadTest, WithoutABlockOrItsDescriptionTheOldListStaysAndTheLineIsFree)
 {
+    state.askNoMore.emplace();
     ASSERT_EQ(read(kv07, blockOf(1024)), ReadEnd::read);
+    EXPECT_FALSE(state.askNoMore) << "another vehicle";
+    state.askNoMore.emplace();
+    ASSERT_EQ(read(kv07, blockOf(1024)), ReadEnd::read);
+    EXPECT_TRUE(state.askNoMore);
     files.content.erase("program/CV_Standart172_v1_5.txt");
     EXPECT_EQ(read(kv05), std::nullopt);
     EXPECT_EQ(journal[journal.size() - 2],

@@ -48,7 +48,9 @@ TEST_F(ListFilesTest, AnOpenedListIsTheSetOnTheBench)
 {
     state.set.currentNumber = 29;
     state.set.rawReply = Bytes(513, 5);
+    state.askNoMore.emplace();
     ASSERT_TRUE(openList(bench, "lists/bus.kvr"));
+    EXPECT_FALSE(state.askNoMore);
     const CvSet& set = state.set;
     EXPECT_EQ(set.list[0].text, u"CV1  = 42");
     EXPECT_EQ(set.list.size(), 2u);

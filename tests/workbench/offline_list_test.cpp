@@ -26,7 +26,9 @@ TEST_F(OfflineListTest, ShowsTheDescriptionsOwnValues)
 {
     state.set.currentNumber = 29;
     state.set.rawReply = Bytes(513, 5);
+    state.askNoMore.emplace();
     ASSERT_TRUE(showOfflineList(bench, "mnu_kv07"));
+    EXPECT_FALSE(state.askNoMore);
     EXPECT_EQ(state.set.list[0].text, u"CV1  = 1");
     EXPECT_EQ(state.set.currentNumber, 0);
     EXPECT_EQ(state.set.modelCode, u"07");
