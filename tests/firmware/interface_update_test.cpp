@@ -103,9 +103,12 @@ TEST(InterfaceUpdate, SendsEverythingInItsOrder)
 TEST(InterfaceUpdate, CountsEachRecordAndPausesBehindEachBlockAndTheLastRecord)
 {
     UpdateBench bench;
+    bench.line.open();
+    bench.state.link.lastUse = 0ms;
     bench.writeFile(9);
     bench.answerAll("80", 9);
     EXPECT_EQ(bench.update(), UpdateEnd::sent);
+    EXPECT_FALSE(bench.state.link.lastUse) << "what comes next is another decoder to the program";
     for (int i = 0; i <= 9; ++i)
         EXPECT_EQ(
             std::count(bench.journal.begin(), bench.journal.end(), "records " + std::to_string(i) + "/9"), 1);
@@ -160,7 +163,7 @@ TEST(InterfaceUpdate, WhatIsUnusualIsAskedAboutInOneQuestion)
     const Case cases[] = {
         {"a.uhx", start + whole + whole, ""},
         {"KV07_KV08.uhx", "1F80,KV 7\r\nfor kv-08\r\nV6\r\nUpdate Ende\r\n" + whole, ""},
-        {"KV071.uhx", start + whole, ""},
+        {"KV081.uhx", start + whole, ""},
         {"kv08.uhx", "1F80,Receiver\r\nKV08 V6\r\nUpdate Ende\r\n" + whole,
          "line 1: c673 for KV07\r\nline 2: KV08 for KV07\r\nname: KV08 for KV07\r\n"},
         {"KV-R_2022.uhx", "1F80,kv-xt\r\nAN07\r\nUpdate Ende\r\n" + whole,
@@ -207,7 +210,10 @@ TEST(InterfaceUpdate, TellsWhyItEndsEarly)
     expectEnd(UpdateEnd::noReply, "a.uhx, open 1, write 37, close, message m233, idle", 5000ms,
               [](auto& b) { b.reply("2"); }); // one byte is not enough
     expectEnd(UpdateEnd::noReply, "write 66, write 79, close, message m233\r\nm873, idle", 5010ms,
-              [](auto& b) { b.reply("28"); });
+              [](auto& b) {
+                  b.line.addWaitingBytes({'x'}); // left of an exchange before
+                  b.reply("28");
+              });
     expectEnd(UpdateEnd::brokenOff, "end, message m851, end program, idle", 5090ms,
               [](auto& b) { b.answerCall(); });
     expectEnd(UpdateEnd::portRefused, refused + "idle", 0ms, [&](auto& b) { refuse(b, true); });

@@ -177,6 +177,8 @@ TEST(Unpack, FindsItsFolderAndItsArchive)
     EXPECT_EQ(withZipEnding(bench.files, "x/a"), std::filesystem::path("x/a.ZIP"));
     EXPECT_EQ(withZipEnding(bench.files, "x/a.Zip"), std::filesystem::path("x/a.Zip"));
     EXPECT_EQ(withZipEnding(bench.files, "x/b"), std::filesystem::path("x/b.zip"));
+    bench.files.content["x/b.ZIP"] = {};
+    EXPECT_EQ(withZipEnding(bench.files, "x/b"), std::filesystem::path("x/b.ZIP"));
 }
 
 TEST(Unpack, SaysHowItWent)
