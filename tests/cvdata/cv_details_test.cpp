@@ -1,5 +1,9 @@
+// What is told of one CV: its description and what the expert knows.
 #include "cvdata/cv_details.h"
 #include "cvdata/cv_use.h"
+#include "cvdata/expert_file.h"
+#include "support/case_table.h"
+#include "support/memory_files.h"
 
 #include <gtest/gtest.h>
 
@@ -18,15 +22,9 @@ TEST(CvDetailsTest, EachFieldComesFromItsColumnAndBitTextsAreLinesFromWeightOneU
                   details.explanation + details.values + details.advice,
               u"23456789");
     EXPECT_EQ(details.bits, (std::array<Text, 8>{u"1", u"", u"3", u"4", u"5", u"6", u"7", u"8"}));
-    EXPECT_TRUE(details.isSetOfSwitches);
-    EXPECT_FALSE(cvDetails(table, 58).isSetOfSwitches);
+    EXPECT_TRUE(details.isSetOfSwitches && !cvDetails(table, 58).isSetOfSwitches);
     for (const int cv : {-1, 0, 257, 100000})
         EXPECT_EQ(cvDetails(table, cv).number, 0) << cv;
-}
-
-TEST(BitBoxesTest, SumOfTheWeightsAndBack)
-{
-    EXPECT_EQ(valueOfBits({}), 0);
     EXPECT_EQ(valueOfBits({true, false, true, false, false, false, false, true}), 133);
     for (int value = 0; value <= 255; ++value)
         EXPECT_EQ(valueOfBits(bitsOfValue(value)), value);
@@ -34,24 +32,37 @@ TEST(BitBoxesTest, SumOfTheWeightsAndBack)
 
 TEST(CvUseTest, MarksAreWordsOfTheirFieldAndNothingElseIsOne)
 {
-    const std::tuple<TextView, bool, bool, TextView> cases[] = {
-        {u"", false, false, u""},
-        {u"read-only", false, false, u""}, // another maker's field
-        {u"3,from=240216", false, false, u""},
-        {u"mark=", true, false, u""},
-        {u"mark=read-only", true, true, u""},
-        {u"mark=read-only-soon", true, false, u""},
-        {u"mark=from=240216_neu", true, false, u"240216_neu"},
-        {u"mark=new, from=010915 ,read-only", true, true, u"010915"},
-    };
-    for (const auto& [field, has, readOnly, from] : cases) {
-        SCOPED_TRACE(utf8FromText(field));
+    for (const auto& [field, words] : test::casesOf<2>("cvdata/marks.txt")) {
         CvTable table;
-        table.at(20, Column::marks) = field;
-        EXPECT_EQ(hasMarks(table), has);
-        EXPECT_EQ(isReadOnly(table, 20), readOnly);
-        EXPECT_EQ(firstFirmwareOf(table, 20), from);
+        table.at(20, Column::marks) = textFromUtf8(field);
+        const auto from = utf8FromText(firstFirmwareOf(table, 20));
+        EXPECT_EQ(std::string(hasMarks(table) ? "marks" : "") + (isReadOnly(table, 20) ? " read-only" : "") +
+                      (from.empty() ? "" : " " + from),
+                  words);
         EXPECT_TRUE(isReadOnly(table, 7) && isReadOnly(table, 8));
+    }
+}
+
+TEST(ExpertFileTest, EntriesAreFoundByTheirNumberAndFaultsByTheirLine)
+{
+    const auto file =
+        parseExpertFile(test::bytesOf("Head\r\n57;;Bit 7;;;;What happens$inside;;\r\n"
+                                      "3;;Three;\r\n257;;x;\r\n3;;again;\r\nno field\r\n  \r\n"));
+    ASSERT_TRUE(file);
+    ASSERT_EQ(file->entries.size(), 2u);
+    EXPECT_EQ(file->entries.at(57).name + u": " + file->entries.at(57).knowledge,
+              u"Bit 7: What happens\r\ninside");
+    EXPECT_EQ(file->entries.at(3).name + u": " + file->entries.at(3).knowledge, u"Three: ");
+    EXPECT_EQ(file->faultyLines, (std::vector<int>{4, 5, 6}));
+    for (const char* const none : {"", "only a header\r\n"})
+        EXPECT_FALSE(parseExpertFile(test::bytesOf(none)));
+    for (const auto& [knowledge, line] : test::casesOf<2>("cvdata/knowledge.txt")) {
+        const auto whole = [](std::string text) {
+            for (auto at = text.find('@'); at != std::string::npos; at = text.find('@'))
+                text.replace(at, 1, std::string(30, 'a'));
+            return textFromUtf8(text);
+        };
+        EXPECT_EQ(expertLine({u"name", whole(knowledge)}), whole(line)) << knowledge;
     }
 }
 

@@ -1,0 +1,128 @@
+// Which decoder it is, and which files belong to it.
+#include "cvdata/description_choice.h"
+#include "cvdata/expert_choice.h"
+#include "cvdata/list_header.h"
+#include "support/case_table.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace karvo
+{
+namespace
+{
+
+using test::casesOf;
+
+const std::array<std::string, 14> generations = {"standard",
+                                                 "until2008First",
+                                                 "until2008Second",
+                                                 "until2008Last",
+                                                 "from2009",
+                                                 "may2010",
+                                                 "november2012",
+                                                 "undated",
+                                                 "v1",
+                                                 "f3",
+                                                 "f4",
+                                                 "f5",
+                                                 "tacho",
+                                                 "laneControl"};
+
+std::string nameOf(const DecoderProfile& profile)
+{
+    return utf8FromText(modelName(profile.model)) + " " +
+           generations.at(static_cast<std::size_t>(profile.generation)) + " ";
+}
+
+DecoderProfile profileFor(const std::string& typeCode, const std::string& generation)
+{
+    DecoderProfile profile;
+    profile.typeCode = std::stoi(typeCode);
+    profile.model = modelOfTypeCode(profile.typeCode);
+    while (nameOf(profile).find(" " + generation + " ") == std::string::npos)
+        profile.generation = static_cast<Generation>(static_cast<int>(profile.generation) + 1);
+    return profile;
+}
+
+DecoderProfile profileRead(const std::string& typeCode, const std::string& identification,
+                           const std::string& memory)
+{
+    CvImage image{};
+    image[73] = 100; // a speed step
+    std::istringstream values(memory);
+    char equals = 0;
+    for (std::size_t cv = 0, value = 0; values >> cv >> equals >> value;)
+        image[cv] = static_cast<std::uint8_t>(value);
+    return profileOf(std::stoi(typeCode), textFromUtf8(identification), image, {});
+}
+
+TEST(DecoderProfileTest, FollowsFromIdentificationAndMemory)
+{
+    for (const auto& [typeCode, identification, memory, name] : casesOf<4>("cvdata/profiles.txt")) {
+        const auto profile = profileRead(typeCode, identification, memory);
+        EXPECT_EQ(nameOf(profile) + utf8FromText(processorName(profile.processor)), name) << memory;
+        EXPECT_EQ(profile.isOlderKv04(), identification == "04");
+    }
+    const auto profile = profileRead("7", "27", "7=6 497=21 499=29 500=8 501=22");
+    const auto& [year, month, day] = profile.firmwareDate;
+    EXPECT_EQ(
+        (std::array{profile.firmwareVersion, profile.subLevel, profile.firmwareLevel, year, month, day}),
+        (std::array{6, 21, 3, 2022, 8, 29}));
+}
+
+TEST(DecoderProfileTest, IsNamedByTheHeaderOfAListWhichMayBeAddedTo)
+{
+    for (const auto& [header, expected] : casesOf<2>("cvdata/headers.txt")) {
+        const auto named = modelOfHeader(textFromUtf8(header));
+        const auto profile = named ? named->profile : DecoderProfile();
+        EXPECT_EQ(named ? std::to_string(profile.typeCode) + " " + nameOf(profile) +
+                              std::to_string(profile.firmwareVersion) + (named->isPreset ? " preset" : "")
+                        : "",
+                  expected);
+        EXPECT_EQ(profile.processor, usualProcessor(profile.model)) << header;
+    }
+    EXPECT_EQ(headerWithVersion(u"Standard KV07", 5), u"Standard KV07*5");
+    EXPECT_EQ(headerWithVersion(u"Standard KV07*5", 5), u"Standard KV07*5") << "once only";
+    EXPECT_EQ(headerWithVersion(u"Standard KV07*15", 5), u"Standard KV07*15*5");
+    EXPECT_EQ(versionInHeader(u"Standard KV07*15*5"), 5);
+    EXPECT_EQ(versionInHeader(u"Standard KV07*x"), std::nullopt);
+}
+
+TEST(DescriptionChoiceTest, CompanionsAndListsWithoutADecoder)
+{
+    for (const auto& [file, language, companion] : casesOf<3>("cvdata/companions.txt"))
+        EXPECT_EQ(textCompanionName(file, *languageFromName(language)), companion) << file;
+    for (const auto& [item, variant, file] : casesOf<3>("cvdata/description_files.txt")) {
+        EXPECT_EQ(offlineDescriptionFileName(*offlineListOf(item), std::stoi(variant), LanguageCode::spanish),
+                  file);
+    }
+    EXPECT_EQ(offlineListOf("mnu_open"), nullptr);
+    EXPECT_EQ(modelCode(offlineListOf("mnu_KV06_FW")->model), u"06");
+}
+
+TEST(ExpertChoiceTest, FileOfEachDecoder)
+{
+    for (const auto& [typeCode, generation, date, sub, language, file] :
+         casesOf<6>("cvdata/expert_files.txt")) {
+        auto profile = profileFor(typeCode, generation);
+        std::istringstream(date) >> profile.firmwareDate.year >> profile.firmwareDate.month >>
+            profile.firmwareDate.day;
+        profile.subLevel = sub.empty() ? 0 : std::stoi(sub);
+        EXPECT_EQ(expertFileName(profile, *languageFromName(language)), file);
+    }
+}
+
+TEST(ExpertChoiceTest, AnOfflineListFollowsFirmwareV1OfTheDecoderOnTheBench)
+{
+    for (const auto& [item, typeCode, generation, file] : casesOf<4>("cvdata/offline_lists.txt")) {
+        const OfflineList& list = *offlineListOf(item);
+        const auto profile = offlineProfile(list, profileFor(typeCode, generation));
+        EXPECT_EQ(offlineExpertFileName(list, profile, LanguageCode::english), file) << item;
+        EXPECT_EQ(profile.model, list.model);
+    }
+}
+
+} // namespace
+} // namespace karvo
