@@ -20,10 +20,15 @@
 #include <QCoreApplication>
 #include <QLocale>
 
+#include <chrono>
+
 using namespace karvo;
 
 namespace
 {
+
+// Where the line takes no time, what has not come by then does not come.
+constexpr std::chrono::milliseconds unpacedTimeOut{200};
 
 LanguageCode languageOfSystem()
 {
@@ -116,6 +121,8 @@ ExitCode runWith(const CliArguments& arguments, ProgramState& state, QtSettings&
     const auto simulated = simulatedLine(arguments, state.link.portNumber, state.texts);
     if (const auto* const wrong = std::get_if<Text>(&simulated))
         return refuse(output, *wrong);
+    if (arguments.unpaced)
+        state.link.timeOutInterval = unpacedTimeOut;
     return runOn(*std::get<std::unique_ptr<SerialPort>>(simulated), map, arguments, state, settings, output);
 }
 

@@ -106,8 +106,11 @@ void printOutcomes(Output& output, const WriteReport& report, const LanguageTabl
     output.put(QStringLiteral("cvs"), outcomes);
     if (!report.backup.empty())
         output.put(QStringLiteral("backup"), pathToQString(report.backup));
-    if (!report.addressNotice.empty())
-        output.say(report.addressNotice);
+    if (!report.hasRun())
+        return;
+    const auto summary = summaryOf(report, texts);
+    for (std::size_t i = 1; i < summary.size(); ++i) // the first one has been said as the status of the run
+        output.say(summary[i]);
 }
 
 } // namespace karvo
