@@ -45,6 +45,7 @@ TEST_F(ComparedSetsTest, TwoFilesStandSideBySideInTheWordsOfTheirModelOrOfAChose
     EXPECT_EQ(sets.modelLabel(), u"  KV04");
     EXPECT_EQ(sets.compare(), std::nullopt) << "a side is missing";
     EXPECT_TRUE(sets.openFirst("a.kvr"));
+    EXPECT_EQ(sets.modelLabel(), u"  KV07") << "of the first side";
     journal.clear();
     EXPECT_EQ(linesOf(sets), "") << "of another processor";
     EXPECT_TRUE(journal.size() == 1 && journal[0].starts_with("message m"));

@@ -1,4 +1,5 @@
 #include "support/test_bench.h"
+#include "workbench/change_value.h"
 #include "workbench/full_read.h"
 #include "workbench/language_change.h"
 #include "workbench/list_files.h"
@@ -66,6 +67,8 @@ TEST_F(ListFilesTest, AnOpenedListIsTheSetOnTheBench)
     ASSERT_TRUE(set.baseline); // values can be marked and taken back
     EXPECT_EQ((*set.baseline)[1], u"42");
     EXPECT_EQ(journal, (Journal{"list changed"}));
+    EXPECT_EQ(changeValue(bench, 1, 42), ChangeEnd::changed);
+    EXPECT_FALSE(set.unsavedChanges) << "it was 42 before";
 }
 
 TEST_F(ListFilesTest, TheVersionStandsInTheHeaderWhereTheTrailerHasNone)

@@ -48,6 +48,7 @@ TEST_F(RecoveryTest, ChangesAreOfferedAtTheNextStart)
     change(44);
     files.saveFailure = u"disk full"; // what is on disk must do until the list is there
     ASSERT_TRUE(offered(true));
+    EXPECT_TRUE(isKept());
     files.saveFailure.reset();
     EXPECT_EQ(journal.front(),
               "question restore lists/bus.kvr of 2026-11-24 08:05, 1? else config/recovery.old [yes]");

@@ -163,6 +163,11 @@ TEST_F(WriteGuardTest, WhereTheBlockCanNotBeHadThePersonDecides)
     EXPECT_EQ(writeAll(bench, keep).end, WriteManyEnd::wrongCheckByte);
     EXPECT_EQ(passed(), "% % ER !");
     EXPECT_TRUE(kept.empty());
+    // What was kept before is of a vehicle that nobody has met since.
+    keepKv05();
+    line.pause(61s);
+    EXPECT_EQ(write48("15 15 D y 15 + +"), "% % ER ! ? % EWS 48=80");
+    EXPECT_EQ(write48("15 15 B 15 + +"), "% % ER kept % EWS 48=80");
 }
 
 TEST_F(WriteGuardTest, ListAndVehicleOfDifferentBuildsAreAskedAboutOnce)
@@ -272,6 +277,8 @@ TEST(VehicleMatchTest, WhatOneSideDoesNotKnowIsNoDifference)
         EXPECT_EQ(otherBuildQuestion(set, vehicle, {}).has_value(), one.isAsked) << at;
         set.acceptedVehicle = vehicle;
         EXPECT_FALSE(otherBuildQuestion(set, vehicle, {})) << at;
+        set.acceptedVehicle->processor = vehicle.processor == large ? small : large;
+        EXPECT_EQ(otherBuildQuestion(set, vehicle, {}).has_value(), one.isAsked) << at;
         set.acceptedVehicle.reset();
         set.offlineItem = "mnu_kv07";
         set.fileProcessor.reset();

@@ -88,13 +88,15 @@ TEST_F(WriteManyTest, APreparedListMarksWhatDiffers)
     EXPECT_TRUE(kept[0].offlineItem.empty());
 
     // A receiver fits the list of the XT module.
-    addFile("CV_Standart_receiver.txt", smallDescription("Standard KV-XT", "Wort ", 100));
+    addFile("CV_Standart_receiver.txt", smallDescription("Standard KV-XT", "Wort ", 250));
     ASSERT_TRUE(showOfflineList(bench, "mnu_karvo_xt_list"));
-    for (int cv = 1; cv <= 100; ++cv)
+    for (int cv = 1; cv <= 250; ++cv)
         state.set.table.setValue(cv, blockValue(cv));
     writeAgain("80 80 B");
     EXPECT_EQ(report.end, WriteManyEnd::nothingToWrite);
     EXPECT_EQ(state.receiver.firmwareLevel, blockValue(72));
+    EXPECT_EQ(writeValues(bench, {{248, 7}}, keep).end, WriteManyEnd::noReply);
+    EXPECT_EQ(state.set.table.value(248), blockValue(248)) << "an order is no value that is held";
 }
 
 TEST_F(WriteManyTest, WithoutADecoderItsBlockOrAFileForItNothingIsWritten)
