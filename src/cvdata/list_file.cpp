@@ -222,7 +222,7 @@ void addOwnTrailer(std::vector<Text>& file, const DecoderProfile& profile)
         return;
     }
     file.emplace_back(u" ");
-    file.push_back(Text(firmwareLabel) + u"0");
+    file.push_back(Text(firmwareLabel) + textFromNumber(0));
     file.emplace_back(u" ");
 }
 

@@ -12,6 +12,7 @@
 #include "ui/usual_size.h"
 
 #include <QAction>
+#include <QEvent>
 #include <QMenuBar>
 #include <QScrollArea>
 #include <QShortcut>
