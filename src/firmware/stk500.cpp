@@ -1,7 +1,6 @@
 #include "firmware/stk500.h"
 
 #include <initializer_list>
-#include <iterator>
 
 namespace karvo::stk500
 {
@@ -17,12 +16,9 @@ Bytes message(unsigned sequence, std::initializer_list<std::uint8_t> body,
               std::span<const std::uint8_t> data = {}, std::initializer_list<std::uint8_t> behind = {})
 {
     const std::size_t size = body.size() + data.size();
-    const std::uint8_t head[] = {startByte, static_cast<std::uint8_t>(sequence & 0xFFU),
-                                 static_cast<std::uint8_t>(size / 256), static_cast<std::uint8_t>(size % 256),
-                                 token};
-    Bytes bytes;
-    bytes.reserve(std::size(head) + size + behind.size() + 1);
-    bytes.insert(bytes.end(), std::begin(head), std::end(head));
+    Bytes bytes = {startByte, static_cast<std::uint8_t>(sequence & 0xFFU),
+                   static_cast<std::uint8_t>(size / 256), static_cast<std::uint8_t>(size % 256), token};
+    bytes.reserve(bytes.size() + size + behind.size() + 1);
     bytes.insert(bytes.end(), body);
     bytes.insert(bytes.end(), data.begin(), data.end());
     bytes.insert(bytes.end(), behind);

@@ -1,6 +1,5 @@
 #include "simulator/boot_loader.h"
 
-#include <iterator>
 #include <utility>
 
 namespace karvo::sim
@@ -91,10 +90,8 @@ std::vector<std::uint8_t> BootLoader::answer(LoaderManner manner)
     const auto body = manner == LoaderManner::strict && !knows
                           ? std::vector<std::uint8_t>{checkSumAnswer, checkSumError}
                           : answerBody(command);
-    const std::uint8_t head[] = {start, received_[1], 0, static_cast<std::uint8_t>(body.size()), token};
-    std::vector<std::uint8_t> reply;
-    reply.reserve(std::size(head) + body.size() + 1);
-    reply.insert(reply.end(), std::begin(head), std::end(head));
+    std::vector<std::uint8_t> reply = {start, received_[1], 0, static_cast<std::uint8_t>(body.size()), token};
+    reply.reserve(reply.size() + body.size() + 1);
     reply.insert(reply.end(), body.begin(), body.end());
     reply.push_back(xorOf(reply));
     return reply;
