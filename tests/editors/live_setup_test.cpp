@@ -80,18 +80,18 @@ TEST(LiveSetupTest, SaysThatAServoHasNoPower)
     using enum LiveWindow;
     LanguageTables texts;
     test::setText(texts, 813, u"{1}: {2}");
-    const std::vector<int> none;
-    const std::tuple<LiveWindow, Model, std::vector<int>, int, const char*> cases[] = {
-        {firstServo, Model::kv07, none, 0, "0: 1"}, {firstServo, Model::kv07, none, 2, "2: 1"},
-        {firstServo, Model::kv07, none, 1, ""},     {secondServo, Model::kv07, none, 253, "253: 2"},
-        {secondServo, Model::kv07, none, 2, ""},    {times, Model::kv07, none, 252, "252: 1, 2"},
-        {times, Model::kv07, none, 2, ""},          {firstServo, Model::kv07, {112}, 0, ""},
-        {firstServo, Model::receiver, none, 0, ""}}; // CV112 is something else there
-    for (const auto& [window, model, unused, fitted, words] : cases) {
+    const auto words = [&](LiveWindow window, int fitted, Model model = Model::kv07,
+                           const std::vector<int>& unused = {}) {
         auto set = test::setUsing(model, unused);
         set.table.setValue(112, fitted);
-        EXPECT_EQ(utf8FromText(servoWithoutPower(window, set, texts).value_or(Text())), words);
-    }
+        return utf8FromText(servoWithoutPower(window, set, texts).value_or(Text()));
+    };
+    const std::vector<std::string> told = {
+        words(firstServo, 0),  words(firstServo, 2), words(firstServo, 1), words(secondServo, 253),
+        words(secondServo, 2), words(times, 252),    words(times, 2)};
+    EXPECT_EQ(told, (std::vector<std::string>{"0: 1", "2: 1", "", "253: 2", "", "252: 1, 2", ""}));
+    EXPECT_EQ(words(firstServo, 0, Model::kv07, {112}) + words(firstServo, 0, Model::receiver), "")
+        << "CV112 is something else there";
 }
 
 struct FollowBench : test::TestBench {
@@ -150,8 +150,7 @@ TEST(LiveFollowTest, TheNewestValueWins)
     bench.line.onWait([&] {
         if (left == 0)
             return;
-        --left;
-        bench.setup.move(174, 50 + left);
+        bench.setup.move(174, 50 + --left);
         bench.follow.tick();
         bench.follow.moved();
         EXPECT_TRUE(bench.follow.isUnderWay());
@@ -172,6 +171,12 @@ TEST(LiveFollowTest, AFailureIsToldOnceAndAMovementTriesAgain)
     bench.follow.moved();
     EXPECT_TRUE(bench.follow.isFollowing());
     EXPECT_EQ(bench.packets(), "2 7 9, ");
+    bench.answerAll(1);
+    bench.line.endDuringNextWait();
+    bench.follow.tick();
+    EXPECT_TRUE(bench.follow.hasEnded());
+    bench.follow.restore();
+    EXPECT_EQ(std::exchange(bench.journal, {}), (Journal{"write 37"})) << "the end of the program ends it";
 
     FollowBench mute;
     mute.follow.tick();
@@ -230,19 +235,6 @@ TEST(LiveFollowTest, ACancelOnAMuteLineWaitsOnceAndTellsOnce)
         EXPECT_EQ(bench.journal, oneSilence);
         EXPECT_EQ(bench.line.now() - before, usualTimeOut);
     }
-}
-
-TEST(LiveFollowTest, TheEndOfTheProgramEndsIt)
-{
-    FollowBench bench;
-    bench.answerAll(1);
-    bench.follow.tick();
-    bench.journal.clear();
-    bench.line.endDuringNextWait();
-    bench.follow.tick();
-    EXPECT_TRUE(bench.follow.hasEnded());
-    bench.follow.restore();
-    EXPECT_EQ(bench.journal, (Journal{"write 37"}));
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "editor_bench.h"
 #include "editors/list_rows.h"
+#include "support/case_table.h"
 #include "support/test_bench.h"
 #include "workbench/offline_list.h"
 
@@ -20,44 +21,19 @@ TEST(ListRowsTest, FindsRowsByName)
               (std::vector{1, 2, 3, 999, 999, 999}));
 }
 
-TEST(ListRowsTest, ANewValueTakesAsManyCharactersAsItHasDigits)
+TEST(ListRowsTest, ANewValueTakesAsManyCharactersAsItHasDigitsAndALoadedOneStandsBehind)
 {
-    const std::tuple<int, TextView, int, TextView> cases[] = {
-        {2, u"CV2  = 5", 7, u"CV2  = 7"},
-        {2, u"CV2  = 55   ", 66, u"CV2  = 66"},
-        {2, u"CV2  = 123", 255, u"CV2  = 255"},
-        {2, u"CV2  = 123", 5, u"CV2  = 125"}, // the digits of the new value decide
-        {2, u"CV2  = 5", 12, u"CV2  =12"},
-        {2, u"CV2  = 5", 120, u"CV2  120"},
-        {97, u"  1 = 5 of 168   ", 6, u"  1 = 6 of 168   "},
-        {70, u" 28 = 99 of 168     [12]", 88, u" 28 = 88 of 168     [12]"},
-        {70, u"CV70 - CV97 ", 5, u"CV70 - CV97 "},
-        {0, u"", 5, u"5"},
-    };
-    for (const auto& [cv, line, value, text] : cases) {
-        MainList list = {{Text(line), {}, cv}};
-        cv_uebernehmen(list, 1, value);
+    for (const auto& [cv, line, value, text] : test::casesOf<4>("editors/new_values.txt")) {
+        MainList list = {{textFromUtf8(line), {}, std::stoi(cv)}};
+        cv_uebernehmen(list, 1, std::stoi(value));
         for (const int beyond : {0, 2, noListRow})
             cv_uebernehmen(list, beyond, 9);
-        EXPECT_EQ(list[0].text, text);
+        EXPECT_EQ(utf8FromText(list[0].text), text);
     }
-}
-
-TEST(ListRowsTest, ALoadedValueStandsBehindTheOldOne)
-{
-    const std::tuple<int, int, TextView, TextView> cases[] = {
-        {97, 97, u"  1 = 5 of 168   ", u"  1 = 5 of 168            [12]"},
-        {97, 97, u"  1 = 55 of 168   ", u"  1 = 55 of 168          [12]"},
-        {97, 97, u"  1 = 155 of 168   ", u"  1 = 155 of 168         [12]"},
-        {50, 50, u"CV50 = 3", u"CV50 = 3                 [12]"},
-        {70, 70, u"CV70 - CV97 ", u"CV70 - CV97 "},
-        {70, 70, u"CV70 = 3", u"CV70 = 3                 [12]"}, // a list without step lines
-        {51, 50, u"CV51 = 3", u"CV51 = 3"},
-    };
-    for (const auto& [cv, loaded, line, text] : cases) {
-        MainList list = {{Text(line), {}, cv}};
-        showLoadedValue(list, loaded, 12);
-        EXPECT_EQ(list[0].text, text);
+    for (const auto& [cv, line, loaded, text] : test::casesOf<4>("editors/loaded_values.txt")) {
+        MainList list = {{textFromUtf8(line), {}, std::stoi(cv)}};
+        showLoadedValue(list, std::stoi(loaded), 12);
+        EXPECT_EQ(utf8FromText(list[0].text), text);
     }
 }
 
