@@ -1,4 +1,7 @@
+// Ports, exchanges, identifications and live values.
 #include "link/identification.h"
+#include "link/live_value.h"
+#include "link/port_choice.h"
 #include "support/link_bench.h"
 #include "support/memory_files.h"
 
@@ -108,6 +111,83 @@ TEST_F(ExchangeTest, TheSecondCharacterOfAnIdentificationMayComeFiftyMillisecond
     EXPECT_EQ(bench.state.identification, u"27");
     EXPECT_TRUE(bench.state.identified);
     EXPECT_TRUE(bench.state.lastReply.empty());
+}
+
+TEST(LiveValueTest, ThreeExchangesInTheirOrderOrAFaultThatIsTold)
+{
+    const Bytes kv07 = bytesOf("27");
+    const Bytes ack = {6};
+    const Journal sent = {"write 37", "write 69 87 77", "write 2 5 7"};
+    const char* const silent = "message no reply\r\nnothing came";
+    // The replies to "%", to "EWM" and to the packet; the end, the exchanges and what is told.
+    const std::tuple<std::vector<Bytes>, LiveEnd, int, Journal> cases[] = {
+        {{kv07, ack, {6, 9}}, LiveEnd::sent, 3, {}},
+        {{kv07, ack, {21}}, LiveEnd::sent, 3, {}},
+        {{kv07, ack}, LiveEnd::noReply, 3, {silent}},
+        {{kv07, {7, 6}}, LiveEnd::refused, 2, {"message m294"}},
+        {{kv07}, LiveEnd::noReply, 2, {silent}},
+        {{}, LiveEnd::noReply, 1, {silent}},
+        {{{'2'}}, LiveEnd::noReply, 1, {"message no reply\r\n1 of 2 bytes"}},
+        {{bytesOf("81"), ack}, LiveEnd::unknownDecoder, 1, {}},
+        {{bytesOf("A7"), ack}, LiveEnd::unknownDecoder, 1, {}},
+        {{bytesOf("270"), ack}, LiveEnd::unknownDecoder, 1, {}},
+    };
+    for (const auto& [replies, end, exchanges, told] : cases) {
+        LinkBench bench;
+        test::setText(bench.texts, 294, u"m294");
+        bench.state.typeCode = 33;
+        for (const Bytes& reply : replies)
+            bench.line.replyWith(reply);
+        EXPECT_EQ(sendLiveValue(bench.link, {2, 5}, ClosedPort::opened), end);
+        Journal expected = {"open 1"};
+        expected.insert(expected.end(), sent.begin(), sent.begin() + exchanges);
+        expected.insert(expected.end(), told.begin(), told.end());
+        EXPECT_EQ(bench.journal, expected);
+        EXPECT_EQ(bench.state.typeCode, exchanges > 1 ? 7 : 33);
+        EXPECT_FALSE(bench.state.timeOut);
+        EXPECT_TRUE(bench.line.isOpen());
+    }
+}
+
+TEST(LiveValueTest, TheSumOfThePacketIsModulo256AndAClosedPortStaysClosedUnlessAskedFor)
+{
+    LinkBench bench;
+    EXPECT_EQ(sendLiveValue(bench.link, {2, 255}, ClosedPort::leftClosed), LiveEnd::lineLost);
+    EXPECT_TRUE(bench.journal.empty());
+    for (const Bytes& reply : {bytesOf("80"), Bytes{6}, Bytes{6, 9}})
+        bench.line.replyWith(reply);
+    EXPECT_EQ(sendLiveValue(bench.link, {2, 255}, ClosedPort::opened), LiveEnd::sent);
+    EXPECT_EQ(bench.journal.back(), "write 2 255 1");
+    EXPECT_EQ(bench.state.lastReply, (Bytes{6, 9}));
+}
+
+TEST(PortChoiceTest, OnlyOneToThirtyOneIsAPort)
+{
+    EXPECT_EQ(portNumberFromSetting(Text(u"31")), 31);
+    for (const TextView stored : {u"", u"0", u"32", u"-4", u"COM5", u"5.0"})
+        EXPECT_EQ(portNumberFromSetting(Text(stored)), 1) << utf8FromText(stored);
+    EXPECT_EQ(portNumberFromSetting(std::nullopt), 1);
+    EXPECT_EQ(portNumberToBeginWith({5}), 5);
+    EXPECT_EQ(portNumberToBeginWith({4, 5}), 1);
+}
+
+TEST(PortChoiceTest, TheSearchTriesAllInOrderAndChoosingStoresTheNumber)
+{
+    LinkBench bench;
+    test::MemorySettings settings;
+    bench.line.stayPresent({12, 1, 31});
+    choosePort(bench.state, bench.line, settings, 12);
+    EXPECT_EQ(settings.values["Parameter/Com_Port"], u"12");
+    EXPECT_EQ(bench.state.portNumber, 12);
+    ASSERT_FALSE(bench.line.open());
+    EXPECT_EQ(searchPorts(bench.state, bench.line), (std::vector<int>{1, 12, 31}));
+    EXPECT_FALSE(bench.line.isOpen());
+    EXPECT_EQ(bench.line.portNumber(), 12);
+    EXPECT_EQ(bench.journal,
+              (Journal{"open 12", "close", "open 1", "close", "open 12", "close", "open 31", "close"}));
+    bench.line.open();
+    choosePort(bench.state, bench.line, settings, 4);
+    EXPECT_FALSE(bench.line.isOpen());
 }
 
 } // namespace

@@ -1,9 +1,12 @@
 #include "link/series_write.h"
 #include "link/write.h"
+#include "support/case_table.h"
 #include "support/link_bench.h"
 #include "support/memory_files.h"
 
 #include <gtest/gtest.h>
+
+#include <sstream>
 
 namespace karvo
 {
@@ -34,6 +37,13 @@ struct WriteBench : test::LinkBench {
 class WriteTest : public testing::Test
 {
 protected:
+    std::vector<WriteEnd> writeFive()
+    {
+        const auto ends = writeSeries(bench.link, {10, 20, 30, 40, 50}, {});
+        EXPECT_FALSE(bench.state.seriesUnderWay);
+        return {ends.begin(), ends.end()};
+    }
+
     WriteBench bench;
 };
 
@@ -56,43 +66,20 @@ TEST_F(WriteTest, IdentifiesEachTimeAndSendsCvMinusOneValueAndTheirSum)
 
 TEST_F(WriteTest, EachFaultEndsTheWriteWithItsWords)
 {
-    const std::string silent = "message no reply\r\nnothing came, status ";
-    const std::string unknown = "write 37, message unknown decoder\r\nreply ";
-    const Bytes kv07 = bytesOf("27");
-    // The type code known before, what is written, the replies, the end, and the end of the journal.
-    const std::tuple<int, WriteCommand, std::vector<Bytes>, WriteEnd, std::string> cases[] = {
-        // Silence after "%" is named by the type known before, after "EWS" by the type just identified.
-        {7, {48, 1}, {}, noReply, "write 37, " + silent + "c902"},
-        {8, {48, 1}, {}, noReply, "write 37, " + silent + "c902"},
-        {0, {48, 1}, {}, noReply, "write 37, " + silent + "c900"},
-        {57, {48, 1}, {}, noReply, "write 37, " + silent + "c900"},
-        {0, {48, 1}, {kv07}, noReply, "write 69 87 83, " + silent + "c903"},
-        {0, {48, 1}, {bytesOf("28")}, noReply, "write 69 87 83, " + silent + "c903"},
-        {7, {48, 1}, {bytesOf("26")}, noReply, "write 69 87 83, " + silent + "c901"},
-        {7, {48, 1}, {bytesOf("80")}, noReply, "write 69 87 83, " + silent + "c901"},
-        {0, {48, 1}, {kv07, ack}, unacknowledged, "write 47 1 48, " + silent + "menu 76"},
-        {0, {48, 1}, {bytesOf("81")}, unknownDecoder, unknown + "\"81\", message m572"},
-        {0, {48, 1}, {bytesOf("27\r")}, unknownDecoder, unknown + "0x32 0x37 0x0D, message m572"},
-        {0, {48, 1}, {{178, 32, 55}}, unknownDecoder, unknown + "0xB2 0x20 0x37, message m572"},
-        {0,
-         {48, 1},
-         {bytesOf("0123456789abcdefg")},
-         unknownDecoder,
-         unknown + "\"0123456789abcdef\" ..., message m572"},
-        {0, {48, 1, 3, u"27"}, {bytesOf("28")}, otherDecoder, "write 37"},
-        {0, {48, 1}, {kv07, nack}, commandRefused, "write 69 87 83, message m294"},
-        {0, {48, 1}, {kv07, {7, 6}}, commandRefused, "write 69 87 83, message m294"},
-        {0, {161, 1}, {kv07, nack}, commandRefused, "write 69 87 83, message m294"},
-        {0, {48, 1}, {kv07, ack, nack}, frameRefused, "write 47 1 48, message m83\r\nCV 48 m94"},
-        {0, {161, 3}, {kv07, ack, nack}, unconfirmed, "write 160 3 163"},
-        {0, {99, 1, 2}, {}, guarded, "message m296"},
-    };
+    const std::array<std::string, 11> ends = {
+        "written",        "unconfirmed",  "refusedByUser",  "guarded",      "noReply", "unacknowledged",
+        "unknownDecoder", "otherDecoder", "commandRefused", "frameRefused", "ended"};
     bench.state.noticeAfterWrite = true;
-    for (const auto& [typeCode, command, replies, end, tail] : cases) {
-        bench.state.typeCode = typeCode;
-        bench.answer(replies);
+    for (const auto& [typeCode, values, onlyFor, replies, end, tail] :
+         test::casesOf<6>("link/write_faults.txt")) {
+        bench.state.typeCode = std::stoi(typeCode);
+        WriteCommand command{0, 0, 0, textFromUtf8(onlyFor)};
+        std::istringstream(values) >> command.cv >> command.value >> command.firmwareLevel;
+        std::istringstream each(replies);
+        for (std::string reply; std::getline(each, reply, ',');)
+            bench.line.replyWith(bytesOf(reply));
         const auto start = bench.line.now();
-        EXPECT_EQ(writeCv(bench.link, command), end);
+        EXPECT_EQ(ends.at(static_cast<std::size_t>(writeCv(bench.link, command))), end);
         const auto passed = bench.passed();
         EXPECT_TRUE(passed.ends_with(tail)) << passed;
         const bool silence = passed.find("nothing came") != std::string::npos;
@@ -166,50 +153,34 @@ TEST_F(WriteTest, ClosingTheProgramShowsNothingAtAnyStep)
     }
 }
 
-class SeriesWriteTest : public testing::Test
+TEST_F(WriteTest, ASeriesIsFiveCvsInOrderEachWithItsStatusAndAPauseWhateverBecomesOfOne)
 {
-protected:
-    std::vector<WriteEnd> write()
-    {
-        const auto ends = writeSeries(bench.link, {10, 20, 30, 40, 50}, {});
-        EXPECT_FALSE(bench.state.seriesUnderWay);
-        return {ends.begin(), ends.end()};
-    }
-
-    WriteBench bench;
-};
-
-TEST_F(SeriesWriteTest, FiveCvsInOrderEachWithItsStatusAndAPauseWhateverBecomesOfOne)
-{
+    const auto pullTheAdapterInThePause = [&] {
+        bench.answer({bytesOf("27"), ack});
+        bench.line.replyInPieces({{0ms, ack}, {50ms, {}}});
+    };
     bench.state.noticeAfterWrite = true; // without effect during a series
     bench.view.showStatus(u"ready");
     bench.answerAll();
     bench.answerAll(nack);
     bench.answer({bytesOf("99")});
-    bench.line.replyWith(bytesOf("27"));
-    bench.line.replyWith(ack);
-    bench.line.replyInPieces({{0ms, ack}, {50ms, {}}}); // the adapter is pulled in the pause, and back
+    pullTheAdapterInThePause();
     bench.answerAll();
-    EXPECT_EQ(write(), (std::vector{written, frameRefused, unknownDecoder, written, written}));
+    EXPECT_EQ(writeFive(), (std::vector{written, frameRefused, unknownDecoder, written, written}));
     EXPECT_EQ(bench.line.now(), 500ms);
     EXPECT_EQ(bench.times("open 1"), 2);
-    const auto passed = bench.passed();
+    auto passed = bench.passed();
     EXPECT_TRUE(passed.starts_with("status ready, status ready 167 , status writing CV167, open 1, write 37, "
                                    "write 69 87 83, write 166 10 176, status c873, status c873 168 "))
         << passed;
     EXPECT_NE(passed.find("message m83\r\nCV 168 m94"), std::string::npos);
     EXPECT_TRUE(passed.ends_with("write 170 50 220, status c873")) << passed;
-}
 
-TEST_F(SeriesWriteTest, TheEndOfTheProgramStopsIt)
-{
     bench.answerAll();
-    bench.line.replyWith(bytesOf("27"));
-    bench.line.replyWith(ack);
-    bench.line.replyInPieces({{0ms, ack}, {50ms, {}}});
-    bench.line.refuseToOpenAgain({u"no such device", {}});
-    EXPECT_EQ(write(), (std::vector{written, written, ended, ended, ended}));
-    const auto passed = bench.passed();
+    pullTheAdapterInThePause();
+    bench.line.refuseToOpen({u"no such device", {}});
+    EXPECT_EQ(writeFive(), (std::vector{written, written, ended, ended, ended}));
+    passed = bench.passed();
     EXPECT_TRUE(passed.ends_with("status writing CV169, message no such device, end program")) << passed;
 }
 

@@ -1,9 +1,11 @@
 #include "simulator/simulator.h"
+#include "support/case_table.h"
 
 #include <gtest/gtest.h>
 
 #include <numeric>
 #include <set>
+#include <sstream>
 
 namespace karvo::sim
 {
@@ -11,7 +13,6 @@ namespace
 {
 
 using namespace std::chrono_literals;
-using namespace std::string_literals;
 using Bytes = std::vector<std::uint8_t>;
 
 constexpr Time never = 3600s;
@@ -37,51 +38,17 @@ std::string blockOf(const Bytes& memory)
 
 TEST(Simulator, AnswersAndStoresWhatItIsSent)
 {
-    struct Case {
-        Fault fault;
-        std::string sent;
-        std::string reply;
-        std::size_t place = 0; // where `value` is stored
-        std::uint8_t value = 3;
-    };
-    const Case cases[] = {
-        {Fault::none, "xyz%", "27"},
-        {Fault::none, "E%", "27"},
-        {Fault::none, "EW%", "27"},
-        {Fault::none, "%%", "2727"},
-        {Fault::none, "R", ""},
-        {Fault::none, "er", ""},
-        {Fault::none, "EWX", ""},
-        {Fault::none, "EEWS", "\6"},
-        {Fault::none, "EWEWS", "\6"},
-        {Fault::none, "EWS\x63\xC8\x2B", "\6\6", 99, 200},
-        {Fault::none, "EWS\0\0\0"s, "\6\6", 0, 0},
-        {Fault::none, "EWS\xFF\xFF\xFE", "\6\6", 255, 255},
-        {Fault::none, "EWS\x63\xC8\x2C%",
-         "\6\x15"
-         "27"},                                  // a wrong check byte
-        {Fault::none, "EWS%%J", "\6\6", 37, 37}, // "%" is data here
-        {Fault::none, "EWM\1\0\1"s, "\6\6"},
-        {Fault::none, "EWM\3\xFE\1", "\6\6"},
-        {Fault::none, "EWM\0\1\1"s, "\6\x15"},
-        {Fault::none, "EWM\4\1\5", "\6\x15"},
-        {Fault::none, "EWM\2\1\4", "\6\x15"},
-        {Fault::silence, "%EREWS\x63\xC8\x2B", ""},
-        {Fault::unknownIdentification, "%", "99"},
-        {Fault::refusedCommand, "EWS%EWM%",
-         "\x15"
-         "27\x15"
-         "27"},
-        {Fault::refusedFrame, "EWS\x63\xC8\x2B", "\6\x15"},
-    };
-    for (const Case& expected : cases) {
-        auto kv07 = simulator("kv07", Pace::none, expected.fault);
-        EXPECT_EQ(answer(kv07, expected.sent), expected.reply) << expected.sent;
+    for (const auto& [fault, sent, reply, stored] : test::casesOf<4>("simulator/answers.txt")) {
+        auto kv07 = simulator("kv07", Pace::none, faultByName(fault).value());
+        EXPECT_EQ(answer(kv07, sent), reply) << sent;
         Bytes memory = decoderByName("kv07")->memory;
-        memory[expected.place] = expected.value;
-        EXPECT_EQ(kv07.decoder().memory, memory) << expected.sent;
-        const bool isLive = expected.sent.starts_with("EWM") && expected.reply == "\6\6";
-        EXPECT_EQ(kv07.liveValues().size(), isLive ? 1U : 0U) << expected.sent;
+        std::istringstream values(stored);
+        char equals = 0;
+        for (std::size_t place = 0, value = 0; values >> place >> equals >> value;)
+            memory[place] = static_cast<std::uint8_t>(value);
+        EXPECT_EQ(kv07.decoder().memory, memory) << sent;
+        const bool isLive = sent.starts_with("EWM") && reply == "\6\6";
+        EXPECT_EQ(kv07.liveValues().size(), isLive ? 1U : 0U) << sent;
     }
     auto kv07 = simulator("kv07");
     answer(kv07, "EWM\2\xFF\1");
@@ -107,58 +74,21 @@ TEST(Simulator, ABlockIsTheMemoryAndItsSum)
     }
 }
 
-// At 4800 baud a byte takes 2083.3 us.
 TEST(Simulator, KeepsTheTimeOfTheLine)
 {
-    struct Case {
-        const char* name;
-        Pace pace;
-        Fault fault;
-        std::vector<std::pair<Time, std::string>> sent;
-        std::vector<std::pair<Time, std::size_t>> readable; // by then so many bytes in all
-    };
-    const Case cases[] = {
-        {"kv07",
-         Pace::line,
-         Fault::none,
-         {{1000us, "%"}},
-         {{5165us, 0}, {5166us, 1}, {7248us, 1}, {7249us, 2}}},
-        {"kv07",
-         Pace::line,
-         Fault::none,
-         {{0us, "ER"}},
-         {{6248us, 0}, {6249us, 1}, {2'139'581us, 1024}, {2'139'582us, 1025}}},
-        {"kv07", Pace::line, Fault::none, {{0us, "EW"}, {100us, "S"}}, {{8331us, 0}, {8332us, 1}}},
-        {"kv04",
-         Pace::line,
-         Fault::none,
-         {{0us, "ER"}, {10'000us, "%"}},
-         {{1'072'916us, 513}, {1'077'083us, 515}}},
-        {"kv07", Pace::none, Fault::none, {{77us, "ER"}}, {{76us, 0}, {77us, 1025}}},
-        {"kv07", Pace::line, Fault::lateBlock, {{1s, "ER"}}, {{13'006'248us, 0}, {13'006'249us, 1}}},
-        // 300 ms behind each 128 bytes; a long block ends within 5 s all the same.
-        {"kv04",
-         Pace::line,
-         Fault::tornBlock,
-         {{0us, "ER"}},
-         {{270'832us, 128}, {572'914us, 128}, {572'915us, 129}, {never, 513}}},
-        {"kv07", Pace::line, Fault::tornBlock, {{0us, "ER"}}, {{4'539'582us, 1025}}},
-        // A frame is awaited for 2 s.
-        {"kv07",
-         Pace::none,
-         Fault::none,
-         {{0us, "EWS"}, {2s, "%"}, {4'000'001us, "%"}},
-         {{2s, 1}, {never, 3}}},
-    };
-    for (const Case& expected : cases) {
-        auto device = simulator(expected.name, expected.pace, expected.fault);
-        for (const auto& [moment, bytes] : expected.sent)
-            device.receive(Bytes(bytes.begin(), bytes.end()), moment);
-        std::size_t readable = 0;
-        for (const auto& [moment, count] : expected.readable) {
+    for (const auto& [name, pace, fault, sent, readable] : test::casesOf<5>("simulator/timing.txt")) {
+        auto device = simulator(name, pace == "line" ? Pace::line : Pace::none, faultByName(fault).value());
+        std::istringstream commands(sent);
+        std::string command;
+        for (std::int64_t moment = 0; commands >> moment >> command;)
+            device.receive(Bytes(command.begin(), command.end()), Time(moment));
+        std::istringstream counts(readable);
+        std::size_t total = 0;
+        std::size_t count = 0;
+        for (std::int64_t moment = 0; counts >> moment >> count;) {
             const auto next = device.nextEvent();
-            readable += device.take(moment).size();
-            EXPECT_EQ(readable, count) << expected.name << " " << moment.count();
+            total += device.take(Time(moment)).size();
+            EXPECT_EQ(total, count) << name << " " << sent << " " << moment;
             EXPECT_TRUE(next) << "as long as something is on its way";
         }
     }
@@ -203,6 +133,41 @@ TEST(Fault, EveryNameGivesAFaultOfItsOwn)
         EXPECT_TRUE(faults.insert(faultByName(name).value()).second) << name;
     EXPECT_EQ(faults.size(), static_cast<std::size_t>(Fault::hangUp) + 1) << "none is without a name";
     EXPECT_EQ(faultByName("hangup"), std::nullopt);
+}
+
+// What holds for every one; what tells them apart is what the descriptions of the CVs are chosen by.
+TEST(Decoder, LeavesTheFactoryInOrder)
+{
+    const auto names = decoderNames();
+    EXPECT_EQ(names.size(), 36U);
+    for (const std::string& name : names) {
+        SCOPED_TRACE(name);
+        const auto decoder = decoderByName(name);
+        ASSERT_TRUE(decoder);
+        EXPECT_EQ(decoder->name, name);
+        const auto cv = [&](std::size_t number) { return int{decoder->memory.at(number - 1)}; };
+        const bool isNewer = decoder->identification == "27" || decoder->identification == "28";
+        EXPECT_EQ(decoder->memory.size(), isNewer ? 1024U : 512U);
+        EXPECT_TRUE(cv(1) == 3 && cv(29) == 0) << "the short address three";
+        EXPECT_TRUE(cv(174) == 0 || cv(175) == 0);
+        for (std::size_t number = 258; number <= 496; ++number)
+            EXPECT_NE(cv(number), cv(number - 1)) << "a shifted block must show";
+        const bool hasNoTable = name == "kv07-v1" || name == "kv08-v1" || name.starts_with("trailer") ||
+                                name.starts_with("receiver");
+        if (hasNoTable) {
+            EXPECT_EQ(cv(73), name.starts_with("receiver") ? cv(7) : 0);
+            continue;
+        }
+        EXPECT_EQ(cv(97), 5);
+        EXPECT_EQ(cv(2), 5) << "the base speed is that of step 1";
+        EXPECT_EQ(cv(5), cv(70)) << "the top speed is that of step 28";
+        EXPECT_GE(cv(73), 4);
+        for (std::size_t step = 2; step <= 28; ++step)
+            EXPECT_GT(cv(98 - step), cv(98 - step + 1)) << "step " << step;
+    }
+    EXPECT_EQ(decoderByName("KV07-F3")->name, "kv07-f3");
+    for (const auto* name : {"", "kv", "kv07-", "kv09", "kv077", " kv07"})
+        EXPECT_FALSE(decoderByName(name)) << name;
 }
 
 } // namespace
