@@ -1,4 +1,6 @@
+#include "language/first_start.h"
 #include "language/language_loader.h"
+#include "support/case_table.h"
 #include "support/memory_files.h"
 
 #include <gtest/gtest.h>
@@ -66,29 +68,24 @@ TEST_F(LanguageLoaderTest, AShorterOrMissingFileLeavesEntriesInPlaceAndTheMissin
 
 TEST_F(LanguageLoaderTest, WhatHoldsNoTextIsToldInWordsThatAreThere)
 {
-    const struct {
-        const char* file;
-        std::string content;
-        Text told;
-    } cases[] = {
-        {"Deutsch_cap.txt", "", u"damaged: Deutsch_cap.txt"},
-        {"Deutsch_mnu.txt", "\r\n \r\n", u"damaged: Deutsch_mnu.txt"},
-        {"Deutsch_cap.txt", {'0', 0, '0', 0}, u"damaged: Deutsch_cap.txt"},
-        {"Deutsch_var.txt",
-         "\x7F"
-         "ELF\x02",
-         u"File [Deutsch_var.txt] is damaged !\r\nPlease install the program again."},
-        {"Deutsch_mnu.txt", "0001Datei\t\xC4\r\n\x1A", u""},
-    };
-    for (const auto& [file, content, told] : cases) {
+    for (const auto& [file, content, told] : test::casesOf<3>("language/damaged.txt")) {
         add("Deutsch", "0001Eins\r\n");
         files.content[folder / "Deutsch_var.txt"] = bytesOf(std::string(649, '\n') + "0650damaged: {1}\n");
         files.content[folder / file] = bytesOf(content);
         ASSERT_FALSE(load(LanguageCode::german));
         EXPECT_EQ(loaded.damaged.size(), told.empty() ? 0U : 1U) << file;
         if (!told.empty()) {
-            EXPECT_EQ(damagedLanguageFileText(tables, loaded, LanguageCode::german), told);
+            EXPECT_EQ(utf8FromText(damagedLanguageFileText(tables, loaded, LanguageCode::german)), told);
         }
+    }
+}
+
+TEST(FirstStartTest, CaptionsFollowTheLocale)
+{
+    for (const auto& [locale, german, french] : test::casesOf<3>("language/first_start.txt")) {
+        const LanguageButtonCaptions& captions = languageButtonCaptions(textFromUtf8(locale));
+        EXPECT_EQ(utf8FromText(Text(captions.front())), german) << locale;
+        EXPECT_EQ(utf8FromText(Text(captions.back())), french) << locale;
     }
 }
 

@@ -2,10 +2,15 @@
 #include "link/identification.h"
 #include "link/live_value.h"
 #include "link/port_choice.h"
+#include "support/case_table.h"
 #include "support/link_bench.h"
 #include "support/memory_files.h"
 
 #include <gtest/gtest.h>
+
+#include <map>
+#include <numeric>
+#include <sstream>
 
 namespace karvo
 {
@@ -82,10 +87,10 @@ TEST_F(ExchangeTest, ABlockIsCollectedWholeAndItsProgressShown)
 
 TEST(IdentificationTest, EachReplyHasItsTypeCode)
 {
-    const std::pair<const char*, int> table[] = {{"04", 0}, {"14", 0},  {"15", 1},  {"16", 2},
-                                                 {"24", 4}, {"25", 5},  {"26", 6},  {"27", 7},
-                                                 {"28", 8}, {"80", 80}, {"81", 81}, {"A7", 57}};
-    for (const auto& [reply, code] : table) {
+    const std::map<std::string, int> codes = {{"04", 0}, {"14", 0},  {"15", 1},  {"16", 2},
+                                              {"24", 4}, {"25", 5},  {"26", 6},  {"27", 7},
+                                              {"28", 8}, {"80", 80}, {"81", 81}, {"A7", 57}};
+    for (const auto& [reply, code] : codes) {
         EXPECT_EQ(typeCodeOf(bytesOf(reply), ReadOnlyReceiver::accepted), code) << reply;
         EXPECT_EQ(blockReplyLength(code), code == 7 || code == 8 ? 1025u : 513u) << reply;
     }
@@ -115,35 +120,21 @@ TEST_F(ExchangeTest, TheSecondCharacterOfAnIdentificationMayComeFiftyMillisecond
 
 TEST(LiveValueTest, ThreeExchangesInTheirOrderOrAFaultThatIsTold)
 {
-    const Bytes kv07 = bytesOf("27");
-    const Bytes ack = {6};
-    const Journal sent = {"write 37", "write 69 87 77", "write 2 5 7"};
-    const char* const silent = "message no reply\r\nnothing came";
-    // The replies to "%", to "EWM" and to the packet; the end, the exchanges and what is told.
-    const std::tuple<std::vector<Bytes>, LiveEnd, int, Journal> cases[] = {
-        {{kv07, ack, {6, 9}}, LiveEnd::sent, 3, {}},
-        {{kv07, ack, {21}}, LiveEnd::sent, 3, {}},
-        {{kv07, ack}, LiveEnd::noReply, 3, {silent}},
-        {{kv07, {7, 6}}, LiveEnd::refused, 2, {"message m294"}},
-        {{kv07}, LiveEnd::noReply, 2, {silent}},
-        {{}, LiveEnd::noReply, 1, {silent}},
-        {{{'2'}}, LiveEnd::noReply, 1, {"message no reply\r\n1 of 2 bytes"}},
-        {{bytesOf("81"), ack}, LiveEnd::unknownDecoder, 1, {}},
-        {{bytesOf("A7"), ack}, LiveEnd::unknownDecoder, 1, {}},
-        {{bytesOf("270"), ack}, LiveEnd::unknownDecoder, 1, {}},
-    };
-    for (const auto& [replies, end, exchanges, told] : cases) {
+    const std::array<std::string, 4> ends = {"sent", "noReply", "unknownDecoder", "refused"};
+    const Journal sent = {", write 37", ", write 69 87 77", ", write 2 5 7"};
+    for (const auto& [replies, end, exchanges, told] : test::casesOf<4>("link/live_values.txt")) {
         LinkBench bench;
         test::setText(bench.texts, 294, u"m294");
         bench.state.typeCode = 33;
-        for (const Bytes& reply : replies)
-            bench.line.replyWith(reply);
-        EXPECT_EQ(sendLiveValue(bench.link, {2, 5}, ClosedPort::opened), end);
-        Journal expected = {"open 1"};
-        expected.insert(expected.end(), sent.begin(), sent.begin() + exchanges);
-        expected.insert(expected.end(), told.begin(), told.end());
-        EXPECT_EQ(bench.journal, expected);
-        EXPECT_EQ(bench.state.typeCode, exchanges > 1 ? 7 : 33);
+        std::istringstream each(replies);
+        for (std::string reply; std::getline(each, reply, ',');)
+            bench.line.replyWith(bytesOf(reply));
+        const auto ended = sendLiveValue(bench.link, {2, 5}, ClosedPort::opened);
+        EXPECT_EQ(ends.at(static_cast<std::size_t>(ended)), end);
+        const auto count = std::stoi(exchanges);
+        EXPECT_EQ(joined(bench.journal),
+                  std::accumulate(sent.begin(), sent.begin() + count, std::string("open 1")) + told);
+        EXPECT_EQ(bench.state.typeCode, count > 1 ? 7 : 33);
         EXPECT_FALSE(bench.state.timeOut);
         EXPECT_TRUE(bench.line.isOpen());
     }

@@ -1,9 +1,12 @@
 #include "link/read.h"
 #include "link/save_path_read.h"
+#include "support/case_table.h"
 #include "support/link_bench.h"
 #include "support/memory_files.h"
 
 #include <gtest/gtest.h>
+
+#include <sstream>
 
 namespace karvo
 {
@@ -77,49 +80,32 @@ TEST(ReadTest, TakesTheWholeBlockAndNothingBehindIt)
 
 TEST(ReadTest, AFaultIsToldAndLeavesTheImageAloneAndTheNextReadWorks)
 {
-    const auto silence = [](const std::string& came) {
-        return "message no reply\r\n" + came + ", status no reply status";
-    };
-    const std::string silent = silence("nothing came");
-    const std::string over = ", no hourglass";
-    const std::string wrong = "write 69 82, message wrong check byte, status read all" + over;
-    const std::string unknown = "message unknown decoder\r\nreply \"99\", status read all" + over;
-    const std::vector<Piece> hangsUp = {{500ms, Bytes(100, 1)}, {600ms, {}}};
-    Bytes wrongBlock = blockOf(512);
-    wrongBlock.back() ^= 1;
-    const struct {
-        Kind kind;
-        int typeCode;
-        const char* presence; // the reply to "%"
-        std::vector<Piece> block;
-        ReadEnd end;
-        std::chrono::milliseconds time;
-        std::string passed; // the end of the journal
-    } cases[] = {
-        {full, 0, "", {}, noReply, 5000ms, "write 37, " + silent + ", close" + over},
-        {forSave, 0, "", {}, noReply, 5000ms, "write 37, close" + over + ", " + silent}, // before the box
-                                                                                         // comes
-        {full, 0, "99", {}, unknownDecoder, 0ms, unknown},
-        {full, 0, "28", at(0ms, blockOf(512)), noReply, 10000ms, silence("513 of 1025 bytes") + over},
-        {full, 0, "15", at(0ms, Bytes(413, 1)), noReply, 5000ms, silence("413 of 513 bytes") + over},
-        {full, 0, "15", at(0ms, Bytes(514, 1)), noReply, 5000ms, silence("514 of 513 bytes") + over},
-        {forSave, 8, "27", at(5100ms, blockOf(1024)), noReply, 5000ms, silent + over},
-        {full, 0, "27", hangsUp, noReply, 600ms, silence("100 of 1025 bytes") + over},
-        {full, 0, "16", at(0ms, wrongBlock), wrongCheckByte, 0ms, wrong},
-        {forSave, 1, "?", at(0ms, wrongBlock), wrongCheckByte, 50ms, wrong}, // any reply is presence
-    };
-    for (const auto& expected : cases) {
-        ReadBench bench(expected.kind);
+    const std::array<std::string, 5> ends = {"read", "noReply", "unknownDecoder", "wrongCheckByte", "ended"};
+    for (const auto& [kind, typeCode, presence, block, end, ending, passed] :
+         test::casesOf<7>("link/read_faults.txt")) {
+        ReadBench bench(kind == "full" ? full : forSave);
         const CvImage before = bench.image;
-        bench.state.typeCode = expected.typeCode;
-        bench.answer(expected.presence, expected.block);
-        EXPECT_EQ(bench.readIt(), expected.end);
-        EXPECT_EQ(bench.line.now(), expected.time);
-        EXPECT_EQ(tailOf(bench.journal, expected.passed), expected.passed);
+        bench.state.typeCode = std::stoi(typeCode);
+        std::istringstream fields(block);
+        std::size_t length = 0;
+        std::string state;
+        std::vector<Piece> pieces;
+        if (int time = 0; fields >> time >> length >> state) {
+            pieces =
+                at(time * 1ms, state == "sound" || state == "wrong" ? blockOf(length - 1) : Bytes(length, 1));
+            if (state == "wrong")
+                pieces[0].bytes.back() ^= 1;
+            if (state == "hangup")
+                pieces.push_back({(time + 100) * 1ms, {}});
+        }
+        bench.answer(presence.c_str(), pieces);
+        EXPECT_EQ(ends.at(static_cast<std::size_t>(bench.readIt())), end);
+        EXPECT_EQ(bench.line.now(), std::stoi(ending) * 1ms);
+        EXPECT_EQ(tailOf(bench.journal, passed), passed);
         EXPECT_EQ(bench.image, before);
         EXPECT_FALSE(bench.state.timeOut);
         EXPECT_EQ(bench.state.timeOutInterval, 5000ms);
-        EXPECT_EQ(bench.line.isOpen(), expected.time != 600ms && *expected.presence != 0);
+        EXPECT_EQ(bench.line.isOpen(), state != "hangup" && !presence.empty());
         bench.state.typeCode = 1;
         bench.answer("15", at(0ms, blockOf(512)));
         EXPECT_EQ(bench.readIt(), read);

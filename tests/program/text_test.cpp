@@ -4,6 +4,7 @@
 #include "program/path_text.h"
 #include "program/text.h"
 #include "program/text_lines.h"
+#include "support/case_table.h"
 
 #include <gtest/gtest.h>
 
@@ -63,20 +64,12 @@ TEST(TextTest, NumbersAndLettersInTexts)
 
 TEST(TextLinesTest, LineEndsAndEncodingsAreToldByTheBytesOfEachLine)
 {
-    const std::pair<std::string_view, std::vector<Text>> cases[] = {
-        {"", {}},
-        {"a", {u"a"}},
-        {"a\r\nb\r\n", {u"a", u"b"}},
-        {"a\nb", {u"a", u"b"}},
-        {"a\r\n\r\nb", {u"a", u"", u"b"}},
-        {"\n", {u""}},
-        {"a\rb\n", {u"a\rb"}},
-        {"\xEF\xBB\xBF\xC3\xA4\n\xE4\n", {u"ä", u"ä"}}, // with its mark
-        {"a\xC3\xA4\nb\xE4\r\nc\xE2\x82\xAC", {u"aä", u"bä", u"c€"}},
-        {"\xC3\n\xA4", {u"\u00C3", u"\u00A4"}}, // a character cut in two by the end of its line
-    };
-    for (const auto& [content, lines] : cases)
-        EXPECT_EQ(linesOf(bytesOf(content)), lines) << content;
+    for (const auto& [content, lines] : test::casesOf<2>("program/lines.txt")) {
+        std::string read;
+        for (const Text& line : linesOf(bytesOf(content)))
+            read += utf8FromText(line) + "$";
+        EXPECT_EQ(read, lines) << content;
+    }
 }
 
 TEST(TextLinesTest, WhatIsWrittenReadsTheSame)
@@ -92,10 +85,9 @@ TEST(TextLinesTest, WhatIsWrittenReadsTheSame)
 
 TEST(BytesTest, TheCheckByteIsTheSumModulo256)
 {
-    const std::pair<Bytes, int> cases[] = {
-        {{}, 0}, {{99, 200}, 43}, {Bytes(1024, 255), 0}, {{255, 255, 1}, 255}};
-    for (const auto& [bytes, sum] : cases)
-        EXPECT_EQ(checkByte(bytes), sum);
+    EXPECT_EQ(checkByte(Bytes()), 0);
+    EXPECT_EQ(checkByte(Bytes(1024, 255)), 0);
+    EXPECT_EQ(checkByte(Bytes{255, 255, 1}), 255);
 }
 
 TEST(ClockTest, DatesSortAndMayNameFiles)
