@@ -1,5 +1,6 @@
 #include "cvdata/comparison.h"
 #include "cvdata/list_file.h"
+#include "support/case_table.h"
 #include "support/link_bench.h"
 #include "support/memory_files.h"
 
@@ -48,15 +49,13 @@ TEST_F(ComparisonTest, LinesStandInOrderWithTabsBetweenValues)
     give(other, 5, 200);
     const auto lines = compared().lines;
     ASSERT_EQ(lines.size(), 100u);
-    std::vector<Text> some;
+    Text some;
     for (const std::size_t at : {0, 4, 68, 69, 77, 81, 82, 88, 89, 96, 97})
-        some.push_back(lines[at].text());
+        some += lines[at].text() + u"; ";
     // Steps 14 to 20 have a single blank before the bracket.
-    EXPECT_EQ(some,
-              (std::vector<Text>{u"CV1 = 1\t1", u"CV5 = 5\t200", u"CV69 = 69\t69", u"  1  (CV97) = 97\t97",
-                                 u"  9  (CV89) = 89\t89", u"  13  (CV85) = 85\t85", u"  14 (CV84) = 84\t84",
-                                 u"  20 (CV78) = 78\t78", u"  21  (CV77) = 77\t77", u"  28  (CV70) = 70\t70",
-                                 u"CV98 = 98\t98"}));
+    EXPECT_EQ(some, u"CV1 = 1\t1; CV5 = 5\t200; CV69 = 69\t69;   1  (CV97) = 97\t97;   9  (CV89) = 89\t89; "
+                    u"  13  (CV85) = 85\t85;   14 (CV84) = 84\t84;   20 (CV78) = 78\t78; "
+                    u"  21  (CV77) = 77\t77;   28  (CV70) = 70\t70; CV98 = 98\t98; ");
     EXPECT_EQ(lines[4].likeness, Likeness::different);
     EXPECT_EQ(lines[4].name, u"Name 5");
     EXPECT_EQ(compared(SpeedSteps::asRows).lines[69].text(), u"CV70 = 70\t70");
@@ -105,7 +104,7 @@ TEST_F(ComparisonTest, ResultIsSavedAsTextAndCsv)
     EXPECT_EQ(likenessText(Likeness::onlySecond, texts), u"c173");
 }
 
-TEST_F(ComparisonTest, DifferentProcessorsAreRefusedBothWays)
+TEST_F(ComparisonTest, DifferentProcessorsAreRefusedBothWaysAndKnownFromDecoderOrFileOnly)
 {
     using Known = std::optional<Processor>;
     const Known small = Processor::atmega168;
@@ -122,33 +121,23 @@ TEST_F(ComparisonTest, DifferentProcessorsAreRefusedBothWays)
             comparisonRefusal({u"", &one, first, isVehicle}, {u"", &other, second, false}, texts);
         EXPECT_EQ(refusal.value_or(u""), text);
     }
-}
-
-TEST_F(ComparisonTest, TheProcessorOfASetIsKnownFromDecoderOrFileOnly)
-{
     CvSet set;
     set.profile.processor = Processor::atmega168;
-    EXPECT_EQ(sideOf(set, u"").processor, Processor::atmega168);
+    EXPECT_EQ(sideOf(set, u"").processor, small);
     EXPECT_TRUE(sideOf(set, u"").isVehicle);
     set.offlineItem = "mnu_KV05";
     EXPECT_EQ(sideOf(set, u"").processor, std::nullopt);
     set.offlineItem = openedListItem;
-    set.fileProcessor = Processor::atmega328;
-    EXPECT_EQ(sideOf(set, u"").processor, Processor::atmega328);
+    set.fileProcessor = large;
+    EXPECT_EQ(sideOf(set, u"").processor, large);
     EXPECT_FALSE(sideOf(set, u"").isVehicle);
 }
 
 TEST_F(ComparisonTest, LooksUpACvOrAValue)
 {
     give(other, 5, 99);
-    const std::pair<TextView, std::optional<Text>> cases[] = {{u" 99 ", u"m697 CV5 = 99\r\nCV99 = 99"},
-                                                              {u"cv5", u"m697 CV5 = 99"},
-                                                              {u"256", u"m697 c26"},
-                                                              {u"Licht", u"m697 c26"},
-                                                              {u"", {}},
-                                                              {u"  ", {}}};
-    for (const auto& [answer, found] : cases)
-        EXPECT_EQ(lookedUpValues(other, answer, texts), found);
+    for (const auto& [answer, found] : test::casesOf<2>("cvdata/looked_up.txt"))
+        EXPECT_EQ(utf8FromText(lookedUpValues(other, textFromUtf8(answer), texts).value_or(Text())), found);
 }
 
 } // namespace

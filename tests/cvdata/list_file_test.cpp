@@ -18,9 +18,7 @@ namespace
 {
 
 using test::bytesOf;
-template <typename Kind>
-using FaultsOf = std::vector<std::pair<Kind, int>>;
-using Faults = FaultsOf<ListFault::Kind>;
+using Faults = std::vector<std::pair<ListFault::Kind, int>>;
 
 // Of a file with lists as they were found and as they are saved.
 Bytes golden(const std::string& name)
@@ -64,11 +62,10 @@ CvSet opened(const Bytes& content)
     return set;
 }
 
-template <typename Read>
-auto faultsOf(const Read& file)
+Faults faultsOf(const ListFile& list)
 {
-    FaultsOf<decltype(file.faults.front().kind)> faults;
-    for (const auto& fault : file.faults)
+    Faults faults;
+    for (const auto& fault : list.faults)
         faults.emplace_back(fault.kind, fault.line);
     return faults;
 }
@@ -140,12 +137,10 @@ TEST(ListFileTest, EveryInstalledDescriptionSurvivesSaveOpenSave)
         EXPECT_EQ(again.profile.firmwareVersion, firmware) << name;
         EXPECT_EQ(again.profile.processor, Processor::atmega168) << name;
         EXPECT_EQ(save_data(again), saved) << name;
-        int differing = 0;
         for (int cv = 1; cv <= CvTable::lastRow; ++cv) {
             for (int column = 1; column <= CvTable::lastColumn; ++column)
-                differing += again.table.at(cv, column) == set.table.at(cv, column) ? 0 : 1;
+                ASSERT_EQ(again.table.at(cv, column), set.table.at(cv, column)) << name << cv;
         }
-        EXPECT_EQ(differing, 0) << name;
         for (const int cv : {167, 171, 176})
             EXPECT_TRUE(again.table.describes(cv)) << name << cv;
     }
@@ -280,60 +275,55 @@ TEST(DescriptionFileTest, FieldsFillTheColumnsOfTheRowThatTheirNumberNames)
             bytesOf("\xEF\xBB\xBFStandard KV07\r\n4;3;L\xC3\xA4nge;1;126;3;\n2;5;erste$zweite;rest\r\n" +
                     end + "\r\n5;9;no row;\r\n"));
         ASSERT_TRUE(description);
-        EXPECT_EQ(description->rowCount, 2);
-        EXPECT_EQ(description->lines.size(), 6u);
         const CvTable& table = description->table;
         EXPECT_EQ(table.describedCvs(), (std::vector{2, 4}));
-        EXPECT_EQ(
-            (std::vector<Text>{description->header(), description->lines[3], table.at(2, 2), table.at(2, 3),
-                               table.at(4, Column::text), table.at(4, Column::upperLimit)}),
-            (std::vector<Text>{u"Standard KV07", u"2;5;erste$zweite;rest", u"5", u"erste\r\nzweite", u"Länge",
-                               u"126"}));
-        EXPECT_EQ(table.at(2, 4), u""); // behind the last ";"
+        EXPECT_EQ(description->header() + u"|" + description->lines[3] + u"|" + table.at(2, 2) + u"|" +
+                      table.at(2, 3) + u"|" + table.at(2, 4) + u"|" + table.at(4, Column::text) + u"|" +
+                      table.at(4, Column::upperLimit),
+                  u"Standard KV07|2;5;erste$zweite;rest|5|erste\r\nzweite||Länge|126")
+            << "a field ends with its semicolon";
+        EXPECT_EQ(description->rowCount, 2);
+        EXPECT_EQ(description->lines.size(), 6u);
         EXPECT_TRUE(description->faults.empty());
     }
 }
 
 TEST(DescriptionFileTest, WhatIsLeftOutIsNamedWithItsLine)
 {
-    using enum DescriptionFault::Kind;
-    const std::pair<const char*, FaultsOf<DescriptionFault::Kind>> cases[] = {
-        {"K\n1;1;a;\n3;7;b;\n3;8;c;\nvier;1;d;\nEnde CV\n", {{wrongRow, 4}, {wrongRow, 5}}},
-        {"K\n1;1;a;\na note\n   \n\n2;2;b;\nAnfang FS \nFS1 = 3\n",
-         {{wrongRow, 3}, {wrongRow, 4}, {wrongRow, 5}}},
-        {"K\n1;1;a;\n2;2;b;\n", {{noEnd, 3}}},
-        {"K\n1;1;a;\n2;2", {{noEnd, 3}}},
-        // A value that no CV can have is not shown.
-        {"K\n1; 1 ;a;\n2;-1;b;\n3;x;c;\n4;256;d;\n5;;e;\n6;255;f;\n7;0;g;\nEnde CV\n",
-         {{wrongValue, 3}, {wrongValue, 4}, {wrongValue, 5}}},
-    };
-    for (const auto& [content, faults] : cases) {
+    const std::array<std::string, 6> kinds = {"tooManyLines",  "rowBeyondTable", "wrongRow",
+                                              "tooManyFields", "wrongValue",     "noEnd"};
+    for (const auto& [content, faults, values] : test::casesOf<3>("cvdata/description_faults.txt")) {
         const auto description = parseDescription(bytesOf(content));
         ASSERT_TRUE(description) << content;
-        EXPECT_EQ(faultsOf(*description), faults) << content;
+        std::string named;
+        for (const auto& fault : description->faults)
+            named += kinds.at(static_cast<std::size_t>(fault.kind)) + " " + std::to_string(fault.line) + ", ";
+        EXPECT_EQ(named, faults) << content;
+        std::string read;
+        for (int cv = 2; cv <= 7; ++cv)
+            read += utf8FromText(description->table.at(cv, Column::value)) + ",";
+        EXPECT_EQ(read, values) << content;
         EXPECT_EQ(description->table.value(1), 1);
     }
-    const auto values = parseDescription(bytesOf(cases[4].first))->table;
-    for (const auto& [cv, value] : {std::pair(2, u""), {3, u""}, {4, u""}, {5, u""}, {6, u"255"}, {7, u"0"}})
-        EXPECT_EQ(values.at(cv, Column::value), value) << cv;
 }
 
 TEST(DescriptionFileTest, FieldsAndRowsBeyondTheTableAreLeftOutAndNamed)
 {
     using enum DescriptionFault::Kind;
     std::string content = "K\n1;1;3;4;5;6;7;8;9;10;11;12;13;14;15;16;17;18;\n";
-    FaultsOf<DescriptionFault::Kind> expected = {{tooManyLines, 551}, {tooManyFields, 2}};
-    for (int row = 2; row <= 700; ++row) {
+    for (int row = 2; row <= 700; ++row)
         content += std::to_string(row) + ";1;x;\n";
-        if (row > 256 && row < 550)
-            expected.emplace_back(rowBeyondTable, row + 1);
-    }
     const auto description = parseDescription(bytesOf(content));
     ASSERT_TRUE(description);
     EXPECT_EQ(description->table.at(1, 16), u"16");
     EXPECT_EQ(description->table.value(256), 1);
     EXPECT_EQ(description->lines.size(), 551u);
-    EXPECT_EQ(faultsOf(*description), expected);
+    const auto& faults = description->faults;
+    ASSERT_EQ(faults.size(), 295u);
+    EXPECT_TRUE(faults[0].kind == tooManyLines && faults[0].line == 551);
+    EXPECT_TRUE(faults[1].kind == tooManyFields && faults[1].line == 2);
+    EXPECT_TRUE(faults[2].kind == rowBeyondTable && faults[2].line == 258);
+    EXPECT_TRUE(faults[294].kind == rowBeyondTable && faults[294].line == 550);
 }
 
 } // namespace

@@ -1,13 +1,19 @@
 #include "cvdata/dcc_address.h"
 #include "cvdata/list_search.h"
 #include "cvdata/main_list.h"
+#include "support/case_table.h"
 
 #include <gtest/gtest.h>
+
+#include <sstream>
 
 namespace karvo
 {
 namespace
 {
+
+using Lines = std::vector<std::string>;
+using Hit = std::optional<ListHit>;
 
 class MainListTest : public testing::Test
 {
@@ -33,9 +39,9 @@ protected:
                            .changedMark = u"geändert",
                            .speedTableName = u"Tabelle"});
     }
-    std::vector<std::string> texts() const
+    Lines texts() const
     {
-        std::vector<std::string> lines;
+        Lines lines;
         for (const ListLine& line : fill())
             lines.push_back(utf8FromText(line.text));
         return lines;
@@ -47,24 +53,26 @@ protected:
     Bytes reply;
 };
 
-using Lines = std::vector<std::string>;
-
 TEST_F(MainListTest, EachCvIsALineAndSomeAreSpecial)
 {
-    const std::pair<int, TextView> values[] = {{5, u"128"},   {29, u"6"},    {99, u"7"},    {105, u"0"},
-                                               {106, u""},    {153, u""},    {162, u"200"}, {163, u"200"},
-                                               {164, u"128"}, {165, u"127"}, {166, u"255"}, {167, u"200"}};
-    for (const auto& [cv, value] : values)
-        describe(cv, cv, value, u"Höchstgeschwindigkeit\r\nzweite Zeile");
-    EXPECT_EQ(texts(), (Lines{"CV5  = 128", "CV29 = 6", "CV99 = 7", "CV105 = 0", "CV106 = ", "CV153 = ---",
-                              "CV162 = 200", "CV163 = 128+72", "CV164 = 128+0", "CV165 = 127",
-                              "CV166 = 128+127", "CV167 = 200"}));
-    EXPECT_EQ(fill()[0].name, u"Höchstgeschwindigkeit");
-    EXPECT_EQ(fill()[0].cv, 5);
-    profile.firmwareLevel = 2;
-    describe(153, 153, u"4");
-    EXPECT_EQ(texts()[2], "CV99 = 0");
-    EXPECT_EQ(texts()[5], "CV153 = 4");
+    for (const auto& [model, level, cvs, lines] : test::casesOf<4>("cvdata/main_lists.txt")) {
+        int number = 0;
+        while (utf8FromText(modelName(static_cast<Model>(number))) != model)
+            ++number;
+        profile.model = static_cast<Model>(number);
+        profile.firmwareLevel = std::stoi(level);
+        table = CvTable();
+        std::istringstream values(cvs);
+        for (std::string value; values >> value;) {
+            const int cv = std::stoi(value);
+            describe(cv, cv, textFromUtf8(value.substr(value.find('=') + 1)), u"Licht\r\nzweite Zeile");
+        }
+        std::string shown;
+        for (const auto& line : texts())
+            shown += line + ";";
+        EXPECT_EQ(shown, lines) << model;
+        EXPECT_EQ(fill()[0].name, u"Licht");
+    }
 }
 
 TEST_F(MainListTest, SpeedTableIsTwentyEightLinesFromStepOneOn)
@@ -86,41 +94,24 @@ TEST_F(MainListTest, SpeedTableIsTwentyEightLinesFromStepOneOn)
     EXPECT_EQ(texts()[1], "  1 = 103 (0..168) ");
 }
 
-TEST_F(MainListTest, OneGroupLineStandsForTheSpeedTableOfKv05AndKv06)
+TEST_F(MainListTest, TheGroupLineOfASpeedTableStandsForAllItsCvs)
 {
     describe(69, 98, u"9");
-    for (const Model model : {Model::kv05, Model::kv06}) {
-        profile.model = model;
-        EXPECT_EQ(texts(), (Lines{"CV69 = 9", "CV70 - CV97 ", "CV98 = 9"}));
-    }
+    profile.model = Model::kv05;
     table.at(80, Column::text) = u"Fahrstufe 18";
     const auto list = fill();
     EXPECT_EQ(list[1].name, u"Tabelle");
     for (const int cv : {70, 71, 97})
         EXPECT_EQ(positionOf(list, cv), 1u) << cv;
     EXPECT_EQ(positionOf(list, 98), 2u);
-    const std::tuple<TextView, std::optional<ListHit>, ListHit> searches[] = {
-        {u"tabelle", {}, {1, 70}},
-        {u"stufe 18", {}, {1, 80}},
-        {u"cv91", {}, {1, 91}},
-        {u"cv9", ListHit{1, 90}, {1, 91}},
-        {u"cv9", ListHit{1, 97}, {2, 98}},
-        {u"stufe 18", ListHit{1, 80}, {1, 80}}};
+    const std::tuple<TextView, Hit, ListHit> searches[] = {{u"tabelle", {}, {1, 70}},
+                                                           {u"stufe 18", {}, {1, 80}},
+                                                           {u"cv91", {}, {1, 91}},
+                                                           {u"cv9", ListHit{1, 90}, {1, 91}},
+                                                           {u"cv9", ListHit{1, 97}, {2, 98}},
+                                                           {u"stufe 18", ListHit{1, 80}, {1, 80}}};
     for (const auto& [word, after, hit] : searches)
         EXPECT_EQ(nextHit(list, table, word, after), hit) << utf8FromText(word);
-}
-
-TEST_F(MainListTest, AReceiversServosHaveTheirAddressOnALineOfItsOwn)
-{
-    for (int cv = 11; cv <= 14; ++cv)
-        describe(cv, cv, textFromNumber(cv - 10));
-    EXPECT_EQ(texts(), (Lines{"CV11 = 1", "CV12 = 2", "CV13 = 3", "CV14 = 4"}));
-    for (const Model model : {Model::receiver, Model::xtModule}) {
-        profile.model = model;
-        EXPECT_EQ(texts(), (Lines{"CV11 = 1", "CV12 = Servo 1 Adresse 2", "    A-Servo 1 = 258", "CV13 = 3",
-                                  "CV14 = Servo 2 Adresse 4", "    A-Servo 2 = 772"}));
-        EXPECT_EQ(positionOf(fill(), 12), 1u);
-    }
 }
 
 TEST_F(MainListTest, AChangeIsMarkedByAWordBehindTheValue)
@@ -164,7 +155,6 @@ TEST_F(MainListTest, SearchGoesOnFromTheLastHitAndStartsOver)
     describe(2, 2, u"5", u"Anfahren");
     describe(3, 3, u"4", u"Zweite ADRESSE");
     table.at(2, Column::explanation) = u"Lässt das Fahrzeug anfahren";
-    using Hit = std::optional<ListHit>;
     const Hit first = ListHit{0, 1};
     const Hit second = ListHit{1, 2};
     const Hit third = ListHit{2, 3};
