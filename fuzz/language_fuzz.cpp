@@ -3,6 +3,8 @@
 #include "language/language_loader.h"
 #include "support/memory_files.h"
 
+#include <algorithm>
+
 using namespace karvo;
 
 namespace
@@ -24,10 +26,11 @@ private:
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     OneFile files(Bytes(data, data + size));
-    LanguageTables tables;
+    static LanguageTables tables; // made once: thousands of texts
     fuzz::check(!loadLanguage(tables, LanguageCode::german, "folder", files).missing);
     fuzz::check(tables.messages[0].empty() && tables.menu[0].empty() && tables.captions[0].empty());
-    for (int number = 0; number <= 1000; ++number) {
+    const auto lines = std::min<std::ptrdiff_t>(1000, std::count(data, data + size, '\n') + 1);
+    for (std::ptrdiff_t number = 0; number <= lines; ++number) {
         const auto caption = tables.caption(static_cast<Caption>(number));
         fuzz::check(caption.find(u'\t') == Text::npos);
         fuzz::check(caption.size() <= tables.captions[static_cast<std::size_t>(number)].size());

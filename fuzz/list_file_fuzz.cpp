@@ -31,21 +31,26 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     auto* const list = std::get_if<ListFile>(&parsed);
     if (list == nullptr)
         return 0;
+    const CvTable& table = list->table;
     for (int cv = 1; cv <= CvTable::lastRow; ++cv) {
-        const auto value = list->table.value(cv);
-        fuzz::check(value ? *value >= 0 && *value <= 255 : list->table.at(cv, Column::value).empty());
+        if (!table.at(cv, Column::value).empty())
+            fuzz::check(isCvValue(table.value(cv)));
     }
     for (const ListFault& fault : list->faults)
         fuzz::check(fault.line >= 2 && fault.line < static_cast<int>(list->lines.size()));
+    if (!fuzz::isForWholeTables(size))
+        return 0;
     CvSet set = setOf(std::move(*list));
     const Bytes saved = save_data(set);
     auto again = parseListFile(saved);
     fuzz::check(std::holds_alternative<ListFile>(again));
     CvSet second = setOf(std::move(std::get<ListFile>(again)));
     second.profile = set.profile;
+    fuzz::check(save_data(second) == saved);
+    if (size % 16 != 0) // what compares all CVs costs more than the files themselves
+        return 0;
     const auto comparison = compare(sideOf(set, {}), sideOf(second, {}), set.table, SpeedSteps::asSteps);
     fuzz::check(comparison.isEqual());
     fuzz::check(csvExport(set.table) == csvExport(second.table));
-    fuzz::check(save_data(second) == saved);
     return 0;
 }

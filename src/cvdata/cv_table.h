@@ -31,8 +31,19 @@ public:
     static constexpr int lastRow = 256;   // the row number is the CV number; row 0 is not used
     static constexpr int lastColumn = 16; // the field number; column 0 is not used
 
-    Text& at(int row, int column) { return cells_[index(row, column)]; }
-    const Text& at(int row, int column) const { return cells_[index(row, column)]; }
+    Text& at(int row, int column)
+    {
+        Row& fields = rows_[static_cast<std::size_t>(row)];
+        if (fields.empty())
+            fields.resize(lastColumn + 1);
+        return fields[static_cast<std::size_t>(column)];
+    }
+    const Text& at(int row, int column) const
+    {
+        static const Text none;
+        const Row& fields = rows_[static_cast<std::size_t>(row)];
+        return fields.empty() ? none : fields[static_cast<std::size_t>(column)];
+    }
     Text& at(int row, Column column) { return at(row, static_cast<int>(column)); }
     const Text& at(int row, Column column) const { return at(row, static_cast<int>(column)); }
 
@@ -55,13 +66,11 @@ public:
     }
 
 private:
-    static constexpr std::size_t columns = lastColumn + 1;
-    static std::size_t index(int row, int column)
-    {
-        return static_cast<std::size_t>(row) * columns + static_cast<std::size_t>(column);
-    }
+    using Row = std::vector<Text>;
 
-    std::vector<Text> cells_ = std::vector<Text>((lastRow + 1) * columns);
+    // A table of all fields of all rows is 140 KB, and most descriptions speak of part of them: a row that
+    // nobody has filled is empty.
+    std::vector<Row> rows_ = std::vector<Row>(lastRow + 1);
 };
 
 // Whether a CV can hold it: a number from 0 to 255.
