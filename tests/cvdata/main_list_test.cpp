@@ -13,7 +13,6 @@ namespace
 {
 
 using Lines = std::vector<std::string>;
-using Hit = std::optional<ListHit>;
 
 class MainListTest : public testing::Test
 {
@@ -45,6 +44,20 @@ protected:
         for (const ListLine& line : fill())
             lines.push_back(utf8FromText(line.text));
         return lines;
+    }
+
+    // Of the searches of tests/data/cvdata/searches.txt in this list.
+    void expectHits(const std::string& list) const
+    {
+        const auto hitOf = [](const std::string& text) {
+            ListHit hit{};
+            return std::istringstream(text) >> hit.row >> hit.cv ? std::optional(hit) : std::nullopt;
+        };
+        for (const auto& [searched, word, before, hit] : test::casesOf<4>("cvdata/searches.txt")) {
+            if (searched == list) {
+                EXPECT_EQ(nextHit(fill(), table, textFromUtf8(word), hitOf(before)), hitOf(hit)) << word;
+            }
+        }
     }
 
     CvTable table;
@@ -104,14 +117,7 @@ TEST_F(MainListTest, TheGroupLineOfASpeedTableStandsForAllItsCvs)
     for (const int cv : {70, 71, 97})
         EXPECT_EQ(positionOf(list, cv), 1u) << cv;
     EXPECT_EQ(positionOf(list, 98), 2u);
-    const std::tuple<TextView, Hit, ListHit> searches[] = {{u"tabelle", {}, {1, 70}},
-                                                           {u"stufe 18", {}, {1, 80}},
-                                                           {u"cv91", {}, {1, 91}},
-                                                           {u"cv9", ListHit{1, 90}, {1, 91}},
-                                                           {u"cv9", ListHit{1, 97}, {2, 98}},
-                                                           {u"stufe 18", ListHit{1, 80}, {1, 80}}};
-    for (const auto& [word, after, hit] : searches)
-        EXPECT_EQ(nextHit(list, table, word, after), hit) << utf8FromText(word);
+    expectHits("group");
 }
 
 TEST_F(MainListTest, AChangeIsMarkedByAWordBehindTheValue)
@@ -155,16 +161,9 @@ TEST_F(MainListTest, SearchGoesOnFromTheLastHitAndStartsOver)
     describe(2, 2, u"5", u"Anfahren");
     describe(3, 3, u"4", u"Zweite ADRESSE");
     table.at(2, Column::explanation) = u"Lässt das Fahrzeug anfahren";
-    const Hit first = ListHit{0, 1};
-    const Hit second = ListHit{1, 2};
-    const Hit third = ListHit{2, 3};
-    const std::tuple<TextView, Hit, Hit> searches[] = {{u"adresse", {}, first},    {u"adresse", first, third},
-                                                       {u"adresse", third, first}, {u" LÄSST ", {}, second},
-                                                       {u"CV3", {}, third},        {u"Weiche", second, {}},
-                                                       {u"  ", second, {}}};
-    for (const auto& [word, after, hit] : searches)
-        EXPECT_EQ(nextHit(fill(), table, word, after), hit) << utf8FromText(word);
-    EXPECT_EQ(nextHit({}, table, u"x", second), std::nullopt);
+    expectHits("plain");
+    table = CvTable();
+    expectHits("empty");
 }
 
 TEST_F(MainListTest, AddressesFollowBitFiveOfCv29)

@@ -1,6 +1,7 @@
 #include "editors/presets.h"
 
 #include "editor_bench.h"
+#include "support/case_table.h"
 #include "support/folder_files.h"
 #include "support/test_bench.h"
 #include "workbench/offline_list.h"
@@ -129,22 +130,16 @@ TEST(PresetsTest, AFaultEndsTheLoadAndKeepsWhatWasMerged)
     std::string tooLong;
     for (int i = 0; i < 29; ++i)
         tooLong += "97;" + std::to_string(i) + ";x\r\n";
-    const std::tuple<std::string, const char*, std::optional<int>, Told> cases[] = {
-        {"97;12;x\r\n96;x;x\r\n95;13;x\r\n", "48;20;x;", 1, {"m762 fs/FS_Faller.fcr, 3"}},
-        {"97;300;x\r\n", "48;20;x;", {}, {"m762 fs/FS_Faller.fcr, 2"}},
-        {"nothing\r\n", "48;20;x;", {}, {"m764 fs/FS_Faller.fcr"}},
-        {tooLong, "48;20;x;", 1, {"m763 fs/FS_Faller.fcr, 30"}},
-        // Distances outside their range are left out.
-        {"97;12;x\r\n",
-         "52;95;x;\r\n53;x;x;\r\n54;7;x",
-         2,
-         {"m761 abs/Faller.bcr, 3", "abs/Faller.bcr\r\nm132\r\nm131"}}};
-    for (const auto& [steps, distances, changed, told] : cases) {
+    for (const auto& [steps, distances, changed, told] : test::casesOf<4>("editors/preset_faults.txt")) {
         PresetBench bench;
-        bench.put("fs/FS_Faller.fcr", stepFile(steps));
-        bench.put("abs/Faller.bcr", std::string("K\r\n") + distances + "\r\n");
-        EXPECT_EQ(loadPreset(bench.bench, preset("Faller")), changed) << steps;
-        EXPECT_EQ(bench.messages(), told);
+        bench.put("fs/FS_Faller.fcr", stepFile(steps == "29 lines" ? tooLong : steps));
+        bench.put("abs/Faller.bcr", "K\r\n" + distances + "\r\n");
+        const auto loaded = loadPreset(bench.bench, preset("Faller"));
+        EXPECT_EQ(loaded ? std::to_string(*loaded) : "-", changed) << steps;
+        std::string messages;
+        for (const auto& message : bench.messages())
+            messages += message + "; ";
+        EXPECT_EQ(messages, told);
         EXPECT_EQ(bench.state.set.table.value(48), 1);
         EXPECT_EQ(bench.state.set.table.value(52), 1);
     }
