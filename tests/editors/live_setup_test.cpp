@@ -1,8 +1,12 @@
 #include "editor_bench.h"
 #include "editors/live_follow.h"
+#include "support/case_table.h"
 #include "support/test_bench.h"
 
 #include <gtest/gtest.h>
+
+#include <map>
+#include <sstream>
 
 namespace karvo
 {
@@ -108,6 +112,23 @@ struct FollowBench : test::TestBench {
                 line.replyWith(reply);
         }
     }
+    // "172=120" moves a CV's slider, "hangup=2" is a line that hangs up behind two replies.
+    void act(const std::string& step)
+    {
+        const auto equals = step.find('=');
+        const int value = equals == std::string::npos ? 0 : std::stoi(step.substr(equals + 1));
+        const Bytes replies[] = {{'2', '7'}, {6}, {6}};
+        if (step.starts_with("answers"))
+            answerAll(value);
+        else if (step.starts_with("hangup")) {
+            for (int i = 0; i < value; ++i)
+                line.replyWith(replies[i]);
+            line.replyWith({});
+        } else if (equals != std::string::npos)
+            setup.move(std::stoi(step), value);
+        else
+            steps.at(step)();
+    }
     // What was sent on the channels.
     std::string packets()
     {
@@ -121,24 +142,31 @@ struct FollowBench : test::TestBench {
     }
     LiveSetup setup;
     LiveFollow follow{bench, setup};
+    const std::map<std::string, std::function<void()>> steps = {
+        {"open", [this] { follow.open(); }},   {"tick", [this] { follow.tick(); }},
+        {"moved", [this] { follow.moved(); }}, {"restore", [this] { follow.restore(); }},
+        {"close", [this] { line.close(); }},   {"end", [this] { line.endDuringNextWait(); }}};
 };
 
 const Journal oneSilence = {"write 37", "message no reply\r\nnothing came"};
 
-TEST(LiveFollowTest, SendsOnOpeningOnEachTickAndWhenCancelled)
+TEST(LiveFollowTest, SendsWhatIsTriedAndTellsAFaultOnce)
 {
-    FollowBench bench(LiveWindow::firstServo);
-    bench.answerAll(5);
-    bench.follow.open();
-    EXPECT_EQ(bench.packets(), "1 100 101, ");
-    bench.setup.move(172, 120);
-    bench.follow.tick();
-    EXPECT_EQ(bench.packets(), "2 120 122, 3 100 103, ");
-    bench.follow.restore();
-    EXPECT_EQ(bench.packets(), "2 100 102, 3 100 103, ");
-    bench.follow.tick();
-    bench.follow.moved();
-    EXPECT_EQ(bench.packets(), "") << "the window is closing";
+    const std::map<std::string, LiveWindow> windows = {{"firstServo", LiveWindow::firstServo},
+                                                       {"bothServos", LiveWindow::bothServos},
+                                                       {"times", LiveWindow::times}};
+    for (const auto& [window, before, step, passed, state] : test::casesOf<5>("editors/live_follow.txt")) {
+        FollowBench bench(windows.at(window));
+        std::istringstream steps(before);
+        for (std::string each; steps >> each;)
+            bench.act(each);
+        bench.journal.clear();
+        bench.act(step);
+        EXPECT_EQ(test::joined(bench.journal), passed) << before << " " << step;
+        EXPECT_EQ(bench.follow.isFollowing(), state == "following") << before << " " << step;
+        EXPECT_EQ(bench.follow.hasLostLine(), state.starts_with("lost")) << before << " " << step;
+        EXPECT_EQ(bench.follow.hasEnded(), state == "ended") << before << " " << step;
+    }
 }
 
 // Movements while an exchange is under way: no second exchange, and only the newest of them is sent.
@@ -157,64 +185,6 @@ TEST(LiveFollowTest, TheNewestValueWins)
     });
     bench.follow.tick();
     EXPECT_EQ(bench.packets(), "2 7 9, 2 50 52, ");
-}
-
-TEST(LiveFollowTest, AFailureIsToldOnceAndAMovementTriesAgain)
-{
-    FollowBench bench;
-    bench.follow.tick();
-    EXPECT_EQ(std::exchange(bench.journal, {}), oneSilence);
-    EXPECT_FALSE(bench.follow.isFollowing());
-    bench.follow.tick();
-    EXPECT_TRUE(bench.journal.empty());
-    bench.answerAll(1);
-    bench.follow.moved();
-    EXPECT_TRUE(bench.follow.isFollowing());
-    EXPECT_EQ(bench.packets(), "2 7 9, ");
-    bench.answerAll(1);
-    bench.line.endDuringNextWait();
-    bench.follow.tick();
-    EXPECT_TRUE(bench.follow.hasEnded());
-    bench.follow.restore();
-    EXPECT_EQ(std::exchange(bench.journal, {}), (Journal{"write 37"})) << "the end of the program ends it";
-
-    FollowBench mute;
-    mute.follow.tick();
-    mute.journal.clear();
-    mute.follow.restore();
-    EXPECT_TRUE(mute.journal.empty()) << "nothing has been sent, nothing is to be put back";
-}
-
-TEST(LiveFollowTest, ALostLineIsToldOnceAndOnlyAMovementOpensIt)
-{
-    const std::vector<Bytes> cases[] = {
-        {},                             // lost before a tick
-        {Bytes()},                      // hangs up in place of a reply,
-        {{'2', '7'}, {6}, Bytes()},     // behind the announcement,
-        {{'2', '7'}, {6}, {6}, Bytes()} // and between two channels
-    };
-    for (const auto& replies : cases) {
-        for (const bool cancelled : {false, true}) {
-            FollowBench bench(LiveWindow::bothServos);
-            bench.answerAll(1);
-            bench.follow.open();
-            for (const Bytes& reply : replies)
-                bench.line.replyWith(reply);
-            if (replies.empty())
-                bench.line.close();
-            bench.follow.tick();
-            EXPECT_EQ(std::exchange(bench.journal, {}).back(), "message line lost") << replies.size();
-            EXPECT_TRUE(bench.follow.hasLostLine());
-            bench.follow.tick();
-            if (cancelled)
-                bench.follow.restore();
-            EXPECT_TRUE(bench.journal.empty()) << "neither the timer nor a cancel opens or tells more";
-            bench.answerAll(2);
-            bench.follow.moved();
-            EXPECT_EQ(bench.journal.empty() ? "" : bench.journal.front(), cancelled ? "" : "open 1");
-            EXPECT_NE(bench.follow.isFollowing(), cancelled);
-        }
-    }
 }
 
 TEST(LiveFollowTest, ACancelOnAMuteLineWaitsOnceAndTellsOnce)
