@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <chrono>
 #include <thread>
 
@@ -34,10 +33,8 @@ TEST_F(QtFilesTest, ReadsEveryByteOfARegularFileUpToTheLimit)
     const auto path = scratch_.write("bytes ä.txt", std::string("\r\n\0\x1A\xFF\x80\n", 7));
     EXPECT_EQ(files_.readWhole(path, 7), (Bytes{13, 10, 0, 26, 255, 128, 10}));
     EXPECT_EQ(files_.readWhole(path, 6), std::nullopt);
-    EXPECT_EQ(files_.readWhole(scratch_.write("empty.txt", {}), 100), Bytes{});
-    EXPECT_EQ(files_.readWhole(at("missing.txt"), 100), std::nullopt);
-    EXPECT_EQ(files_.readWhole(scratch_.path(), 100), std::nullopt);
-    EXPECT_EQ(files_.readWhole({}, 100), std::nullopt);
+    for (const auto& none : {at("missing.txt"), scratch_.path(), std::filesystem::path()})
+        EXPECT_EQ(files_.readWhole(none, 100), std::nullopt) << none;
 #ifdef Q_OS_UNIX
     EXPECT_EQ(files_.readWhole("/dev/zero", 100), std::nullopt);
     ASSERT_EQ(::mkfifo(at("pipe").c_str(), 0600), 0);
@@ -48,9 +45,20 @@ TEST_F(QtFilesTest, ReadsEveryByteOfARegularFileUpToTheLimit)
 
 TEST_F(QtFilesTest, SavesInPlaceOfTheOldFileAndLeavesNothingBeside)
 {
-    scratch_.write("bus ä.kvr", "old and longer");
-    EXPECT_EQ(files_.saveAtomically(at("bus ä.kvr"), {13, 0, 255}), std::nullopt);
-    EXPECT_EQ(scratch_.read("bus ä.kvr"), std::string("\r\0\xFF", 3));
+    const auto old = scratch_.write("bus ä.kvr", "old and longer");
+    auto saved = old;
+#ifdef Q_OS_UNIX
+    ASSERT_EQ(::chmod(old.c_str(), 0640), 0);
+    saved = at("link.kvr");
+    std::filesystem::create_symlink(old.filename(), saved);
+#endif
+    EXPECT_EQ(files_.saveAtomically(saved, {13, 0, 255}), std::nullopt);
+    EXPECT_EQ(scratch_.read(old.filename()), std::string("\r\0\xFF", 3));
+#ifdef Q_OS_UNIX
+    EXPECT_EQ(std::filesystem::status(old).permissions(), std::filesystem::perms(0640));
+    EXPECT_TRUE(std::filesystem::is_symlink(saved));
+    std::filesystem::remove(saved);
+#endif
     EXPECT_FALSE(files_.exists(at("new.kvr")));
     EXPECT_FALSE(files_.changedAt(at("new.kvr")));
     EXPECT_EQ(files_.saveAtomically(at("new.kvr"), {}), std::nullopt);
@@ -58,41 +66,31 @@ TEST_F(QtFilesTest, SavesInPlaceOfTheOldFileAndLeavesNothingBeside)
     for (const auto& path : {at("missing/a.kvr"), scratch_.path(), std::filesystem::path()})
         EXPECT_TRUE(files_.saveAtomically(path, {1})) << path;
     EXPECT_EQ(scratch_.listing(), "bus ä.kvr new.kvr ");
-    EXPECT_EQ(scratch_.read("new.kvr"), "");
 }
 
 #ifdef Q_OS_UNIX
-// No file of this process may grow beyond a few bytes.
-TEST_F(QtFilesTest, AFullDiskIsToldAndLeavesTheOldFile)
+TEST_F(QtFilesTest, AFullDiskAndAReadOnlyFolderAreToldAndLeaveTheOldFile)
 {
     scratch_.write("bus.kvr", "old");
     rlimit before{};
     ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
-    const rlimit small{16, before.rlim_max};
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit small{16, before.rlim_max}; // bytes of each file of this process
+    std::signal(SIGXFSZ, SIG_IGN);
     ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
-    const auto reason = files_.saveAtomically(at("bus.kvr"), Bytes(100'000, 7));
+    const auto full = files_.saveAtomically(at("bus.kvr"), Bytes(100'000, 7));
     ::setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, handler);
-    EXPECT_TRUE(reason && !reason->empty());
-    EXPECT_EQ(scratch_.read("bus.kvr"), "old");
-    EXPECT_EQ(scratch_.listing(), "bus.kvr ");
-}
 
-TEST_F(QtFilesTest, AReadOnlyFolderIsToldAndStaysAsItWas)
-{
-    scratch_.write("bus.kvr", "old");
     ASSERT_EQ(::chmod(scratch_.path().c_str(), 0555), 0);
     const uid_t own = ::geteuid();
     constexpr uid_t nobody = 65534;
     ASSERT_EQ(::seteuid(own == 0 ? nobody : own), 0); // for the superuser no folder is read-only
-    const auto reason = files_.saveAtomically(at("bus.kvr"), {1});
-    const auto reasonForNew = files_.saveAtomically(at("new.kvr"), {1});
+    const auto readOnly = files_.saveAtomically(at("bus.kvr"), {1});
+    const auto readOnlyForNew = files_.saveAtomically(at("new.kvr"), {1});
     const bool canWrite = files_.canWriteInto(scratch_.path());
     ASSERT_EQ(::seteuid(own), 0);
     ASSERT_EQ(::chmod(scratch_.path().c_str(), 0755), 0);
-    EXPECT_TRUE(reason && !reason->empty());
-    EXPECT_TRUE(reasonForNew && !reasonForNew->empty());
+    for (const auto& reason : {full, readOnly, readOnlyForNew})
+        EXPECT_TRUE(reason && !reason->empty());
     EXPECT_FALSE(canWrite);
     EXPECT_EQ(scratch_.read("bus.kvr"), "old");
     EXPECT_EQ(scratch_.listing(), "bus.kvr ");
@@ -114,21 +112,16 @@ TEST_F(QtFilesTest, AProgramThatIsKilledWhileItSavesLeavesAWholeFile)
 {
     constexpr std::size_t size = 200'000;
     const auto path = scratch_.write("bus.kvr", std::string(size, '\0'));
-    bool anySaved = false;
     for (int round = 0; round < 8; ++round) {
         const pid_t child = startSaving(files_, path, size);
-        ASSERT_GT(child, 0);
         std::this_thread::sleep_for(std::chrono::milliseconds(5 + 9 * round));
         ASSERT_EQ(::kill(child, SIGKILL), 0);
         int status = 0;
         ASSERT_EQ(::waitpid(child, &status, 0), child);
         EXPECT_TRUE(WIFSIGNALED(status)) << "it saved until it was killed";
-        const std::string content = scratch_.read("bus.kvr");
-        ASSERT_EQ(content.size(), size);
-        EXPECT_EQ(content, std::string(size, content.front()));
-        anySaved = anySaved || content.front() != 0;
+        ASSERT_EQ(scratch_.read("bus.kvr"), std::string(size, scratch_.read("bus.kvr").front()));
     }
-    EXPECT_TRUE(anySaved);
+    EXPECT_NE(scratch_.read("bus.kvr").front(), 0) << "any was saved";
     EXPECT_EQ(files_.saveAtomically(path, {1}), std::nullopt);
     EXPECT_EQ(scratch_.listing(), "bus.kvr ");
 }
@@ -142,18 +135,14 @@ TEST_F(QtFilesTest, OnlyWhatEndedProcessesLeftIsCleared)
     ASSERT_EQ(::waitpid(ended, nullptr, 0), ended);
     const std::string own = files_.temporaryPath(scratch_.path()).filename().string();
     const std::string process = std::to_string(::getpid());
-    const auto nameOf = [&](const std::string& number) {
-        return std::string(own).replace(own.find(process), process.size(), number);
+    const auto nameOf = [&](pid_t number) {
+        return std::string(own).replace(own.find(process), process.size(), std::to_string(number));
     };
-    const std::string left = nameOf(std::to_string(ended));
+    const std::string left = nameOf(ended);
     const std::string kept[] = {own,
-                                nameOf("1"), // runs, though it is somebody else's
-                                "another-" + left,
-                                left + ".kvr",
-                                std::string(left).insert(left.find(".tmp"), "x"), // of another computer
-                                "bus.kvr.backup",
-                                "bus.kvr.UsyGyZ",
-                                "Zip_Ordner.unpacking-1"};
+                                nameOf(1), // runs, though it is somebody else's
+                                "another-" + left, left + ".kvr",
+                                std::string(left).insert(left.find(".tmp"), "x")}; // of another computer
     for (const auto& name : kept)
         scratch_.write(name, "x");
     scratch_.write(left + "/deep/a.txt", "x");
@@ -162,17 +151,6 @@ TEST_F(QtFilesTest, OnlyWhatEndedProcessesLeftIsCleared)
     for (const auto& name : kept)
         EXPECT_TRUE(files_.exists(at(name))) << name;
 }
-
-TEST_F(QtFilesTest, ALinkAndTheRightsOfAFileOutliveASave)
-{
-    const auto path = scratch_.write("bus.kvr", "old");
-    ASSERT_EQ(::chmod(path.c_str(), 0640), 0);
-    std::filesystem::create_symlink("bus.kvr", at("link.kvr"));
-    EXPECT_EQ(files_.saveAtomically(at("link.kvr"), {'x'}), std::nullopt);
-    EXPECT_TRUE(std::filesystem::is_symlink(at("link.kvr")));
-    EXPECT_EQ(scratch_.read("bus.kvr"), "x");
-    EXPECT_EQ(std::filesystem::status(path).permissions(), std::filesystem::perms(0640));
-}
 #endif
 
 TEST_F(QtFilesTest, MakesListsTriesAndRemoves)
@@ -180,18 +158,13 @@ TEST_F(QtFilesTest, MakesListsTriesAndRemoves)
     EXPECT_EQ(files_.makeFolder(at("a/b")), std::nullopt);
     EXPECT_EQ(files_.makeFolder(at("a/b")), std::nullopt);
     scratch_.write("a/c.kvr", "x");
-    const auto entries = files_.list(at("a"));
-    ASSERT_EQ(entries.size(), 2U);
-    EXPECT_EQ(entries[0].name, "b");
-    EXPECT_TRUE(entries[0].isFolder);
-    EXPECT_EQ(entries[1].name, "c.kvr");
-    EXPECT_FALSE(entries[1].isFolder);
+    std::string entries;
+    for (const auto& [name, isFolder] : files_.list(at("a")))
+        entries += name.string() + (isFolder ? "/ " : " ");
+    EXPECT_EQ(entries, "b/ c.kvr ");
     EXPECT_TRUE(files_.list(at("none")).empty());
     EXPECT_TRUE(files_.canWriteInto(at("a")));
     EXPECT_FALSE(files_.canWriteInto(at("none")));
-#ifdef Q_OS_LINUX
-    EXPECT_FALSE(files_.canWriteInto("/proc"));
-#endif
     EXPECT_TRUE(files_.makeFolder(at("a/c.kvr"))) << "a file stands in its place";
     EXPECT_EQ(files_.remove(at("a/c.kvr")), std::nullopt);
     EXPECT_EQ(files_.remove(at("a/c.kvr")), std::nullopt);
