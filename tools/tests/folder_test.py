@@ -29,9 +29,10 @@ class FolderTest(unittest.TestCase):
         self.assertIn(old, text)
         (self.source / name).write_text(text.replace(old, new, 1), encoding="utf-8")
 
-    def check_refusals(self, cases, told_by):
-        """Each case spoils one place of a source: its file, the text there, another one, line and words of the fault."""
-        for name, old, new, line, message in cases:
+    def check_refusals(self, table, told_by):
+        """Each line of a table in DATA spoils one place of a source: its file, the text there, another one, line and words."""
+        for case in (DATA / table).read_text(encoding="utf-8").splitlines()[1:]:
+            name, old, new, line, message = case.replace("\\n", "\n").split("|")
             with self.subTest(message):
                 before = (self.source / name).read_bytes()
                 self.change(name, old, new)
