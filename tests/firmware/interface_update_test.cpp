@@ -1,8 +1,8 @@
+// The update through the programming interface: what is sent, when, and what is asked and told.
 #include "firmware/interface_update.h"
 
+#include "support/case_table.h"
 #include "support/test_bench.h"
-
-#include <gtest/gtest.h>
 
 namespace karvo
 {
@@ -11,8 +11,14 @@ namespace
 
 using namespace std::chrono_literals;
 
-const std::string start = "1F80\r\nUpdate Ende\r\n";
-const std::string whole = ":1000000102030405060708090A0B0C0D0E0F\r\n";
+// Whole records but for the last, which has two bytes.
+std::string fileOf(int records)
+{
+    std::string content = "1F80\r\nUpdate Ende\r\n";
+    for (int i = 1; i < records; ++i)
+        content += ":1000000102030405060708090A0B0C0D0E0F\r\n";
+    return content + ":10000102\r\n";
+}
 
 struct UpdateBench : test::TestBench, UpdateObserver {
     void showHeader(const Text& header) override { journal.push_back("header " + utf8FromText(header)); }
@@ -28,23 +34,16 @@ struct UpdateBench : test::TestBench, UpdateObserver {
     UpdateBench()
     {
         test::numberEveryText(state.texts);
-        test::setText(state.texts, 426, u"UP");
-        test::setTexts(state.texts, {{858, u"{1}, {2}, {3}"}}, {{664, u"{1}"}, {671, u"record {1}"}});
+        test::setTexts(state.texts, {{426, u"UP"}, {858, u"{1}, {2}, {3}"}},
+                       {{662, u"{1} more"}, {664, u"{1}"}, {670, u"all {1}"}, {671, u"record {1}"}});
         test::setTexts(state.texts, {}, {{665, u"line {1}: {2} for {3}"}, {666, u"name: {1} for {2}"}});
         test::setTexts(state.texts, {}, {{667, u"line {1} is short"}, {668, u"line {1} is open"}});
-        test::setCaption(state.texts, 670, u"all {1}");
+        test::setCaption(state.texts, 669, u"line {1} of {2}");
         state.link.interfaceAnswered = true;
         writeFile(1);
     }
 
-    // Whole records but for the last, which has two bytes.
-    void writeFile(int records)
-    {
-        std::string content = start;
-        for (int i = 1; i < records; ++i)
-            content += whole;
-        addFile("a.uhx", content + ":10000102\r\n");
-    }
+    void writeFile(int records) { addFile("a.uhx", fileOf(records)); }
     void reply(const std::string& bytes) { line.replyWith(test::bytesOf(bytes)); }
     // The letter "O" is the second write behind the identification.
     void answerCall(const std::string& model = "27", const char* letter = "\x06")
@@ -69,6 +68,16 @@ struct UpdateBench : test::TestBench, UpdateObserver {
         answerRecords(std::vector<const char*>(records, "\x06"));
     }
     UpdateEnd update() { return updateThroughInterface(bench, setup); }
+    // How it ends, on a bench of its own.
+    static void expectEnd(UpdateEnd end, const std::string& last, std::chrono::milliseconds duration,
+                          const std::function<void(UpdateBench&)>& spoil)
+    {
+        UpdateBench bench;
+        spoil(bench);
+        EXPECT_EQ(bench.update(), end);
+        EXPECT_EQ(test::tailOf(bench.journal, last), last);
+        EXPECT_EQ(bench.line.now(), duration) << last;
+    }
 
     std::optional<std::size_t> stopsAfter; // records
     std::size_t lastSent = 0;
@@ -80,39 +89,23 @@ struct UpdateBench : test::TestBench, UpdateObserver {
         *this};
 };
 
-TEST(InterfaceUpdate, SendsEverythingInItsOrder)
+TEST(InterfaceUpdate, SendsEverythingInItsOrderWithItsPauses)
 {
     UpdateBench bench;
     bench.state.set.list = {{}};
-    bench.answerAll("27", 1);
-    EXPECT_EQ(bench.update(), UpdateEnd::sent);
-    EXPECT_TRUE(bench.state.set.precedesUpdate);
-    std::string expected = "busy, file program/a.uhx, open 1, write 37, header 1F80, write 66, write 79, "
-                           "start m308\r\nm309\r\nm310\r\nm311, records 0/1, write 65, write 31 128, write "
-                           "85 80, write 1, write 2, ";
-    for (int i = 0; i < 14; ++i)
-        expected += "write 255, ";
-    // 1 + 2 + 14 * 255 = 3573 = 0x0DF5; the closing block holds the 22nd of November 2026.
-    expected += "write 13 245, records 1/1, write 88 70 48 49 26 11 22 67 73, end, list changed, status all "
-                "1, idle";
-    EXPECT_EQ(test::joined(bench.journal), expected);
-    // 10 ms after "B", 25 ms before "A", 5 and 50 ms in the record, 10 ms behind the block.
-    EXPECT_EQ(bench.line.now(), 100ms);
-}
-
-TEST(InterfaceUpdate, CountsEachRecordAndPausesBehindEachBlockAndTheLastRecord)
-{
-    UpdateBench bench;
     bench.line.open();
     bench.state.link.lastUse = 0ms;
     bench.writeFile(9);
     bench.answerAll("80", 9);
     EXPECT_EQ(bench.update(), UpdateEnd::sent);
+    test::Journal expected;
+    for (const auto& [event] : test::casesOf<1>("firmware/update_events.txt"))
+        expected.push_back(event);
+    EXPECT_EQ(bench.journal, expected);
+    EXPECT_TRUE(bench.state.set.precedesUpdate);
     EXPECT_FALSE(bench.state.link.lastUse) << "what comes next is another decoder to the program";
-    for (int i = 0; i <= 9; ++i)
-        EXPECT_EQ(
-            std::count(bench.journal.begin(), bench.journal.end(), "records " + std::to_string(i) + "/9"), 1);
-    EXPECT_EQ(bench.line.now(), 10ms + 25ms + 9 * 55ms + 2 * 10ms);
+    // Behind "B", before "A", in each record, behind the block and the last record.
+    EXPECT_EQ(bench.line.now(), 10ms + 25ms + 9 * (5ms + 50ms) + 2 * 10ms);
 }
 
 TEST(InterfaceUpdate, OneReplyThatIsNoAcknowledgementIsTold)
@@ -144,65 +137,33 @@ TEST(InterfaceUpdate, AsksAnInterfaceOnceThatHasNotAnsweredYet)
     bench.reply("2");
     bench.answerAll("27", 1);
     EXPECT_EQ(bench.update(), UpdateEnd::sent);
-    EXPECT_TRUE(
-        test::joined(bench.journal).starts_with("busy, open 1, write 37, file program/a.uhx, write 37, "));
-    bench.line.close();
-    bench.state.link.interfaceAnswered = false;
-    bench.line.refuseToOpen({u"busy device", {}});
-    bench.prompts.answer(true);
-    EXPECT_EQ(bench.update(), UpdateEnd::portRefused);
+    const std::string begin = "busy, open 1, write 37, file program/a.uhx, write 37, ";
+    EXPECT_TRUE(test::joined(bench.journal).starts_with(begin));
 }
 
 TEST(InterfaceUpdate, WhatIsUnusualIsAskedAboutInOneQuestion)
 {
-    struct Case {
-        const char* name;
-        std::string content;
-        std::string asked; // what stands between the header and the question; empty: nothing is asked
-    };
-    const Case cases[] = {
-        {"a.uhx", start + whole + whole, ""},
-        {"KV07_KV08.uhx", "1F80,KV 7\r\nfor kv-08\r\nV6\r\nUpdate Ende\r\n" + whole, ""},
-        {"KV081.uhx", start + whole, ""},
-        {"kv08.uhx", "1F80,Receiver\r\nKV08 V6\r\nUpdate Ende\r\n" + whole,
-         "line 1: c673 for KV07\r\nline 2: KV08 for KV07\r\nname: KV08 for KV07\r\n"},
-        {"KV-R_2022.uhx", "1F80,kv-xt\r\nAN07\r\nUpdate Ende\r\n" + whole,
-         "line 1: c673 for KV07\r\nline 2: AN07 for KV07\r\nname: c673 for KV07\r\n"},
-        {"a.uhx", start + whole + ":100001\r\n" + whole, "line 4 is short\r\n"},
-        {"a.uhx", start + whole + whole.substr(0, 9), "line 4 is open\r\n"},
-    };
-    for (const Case& expected : cases) {
+    auto cases = test::casesOf<3>("firmware/unusual_updates.txt");
+    cases.push_back({"a.uhx", fileOf(4096), ""});
+    cases.push_back({"a.uhx", fileOf(4097), "line 4099 of 4097\r\n"});
+    for (const auto& [name, content, asked] : cases) {
         UpdateBench bench;
-        bench.addFile(expected.name, expected.content);
-        bench.chosen = bench.state.programFolder / expected.name;
+        bench.addFile(name, content);
+        bench.chosen = bench.state.programFolder / name;
         bench.reply("27");
-        if (!expected.asked.empty())
+        if (!asked.empty())
             bench.prompts.answer(false);
-        EXPECT_EQ(bench.update(), expected.asked.empty() ? UpdateEnd::noReply : UpdateEnd::declined);
+        EXPECT_EQ(bench.update(), asked.empty() ? UpdateEnd::noReply : UpdateEnd::declined);
         const auto& told = bench.journal[bench.journal.size() - 2];
-        EXPECT_TRUE(told.starts_with(expected.asked.empty() ? "message m233" : "question 1F80")) << told;
-        EXPECT_TRUE(expected.asked.empty() || told.ends_with("\r\n" + expected.asked + "m857")) << told;
+        EXPECT_TRUE(told.starts_with(asked.empty() ? "message m233" : "question 1F80")) << told;
+        EXPECT_TRUE(asked.empty() || told.ends_with("\r\n" + asked + "m857")) << told;
     }
-}
-
-void expectEnd(UpdateEnd end, const std::string& last, std::chrono::milliseconds duration,
-               const std::function<void(UpdateBench&)>& spoil)
-{
-    UpdateBench bench;
-    spoil(bench);
-    EXPECT_EQ(bench.update(), end);
-    EXPECT_EQ(test::tailOf(bench.journal, last), last);
-    EXPECT_EQ(bench.line.now(), duration) << last;
 }
 
 TEST(InterfaceUpdate, TellsWhyItEndsEarly)
 {
-    const auto refuse = [](UpdateBench& bench, bool goOn) {
-        bench.line.refuseToOpen({u"busy device", {}});
-        bench.prompts.answer(goOn);
-    };
+    const auto expectEnd = UpdateBench::expectEnd;
     const std::string none = "busy, message m232, idle";
-    const std::string refused = "question \r\n\r\nbusy devicem35, ";
     expectEnd(UpdateEnd::noFile, none, 0ms, [](auto& b) { b.chosen.reset(); });
     expectEnd(UpdateEnd::noFile, none, 0ms, [](auto& b) { b.chosen = "folder/*.uhx"; });
     expectEnd(UpdateEnd::noFile, "a.uhx, message m1 program/a.uhx m2, idle", 0ms,
@@ -216,8 +177,14 @@ TEST(InterfaceUpdate, TellsWhyItEndsEarly)
               });
     expectEnd(UpdateEnd::brokenOff, "end, message m851, end program, idle", 5090ms,
               [](auto& b) { b.answerCall(); });
-    expectEnd(UpdateEnd::portRefused, refused + "idle", 0ms, [&](auto& b) { refuse(b, true); });
-    expectEnd(UpdateEnd::portRefused, refused + "end program, idle", 0ms, [&](auto& b) { refuse(b, false); });
+    for (const bool goesOn : {true, false})
+        expectEnd(UpdateEnd::portRefused,
+                  std::string("question \r\n\r\nbusy devicem35, ") + (goesOn ? "idle" : "end program, idle"),
+                  0ms, [&](auto& b) {
+                      b.line.refuseToOpen({u"busy device", {}});
+                      b.prompts.answer(goesOn);
+                      b.state.link.interfaceAnswered = goesOn; // else the port is opened to ask it
+                  });
     for (const char* const model : {"04", "26", "81", "A7", "99", "270"})
         expectEnd(UpdateEnd::wrongModel, "write 37, message m313, idle", 0ms,
                   [&](auto& b) { b.reply(model); });

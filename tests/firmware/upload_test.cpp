@@ -1,10 +1,10 @@
-#include "firmware/upload.h"
-
+// The upload to the boot loader: what is sent, what the replies say, and what is told of them.
+#include "firmware/hex_digits.h"
+#include "firmware/upload_verdict.h"
 #include "link/exchange.h"
+#include "support/case_table.h"
 #include "support/hex_file.h"
 #include "support/test_bench.h"
-
-#include <gtest/gtest.h>
 
 namespace karvo
 {
@@ -13,12 +13,37 @@ namespace
 
 using namespace std::chrono_literals;
 
+Bytes bytesOfDigits(const std::string& digits)
+{
+    return bytesFromHex(textFromUtf8(digits)).value();
+}
+
+TEST(ReplyJudge, GoesByTheReplysOwnSizeCheckByteSequenceAndStatus)
+{
+    const char* const words[] = {"accepted", "missing", "damaged", "refused"}; // in the order of the verdicts
+    for (const auto& [what, reply, verdict] : test::casesOf<3>("firmware/replies.txt")) {
+        ReplyJudge judge;
+        judge.take(bytesOfDigits("1B1600010E1311"), bytesOfDigits(reply));
+        EXPECT_EQ(words[static_cast<int>(judge.verdicts().front())], verdict) << what;
+    }
+}
+
+TEST(ReplyJudge, AReplyThatComesInPiecesOrLateCountsForItsMessage)
+{
+    ReplyJudge judge;
+    judge.take(bytesOfDigits("1B1600010E1311"), bytesOfDigits("1B1600"));
+    EXPECT_EQ(judge.verdicts().back(), ReplyVerdict::damaged);
+    judge.take(bytesOfDigits("1B1700010E1310"), bytesOfDigits("020E1300121B1700020E130013"));
+    EXPECT_EQ(judge.verdicts(), (std::vector{ReplyVerdict::accepted, ReplyVerdict::accepted}));
+}
+
 HexImage image(std::size_t lines)
 {
     return std::get<HexImage>(parseHexImage(test::bytesOf(test::hexFile(lines))));
 }
 
 struct UploadBench : test::TestBench, UploadObserver {
+    UploadBench() { test::numberEveryText(state.texts); }
     void showUpload(const UploadProgress& progress) override { shown.push_back(progress); }
     void showStep(const UploadStep&) override { ++steps; }
     void showSilence(EraseState erase) override { silences.emplace_back(steps, erase); }
@@ -37,29 +62,23 @@ struct UploadBench : test::TestBench, UploadObserver {
     std::size_t stopAfter = 0;
 };
 
-TEST(UploadTest, SendsEveryMessageInItsOrderWithRisingSequence)
+TEST(Upload, IsPlannedByteForByteAndItsLastPageIsFilledUp)
 {
+    const UploadBench bench;
+    const auto cases = test::casesOf<4>("firmware/upload_plan.txt");
     const auto plan = uploadPlan(image(9));
-    std::string tokens;
+    ASSERT_EQ(plan.size(), cases.size());
     for (std::size_t i = 0; i < plan.size(); ++i) {
-        EXPECT_EQ(plan[i].bytes[1], i + 1);
-        tokens += std::to_string(plan[i].bytes[5]) + "/" + std::to_string(plan[i].expectedReply) + " ";
+        const auto& [phase, expectedReply, counts, bytes] = cases[i];
+        EXPECT_EQ(utf8FromText(bench.state.texts.caption(captionOfPhase(plan[i].phase))), phase) << i;
+        EXPECT_EQ(std::to_string(plan[i].expectedReply), expectedReply) << i;
+        EXPECT_EQ(plan[i].countsForVerdict ? "counts" : "", counts) << i;
+        EXPECT_EQ(utf8FromText(hexText(plan[i].bytes)), bytes);
     }
-    EXPECT_EQ(tokens,
-              "1/17 3/9 3/9 3/9 3/9 3/9 3/9 3/9 3/9 3/9 3/9 2/8 2/8 16/8 26/10 24/10 24/10 17/8 24/10 "
-              "18/10 17/8 19/8 19/8 ");
-    const Bytes parameters = {0x9A, 0x90, 0x91, 0x92, 0x9A, 0x98, 0x90, 0x9A, 0x90, 0x9F};
-    for (std::size_t i = 0; i < parameters.size(); ++i)
-        EXPECT_EQ(plan[i + 1].bytes[6], parameters[i]);
-    for (const std::size_t leave : {17U, 20U}) {
-        EXPECT_EQ(plan[leave].bytes.size(), 10U);
-        EXPECT_EQ(plan[leave].bytes[8], 0x9F);
-    }
-    EXPECT_EQ(plan[16].bytes[8], 0x08); // the high fuse
-    EXPECT_EQ(plan[18].bytes[7], 0x50); // the extended fuse
+    EXPECT_EQ(uploadPlan(image(2048)).at(257).bytes[1], 2) << "the low byte of the sequence counts";
 }
 
-TEST(UploadTest, OpensThePortAnewAndTheNextExchangeOpensItWithItsOwnSettings)
+TEST(Upload, OpensThePortAnewAndTheNextExchangeOpensItWithItsOwnSettings)
 {
     UploadBench bench;
     bench.line.open();
@@ -67,8 +86,7 @@ TEST(UploadTest, OpensThePortAnewAndTheNextExchangeOpensItWithItsOwnSettings)
     const auto report = bench.upload(9);
     EXPECT_EQ(report.end, UploadEnd::sent);
     EXPECT_EQ(report.steps.size(), 23U);
-    EXPECT_EQ(bench.shown[19].phase, UploadPhase::erase);
-    EXPECT_EQ(bench.shown[22].phase, UploadPhase::pages);
+    EXPECT_EQ(bench.shown[20].page, 0U);
     EXPECT_EQ(bench.shown[22].page, 2U);
     EXPECT_EQ(bench.shown[22].pages, 2U);
     EXPECT_TRUE(bench.line.isOpen());
@@ -81,7 +99,7 @@ TEST(UploadTest, OpensThePortAnewAndTheNextExchangeOpensItWithItsOwnSettings)
     EXPECT_EQ(test::joined(bench.journal), "close, settings 4800 n 1, open 1");
 }
 
-TEST(UploadTest, ASilentLoaderCostsATimeOutEachAndNothingElse)
+TEST(Upload, ASilentLoaderCostsATimeOutEachAndNothingElse)
 {
     // The first three messages; then three that count: programming mode, erase and the page.
     for (const auto& [answered, silence] : {std::pair{0U, std::pair{std::size_t{3}, EraseState::untouched}},
@@ -96,7 +114,7 @@ TEST(UploadTest, ASilentLoaderCostsATimeOutEachAndNothingElse)
     }
 }
 
-TEST(UploadTest, StopsBeforeTheNextMessageOrBeforeTheFirst)
+TEST(Upload, StopsBeforeTheNextMessageOrBeforeTheFirst)
 {
     for (const auto& [after, end] : {std::pair{5U, UploadEnd::stopped}, {22U, UploadEnd::sent}}) {
         UploadBench bench;
@@ -110,6 +128,33 @@ TEST(UploadTest, StopsBeforeTheNextMessageOrBeforeTheFirst)
     bench.state.lineBusy = true; // another operation has it
     EXPECT_EQ(bench.upload().end, UploadEnd::lineBusy);
     EXPECT_TRUE(bench.journal.empty());
+}
+
+TEST(UploadVerdict, TellsErasedFromMayBeErasedAndTheLogHoldsTheBytesBothWays)
+{
+    UploadBench bench;
+    test::setTexts(bench.state.texts, {}, {{649, u"not {1}."}, {654, u"{1} of {2}"}});
+    const std::tuple<UploadPhase, Bytes, ReplyVerdict, std::string, std::string> cases[] = {
+        {UploadPhase::fuses, {}, ReplyVerdict::missing, "0 of 9\r\nc651", "(c632)"},
+        {UploadPhase::erase, {0x0A, 0xFF}, ReplyVerdict::accepted, "0 of 9\r\nc652 c650", "0A FF"},
+        {UploadPhase::erase,
+         {1},
+         ReplyVerdict::damaged,
+         "not c657 (c660).\r\n0 of 9\r\nc653 c650",
+         "01 (c660)"},
+        {UploadPhase::settings,
+         {1},
+         ReplyVerdict::refused,
+         "not c656 (c661).\r\n0 of 9\r\nc651",
+         "01 (c661)"}};
+    const UploadStep first{{UploadPhase::signOn, {0x1B}, 17}, {1}, ReplyVerdict::accepted};
+    for (const auto& [phase, reply, verdict, told, log] : cases) {
+        const UploadStep step{{phase, {0x1B, 0x01}, 10, phase != UploadPhase::fuses}, reply, verdict};
+        EXPECT_EQ(utf8FromText(uploadVerdict(bench.state.texts, {UploadEnd::stopped, {first, step}, 9})),
+                  "c628\r\n" + told);
+        EXPECT_EQ(utf8FromText(uploadLog(bench.state.texts, step)), "> 1B 01\r\n< " + log);
+    }
+    EXPECT_TRUE(uploadVerdict(bench.state.texts, {UploadEnd::lineBusy, {}}).empty());
 }
 
 } // namespace
