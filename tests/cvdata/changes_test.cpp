@@ -2,6 +2,7 @@
 #include "cvdata/batch_change.h"
 #include "cvdata/changes.h"
 
+#include "support/case_table.h"
 #include "support/link_bench.h"
 #include "support/memory_files.h"
 
@@ -107,11 +108,8 @@ class BatchChangeTest : public testing::Test
 protected:
     BatchChangeTest()
     {
-        put("a.kvr",
-            "Standard KV07\r\n3;4;Adresse;1;126;4;\r\n4;8;Auslauf;0;255;\r\nEnde CV\r\nATmega328\r\n");
-        put("b.kvr", "KV05*2\r\n3;4;Adresse;1;99;4;\r\n4;8;Auslauf;\r\nEnde CV\r\nfremd\r\n300;1;x;\r\n");
-        put("c.kvr", "KV05*2\r\n4;8;Auslauf;\r\nEnde CV\r\n");
-        put("d.kvr", "kein CV\r\n");
+        for (const auto& [name, content, changed] : contents)
+            put(name, content);
         put("f.kvr", std::string(textFileLimit + 1, ';'));
         test::numberEveryText(texts);
         test::setText(texts, 727, u"no CV{1}");
@@ -120,7 +118,7 @@ protected:
         test::setText(texts, 448, u"{1} > {2}");
     }
 
-    void put(const char* name, std::string_view content) { files.content[name] = bytesOf(content); }
+    void put(const std::string& name, std::string_view content) { files.content[name] = bytesOf(content); }
 
     std::vector<BatchFile> preview(const std::vector<CvChange>& changes)
     {
@@ -129,6 +127,7 @@ protected:
         return previewBatch(files, paths, changes);
     }
 
+    const std::vector<std::array<std::string, 3>> contents = test::casesOf<3>("cvdata/batch_files.txt");
     test::MemoryFiles files;
     LanguageTables texts;
 };
@@ -153,15 +152,9 @@ TEST_F(BatchChangeTest, PreviewTellsValuesAndRefusalsInWords)
 TEST_F(BatchChangeTest, ChangesTheValuesAndNothingElse)
 {
     auto batch = preview({{3, 99}, {4, 8}});
-    const auto before = files.content;
     applyBatch(files, batch);
-    EXPECT_EQ(
-        files.content["a.kvr"],
-        bytesOf("Standard KV07\r\n3;99;Adresse;1;126;4;\r\n4;8;Auslauf;0;255;\r\nEnde CV\r\nATmega328\r\n"));
-    EXPECT_EQ(files.content["b.kvr"],
-              bytesOf("KV05*2\r\n3;99;Adresse;1;99;4;\r\n4;8;Auslauf;\r\nEnde CV\r\nfremd\r\n300;1;x;\r\n"));
-    for (const char* const refused : {"c.kvr", "d.kvr"})
-        EXPECT_EQ(files.content[refused], before.at(refused));
+    for (const auto& [name, content, changed] : contents)
+        EXPECT_EQ(files.content[name], bytesOf(changed)) << name;
     for (std::size_t i = 0; i < batch.size(); ++i)
         EXPECT_EQ(batch[i].done, i < 2);
     EXPECT_EQ(files.saves, 2);
@@ -173,13 +166,9 @@ TEST_F(BatchChangeTest, ChangesTheValuesAndNothingElse)
 
 TEST_F(BatchChangeTest, EncodingLineEndsAndTheEndOfTheFileStay)
 {
-    const std::pair<std::string, std::string> cases[] = {
-        {"\xEF\xBB\xBFKV07*5\n3;4;\xC3\xA4;1;126;4;\n4\r\n 5 ; 08;x\n6; 7 ;y;rest\r\nEnde CV\nATmega328",
-         "\xEF\xBB\xBFKV07*5\n3;5;\xC3\xA4;1;126;4;\n4\r\n 5 ; 08;x\n6;255;y;rest\r\nEnde CV\nATmega328"},
-        {"KV07*5\n3;\n5;8;x;\n6;0\nEnde CV\n", "KV07*5\n3;5;\n5;8;x;\n6;255;0\nEnde CV\n"}};
     const std::filesystem::path paths[] = {"a.kvr"};
     const CvChange changes[] = {{3, 5}, {5, 8}, {6, 255}};
-    for (const auto& [content, changed] : cases) {
+    for (const auto& [content, changed] : test::casesOf<2>("cvdata/batch_encodings.txt")) {
         put("a.kvr", content);
         auto batch = previewBatch(files, paths, changes);
         applyBatch(files, batch);

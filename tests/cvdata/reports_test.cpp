@@ -112,29 +112,25 @@ TEST_F(ComparisonTest, ResultIsSavedAsTextAndCsv)
 TEST_F(ComparisonTest, DifferentProcessorsAreRefusedBothWaysAndKnownFromDecoderOrFileOnly)
 {
     using Known = std::optional<Processor>;
-    const Known small = Processor::atmega168;
-    const Known large = Processor::atmega328;
-    const std::tuple<bool, Known, Known, TextView> cases[] = {
-        {true, large, small, u"m690\r\nm691\r\nm692"},
-        {true, small, large, u"m693\r\nm694\r\nm692"},
-        {false, small, large, u"m693\r\nListe: ATmega168\r\nm692"},
-        {true, small, small, u""},
-        {true, {}, small, u""},
-        {true, large, {}, u""}};
-    for (const auto& [isVehicle, first, second, text] : cases) {
-        const auto refusal =
-            comparisonRefusal({u"", &one, first, isVehicle}, {u"", &other, second, false}, texts);
-        EXPECT_EQ(refusal.value_or(u""), text);
+    const auto named = [](const std::string& name) {
+        return name.ends_with("168")   ? Known(Processor::atmega168)
+               : name.ends_with("328") ? Known(Processor::atmega328)
+                                       : Known();
+    };
+    for (const auto& [first, second, text] : test::casesOf<3>("cvdata/refused_pairs.txt")) {
+        const auto refusal = comparisonRefusal({u"", &one, named(first), first.starts_with("vehicle")},
+                                               {u"", &other, named(second), false}, texts);
+        EXPECT_EQ(utf8FromText(refusal.value_or(u"")), text);
     }
     CvSet set;
     set.profile.processor = Processor::atmega168;
-    EXPECT_EQ(sideOf(set, u"").processor, small);
+    EXPECT_EQ(sideOf(set, u"").processor, Processor::atmega168);
     EXPECT_TRUE(sideOf(set, u"").isVehicle);
     set.offlineItem = "mnu_KV05";
     EXPECT_EQ(sideOf(set, u"").processor, std::nullopt);
     set.offlineItem = openedListItem;
-    set.fileProcessor = large;
-    EXPECT_EQ(sideOf(set, u"").processor, large);
+    set.fileProcessor = Processor::atmega328;
+    EXPECT_EQ(sideOf(set, u"").processor, Processor::atmega328);
     EXPECT_FALSE(sideOf(set, u"").isVehicle);
 }
 
