@@ -12,7 +12,7 @@
 namespace karvo::test
 {
 
-// "\r", "\n" and "\xE4" in a field are the bytes that they stand for.
+// "\r", "\n", "\t" and "\xE4" in a field are the bytes that they stand for.
 inline std::string unescaped(const std::string& field)
 {
     std::string bytes;
@@ -22,7 +22,7 @@ inline std::string unescaped(const std::string& field)
             continue;
         }
         const char kind = field[++i];
-        bytes += kind == 'r' ? '\r' : kind == 'n' ? '\n' : '\0';
+        bytes += kind == 'r' ? '\r' : kind == 'n' ? '\n' : kind == 't' ? '\t' : '\0';
         if (kind == 'x') {
             bytes.back() = static_cast<char>(std::stoi(field.substr(i + 1, 2), nullptr, 16));
             i += 2;

@@ -1,167 +1,102 @@
+// What a write is going to do, before a vehicle is asked for anything.
 #include "workbench/write_plan.h"
 
 #include "link/write.h"
-
-#include <gtest/gtest.h>
-
-#include <map>
+#include "support/write_bench.h"
+#include "workbench/write_preview.h"
 
 namespace karvo::test
 {
 
-using Cvs = std::vector<int>;
-using Skips = std::map<int, WriteSkip>;
-
-class WritePlanTest : public testing::Test
-{
-protected:
-    WritePlanTest()
-    {
-        for (int cv = 1; cv <= 200; ++cv)
-            describe(cv, u"7");
-        block.fill(7);
-    }
-
-    void describe(int cv, TextView value, TextView factory = u"3")
-    {
-        table.at(cv, Column::number) = textFromNumber(cv);
-        table.at(cv, Column::value) = value;
-        table.at(cv, Column::factoryValue) = factory;
-    }
-    void differ(const Cvs& cvs)
-    {
-        block.fill(7);
-        for (const int cv : cvs)
-            block[static_cast<std::size_t>(cv)] = 8;
-    }
-    WritePlan differences() const { return planOfDifferences(table, block); }
-    static Cvs cvsOf(const WritePlan& plan)
-    {
-        Cvs cvs;
-        for (const PlannedWrite& write : plan)
-            cvs.push_back(write.cv);
-        return cvs;
-    }
-    static Skips skipsOf(const WritePlan& plan)
-    {
-        Skips skips;
-        for (const PlannedWrite& write : plan) {
-            if (write.skip != WriteSkip::none)
-                skips[write.cv] = write.skip;
-        }
-        return skips;
-    }
-
+struct PlannedList {
     CvTable table;
     CvImage block{};
+
+    PlannedList(const std::string& cells, const std::string& held)
+    {
+        for (int cv = 1; cv <= 200; ++cv) {
+            table.at(cv, Column::number) = textFromNumber(cv);
+            table.at(cv, Column::value) = u"7";
+            table.at(cv, Column::factoryValue) = u"3";
+        }
+        for (int cv = 1; cells == "no factory values" && cv <= 200; ++cv)
+            table.at(cv, Column::factoryValue).clear();
+        setCells(table, cells == "no factory values" ? "" : cells);
+        block.fill(7);
+        for (const std::string& word : wordsOf(held)) {
+            const bool isOther = word.find('=') != std::string::npos;
+            block[std::stoul(word)] = static_cast<std::uint8_t>(isOther ? numbersOf(word)[0].second : 8);
+        }
+    }
+    WritePlan planOf(const std::string& what, const std::vector<int>& numbers)
+    {
+        if (what == "chosen")
+            return planOfChosen(table, numbers);
+        if (what == "rest-of-all")
+            return restOf(planOfAll(table, block), numbers);
+        if (what == "all")
+            return planOfAll(table, block);
+        if (what == "rest")
+            return restOf(planOfDifferences(table, block), numbers);
+        auto plan = planOfDifferences(table, block);
+        for (const PlannedWrite& write : plan)
+            EXPECT_EQ(write.held, block[static_cast<std::size_t>(write.cv)]);
+        if (what == "vehicle") {
+            const int date = numbers[0];
+            DecoderProfile vehicle{.typeCode = firstReceiverTypeCode, .firmwareDate = {}};
+            if (date != 0)
+                vehicle.firmwareDate = {2000 + date / 10000, date / 100 % 100, date % 100};
+            leaveOutWhatItLacks(plan, table, vehicle);
+        }
+        return plan;
+    }
 };
 
-TEST_F(WritePlanTest, OnlyWhatDiffersFromTheBlock)
+static std::string planText(const WritePlan& plan)
 {
-    EXPECT_TRUE(differences().empty());
-    differ({48, 49, 50, 51, 201});       // the last is not described
-    table.at(49, Column::value).clear(); // no value to write
-    table.at(50, Column::value) = u"256";
-    table.at(51, Column::value) = u"nonsense";
-    for (const TextView factory : {u"3", u""}) { // without any factory value nothing counts as unused
-        for (int cv = 1; cv <= 200; ++cv)
-            table.at(cv, Column::factoryValue) = factory;
-        const auto plan = differences();
-        ASSERT_EQ(cvsOf(plan), Cvs{48});
-        EXPECT_EQ(plan[0].value, 7);
-        EXPECT_EQ(plan[0].skip, WriteSkip::none);
-        EXPECT_EQ(plan[0].held, 8);
+    LanguageTables texts;
+    addWordsOfWrites(texts);
+    auto text = plan.size() < 200 ? std::string() : std::to_string(plan.size()) + ":";
+    for (const PlannedWrite& write : plan) {
+        EXPECT_EQ(write.value, write.cv > 200 ? takeOverValue : 7);
+        const bool isWritten = write.skip == WriteSkip::none;
+        const auto reason = utf8FromText(texts.caption(captionOfSkip(write.skip)));
+        if (!isWritten || plan.size() < 200)
+            text += " " + std::to_string(write.cv) + (isWritten ? "" : ":" + reason);
+    }
+    return text + (lacksPlannedServoCv(plan) ? " lacks servos" : "");
+}
+
+TEST(WritePlanTest, EachListHasItsPlan)
+{
+    for (const auto& [what, cells, held, expected] : casesOf<4>("workbench/write_plans.txt")) {
+        PlannedList list(cells, held);
+        std::vector<int> numbers;
+        const auto kind = what.substr(0, what.find(' '));
+        for (const auto& [number, none] : numbersOf(what.substr(kind.size())))
+            numbers.push_back(number);
+        EXPECT_EQ(planText(list.planOf(kind, numbers)), expected) << what << "|" << cells << "|" << held;
     }
 }
 
-TEST_F(WritePlanTest, AddressesThenCv29ThenCv161ComeLastAndOfChosenOnesTheResetFirst)
+TEST(WriteVoltageTest, ABatteryBelowTheWarningLevelIsNamed)
 {
-    differ({1, 2, 3, 4, 15, 16, 17, 18, 19, 21, 28, 29, 30, 160, 161, 162});
-    EXPECT_EQ(cvsOf(differences()), (Cvs{2, 4, 19, 28, 30, 160, 162, 1, 3, 15, 16, 17, 18, 29, 21, 161}));
-    const auto plan = planOfChosen(table, {1, 7, 59, 48, 201, 48});
-    EXPECT_EQ(cvsOf(plan), (Cvs{59, 7, 48, 1}));
-    EXPECT_TRUE(skipsOf(plan).empty()) << "whatever they are";
-}
-
-TEST_F(WritePlanTest, OneOfTheSeriesBringsAllFive)
-{
-    differ({169});
-    EXPECT_EQ(cvsOf(differences()), (Cvs{167, 168, 169, 170, 171}));
-    EXPECT_TRUE(skipsOf(differences()).empty());
-    table.at(170, Column::upperLimit) = u"6";
-    EXPECT_EQ(skipsOf(differences()).at(169), WriteSkip::withSeries);
-    table.at(170, Column::upperLimit).clear();
-    EXPECT_EQ(cvsOf(restOf(planOfAll(table, block), {48, 171})), (Cvs{48, 167, 168, 169, 170, 171}));
-    EXPECT_EQ(cvsOf(planOfChosen(table, {171, 48})), (Cvs{48, 167, 168, 169, 170, 171}));
-    table.at(170, Column::value).clear();
-    EXPECT_EQ(cvsOf(differences()), Cvs{169});
-    describe(170, u"7", u"");
-    EXPECT_EQ(cvsOf(differences()), Cvs{169});
-}
-
-TEST_F(WritePlanTest, WhatMustNotBeWrittenIsLeftOutWithItsReason)
-{
-    describe(20, u"7", u"");
-    table.at(30, Column::upperLimit) = u"6";
-    table.at(31, Column::lowerLimit) = u"8";
-    table.at(32, Column::upperLimit) = u"7";
-    const Skips expected = {{7, WriteSkip::decodersOwn},    {8, WriteSkip::decodersOwn},
-                            {20, WriteSkip::notUsed},       {59, WriteSkip::reset},
-                            {30, WriteSkip::outsideLimits}, {31, WriteSkip::outsideLimits}};
-    EXPECT_EQ(skipsOf(planOfAll(table, block)), expected);
-    EXPECT_EQ(planOfAll(table, block).size(), 200u);
-    block.fill(9);
-    EXPECT_EQ(skipsOf(differences()), expected);
-}
-
-TEST_F(WritePlanTest, WhatALeftOutPartOfAnAddressHoldsBackIsHeldBackInTheRestToo)
-{
-    differ({17, 18, 29, 30});
-    table.at(17, Column::upperLimit) = table.at(30, Column::upperLimit) = u"6";
-    EXPECT_EQ(cvsOf(restOf(differences(), {18, 29})), (Cvs{17, 18, 29}));
-}
-
-TEST_F(WritePlanTest, AReceiverIsNotWrittenWhatItsFirmwareLacks)
-{
-    table.at(43, Column::marks) = u"mark=from=240216";
-    DecoderProfile vehicle{.typeCode = firstReceiverTypeCode, .firmwareDate = {2015, 9, 1}};
-    differ({43, 48});
-    const auto skips = [&] {
-        auto plan = differences();
-        leaveOutWhatItLacks(plan, table, vehicle);
-        return skipsOf(plan);
-    };
-    EXPECT_EQ(skips(), (Skips{{43, WriteSkip::notUsed}}));
-    vehicle.firmwareDate = {2016, 2, 24};
-    EXPECT_EQ(skips(), Skips{});
-    vehicle.firmwareDate = {}; // not known
-    EXPECT_EQ(skips(), Skips{});
-}
-
-TEST_F(WritePlanTest, ServoCvsThatTheModelLacksAreNoticed)
-{
-    for (const int cv : {10, 11, 12, 13, 14, 15}) {
-        describe(cv, u"7", u"");
-        differ({});
-        EXPECT_FALSE(lacksPlannedServoCv(differences()));
-        differ({cv});
-        EXPECT_EQ(lacksPlannedServoCv(differences()), cv != 10 && cv != 15) << cv;
-        describe(cv, u"7");
-        EXPECT_FALSE(lacksPlannedServoCv(differences()));
+    ProgramState state;
+    setCaption(state.texts, 816, u"{1} below {2}");
+    CvSet set;
+    setCells(set.table, "153.number=153 153.factory=165");
+    const std::tuple<Model, std::uint8_t, Text> cases[] = {{Model::kv08, 164, u"3,28 below 3,30"},
+                                                           {Model::kv08, 165, u""},
+                                                           {Model::kv08, 0, u""},
+                                                           {Model::kv05, 1, u""}};
+    for (const auto& [model, measured, text] : cases) {
+        CvImage block{};
+        block[153] = 165;
+        block[505] = measured;
+        DecoderProfile vehicle;
+        vehicle.model = model;
+        EXPECT_EQ(lowBatteryText(previewOf({}, set, block, vehicle), state), text) << measured;
     }
-}
-
-TEST_F(WritePlanTest, AChangedServoAddressOfAReceiverIsAlsoPutToUse)
-{
-    differ({12, 13});
-    EXPECT_EQ(cvsOf(differences()), (Cvs{12, 13})); // the model has no CV248
-    describe(248, u"0", u"0");
-    block[248] = 0;
-    describe(250, u"", u""); // of newer receivers only
-    EXPECT_EQ(cvsOf(differences()), (Cvs{12, 13, 248}));
-    EXPECT_EQ(differences().back().value, takeOverValue);
-    block[12] = 7;
-    EXPECT_EQ(cvsOf(restOf(differences(), {248})), Cvs{248});
 }
 
 } // namespace karvo::test
