@@ -227,6 +227,9 @@ private:
             return text;
         };
         steps_["report"] = [this](auto&) { return utf8FromText(reportText(report_, state.texts)); };
+        steps_["line"] = [this](auto&) {
+            return utf8FromText(outcomeLine(report_.outcomes.front(), state.texts));
+        };
         steps_["notice"] = [this](auto&) { return utf8FromText(report_.addressNotice); };
         steps_["rest"] = [this](auto&) { return textOf(report_.rest()); };
     }
