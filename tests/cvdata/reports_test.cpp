@@ -4,10 +4,11 @@
 #include "cvdata/csv_export.h"
 #include "cvdata/list_file.h"
 #include "cvdata/text_report.h"
+#include "program/text_lines.h"
 
 #include "support/case_table.h"
+#include "support/folder_files.h"
 #include "support/link_bench.h"
-#include "support/memory_files.h"
 
 #include <gtest/gtest.h>
 
@@ -49,64 +50,36 @@ protected:
     CvTable other;
 };
 
-TEST_F(ComparisonTest, LinesStandInOrderWithTabsBetweenValues)
+// Steps 14 to 20 have a single blank before the bracket.
+TEST_F(ComparisonTest, LinesStandInOrderAndAreSavedAsTextAndCsv)
 {
     give(other, 5, 200);
-    const auto lines = compared().lines;
-    ASSERT_EQ(lines.size(), 100u);
-    Text some;
-    for (const std::size_t at : {0, 4, 68, 69, 77, 81, 82, 88, 89, 96, 97})
-        some += lines[at].text() + u"; ";
-    // Steps 14 to 20 have a single blank before the bracket.
-    EXPECT_EQ(some, u"CV1 = 1\t1; CV5 = 5\t200; CV69 = 69\t69;   1  (CV97) = 97\t97;   9  (CV89) = 89\t89; "
-                    u"  13  (CV85) = 85\t85;   14 (CV84) = 84\t84;   20 (CV78) = 78\t78; "
-                    u"  21  (CV77) = 77\t77;   28  (CV70) = 70\t70; CV98 = 98\t98; ");
-    EXPECT_EQ(lines[4].likeness, Likeness::different);
-    EXPECT_EQ(lines[4].name, u"Name 5");
-    EXPECT_EQ(compared(SpeedSteps::asRows).lines[69].text(), u"CV70 = 70\t70");
-    for (const Model model : {Model::receiver, Model::xtModule})
-        EXPECT_EQ(speedStepsOf(model), SpeedSteps::asRows);
-    EXPECT_EQ(speedStepsOf(Model::kv05), SpeedSteps::asSteps);
-}
-
-TEST_F(ComparisonTest, WhatOneSideLacksIsNotEqualAndACvWithoutAValueIsNotLacking)
-{
+    give(other, 180, 0);
     one.at(2, Column::number).clear();
     one.at(2, Column::value).clear();
     other.at(3, Column::value).clear();
-    give(other, 180, 0);
-    give(other, 4, 5);
-    auto comparison = compared();
-    EXPECT_EQ(comparison.lines[1].text(), u"CV2 = ---\t2");
-    EXPECT_EQ(comparison.lines[1].likeness, Likeness::onlySecond);
-    EXPECT_EQ(comparison.lines[2].text(), u"CV3 = 3\t---");
-    EXPECT_EQ(comparison.lines[2].likeness, Likeness::onlyFirst);
-    EXPECT_EQ(comparison.lines.back().cv, 180);
-    EXPECT_EQ(countsText(comparison, texts), u"97 1 1 2");
+    const auto golden = [](const char* name) {
+        const auto folder = std::filesystem::path(KARVO_SOURCE_FOLDER) / "tests" / "data" / "list_files";
+        return test::FolderFiles().readWhole(folder / name, textFileLimit).value_or(Bytes());
+    };
+    const auto comparison = compared();
+    EXPECT_EQ(contentOfLines(comparisonReport(comparison, texts)), golden("comparison.txt"));
+    EXPECT_EQ(comparisonCsv(comparison, texts), golden("comparison.csv"));
     EXPECT_FALSE(comparison.isEqual());
-    other = one;
+    EXPECT_EQ(compared(SpeedSteps::asRows).lines[69].text(), u"CV70 = 70\t70");
+    for (const Model model : {Model::receiver, Model::xtModule, Model::kv05})
+        EXPECT_EQ(speedStepsOf(model) == SpeedSteps::asSteps, model == Model::kv05);
+}
+
+TEST_F(ComparisonTest, ACvWithoutAValueIsNotLacking)
+{
     EXPECT_TRUE(compared().isEqual());
     for (const int cv : {150, 151})
         one.at(cv, Column::number) = u"x";
     for (const int cv : {151, 152})
         other.at(cv, Column::number) = u"x";
-    EXPECT_EQ(countsText(compared(), texts), u"100 0 1 1");
+    EXPECT_EQ(countsText(compared(), texts), u"101 0 1 1");
     EXPECT_FALSE(compared().isEqual());
-}
-
-TEST_F(ComparisonTest, ResultIsSavedAsTextAndCsv)
-{
-    one = other = CvTable();
-    give(one, 1, 3);
-    give(other, 1, 4);
-    give(one, 97, 5);
-    EXPECT_EQ(comparisonReport(compared(), texts),
-              (std::vector<Text>{u"Fahrzeug", u"a;b.kvr", u"0 1 1 0", u"", u"CV1 = 3\t4\tc171\tName 1",
-                                 u"  1  (CV97) = 5\t---\tc172\tName 97"}));
-    EXPECT_EQ(comparisonCsv(compared(), texts), bytesOf("CV-Nummer;Fahrzeug;a,b.kvr;c175;CV-Text\r\n"
-                                                        "1;3;4;c171;Name 1\r\n97;5;---;c172;Name 97\r\n"));
-    EXPECT_EQ(likenessText(Likeness::equal, texts), u"c170");
-    EXPECT_EQ(likenessText(Likeness::onlySecond, texts), u"c173");
 }
 
 TEST_F(ComparisonTest, DifferentProcessorsAreRefusedBothWaysAndKnownFromDecoderOrFileOnly)
