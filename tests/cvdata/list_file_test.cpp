@@ -122,7 +122,7 @@ TEST(ListFileTest, EveryInstalledDescriptionSurvivesSaveOpenSave)
     for (const auto& entry : std::filesystem::directory_iterator(KARVO_PROGRAM_FOLDER)) {
         const auto name = entry.path().filename().string();
         const auto suffix =
-            utf8FromText(lowerCase(textFromUtf8(name.substr(std::max(name.size(), 6UL) - 6))));
+            utf8FromText(lowerCase(textFromUtf8(name.substr(std::max(name.size(), std::size_t{6}) - 6))));
         const bool isOtherLanguage = suffix == "nl.txt" || suffix == "en.txt" || suffix == "es.txt";
         if ((!name.starts_with("CV_Standart") && !name.starts_with("CV_KV")) || isOtherLanguage)
             continue; // German and French stand for all

@@ -27,7 +27,7 @@ CvSet setNamed(const std::string& model, const std::string& unused)
         for (int cv = first; cv <= last; ++cv)
             cvs.push_back(cv);
     }
-    auto number = 0;
+    int number = 0;
     while (!model.starts_with(utf8FromText(modelName(static_cast<Model>(number)))))
         ++number;
     return test::setUsing(static_cast<Model>(number), cvs);
