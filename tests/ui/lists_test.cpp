@@ -1,4 +1,6 @@
+// The lists: their columns, what a screen reader is told of them, and which row is chosen.
 #include "ui/fixed_width_list.h"
+#include "ui/tabbed_list.h"
 
 #include <QFontMetrics>
 #include <QSignalSpy>
@@ -10,6 +12,11 @@ namespace karvo
 {
 namespace
 {
+
+std::string spoken(const QListWidgetItem* item)
+{
+    return item->data(Qt::AccessibleTextRole).toString().toStdString();
+}
 
 struct FixedWidthListTest : testing::Test {
     FixedWidthListTest() { list.setRows(rows); }
@@ -28,18 +35,15 @@ struct FixedWidthListTest : testing::Test {
 
 TEST_F(FixedWidthListTest, KeepsTheTextsToTheLetterAndInColumns)
 {
-    ASSERT_EQ(list.count(), 3);
     EXPECT_EQ(list.item(1)->text().toStdString(), "  1 = 3 von 255  ");
-    EXPECT_EQ(list.item(0)->data(Qt::AccessibleTextRole).toString().toStdString(), "CV1  = 3, Erste Adresse");
-    EXPECT_EQ(list.item(2)->data(Qt::AccessibleTextRole).toString().toStdString(),
-              "Akkuspannung = 3,92 Volt (196)");
+    EXPECT_EQ(spoken(list.item(0)), "CV1  = 3, Erste Adresse");
+    EXPECT_EQ(spoken(list.item(2)), "Akkuspannung = 3,92 Volt (196)");
     EXPECT_EQ(widthOf("ii..11"), widthOf("WWMM=="));
-    EXPECT_EQ(widthOf("CV1  = "), widthOf("CV11 = "));
     EXPECT_GT(list.nameColumn(), widthOf("  1 = 3 von 255")) << "the longest text with a name";
     EXPECT_LT(list.nameColumn(), widthOf("Akkuspannung = 3,92 Volt (196)"));
 }
 
-TEST_F(FixedWidthListTest, KeepsTheChosenRowOfAsManyRowsAndElseChoosesNone)
+TEST_F(FixedWidthListTest, KeepsTheChosenRowOfAsManyRowsAndElseChoosesNoneNorByBeingFocused)
 {
     list.setCurrentRow(1);
     const QSignalSpy chosen(&list, &QListWidget::currentRowChanged);
@@ -55,10 +59,6 @@ TEST_F(FixedWidthListTest, KeepsTheChosenRowOfAsManyRowsAndElseChoosesNone)
     rows.pop_back();
     list.updateRows(rows);
     EXPECT_EQ(list.currentRow(), -1);
-}
-
-TEST_F(FixedWidthListTest, ChoosesNothingByBeingFocused)
-{
     list.show();
     list.setFocus();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&list));
@@ -79,6 +79,30 @@ TEST_F(FixedWidthListTest, TellsHowToBeginWhileItIsEmpty)
     list.setEmptyHint(hint);
     EXPECT_EQ(list.accessibleDescription(), hint);
     EXPECT_NE(list.grab().toImage(), blank) << "the hint is not drawn";
+}
+
+TEST(TabbedList, PutsThePartsOfAllLinesIntoTheSameColumns)
+{
+    TabbedList list;
+    list.setLines({{QStringLiteral("CV1 = 3\t4"), QStringLiteral("different\tAddress"), true},
+                   {QStringLiteral("  28  (CV70) = 200\t---"), QStringLiteral("only left\tStep"), false}});
+    EXPECT_EQ(list.item(0)->text().toStdString(), "CV1 = 3\t4") << "to the letter";
+    EXPECT_EQ(spoken(list.item(1)), "  28  (CV70) = 200, ---, only left, Step");
+    const auto columns = list.columns();
+    ASSERT_EQ(columns.size(), 5U); // the four, and the end of the last
+    EXPECT_EQ(columns[0], 0);
+    QFont font = list.font();
+    font.setBold(true);
+    EXPECT_GT(columns[1], QFontMetrics(font).horizontalAdvance(QStringLiteral("  28  (CV70) = 200")))
+        << "the second column begins behind the widest first part";
+    EXPECT_GE(list.sizeHintForColumn(0), columns[3]);
+    font.setPointSizeF(2 * font.pointSizeF());
+    list.setFont(font);
+    EXPECT_GT(list.columns()[1], columns[1]);
+
+    list.appendText(QStringLiteral("Values: CV1 = 3\r\nCV2 = 3"));
+    EXPECT_EQ(list.currentRow(), 2) << "in view";
+    EXPECT_GE(list.sizeHintForRow(2), 2 * QFontMetrics(list.font()).height());
 }
 
 } // namespace
