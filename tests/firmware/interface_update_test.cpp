@@ -68,16 +68,6 @@ struct UpdateBench : test::TestBench, UpdateObserver {
         answerRecords(std::vector<const char*>(records, "\x06"));
     }
     UpdateEnd update() { return updateThroughInterface(bench, setup); }
-    // How it ends, on a bench of its own.
-    static void expectEnd(UpdateEnd end, const std::string& last, std::chrono::milliseconds duration,
-                          const std::function<void(UpdateBench&)>& spoil)
-    {
-        UpdateBench bench;
-        spoil(bench);
-        EXPECT_EQ(bench.update(), end);
-        EXPECT_EQ(test::tailOf(bench.journal, last), last);
-        EXPECT_EQ(bench.line.now(), duration) << last;
-    }
 
     std::optional<std::size_t> stopsAfter; // records
     std::size_t lastSent = 0;
@@ -162,29 +152,37 @@ TEST(InterfaceUpdate, WhatIsUnusualIsAskedAboutInOneQuestion)
 
 TEST(InterfaceUpdate, TellsWhyItEndsEarly)
 {
-    const auto expectEnd = UpdateBench::expectEnd;
-    const std::string none = "busy, message m232, idle";
-    expectEnd(UpdateEnd::noFile, none, 0ms, [](auto& b) { b.chosen.reset(); });
-    expectEnd(UpdateEnd::noFile, none, 0ms, [](auto& b) { b.chosen = "folder/*.uhx"; });
+    const auto expectEnd = [](UpdateEnd end, const std::string& last, std::chrono::milliseconds duration,
+                              const std::function<void(UpdateBench&)>& spoil) {
+        UpdateBench bench;
+        spoil(bench);
+        EXPECT_EQ(bench.update(), end);
+        EXPECT_EQ(test::tailOf(bench.journal, last), last);
+        EXPECT_EQ(bench.line.now(), duration) << last;
+    };
+    for (const auto& chosen : {std::optional<std::filesystem::path>(), {"folder/*.uhx"}})
+        expectEnd(UpdateEnd::noFile, "busy, message m232, idle", 0ms, [&](auto& b) { b.chosen = chosen; });
     expectEnd(UpdateEnd::noFile, "a.uhx, message m1 program/a.uhx m2, idle", 0ms,
               [](auto& b) { b.files.content.clear(); });
     expectEnd(UpdateEnd::noReply, "a.uhx, open 1, write 37, close, message m233, idle", 5000ms,
               [](auto& b) { b.reply("2"); }); // one byte is not enough
+    const auto replyBehindAnOther = [](auto& b) {
+        b.line.addWaitingBytes({'x'}); // left of an exchange before
+        b.reply("28");
+    };
     expectEnd(UpdateEnd::noReply, "write 66, write 79, close, message m233\r\nm873, idle", 5010ms,
-              [](auto& b) {
-                  b.line.addWaitingBytes({'x'}); // left of an exchange before
-                  b.reply("28");
-              });
+              replyBehindAnOther);
     expectEnd(UpdateEnd::brokenOff, "end, message m851, end program, idle", 5090ms,
               [](auto& b) { b.answerCall(); });
-    for (const bool goesOn : {true, false})
-        expectEnd(UpdateEnd::portRefused,
-                  std::string("question \r\n\r\nbusy devicem35, ") + (goesOn ? "idle" : "end program, idle"),
-                  0ms, [&](auto& b) {
-                      b.line.refuseToOpen({u"busy device", {}});
-                      b.prompts.answer(goesOn);
-                      b.state.link.interfaceAnswered = goesOn; // else the port is opened to ask it
-                  });
+    for (const bool goesOn : {true, false}) {
+        const auto refuse = [goesOn](auto& b) {
+            b.line.refuseToOpen({u"busy device", {}});
+            b.prompts.answer(goesOn);
+            b.state.link.interfaceAnswered = goesOn; // else the port is opened to ask it
+        };
+        const std::string asked = "question \r\n\r\nbusy devicem35, ";
+        expectEnd(UpdateEnd::portRefused, asked + (goesOn ? "idle" : "end program, idle"), 0ms, refuse);
+    }
     for (const char* const model : {"04", "26", "81", "A7", "99", "270"})
         expectEnd(UpdateEnd::wrongModel, "write 37, message m313, idle", 0ms,
                   [&](auto& b) { b.reply(model); });

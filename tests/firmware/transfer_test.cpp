@@ -43,8 +43,7 @@ struct TransferBench : test::TestBench {
     {
         std::string content = "1F80\r\nUpdate Ende\r\n";
         for (int i = 0; i < records; ++i)
-            content +=
-                ":1000" + std::string(i % 2 == 0 ? "0102FF" : "FF00FF") + std::string(26, 'F') + "\r\n";
+            content += ":1000" + std::string(32, 'F') + "\r\n";
         addFile("a.uhx", content);
         return updateThroughInterface(onSimulator, {[] { return std::filesystem::path("program/a.uhx"); },
                                                     [](const std::filesystem::path&) {}, clock, watcher});
@@ -123,16 +122,11 @@ TEST(PulledAdapter, EndsAnUpdateAtEachMoment)
 // meets silence. What the replies say is told.
 TEST(Transfer, IsWholeWhateverTheRepliesAre)
 {
-    struct Case {
-        sim::Fault fault;
-        std::string verdict; // on the upload: how it begins
-        std::size_t flashed; // pages
-        UpdateEnd updateEnd;
-    };
     const std::string all = "all 20";
     const std::string none = "not 1 (c632), 2 (c632), 3 (c632), 4 (c632), 5 (c632), 6 (c632) and 14 more.\r\n"
                              "0 of 20\r\nc652 c650";
-    const Case cases[] = {
+    // How the verdict on the upload begins, its pages in the flash, and how an update ends.
+    const std::tuple<sim::Fault, std::string, std::size_t, UpdateEnd> cases[] = {
         {sim::Fault::none, all, 20, UpdateEnd::sent},
         {sim::Fault::strictLoader, all, 20, UpdateEnd::sent},
         {sim::Fault::terseLoader, all, 20, UpdateEnd::sent},
@@ -173,7 +167,6 @@ TEST(Transfer, OfAWholeFlashTakesTheWireItsTimeAndTheErasesWait)
     const auto report = bench.upload(2048);
     EXPECT_EQ(report.pagesAccepted(), 256U);
     EXPECT_EQ(report.erase(), EraseState::erased) << "though it is answered short";
-    EXPECT_EQ(report.steps[19].reply.size(), 8U);
     // 256 pages of 144 bytes out and 8 back are 3.38 s at 115200 baud; the erase waits 5 s.
     EXPECT_GT(bench.device.now(), sim::Time(8380ms));
     EXPECT_LT(bench.device.now(), sim::Time(8480ms));
