@@ -1,38 +1,20 @@
-// Every simulated decoder in every language, read from the real program folder.
+// Every simulated decoder in every language, read from the real program folder, and the files in that folder.
 #include "cvdata/cv_use.h"
 #include "language/language_loader.h"
+#include "support/case_table.h"
 #include "support/folder_files.h"
 #include "support/link_bench.h"
-#include "support/memory_files.h"
 #include "support/simulated_line.h"
 #include "workbench/expert_mode.h"
 #include "workbench/full_read.h"
 #include "workbench/language_change.h"
 #include "workbench/list_files.h"
 
-#include <fstream>
-
 namespace karvo::test
 {
 
-// A line of tests/data/decoders.txt: what a simulated decoder shows.
-struct DecoderCase {
-    std::string decoder;
-    std::string file; // "*" stands for the language's suffix
-    std::size_t lines = 0;
-    std::string lastLine; // "*" stands for comma or point
-};
-
-static std::vector<DecoderCase> decoderCases()
-{
-    std::ifstream file(std::filesystem::path(KARVO_SOURCE_FOLDER) / "tests" / "data" / "decoders.txt");
-    std::vector<DecoderCase> cases;
-    for (DecoderCase one; file >> one.decoder >> one.file >> one.lines;) {
-        std::getline(file >> std::ws, one.lastLine);
-        cases.push_back(one);
-    }
-    return cases;
-}
+// Of tests/data/decoders.txt: decoder, description file, lines and the last of them.
+using DecoderCase = std::array<std::string, 4>;
 
 struct LanguageCase {
     LanguageCode code;
@@ -88,19 +70,32 @@ protected:
     void expectListOf(const DecoderCase& decoder, const LanguageCase& language, const std::string& lineOfCv3)
     {
         const CvSet& set = state_.set;
-        EXPECT_EQ(set.descriptionPath.filename(), withStar(decoder.file, language.suffix));
+        const char* const point = language.code == LanguageCode::english ? "." : ",";
+        EXPECT_EQ(set.descriptionPath.filename(), withStar(decoder[1], language.suffix));
+        EXPECT_EQ(std::to_string(set.list.size()), decoder[2]) << language.suffix;
+        EXPECT_EQ(utf8FromText(set.list.back().text), withStar(decoder[3], point));
         EXPECT_EQ(utf8FromText(set.list.front().text), "CV1  = 3");
         EXPECT_EQ(utf8FromText(set.list.front().name), language.firstName);
         EXPECT_EQ(utf8FromText(set.list[2].text), lineOfCv3);
-        EXPECT_EQ(utf8FromText(set.list.back().text),
-                  withStar(decoder.lastLine, language.code == LanguageCode::english ? "." : ","));
-        EXPECT_EQ(set.list.size(), decoder.lines) << language.suffix;
     }
-    void expectExpertKnowledge()
+    void expectExpertKnowledge(const std::string& decoder, const char* suffix)
     {
         EXPECT_GE(state_.set.expert.size(), 5u);
         for (const auto& [cv, entry] : state_.set.expert)
             EXPECT_FALSE(entry.name.empty() || entry.knowledge.empty()) << " CV" << cv;
+        if (decoder.ends_with("-lc")) {
+            EXPECT_EQ(state_.set.expertPath.filename(),
+                      "CV_exp_" + decoder.substr(0, 4) + "LC" + suffix + ".txt");
+        }
+    }
+    void expectUnusedCvsAtZero()
+    {
+        const CvTable& table = state_.set.table;
+        for (int cv = 1; cv <= CvTable::lastRow; ++cv) {
+            if (table.describes(cv) && table.at(cv, Column::factoryValue).empty()) {
+                EXPECT_EQ(table.value(cv).value_or(0), 0) << "CV" << cv;
+            }
+        }
     }
     Journal journal_;
     ScriptedPrompts prompts_{journal_};
@@ -110,47 +105,37 @@ protected:
     ProgramState state_;
 };
 
-TEST_P(EveryDecoderTest, HasItsFilesItsListAndExpertKnowledgeInEachLanguage)
+TEST_P(EveryDecoderTest, HasItsListInEachLanguageAndKeepsItsValuesInAnother)
 {
-    const DecoderCase& expected = GetParam();
     for (const LanguageCase& language : languageCases) {
         use(language);
         state_.expert = true;
-        read(expected.decoder);
-        expectExpertKnowledge();
-        if (expected.decoder.ends_with("-lc")) {
-            EXPECT_EQ(state_.set.expertPath.filename(),
-                      "CV_exp_" + expected.decoder.substr(0, 4) + "LC" + language.suffix + ".txt");
-        }
+        read(GetParam()[0]);
+        expectExpertKnowledge(GetParam()[0], language.suffix);
         onBench("kv07", [](auto& bench) { setExpertMode(bench, false); });
-        expectListOf(expected, language, utf8FromText(state_.set.list[2].text));
-        const CvTable& table = state_.set.table;
-        for (int cv = 1; cv <= CvTable::lastRow; ++cv) {
-            if (table.describes(cv) && table.at(cv, Column::factoryValue).empty()) {
-                EXPECT_EQ(table.value(cv).value_or(0), 0) << "CV" << cv << " is not used by this decoder";
-            }
-        }
+        expectListOf(GetParam(), language, utf8FromText(state_.set.list[2].text));
+        expectUnusedCvsAtZero();
     }
-    for (const auto& entry : journal_)
-        EXPECT_FALSE(entry.starts_with("message")) << entry;
-}
-
-TEST_P(EveryDecoderTest, AnotherLanguageKeepsValuesAndMarks)
-{
-    use(languageCases[0]);
-    read(GetParam().decoder);
     state_.set.table.setValue(3, 99);
     const CvTable before = state_.set.table;
     for (const LanguageCase& language : languageCases) {
         use(language);
         changeWords();
-        expectListOf(GetParam(), language,
-                     "CV3  = 99  " + utf8FromText(state_.texts.caption(Caption::changedMark)));
+        const auto changed = utf8FromText(state_.texts.caption(Caption::changedMark));
+        expectListOf(GetParam(), language, "CV3  = 99  " + changed);
         const auto& list = state_.set.list;
         EXPECT_EQ(std::count_if(list.begin(), list.end(), [](const auto& line) { return line.changed; }), 1);
         for (int cv = 1; cv <= CvTable::lastRow; ++cv)
             EXPECT_EQ(state_.set.table.at(cv, Column::value), before.at(cv, Column::value)) << "CV" << cv;
     }
+    EXPECT_EQ(joined(journal_).find("message"), std::string::npos) << joined(journal_);
+}
+
+INSTANTIATE_TEST_SUITE_P(Decoders, EveryDecoderTest, testing::ValuesIn(casesOf<4>("decoders.txt")));
+
+TEST(EveryDecoderCasesTest, NoSimulatedDecoderIsLeftOut)
+{
+    EXPECT_EQ(casesOf<4>("decoders.txt").size(), sim::decoderNames().size());
 }
 
 // A list file of the set, opened again; without marks as before there were any.
@@ -217,20 +202,30 @@ TEST_F(ReceiverTest, WhatItsFirmwareLacksIsUnusedThereInItsListsAndInEachLanguag
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Decoders, EveryDecoderTest, testing::ValuesIn(decoderCases()),
-                         [](const auto& decoderCase) {
-                             std::string name = decoderCase.param.decoder;
-                             std::replace(name.begin(), name.end(), '-', '_');
-                             return name;
-                         });
-
-TEST(EveryDecoderCasesTest, NoSimulatedDecoderIsLeftOut)
+// data/program_folder.txt names every file that the program may ask for.
+TEST(ProgramFolderTest, HoldsTheListedFilesAndNoOthersUnderExactlyTheirNames)
 {
-    std::set<std::string> names;
-    for (const DecoderCase& decoder : decoderCases())
-        names.insert(decoder.decoder);
-    const auto simulated = sim::decoderNames();
-    EXPECT_EQ(names, std::set<std::string>(simulated.begin(), simulated.end()));
+    const std::filesystem::path folder = KARVO_PROGRAM_FOLDER;
+    std::ifstream list(std::filesystem::path(KARVO_SOURCE_FOLDER) / "data" / "program_folder.txt");
+    std::set<std::string> listed;
+    for (std::string line; std::getline(list, line);) {
+        if (!line.empty() && !line.starts_with('#'))
+            listed.insert(line);
+    }
+    std::set<std::string> held;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
+        const auto name = entry.path().lexically_relative(folder).generic_string();
+        const bool isCvFile = name.starts_with("CV_") && entry.path().parent_path() == folder;
+        if (entry.is_regular_file() && (isCvFile || name.starts_with("original/")))
+            held.insert(name);
+    }
+    EXPECT_EQ(held, listed);
+    const auto content = [&](const std::string& name) {
+        return FolderFiles().readWhole(folder / name, textFileLimit);
+    };
+    for (const std::string ending : {".txt", "_nl.txt", "_en.txt", "_es.txt", "_fr.txt"})
+        EXPECT_EQ(content("CV_exp_receiver" + ending), content("CV_exp_Receiver" + ending))
+            << "one file on Windows";
 }
 
 } // namespace karvo::test
