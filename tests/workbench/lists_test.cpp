@@ -111,38 +111,33 @@ TEST_F(ListsTest, WithoutABlockOrItsDescriptionTheOldListStaysAndTheLineIsFree)
 
 TEST_F(ListsTest, TheSameVehicleKeepsItsChosenCvAndAnyOtherBeginsWithTheFirst)
 {
-    const auto nothing = [] {};
+    // The CV that is chosen after a read, 40 before; where a CV is given, its value in the block is another.
+    const auto chosenAfter = [this](const char* identification, std::size_t cv,
+                                    const std::function<void()>& before) {
+        EXPECT_EQ(read("15"), ReadEnd::read);
+        state.set.currentNumber = 40;
+        before();
+        Bytes block = blockOf(512);
+        if (cv != 0) {
+            ++block[cv - 1];
+            ++block.back();
+        }
+        EXPECT_EQ(read(identification, block), ReadEnd::read);
+        const int chosen = state.set.currentNumber;
+        clearDisplay(bench);
+        return chosen;
+    };
     const auto writeAddress = [this] {
         state.set.table.setValue(1, 8);
         markWritten(state.set, 1);
     };
-    const struct {
-        const char* what;
-        const char* identification;
-        std::size_t cv; // that this one of the block holds another value
-        std::function<void()> before;
-        int chosen;
-    } cases[] = {
-        {"once more", "15", 0, nothing, 40},
-        {"another setting", "15", 52, nothing, 40},
-        {"another address", "15", 1, nothing, 1},
-        {"the address that was written", "15", 1, writeAddress, 40},
-        {"another model", "16", 0, nothing, 1},
-        {"an offline list before", "15", 0, [this] { state.set.offlineItem = "mnu_KV05"; }, 1},
-    };
-    for (const auto& c : cases) {
-        ASSERT_EQ(read("15"), ReadEnd::read);
-        state.set.currentNumber = 40;
-        c.before();
-        Bytes block = blockOf(512);
-        if (c.cv != 0) {
-            ++block[c.cv - 1];
-            ++block.back();
-        }
-        ASSERT_EQ(read(c.identification, block), ReadEnd::read) << c.what;
-        EXPECT_EQ(state.set.currentNumber, c.chosen) << c.what;
-        clearDisplay(bench);
-    }
+    const auto nothing = [] {};
+    EXPECT_EQ(chosenAfter("15", 0, nothing), 40);
+    EXPECT_EQ(chosenAfter("15", 52, nothing), 40);
+    EXPECT_EQ(chosenAfter("15", 1, nothing), 1) << "another address";
+    EXPECT_EQ(chosenAfter("15", 1, writeAddress), 40);
+    EXPECT_EQ(chosenAfter("16", 0, nothing), 1) << "another model";
+    EXPECT_EQ(chosenAfter("15", 0, [this] { state.set.offlineItem = "mnu_KV05"; }), 1);
 }
 
 TEST_F(ListsTest, AnOfflineListHasTheDescriptionsValuesAndTakesThePlaceOfWhatWasRead)
@@ -157,7 +152,8 @@ TEST_F(ListsTest, AnOfflineListHasTheDescriptionsValuesAndTakesThePlaceOfWhatWas
     EXPECT_EQ(state.set.currentNumber, 0);
     EXPECT_TRUE(state.set.isOffline() && state.set.rawReply.empty());
     EXPECT_EQ(state.set.loadedData, u"KV04  offline | CV_Standart172.txt");
-    EXPECT_EQ(journal.back(), "list changed");
+    describeAnew(bench);
+    EXPECT_EQ(state.set.descriptionPath, "program/CV_Standart172.txt");
     setTexts(state.texts, {{701, u"processor"}, {702, u"description"}, {703, u"expert"}}, {});
     EXPECT_EQ(decoderInfoText(state), u"Decoder = KV04\r\nprocessor = ATmega168\r\n"
                                       u"description = program/CV_Standart172.txt\r\n"
@@ -181,17 +177,14 @@ TEST_F(ListsTest, BeforeADecoderIsKnownAndAmongFourVariantsThePersonIsAsked)
     }
     addFile("CV_KV04_Bus_V3_08.txt", smallDescription("Standard KV04 172 Bus V3", "Wort "));
     addFile("CV_KV07_FW_V4.txt", smallDescription("Standard KV07 FW V4", "Wort "));
-    const std::tuple<const char*, std::size_t, std::string, const char*> cases[] = {
-        {"mnu_KV04_Bus_08", 2, "*bus1 bus2 bus3 bus4", "CV_KV04_Bus_V3_08.txt"},
-        {"mnu_KV07_FW", 3, "fire1 fire2 *fire3 fire4", "CV_KV07_FW_V4.txt"},
-    };
-    for (const auto& [item, chosen, asked, file] : cases) {
-        journal.clear();
-        prompts.choose(chosen);
-        ASSERT_TRUE(showChosenOfflineList(bench, item));
-        EXPECT_EQ(journal[0], "choice variant: which? " + asked);
-        EXPECT_EQ(state.set.descriptionPath.filename(), file);
-    }
+    prompts.choose(2);
+    ASSERT_TRUE(showChosenOfflineList(bench, "mnu_KV04_Bus_08"));
+    EXPECT_EQ(journal[journal.size() - 2], "choice variant: which? *bus1 bus2 bus3 bus4");
+    EXPECT_EQ(state.set.descriptionPath.filename(), "CV_KV04_Bus_V3_08.txt");
+    prompts.choose(3);
+    ASSERT_TRUE(showChosenOfflineList(bench, "mnu_KV07_FW"));
+    EXPECT_EQ(journal[journal.size() - 2], "choice variant: which? fire1 fire2 *fire3 fire4");
+    EXPECT_EQ(state.set.descriptionPath.filename(), "CV_KV07_FW_V4.txt");
     for (const std::optional<std::size_t> chosen : {std::optional<std::size_t>(), {0}}) { // not in the folder
         prompts.choose(chosen);
         EXPECT_FALSE(showChosenOfflineList(bench, "mnu_KV07_FW"));

@@ -1,45 +1,39 @@
 // What the program finds when it starts: its settings, and the folders with the person's files.
+#include "support/case_table.h"
 #include "support/test_bench.h"
 #include "workbench/start.h"
 #include "workbench/user_folders.h"
+
+#include <iterator>
+#include <sstream>
 
 namespace karvo::test
 {
 
 TEST(StartTest, TakesWhatIsStoredAndLeavesAllFiveSettings)
 {
-    using Five = std::array<TextView, 5>; // what is empty was not stored
-    const std::array<std::string, 5> keys = {"Parameter/ATMELpath", "Parameter/Com_Port", "Parameter/Expert",
-                                             "Parameter/Language", "Parameter/Location"};
-    const Five full = {u"D:\\hex", u"12", u"1", u"5", u"somewhere"};
-    const Five usual = {u"C:\\", u"1", u"0", u"", u""};
-    const struct {
-        const char* what;
-        Five before;
-        Five after;
-        std::vector<int> present = {};
-    } cases[] = {
-        {"the first start", {}, usual},
-        {"a stored one", full, full},
-        {"nonsense", {u"", u"99", u"yes", u"9", u""}, {u"C:\\", u"1", u"0", u"9", u""}},
-        {"the only port", {}, {u"C:\\", u"5", u"0", u"", u""}, {5}},
-        {"two ports", {}, usual, {5, 6}},
-        {"a port stored by now", {u"", u"1"}, usual, {9}},
-    };
-    for (const auto& [what, before, after, present] : cases) {
+    const std::string names[] = {"Parameter/ATMELpath", "Parameter/Com_Port", "Parameter/Expert",
+                                 "Parameter/Language", "Parameter/Location"};
+    for (const auto& [before, ports, after] : casesOf<3>("workbench/settings.txt")) {
         MemorySettings settings;
         ProgramState state;
-        for (std::size_t i = 0; i < keys.size(); ++i) {
-            if (!before[i].empty())
-                settings.values[keys[i]] = before[i];
+        std::istringstream stored(before);
+        for (const auto& name : names) {
+            std::string value;
+            if (std::getline(stored, value, ';') && !value.empty())
+                settings.values[name] = textFromUtf8(value);
         }
+        std::istringstream numbers(ports);
+        const std::vector<int> present(std::istream_iterator<int>(numbers), {});
         const auto language = readSettings(state, settings, present);
-        EXPECT_EQ(language, before == full ? std::optional(LanguageCode::french) : std::nullopt) << what;
-        for (std::size_t i = 0; i < keys.size(); ++i)
-            EXPECT_EQ(settings.values.at(keys[i]), after[i]) << what;
-        EXPECT_EQ(textFromNumber(state.link.portNumber), after[1]) << what;
-        EXPECT_EQ(state.hexFolder, after[0]) << what;
-        EXPECT_EQ(state.expert, after[2] == u"1") << what;
+        EXPECT_EQ(language, before == after ? std::optional(LanguageCode::french) : std::nullopt) << after;
+        std::string left;
+        for (const auto& name : names)
+            left += utf8FromText(settings.values.at(name)) + ";";
+        EXPECT_EQ(left, after);
+        const auto taken = utf8FromText(state.hexFolder) + ";" + std::to_string(state.link.portNumber) + ";" +
+                           (state.expert ? "1;" : "0;");
+        EXPECT_EQ(taken, after.substr(0, taken.size()));
     }
 }
 

@@ -1,4 +1,5 @@
 #include "cvdata/changes.h"
+#include "support/case_table.h"
 #include "support/test_bench.h"
 #include "workbench/batch_on_bench.h"
 #include "workbench/change_value.h"
@@ -39,39 +40,20 @@ protected:
 
 TEST_F(ValuesTest, WhatIsTypedIsTakenWithinTheLimitsAndElseRefusedWithOneMessage)
 {
-    using enum EntryEnd;
-    const auto none = std::nullopt;
-    const std::string before = "3 4 5 ";
-    const struct {
-        TypedEntry typed; // number and value
-        EntryEnd end;
-        int current; // it was 2
-        std::string told;
-        std::string values;
-    } cases[] = {
-        {{u"1", u"126"}, taken, 1, "list changed", "126* 4 5 "},
-        {{u"1", u" 03 "}, taken, 1, "list changed", before},
-        {{none, u"255"}, taken, 2, "list changed", "3 255* 5 "},
-        {{u"3", u"0"}, taken, 3, "list changed", "3 4 0* "},
-        {{u"3", none}, taken, 3, "", before},
-        {{u"", none}, taken, 2, "", before},
-        {{u"0", u"8"}, taken, 2, "list changed", "3 8* 5 "},
-        {{u"4", u"9"}, numberRefused, 2, "message no CV4", before},
-        {{u"1", u"0"}, valueRefused, 1, "message CV1 not 0, 1 to 126", before},
-        {{u"1", u"127"}, valueRefused, 1, "message CV1 not 127, 1 to 126", before},
-        {{u"1", u" 3,5 "}, valueRefused, 1, "message CV1 not 3,5, 1 to 126", before},
-        {{none, u""}, valueRefused, 2, "message CV2 empty, 0 to 255", before},
-        {{none, u"-1"}, valueRefused, 2, "message CV2 not -1, 0 to 255", before},
-        {{u"3", u"256"}, valueRefused, 3, "message CV3 not 256, 0 to 255", before},
+    const auto typedText = [](const std::string& text) {
+        return text == "-" ? std::nullopt : std::optional(textFromUtf8(text));
     };
-    for (const auto& [typed, end, current, told, expected] : cases) {
+    for (const auto& [number, value, current, told, expected] : casesOf<5>("workbench/typed_values.txt")) {
         beginAnew();
-        EXPECT_EQ(canBeTaken(state.set, typed), end == taken) << told;
-        EXPECT_EQ(takeEntry(bench, typed), end) << told;
-        EXPECT_EQ(state.set.currentNumber, current) << told;
+        const TypedEntry typed{typedText(number), typedText(value)};
+        EXPECT_EQ(canBeTaken(state.set, typed), !told.starts_with("message")) << told;
+        EXPECT_EQ(takeEntry(bench, typed), !told.starts_with("message")        ? EntryEnd::taken
+                                           : told.starts_with("message no CV") ? EntryEnd::numberRefused
+                                                                               : EntryEnd::valueRefused);
+        EXPECT_EQ(std::to_string(state.set.currentNumber), current) << told;
         EXPECT_EQ(joined(journal), told);
         EXPECT_EQ(values(), expected);
-        EXPECT_EQ(state.set.unsavedChanges, expected != before) << expected;
+        EXPECT_EQ(state.set.unsavedChanges, expected.find('*') != std::string::npos) << expected;
     }
     for (const int cv : {0, 4, 257}) {
         EXPECT_EQ(changeValue(bench, cv, 1), ChangeEnd::notInList);
@@ -101,36 +83,30 @@ TEST_F(ValuesTest, TakingBackIsOneStepForOneAndForAllAndNothingIsDoneWhileTheLin
 
 TEST_F(ValuesTest, TheSetOnTheBenchFollowsItsFileAndKeepsWhatIsUnsaved)
 {
-    const auto nothing = [](ProgramState&) {};
-    const struct {
-        const char* what;
-        std::function<void(ProgramState&)> before;
-        std::filesystem::path file;
-        bool done;
-        std::string values;
-    } cases[] = {
-        {"an opened list", nothing, "lists/../lists/bus.kvr", true, "43* 9 5 "},
-        {"read and saved", [](auto& s) { s.set.offlineItem.clear(); }, "lists/bus.kvr", true, "43* 9* 5 "},
-        {"a refused file", nothing, "lists/bus.kvr", false, "43* 4 5 "},
-        {"another file", nothing, "lists/other.kvr", true, "43* 4 5 "},
-        {"a set without a file", [](auto& s) { s.set.listPath.clear(); }, "", true, "43* 4 5 "},
-        {"a busy line", [](auto& s) { s.lineBusy = true; }, "lists/bus.kvr", true, "43* 4 5 "},
-        {"no list", [](auto& s) { s.set.list.clear(); }, "lists/bus.kvr", true, ""},
-    };
-    for (const auto& [what, before, path, done, expected] : cases) {
+    // What is on the bench after CV1 was set to 43 and a batch has set CV2 of a file to 9.
+    const auto after = [this](const std::filesystem::path& path, bool done, auto change) {
         beginAnew();
         changeValue(bench, 1, 43);
-        before(state);
+        change(state);
         journal.clear();
         std::vector<BatchFile> batch(2);
         batch[1].path = path;
         batch[1].rows = {{2, u"4", 9}};
         batch[1].done = done;
         takeBatchChanges(bench, batch);
-        EXPECT_EQ(values(), expected) << what;
-        EXPECT_TRUE(state.set.unsavedChanges) << what;
-        EXPECT_EQ(joined(journal), expected.find("9") == std::string::npos ? "" : "list changed") << what;
-    }
+        EXPECT_TRUE(state.set.unsavedChanges);
+        return values() + joined(journal);
+    };
+    const auto nothing = [](ProgramState&) {};
+    EXPECT_EQ(after("lists/../lists/bus.kvr", true, nothing), "43* 9 5 list changed");
+    EXPECT_EQ(after("lists/bus.kvr", true, [](auto& s) { s.set.offlineItem.clear(); }),
+              "43* 9* 5 list changed")
+        << "read and saved there";
+    EXPECT_EQ(after("lists/bus.kvr", false, nothing), "43* 4 5 ");
+    EXPECT_EQ(after("lists/other.kvr", true, nothing), "43* 4 5 ");
+    EXPECT_EQ(after("", true, [](auto& s) { s.set.listPath.clear(); }), "43* 4 5 ");
+    EXPECT_EQ(after("lists/bus.kvr", true, [](auto& s) { s.lineBusy = true; }), "43* 4 5 ");
+    EXPECT_EQ(after("lists/bus.kvr", true, [](auto& s) { s.set.list.clear(); }), "");
 }
 
 } // namespace karvo::test
