@@ -1,5 +1,6 @@
 #include "cli/cli_arguments.h"
 #include "cli/cli_help.h"
+#include "support/case_table.h"
 
 #include <gtest/gtest.h>
 
@@ -49,46 +50,8 @@ TEST(CliArgumentsTest, TakesCommandsOptionsFilesAndChangesInAnyOrder)
 
 TEST(CliArgumentsTest, SaysWhatIsWrong)
 {
-    const std::pair<const char*, const char*> cases[] = {
-        {"", "922: ports, identify"},
-        {"raed", "921: raed, read"},
-        {"upd", "920: upd, ports, identify"},
-        {"read --unknown", "923: --unknown, read "},
-        {"read -x", "923: -x, read "},
-        {"write --form a.kvr", "924: --form, --from"},
-        {"read --port", "925: --port, COM5"},
-        {"set a.kvr --yes=no CV3=1", "927: --yes=no, --yes"},
-        {"read --dry-run", "926: --dry-run, read"},
-        {"set a.kvr CV3=1 --from b.kvr", "926: --from, set"},
-        {"write CV3=1 --output a.kvr", "926: --output, write"},
-        {"read now", "927: now, karvo-cli read"},
-        {"export a.kvr b.csv c.csv", "927: c.csv, karvo-cli export"},
-        {"export a.kvr", "928: karvo-cli export LIST.kvr FILE.csv|txt"},
-        {"set a.kvr", "928: karvo-cli set"},
-        {"set CV3=12", "928: karvo-cli set"},
-        {"set a.kvr CV3=", "929: CV3="},
-        {"write a.kvr", "929: a.kvr"},
-        {"set a.kvr CV0=1", "930: CV0=1, 0"},
-        {"set a.kvr 257=1", "930: 257=1, 257"},
-        {"write CV999=4", "930: CV999=4, 999"},
-        {"write --from a.kvr CV3=300", "931: CV3=300, 300"},
-        {"set a.kvr CV3=1 3=2", "932: 3=2, 3"},
-        {"export a.kvr b.kvr", "933: b.kvr"},
-        {"write", "934: "},
-        {"write CV3=1 --from a.kvr", "934: "},
-        {"list --variant 2", "935: "},
-        {"list kv07-bus --variant 5", "936: "},
-        {"list kv07-bus --variant 0", "936: "},
-        {"read --port COM32", "937: "},
-        {"read --port ttyS0", "937: "},
-        {"read --output list.pdf", "938: "},
-        {"write CV3=1 --force all", "939: "},
-        {"write CV3=1 --simulate=", "940: "},
-        {"read --fault silence", "941: "},
-        {"read --no-pace", "941: "},
-    };
-    for (const auto& [line, text] : cases) {
-        const auto parsed = parse(line);
+    for (const auto& [line, text] : test::casesOf<2>("cli/wrong_arguments.txt")) {
+        const auto parsed = parse(line.c_str());
         EXPECT_TRUE(parsed.wrong && !parsed.arguments) << line;
         EXPECT_EQ(utf8FromText(parsed.text).find(text), 0U) << line << '\n' << utf8FromText(parsed.text);
     }

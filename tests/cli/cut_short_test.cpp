@@ -57,7 +57,7 @@ TEST_F(CutShortTest, CtrlCEndsWithWhatWasDone)
         process.setReadChannel(QProcess::StandardError);
         // A test that runs in the background may have been told to ignore it.
         process.setChildProcessModifier([] { std::signal(SIGINT, SIG_DFL); });
-        start(process, QString::fromLatin1(expected.line));
+        start(process, QString::fromStdString(expected.line));
         QByteArray err;
         for (const char* const words : awaited) {
             while (!err.contains(words) && process.waitForReadyRead(10000))

@@ -8,62 +8,13 @@ namespace
 
 using KarvoCliTest = test::ProgramBench;
 
-TEST_F(KarvoCliTest, SpeaksFiveLanguages)
+TEST_F(KarvoCliTest, SpeaksFiveLanguagesAndTellsByItsExitCodeWhatWentWrong)
 {
-    expect({
-        {"read --language de --simulate kv04", 0, "CV1  = 3             Erste Adresse (kurz)"},
-        {"read --language nl --simulate kv04-2008", 0, "Eerste adres (kort)"},
-        {"read --language en", 0, "First address (short)"},
-        {"read --language es", 0, "\n  1 = "},
-        {"read --language fr", 0, "Première adresse (courte)"},
-        {"read -h --language de", 0, "Aufruf: karvo-cli read\nliest alle CVs"},
-        {"read -h --language nl", 0, "Gebruik: karvo-cli read\nleest alle CV's"},
-        {"read -h --language es", 0, "Uso: karvo-cli read\nlee todas las CVs"},
-        {"read -h --language fr", 0, "Utilisation : karvo-cli read\nlit toutes les CV"},
-        {"raed --language nl", 2, "", "raed is geen opdracht. Bedoelde u read?"},
-    });
-}
-
-TEST_F(KarvoCliTest, ExitCodesTellWhatWentWrong)
-{
-    expect({
-        {"read --fault unknown-identification", 5, "", "does not know"},
-        {"read --fault wrong-check-byte", 6, "", "wrong check byte"},
-        {"read --fault hang-up", 4, "", "does not reply"},
-        {"identify --fault silence --json", 4,
-         "\"error\": {\n        \"code\": \"noReply\",\n        \"exit\": 4,\n"
-         "        \"message\": \"The vehicle does not reply.",
-         "does not reply"},
-        {"read --simulate kv99", 2, "", "There are: kv07"},
-        {"read --fault nonsense --json", 2, "\"code\": \"wrongArguments\"", "It has: none"},
-        {"read --map-port nonsense", 2, "", "nonsense maps no port"},
-        {"read --language xx --json", 2, "\"message\": \"There is no language xx."},
-        {"list kv99", 2, "", "There is no list kv99."},
-        {"list kv07 --variant 2", 2, "", "has no variants"},
-        {"list kv07 --program-folder /none --language fr", 1, "",
-         "File [Franz_var.txt] not available !\nSet language to German.\n\nProgram will be closed\n"},
-        {"compare @a @b --program-folder /none --json", 2, "\"code\": \"cannotCompare\""},
-        {"read --output /none/a.kvr", 1, "", "/none/a.kvr"},
-        {"export @none.kvr @x.csv", 1, "", "none.kvr"},
-    });
+    for (const char* const cases : {"languages.txt", "reads.txt", "failures.txt", "compare.txt"})
+        expectAll(cases);
     EXPECT_FALSE(QFile::exists(pathOf("x.csv")));
     usual_ = QStringLiteral("--language en ");
     expect({{"read --map-port COM7=/nowhere/at/all --port COM7", 3, "", "COM7 (device /nowhere/at/all)"}});
-}
-
-TEST_F(KarvoCliTest, IdentifiesListsAndReads)
-{
-    expect({
-        {"ports --json", 0, "\"withoutNumber\": ["},
-        {"identify --simulate trailer", 0, "AN07 (A7)\n"},
-        {"list", 0, "kv04-bus-08\nkv04-fw-08"},
-        {"list --json", 0, "\"lists\": [\n        \"kv07\","},
-        {"list KV04", 0, "| CV_Standart180.txt\nCV1 "},
-        {"list kv04-fw-09 --variant 3", 0, "| CV_KV04_FW_V3_09.txt\nCV1 "},
-        {"read --json", 0, "\"firmware\": 6"},
-        {"read --json", 0, "\"upper\": 126,\n            \"value\": 3"},
-        {"read --json", 0, "\"cv\": 176"},
-    });
 }
 
 TEST_F(KarvoCliTest, SavesAndReplacesWithConsentOnly)
@@ -93,22 +44,6 @@ TEST_F(KarvoCliTest, SavesAndReplacesWithConsentOnly)
     EXPECT_EQ(contentOf("bus.kvr"), before);
     expect({{"read --simulate kv08 --output @bus.kvr --yes", 0, ""}});
     EXPECT_EQ(contentOf("bus.kvr").find("Standard KV08*"), 0U);
-}
-
-TEST_F(KarvoCliTest, ComparesTwoLists)
-{
-    expect({
-        {"read --output @a.kvr", 0, ""},
-        {"read --output @b.kvr", 0, ""},
-        {"read --output @c.kvr --simulate kv04-2008", 0, ""},
-        {"compare @a.kvr @b.kvr", 0, " equal, 0 different, 0 only left, 0 only right"},
-        {"set @b.kvr CV1=77 CV84=60", 0, "@b.kvr: CV1 3 -> 77\n@b.kvr: CV84 50 -> 60\n"},
-        {"compare @a.kvr @b.kvr", 1, "\nCV1 = 3\t77\tdifferent\tFirst address (short)\n  14 (CV84) = "},
-        {"compare @a.kvr @b.kvr --json", 1, "\"different\": 2,"},
-        {"compare @a.kvr @b.kvr --json", 1, "\"result\": \"different\",\n            \"second\": 77"},
-        {"compare @a.kvr @c.kvr", 2, "", "The file is from an ATmega168\n"},
-        {"compare @a.kvr @none.kvr --json", 2, "\"code\": \"cannotCompare\""},
-    });
 }
 
 TEST_F(KarvoCliTest, ChangesManyLists)

@@ -1,6 +1,8 @@
 // karvo-cli as a program: run it with a line of arguments, see what it prints and how it ends.
 #pragma once
 
+#include "support/case_table.h"
+
 #include <gtest/gtest.h>
 
 #include <QFile>
@@ -15,10 +17,10 @@ namespace karvo::test
 
 // "@name" stands for the path of a file in the home folder, in what is expected too.
 struct Case {
-    const char* line;
+    std::string line;
     int exitCode;
-    const char* out;      // all of it where it ends with a line end, or is empty; else a part
-    const char* err = ""; // a part of it
+    std::string out;      // all of it where it ends with a line end, or is empty; else a part
+    std::string err = {}; // a part of it
 };
 
 // Runs karvo-cli with settings of its own.
@@ -47,15 +49,16 @@ protected:
         EXPECT_TRUE(process.waitForFinished(30000));
         EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
         const QByteArray printed = process.readAllStandardOutput();
-        const std::string out = placed(QString::fromUtf8(expected.out)).toStdString();
+        const std::string out = placed(QString::fromStdString(expected.out)).toStdString();
         err += process.readAllStandardError().toStdString();
         EXPECT_EQ(process.exitCode(), expected.exitCode) << printed.constData() << err;
         if (out.empty() || out.back() == '\n')
             EXPECT_EQ(printed.toStdString(), out) << err;
         else
             EXPECT_TRUE(printed.contains(out.c_str())) << printed.constData();
-        EXPECT_NE(err.find(placed(QString::fromUtf8(expected.err)).toStdString()), std::string::npos) << err;
-        if (std::string_view(expected.line).find("--json") == std::string_view::npos || out.empty())
+        EXPECT_NE(err.find(placed(QString::fromStdString(expected.err)).toStdString()), std::string::npos)
+            << err;
+        if (expected.line.find("--json") == std::string::npos || out.empty())
             return;
         const auto json = QJsonDocument::fromJson(printed);
         EXPECT_TRUE(json.isObject()) << printed.constData();
@@ -63,14 +66,20 @@ protected:
                   expected.exitCode);
     }
 
-    void expect(std::initializer_list<Case> cases) const
+    void expect(const std::vector<Case>& cases) const
     {
         for (const Case& expected : cases) {
             SCOPED_TRACE(expected.line);
             QProcess process;
-            start(process, QString::fromUtf8(expected.line));
+            start(process, QString::fromStdString(expected.line));
             finish(process, expected);
         }
+    }
+    // The cases of a file in tests/data/cli.
+    void expectAll(const std::string& name) const
+    {
+        for (const auto& [line, exitCode, out, err] : casesOf<4>("cli/" + name))
+            expect({{line, std::stoi(exitCode), out, err}});
     }
 
     void save(const char* name, const std::string& content) const

@@ -39,37 +39,7 @@ TEST_F(WriteCommandTest, PrintsALineForEachCvAndKeepsWhatWasThere)
 
 TEST_F(WriteCommandTest, ExitCodesTellWhatWentWrong)
 {
-    expect({
-        {"write CV48=5 CV1=127", 7, // none is written then
-         "CV48 = 5  not written, ended before\nCV1  = 127  not written, ended before\n",
-         "CV1 = 127: 1 to 126 are allowed"},
-        {"write CV1=0 --yes", 7, "CV1  = 0  not written, ended before\n", "--force limits says Yes"},
-        {"write CV1=127 --force limits", 0, "CV1  = 127  written\n"},
-        {"write CV200=1", 2, "", "is not in the list"},
-        {"write CV48=5 CV49=6 --fault refused-frame", 7,
-         "CV48 = 5  not accepted by the decoder\nCV49 = 6  not accepted by the decoder\n", "0 of 2 CVs"},
-        {"write CV48=5 --fault refused-frame --json", 7,
-         "\"code\": \"frameRefused\",\n            \"cv\": 48"},
-        {"write CV48=5 CV49=6 --fault refused-command", 7,
-         "CV48 = 5  not written, decoder not ready\nCV49 = 6  not written, ended before\n",
-         "The decoder is not ready"},
-        {"write CV161=1 --fault refused-frame", 0, "CV161 = 1  sent, not acknowledged; please read again\n",
-         "0 of 1 CVs"},
-        {"write CV3=5 --simulate receiver-readonly", 5, "CV3  = 5  not written, unknown decoder\n",
-         "does not know this decoder's identification"},
-        {"write CV48=5 --fault silence", 4, "", "does not reply"},
-        {"write CV48=5 --fault wrong-check-byte", 6, "", "wrong check byte"},
-        {"write CV59=1", 7, "CV59 = 1  not written, as you wished\n", "--yes says Yes"},
-        {"write CV59=1 --yes", 0, "CV59 = 1  written\n", "The reset command has been sent"},
-        {"write CV59=1 --yes --fault wrong-check-byte", 7, "CV59 = 1  not written, ended before\n",
-         "--force backup says Yes"},
-        {"write CV59=1 --yes --fault wrong-check-byte --force backup", 0, "CV59 = 1  written\n",
-         "The reset command has been sent"},
-        {"write CV59=1 --yes --fault silence", 4, "", "does not reply"},
-        {"write CV48=5 CV49=6 --json", 0, "\"code\": \"written\",\n            \"cv\": 49"},
-        {"write CV48=5 CV3=200 --dry-run --json", 0, "\"toBeWritten\": 1"},
-        {"write CV3=200 --dry-run --json", 0, "\"code\": \"outsideLimits\""},
-    });
+    expectAll("writes.txt");
 }
 
 TEST_F(WriteCommandTest, AListIsWrittenWhereItDiffers)
