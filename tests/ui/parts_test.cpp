@@ -1,8 +1,7 @@
-// The windows' small parts: rows of controls, check boxes over several lines, what is typed and shown.
+// The windows' small parts: rows of controls, check boxes over several lines, captions, Qt's own words.
 #include "ui/captions.h"
 #include "ui/flow_layout.h"
 #include "ui/qt_texts.h"
-#include "ui/typed_text.h"
 #include "ui/wrapping_check_box.h"
 
 #include <QTest>
@@ -49,16 +48,6 @@ TEST(WrappingCheckBox, GrowsInHeightAndTogglesAndShowsItAnywhere)
     EXPECT_NE(box.grab().toImage(), off);
     QTest::keyClick(&box, Qt::Key_Space);
     EXPECT_FALSE(box.isChecked());
-}
-
-TEST(TypedText, RefusesWhatTheFilesCannotHold)
-{
-    const Windows1252Validator validator(nullptr);
-    int position = 0;
-    for (QString text : {QStringLiteral("Größe 5 €"), QString()})
-        EXPECT_EQ(validator.validate(text, position), QValidator::Acceptable) << text.toStdString();
-    for (QString text : {QStringLiteral("Łódź"), QStringLiteral("\U0001F697")})
-        EXPECT_EQ(validator.validate(text, position), QValidator::Invalid) << text.toStdString();
 }
 
 TEST(Captions, KeepAnAmpersandAndPutValuesInTheirPlaces)
