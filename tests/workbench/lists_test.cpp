@@ -21,7 +21,7 @@ protected:
         setTexts(
             state.texts,
             {{603, u"expert file:"}, {615, u"{1} ends with line {2}"}, {681, u"{1}: {2} lines, first {3}"}},
-            {{50, u"variant"}, {51, u"which?"}, {160, u"Expert"}, {161, u"changed"}});
+            {{160, u"Expert"}, {161, u"changed"}});
         addFile("CV_Standart_kv07.txt", smallDescription("Standard KV07", "Wort "));
         addFile("CV_exp_kv07.txt", "Head\r\n2;;zwei;;;;Tiefes Wissen;\r\n97;;eins;\r\n");
         addFile(kv05File, smallDescription("Standard KV05", "Wort "));
@@ -48,15 +48,12 @@ TEST_F(ListsTest, ADecoderIsReadIntoAListInItsWords)
     ASSERT_EQ(read("27", blockOf(1024)), ReadEnd::read);
     // 1024 bytes: n * 7 + n / 256; CV7 is 49, so the current generation.
     EXPECT_EQ(lineAt(0), u"CV1  = 7");
-    EXPECT_EQ(state.set.list[0].name, u"Wort 1");
-    EXPECT_EQ(state.set.list.size(), 176u + 1u); // and the battery
     EXPECT_EQ(state.set.table.at(153, Column::value), u"") << "without a value in the description";
     EXPECT_EQ(state.set.table.value(176), (176 * 7) % 256);
     EXPECT_EQ(state.set.modelCode, u"07");
     EXPECT_EQ(state.set.loadedData, u"KV07  Firmware = 49  Sublevel = 152 | CV_Standart_kv07.txt");
     EXPECT_EQ(state.set.rawReply.size(), 1025u);
-    EXPECT_EQ(tailOf(journal, "no hourglass, list changed, status 176 CVs, idle"),
-              "no hourglass, list changed, status 176 CVs, idle");
+    EXPECT_TRUE(joined(journal).ends_with("no hourglass, list changed, status 176 CVs, idle"));
     clearDisplay(bench);
     EXPECT_TRUE(state.set.isEmpty());
     EXPECT_TRUE(state.link.identified) << "the decoder stays known";
@@ -171,19 +168,16 @@ TEST_F(ListsTest, BeforeADecoderIsKnownAndAmongFourVariantsThePersonIsAsked)
     }
     state.link.identified = true; // a KV04, whose type code is 0
     EXPECT_TRUE(confirmOfflineList(bench));
-    for (int number = 1; number <= 4; ++number) {
-        setCaption(state.texts, 51 + number, u"bus" + textFromNumber(number));
-        setCaption(state.texts, 55 + number, u"fire" + textFromNumber(number));
-    }
+    numberEveryText(state.texts);
     addFile("CV_KV04_Bus_V3_08.txt", smallDescription("Standard KV04 172 Bus V3", "Wort "));
     addFile("CV_KV07_FW_V4.txt", smallDescription("Standard KV07 FW V4", "Wort "));
     prompts.choose(2);
     ASSERT_TRUE(showChosenOfflineList(bench, "mnu_KV04_Bus_08"));
-    EXPECT_EQ(journal[journal.size() - 2], "choice variant: which? *bus1 bus2 bus3 bus4");
+    EXPECT_EQ(journal[journal.size() - 2], "choice c50: c51 *c52 c53 c54 c55");
     EXPECT_EQ(state.set.descriptionPath.filename(), "CV_KV04_Bus_V3_08.txt");
     prompts.choose(3);
     ASSERT_TRUE(showChosenOfflineList(bench, "mnu_KV07_FW"));
-    EXPECT_EQ(journal[journal.size() - 2], "choice variant: which? fire1 fire2 *fire3 fire4");
+    EXPECT_EQ(journal[journal.size() - 2], "choice c50: c51 c56 c57 *c58 c59");
     EXPECT_EQ(state.set.descriptionPath.filename(), "CV_KV07_FW_V4.txt");
     for (const std::optional<std::size_t> chosen : {std::optional<std::size_t>(), {0}}) { // not in the folder
         prompts.choose(chosen);
