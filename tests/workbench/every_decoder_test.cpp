@@ -88,7 +88,7 @@ protected:
                       "CV_exp_" + decoder.substr(0, 4) + "LC" + suffix + ".txt");
         }
     }
-    void expectUnusedCvsAtZero()
+    void expectUnusedCvsAtZeroAndFullBytes()
     {
         const CvTable& table = state_.set.table;
         for (int cv = 1; cv <= CvTable::lastRow; ++cv) {
@@ -96,6 +96,8 @@ protected:
                 EXPECT_EQ(table.value(cv).value_or(0), 0) << "CV" << cv;
             }
         }
+        for (const int cv : {100, 101}) // take any byte
+            EXPECT_EQ(table.at(cv, Column::lowerLimit) + u"-" + table.at(cv, Column::upperLimit), u"0-255");
     }
     Journal journal_;
     ScriptedPrompts prompts_{journal_};
@@ -114,7 +116,7 @@ TEST_P(EveryDecoderTest, HasItsListInEachLanguageAndKeepsItsValuesInAnother)
         expectExpertKnowledge(GetParam()[0], language.suffix);
         onBench("kv07", [](auto& bench) { setExpertMode(bench, false); });
         expectListOf(GetParam(), language, utf8FromText(state_.set.list[2].text));
-        expectUnusedCvsAtZero();
+        expectUnusedCvsAtZeroAndFullBytes();
     }
     state_.set.table.setValue(3, 99);
     const CvTable before = state_.set.table;
