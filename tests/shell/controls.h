@@ -62,7 +62,7 @@ inline void closeIt(QWidget& window)
     window.close();
 }
 
-// The language files of the build, as files of a bench.
+// The language files of the build.
 inline void addInstalledTexts(MemoryFiles& files, const std::filesystem::path& folder)
 {
     QtFiles installed;
@@ -70,8 +70,8 @@ inline void addInstalledTexts(MemoryFiles& files, const std::filesystem::path& f
         const auto& names = languageFiles(code);
         for (const auto name : {names.messageFile, names.menuFile, names.captionFile})
             files.content[folder / name] =
-                installed.readWhole(std::filesystem::path(KARVO_PROGRAM_FOLDER) / name, textFileLimit)
-                    .value_or(Bytes());
+                installed.readWhole(KARVO_PROGRAM_FOLDER / std::filesystem::path(name), textFileLimit)
+                    .value();
     }
 }
 

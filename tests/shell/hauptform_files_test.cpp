@@ -1,5 +1,7 @@
-// Lists as files in the main window.
+// Lists as files in the main window, and firmware out of files.
 #include "shell/window_bench.h"
+#include "support/hex_file.h"
+#include "support/when.h"
 #include "workbench/recovery.h"
 
 #include <QFileDialog>
@@ -8,63 +10,53 @@
 namespace karvo::test
 {
 
-const std::string savedBus = "Standard KV07*6\r\n1;42;Adresse;1;126;3;\r\n48;5;x;0;255;9;\r\n"
-                             "Ende CV\r\nATmega328\r\nFirmware_Version: 6\r\nEnde FS\r\n";
-
-// The dialogs look at the real disk, the program at the files of the bench: a list is on both.
+// The dialogs look at the real disk, the program at the files of the bench: a file is on both.
 struct FilesBench : WindowBench {
     QTemporaryDir folder;
-    std::filesystem::path bus = pathOf("bus.kvr");
 
     FilesBench()
     {
         state.userFolders.cvLists.own = folder.path().toStdString();
-        files.content[bus] = bytesOf(savedBus);
-        QFile onDisk(QString::fromStdString(bus.string()));
-        EXPECT_TRUE(onDisk.open(QIODevice::WriteOnly));
-        onDisk.write(savedBus.data(), static_cast<qint64>(savedBus.size()));
+        state.recovery.file = "recovery.kvr";
+        put("bus.kvr", "Standard KV07*6\r\n1;42;Adresse;1;126;3;\r\n48;5;x;0;255;9;\r\n"
+                       "Ende CV\r\nATmega328\r\nFirmware_Version: 6\r\nEnde FS\r\n");
     }
-
-    std::filesystem::path pathOf(const char* name) const
+    std::string pathOf(const char* name) const
     {
         return folder.filePath(QString::fromLatin1(name)).toStdString();
     }
-    std::string saved(const char* name)
+    void put(const char* name, const std::string& content)
+    {
+        QFile onDisk(QString::fromStdString(pathOf(name)));
+        ASSERT_TRUE(onDisk.open(QIODevice::WriteOnly));
+        onDisk.write(content.data(), static_cast<qint64>(content.size()));
+        files.content[pathOf(name)] = bytesOf(content);
+    }
+    bool holds(const char* name, const std::string& part)
     {
         const Bytes& content = files.content[pathOf(name)];
-        return {content.begin(), content.end()};
+        return std::string(content.begin(), content.end()).find(part) != std::string::npos;
     }
     bool isKept() const { return files.content.count("recovery.kvr") != 0; }
 
-    // The file dialog, which has to start in the folder of CV lists; nothing typed cancels it.
-    void expectDialog(const char* title, const char* name)
+    // The file dialog with this filter or proposed name; nothing chosen cancels it.
+    void expectDialog(const char* what, const std::string& chosen)
     {
-        driver.expect(QString::fromLatin1(title), [this, title, name](QWidget& box) {
+        expect("file dialog", [this, what, chosen](QWidget& box) {
             auto& dialog = dynamic_cast<QFileDialog&>(box);
             EXPECT_EQ(dialog.objectName().toStdString(), "CommonDialog1");
-            EXPECT_EQ(dialog.windowTitle().toStdString(), title);
-            EXPECT_EQ(dialog.directory().absolutePath(), folder.path());
-            EXPECT_EQ(dialog.nameFilters(), QStringList(QStringLiteral("*.kvr")));
-            if (name == nullptr) {
-                dialog.reject();
-                return;
-            }
-            test::find<QLineEdit>(dialog, "fileNameEdit").setText(QString::fromLatin1(name));
-            QMetaObject::invokeMethod(&dialog, "accept");
+            auto& name = test::find<QLineEdit>(dialog, "fileNameEdit");
+            EXPECT_TRUE(name.text() == QString::fromLatin1(what) ||
+                        dialog.nameFilters().contains(QString::fromLatin1(what)))
+                << name.text().toStdString();
+            name.setText(QString::fromStdString(chosen));
+            QMetaObject::invokeMethod(&dialog, chosen.empty() ? "reject" : "accept");
         });
     }
     void openBus()
     {
-        expectDialog("Abgespeicherte Liste", "bus.kvr");
+        expectDialog("*.kvr", "bus.kvr");
         choose("mnu_open");
-    }
-    void saveAs(const char* name) { expectDialog("CV Liste speichern unter", name); }
-    void change48()
-    {
-        chooseCv(48);
-        find<QLineEdit>("CV_Wert").setText(QStringLiteral("7"));
-        click("Enter_Taste");
-        ASSERT_EQ(state.set.table.value(48), 7);
     }
 };
 
@@ -76,42 +68,35 @@ TEST(HauptformFiles, OpensChangesAndSavesAList)
     EXPECT_EQ(bench.lineOf(1), "CV1  = 42");
     EXPECT_EQ(bench.window->windowTitle().toStdString(),
               "Karvo Decoder Daten einlesen - KV07  Firmware = 6 | bus.kvr[*]");
-    EXPECT_FALSE(bench.window->isWindowModified());
-    bench.change48();
+    bench.change(48, 7);
     EXPECT_TRUE(bench.window->isWindowModified());
     bench.choose("mnu_save");
     EXPECT_FALSE(bench.window->isWindowModified());
-    EXPECT_EQ(bench.text("Status"), "Gespeichert: " + bench.bus.string());
-    EXPECT_NE(bench.saved("bus.kvr").find("\r\n48;7;x;0;255;9;\r\n"), std::string::npos);
-    bench.saveAs("Bus 1.5");
+    EXPECT_EQ(bench.text("Status"), "Gespeichert: " + bench.pathOf("bus.kvr"));
+    EXPECT_TRUE(bench.holds("bus.kvr", "\r\n48;7;x;0;255;9;\r\n"));
+    bench.expectDialog("*.kvr", "Bus 1.5");
     bench.choose("mnu_save_as");
-    EXPECT_EQ(bench.saved("Bus 1.5.kvr"), bench.saved("bus.kvr"));
     EXPECT_EQ(bench.state.set.listPath, bench.pathOf("Bus 1.5.kvr"));
-}
 
-TEST(HauptformFiles, AnExistingFileIsReplacedWithConsentOnly)
-{
-    FilesBench bench;
-    bench.showOfflineList();
-    const Text path[] = {textFromUtf8(bench.bus.string())};
+    bench.change(48, 8);
+    const Text path[] = {textFromUtf8(bench.pathOf("bus.kvr"))};
     const auto question =
         QString::fromStdU16String(filledIn(bench.state.texts.message(Message::replaceFileQuestion), path));
-    bench.saveAs("bus");
-    bench.driver.expectBox(question, QStringLiteral("Nein"));
-    bench.saveAs(nullptr);
-    bench.choose("mnu_save_as");
-    EXPECT_EQ(bench.saved("bus.kvr"), savedBus);
-    bench.saveAs("bus");
-    bench.driver.expectBox(question, QStringLiteral("Ja"));
-    bench.choose("mnu_save_as");
-    EXPECT_TRUE(bench.saved("bus.kvr").starts_with("Standard KV07*0\r\n1;1;deutsch 1;"));
+    for (const bool yes : {false, true}) {
+        bench.expectDialog("*.kvr", "bus");
+        bench.driver.expectBox(question, yes ? QStringLiteral("Ja") : QStringLiteral("Nein"));
+        if (!yes)
+            bench.expectDialog("*.kvr", "");
+        bench.choose("mnu_save_as");
+        EXPECT_EQ(bench.holds("bus.kvr", "48;8;"), yes);
+    }
 }
 
 TEST(HauptformFiles, AsksBeforeUnsavedChangesAreLost)
 {
     FilesBench bench;
     bench.openBus();
-    bench.change48();
+    bench.change(48, 7);
     bench.state.link.identified = true;
     for (const auto& item : wordsOf("mnu_clear mnu_kv07 mnu_open mnu_read_all mnu_exit")) {
         bench.expectBox(Message::unsavedChangesQuestion, "Abbrechen");
@@ -120,10 +105,9 @@ TEST(HauptformFiles, AsksBeforeUnsavedChangesAreLost)
         EXPECT_EQ(bench.state.set.table.value(48), 7) << item;
         EXPECT_TRUE(bench.window->isVisible());
     }
-    EXPECT_EQ(bench.saved("bus.kvr"), savedBus);
     bench.expectBox(Message::unsavedChangesQuestion, "Speichern");
     bench.choose("mnu_clear");
-    EXPECT_NE(bench.saved("bus.kvr").find("48;7;"), std::string::npos);
+    EXPECT_TRUE(bench.holds("bus.kvr", "48;7;"));
     EXPECT_EQ(bench.list().count(), 0);
 }
 
@@ -132,44 +116,124 @@ TEST(HauptformFiles, KeepsUnsavedChangesUntilTheProgramEndsCleanly)
     Bytes kept;
     {
         FilesBench bench;
-        bench.state.recovery.file = "recovery.kvr";
         bench.openBus();
-        EXPECT_FALSE(bench.isKept());
-        bench.change48();
+        bench.change(48, 7);
         kept = bench.files.content["recovery.kvr"];
-        EXPECT_FALSE(kept.empty());
         bench.expectBox(Message::unsavedChangesQuestion, "Verwerfen");
         bench.window->close();
         EXPECT_FALSE(bench.isKept());
     }
     FilesBench next;
     next.files.content["recovery.kvr"] = kept;
-    next.state.recovery.file = "recovery.kvr";
     next.expect("recover?",
                 [](QWidget& box) { dynamic_cast<QMessageBox&>(box).button(QMessageBox::Yes)->click(); });
     ASSERT_TRUE(offerRecovery(next.bench));
     EXPECT_EQ(next.lineOf(48), "CV48 = 7  geändert");
     EXPECT_TRUE(next.window->isWindowModified());
+    next.chooseCv(48);
+    next.find<QComboBox>("COM").setCurrentIndex(3); // the interface is at COM5: this ends the program
+    next.expectBoxWith("\r\n\r\nDie Schnittstelle COM4 ");
+    next.click("Einzelne_speichern");
+    EXPECT_TRUE(next.prompts.hasEnded() && next.isKept());
 }
 
-TEST(HauptformFiles, ARefusedPortEndsTheProgramAndKeepsWhatIsUnsaved)
+struct FirmwareBench : FilesBench {
+    FirmwareBench()
+    {
+        state.link.timeOutInterval = std::chrono::milliseconds(300); // so long the erase is awaited
+        state.link.interfaceAnswered = true;
+        put("a.hex", hexFile(9));
+        std::string update = "1F80\r\nUpdate Ende\r\n";
+        for (int i = 0; i < 10; ++i) // 55 ms each
+            update += ":1000000102030405060708090A0B0C0D0E0F\r\n";
+        put("a.uhx", update);
+        driver.leaveAlone("Upgrade");
+        driver.leaveAlone("Firmware_Ablauf");
+    }
+    void expectUpload(const std::string& chosen)
+    {
+        expectDialog("KV07_29August2022_Alle_Versionen.hex", chosen);
+    }
+    void expectUpdate() { expectDialog("*.uhx", pathOf("a.uhx")); }
+    bool hasBegun() { return port.simulator().bootLoader().erased() || !taken().image().empty(); }
+    std::size_t flashed() { return port.simulator().bootLoader().flash().size(); }
+    const sim::UpdateMode& taken() { return port.simulator().update(); }
+    static void closeTransfer() { QApplication::activeModalWidget()->close(); }
+    void closeAndStay()
+    {
+        for (const auto& name : wordsOf("mnu_read_all mnu_kv07_Firmware mnu_firmware mnu_open"))
+            EXPECT_FALSE(item(name).isEnabled()) << name;
+        EXPECT_FALSE(isEnabled("Start") || isEnabled("COM"));
+        window->close();
+        EXPECT_TRUE(window->isVisible());
+    }
+};
+
+TEST(HauptformFirmware, ClosingTheProgramDuringAnUploadAsksFirstAndAllElseWaits)
 {
-    FilesBench bench;
-    bench.state.recovery.file = "recovery.kvr";
-    bench.openBus();
-    bench.change48();
-    bench.find<QComboBox>("COM").setCurrentIndex(3); // the interface is at COM5
-    bench.expect("refused", [&](QWidget& window) {
-        const QString text = dynamic_cast<QMessageBox&>(window).text();
-        EXPECT_TRUE(
-            text.startsWith(QStringLiteral("No such file or directory\r\n\r\nDie Schnittstelle COM4 ")))
-            << text.toStdString();
-        EXPECT_TRUE(text.endsWith(bench.message(Message::unsavedWorkKept)));
-        window.close();
-    });
-    bench.click("Einzelne_speichern");
-    EXPECT_TRUE(bench.prompts.hasEnded());
-    EXPECT_TRUE(bench.isKept());
+    for (const bool stops : {false, true}) {
+        FirmwareBench bench;
+        const When begun([&] { return bench.hasBegun(); }, [&] { bench.closeAndStay(); });
+        bench.expectUpload(bench.pathOf("a.hex"));
+        bench.expectBox(Message::stopTransferQuestion, stops ? "Ja" : "Nein");
+        std::optional<When> done;
+        if (!stops)
+            done.emplace([&] { return bench.flashed() != 0 && !bench.state.lineBusy; },
+                         [] { FirmwareBench::closeTransfer(); });
+        bench.choose("mnu_kv07_Firmware");
+        EXPECT_EQ(bench.window->isVisible(), !stops);
+        EXPECT_EQ(bench.flashed(), stops ? 0U : 256U);
+        EXPECT_TRUE(bench.item("mnu_read_all").isEnabled());
+    }
+}
+
+// An interface gives a record up that does not come in time: the update goes on while the question stands.
+TEST(HauptformFirmware, ClosingTheProgramOrTheProgressDuringAnUpdateAsksFirst)
+{
+    const struct {
+        bool ofProgram;
+        const char* answer;
+    } cases[] = {{true, "Nein"}, {true, "Ja"}, {false, "Ja"}, {true, ""}};
+    for (const auto& [ofProgram, answer] : cases) {
+        FirmwareBench bench;
+        const bool stops = answer == std::string("Ja");
+        const When begun(
+            [&] { return bench.hasBegun(); },
+            [&, all = ofProgram] { all ? bench.closeAndStay() : FirmwareBench::closeTransfer(); });
+        bench.expectUpdate();
+        if (*answer == 0)
+            bench.driver.leaveAlone("StopQuestion");
+        else
+            bench.expectBox(Message::stopTransferQuestion, answer);
+        if (stops)
+            bench.expectBox(Message::updateStopped);
+        bench.choose("mnu_firmware");
+        EXPECT_TRUE(bench.driver.isDone());
+        EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+        EXPECT_EQ(bench.window->isVisible(), !(ofProgram && stops));
+        EXPECT_EQ(bench.taken().isComplete(), !stops);
+        EXPECT_EQ(bench.taken().image().size(), stops ? 8U * 16 : 10U * 16) << "it ends between two blocks";
+    }
+}
+
+TEST(HauptformFirmware, AnUnchosenFileEndsItAndAListReadBeforeAnUpdateIsMarked)
+{
+    FirmwareBench bench;
+    bench.expectUpload("");
+    bench.expectBox(Message::noFileChosen);
+    bench.choose("mnu_kv07_Firmware");
+    bench.expectDialog("*.uhx", "");
+    bench.expectBox(Message::noUpdateChosen);
+    bench.choose("mnu_firmware");
+    EXPECT_FALSE(bench.port.isOpen());
+    bench.click("Start");
+    auto& notice = bench.find<QFrame>("StaleNotice");
+    EXPECT_FALSE(notice.isVisible());
+    bench.expectUpdate();
+    bench.choose("mnu_firmware");
+    EXPECT_TRUE(notice.isVisible());
+    bench.click("ReadAnew");
+    EXPECT_FALSE(notice.isVisible());
 }
 
 } // namespace karvo::test

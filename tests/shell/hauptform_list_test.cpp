@@ -1,4 +1,4 @@
-// The list, the current CV, the bit boxes and the searches.
+// The list, the current CV with its bits, the searches, and what is typed.
 #include "shell/window_bench.h"
 
 #include <QCheckBox>
@@ -7,161 +7,123 @@ namespace karvo::test
 {
 
 struct ListBench : WindowBench {
-    ListBench() { showOfflineList(); }
-
-    QCheckBox& box(int weight) { return find<QCheckBox>("Check" + std::to_string(weight)); }
-    std::string words(int weight)
+    ListBench()
     {
-        return box(weight).text().replace(QChar(0x2007), u' ').trimmed().toStdString();
+        showOfflineList();
+        chooseCv(2);
+    }
+    void enter(const char* text)
+    {
+        type("CV_Wert", text);
+        key("CV_Wert", Qt::Key_Return);
     }
     std::string ticked()
     {
         std::string weights;
-        for (const int weight : {128, 64, 32, 16, 8, 4, 2, 1})
-            weights += box(weight).isChecked() ? std::to_string(weight) + " " : "";
-        return weights;
+        for (const auto& weight : wordsOf("128 64 32 16 8 4 2 1"))
+            weights += find<QCheckBox>("Check" + weight).isChecked() ? weight + " " : "";
+        return weights + "= " + text("Errechneter_Wert");
     }
-    std::string caption(Caption number) { return utf8FromText(state.texts.caption(number)); }
-    // What the window asks for under this title; nothing typed cancels it.
-    void ask(const char* menuItem, const char* title, const std::optional<QString>& typed)
+    // A box's words, and in brackets why it is disabled.
+    std::string bit(const char* name)
     {
-        driver.expectInput(QString::fromLatin1(title), typed);
+        const auto& box = find<QCheckBox>(name);
+        return box.text().replace(QChar(0x2007), u' ').trimmed().toStdString() +
+               (box.isEnabled() ? "" : " (" + box.toolTip().toStdString() + ")");
+    }
+    std::string shown()
+    {
+        return field("CV_Nummer") + "|" + field("CV_Wert") + "|" + field("CV_Fabrik") + "|" +
+               texts("Grenzwert Bezeichnung Zusatz_Text var_Text Text1 Experte");
+    }
+    // What the window asks for, which is cancelled where nothing is typed.
+    void search(const char* menuItem, const char* title, const char* typed)
+    {
+        driver.expectInput(QString::fromLatin1(title),
+                           typed == nullptr ? std::nullopt : std::optional(QString::fromLatin1(typed)));
         choose(menuItem);
     }
-    void askNumber(const std::optional<QString>& typed) { ask("mnu_index", "Suchen nach CV Index", typed); }
-    void askWord(const QString& typed) { ask("mnu_suchen_generell", "Suchen nach Stichwort", typed); }
+    void searchNumber(const char* typed) { search("mnu_index", "Suchen nach CV Index", typed); }
+    void searchWord(const char* typed) { search("mnu_suchen_generell", "Suchen nach Stichwort", typed); }
 };
 
 TEST(HauptformList, AsksBeforeAListWithoutADecoder)
 {
     WindowBench bench;
     for (const bool yes : {false, true}) {
-        bench.driver.expectBox(
-            QStringLiteral("Es wurde noch kein Decoder eingelesen.\r\n"
-                           "Die Liste zeigt dann vorgegebene Werte und nicht die eines Fahrzeugs.\r\n"
-                           "Möchten Sie die Liste trotzdem anzeigen?"),
-            yes ? QStringLiteral("Ja") : QStringLiteral("Nein"));
+        bench.expect("without a decoder?", [yes](QWidget& box) {
+            dynamic_cast<QMessageBox&>(box).button(yes ? QMessageBox::Yes : QMessageBox::No)->click();
+        });
         bench.find<QTimer>("Timer3").start(100000);
         bench.choose("mnu_kv07");
         EXPECT_EQ(bench.list().count(), yes ? 176 : 0);
         EXPECT_EQ(bench.find<QTimer>("Timer3").isActive(), !yes) << "No changes nothing";
     }
-    EXPECT_EQ(bench.text("Version"), "V01_22");
-    EXPECT_EQ(bench.window->windowTitle().toStdString(),
-              "Karvo Decoder Daten einlesen - KV07  Liste ohne Fahrzeug | CV_Standart_kv07.txt[*]");
-    bench.chooseCv(2);
-    bench.state.link.identified = true;
-    bench.expectBoxWith("CV_Standart_kv08.txt");
-    bench.choose("mnu_KV08");
-    EXPECT_EQ(bench.text("Programm_Kennung"), "KV07  Liste ohne Fahrzeug") << "the old list stays";
-    EXPECT_EQ(bench.field("CV_Nummer"), "2");
-    bench.expectBoxWith("Decoder = KV07\r\n");
-    bench.choose("mnu_cv_datei");
+    EXPECT_EQ(bench.texts("Version Programm_Kennung"), "V01_22|KV07  Liste ohne Fahrzeug|");
 }
 
 TEST(HauptformList, ChoosingALineFillsTheFieldsAndClearingEmptiesThem)
 {
     ListBench bench;
-    const auto shown = [&] {
-        std::string all;
-        for (const auto& name : wordsOf("CV_Nummer CV_Wert CV_Fabrik"))
-            all += bench.field(name) + "|";
-        for (const auto& name : wordsOf("Grenzwert Bezeichnung Zusatz_Text var_Text Text1"))
-            all += bench.text(name) + "|";
-        return all;
-    };
-    bench.chooseCv(2);
-    EXPECT_EQ(shown(),
-              "2|20|18|1 bis 200|deutsch two|explains deutsch\r\nsecond line|0 = off|only if deutsch|");
-    EXPECT_EQ(bench.state.set.currentNumber, 2);
+    bench.state.set.expert[2].knowledge = u"inside";
     bench.list().setCurrentRow(69); // speed step 1
-    EXPECT_EQ(shown(), "97|97|0|0 bis 255|deutsch 97||||");
     EXPECT_EQ(bench.line(), "  1 = 97 von 255  ");
+    EXPECT_EQ(bench.shown(), "97|97|0|0 bis 255|deutsch 97|||||");
+    bench.chooseCv(2);
+    EXPECT_EQ(bench.shown(), "2|20|18|1 bis 200|deutsch two|explains deutsch\r\nsecond line|0 = off|"
+                             "only if deutsch|Experte: inside|");
     bench.choose("mnu_clear");
     EXPECT_EQ(bench.list().count(), 0);
-    EXPECT_EQ(shown() + bench.text("DCC1") + bench.text("DCC2") + bench.ticked(), "||||||||");
-    EXPECT_EQ(bench.text("Version"), "V01_23");
+    EXPECT_EQ(bench.shown() + bench.ticked(), "|||||||||= 0");
+    EXPECT_EQ(bench.texts("DCC1 DCC2 Programm_Kennung"), "||Noch kein Decoder eingelesen|");
     EXPECT_EQ(bench.window->windowTitle().toStdString(), "Karvo Decoder Daten einlesen");
-    EXPECT_EQ(bench.text("Programm_Kennung"), "Noch kein Decoder eingelesen");
+    for (const auto& name : wordsOf("Enter_Taste Einzelne_speichern Alle_speichern Check1"))
+        EXPECT_FALSE(bench.isEnabled(name)) << name;
+    EXPECT_TRUE(bench.find<QLineEdit>("CV_Wert").isReadOnly());
 }
 
-TEST(HauptformList, TicksTheBoxesOfTheValueAndNamesThem)
+TEST(HauptformList, TicksTheBitsAndTakesThemWithinTheLimits)
 {
+    const std::string meansNothing = "4  Bit 2 (Dieses Bit hat bei dieser CV keine Bedeutung.";
     ListBench bench;
+    bench.state.set.table.at(29, Column::upperLimit) = u"14";
     bench.chooseCv(29);
-    EXPECT_EQ(bench.ticked(), "4 2 ");
-    EXPECT_EQ(bench.text("Errechneter_Wert"), "6");
-    const struct {
-        int weight;
-        const char* words;
-        bool isLive;
-        const char* reason;
-    } cases[] = {
-        {1, "1  deutsch one", true, ""},
-        {2, "2  two", true, ""},
-        {8, "8  deutsch eight", true, ""},
-        {16, "16  Bit 4", false, "Dieses Bit hat bei dieser CV keine Bedeutung."},
-        {4, "4  Bit 2", false,
-         "Dieses Bit hat bei dieser CV keine Bedeutung. Es ist gesetzt und zählt im Wert mit."},
-    };
-    for (const auto& [weight, words, isLive, reason] : cases) {
-        EXPECT_EQ(bench.words(weight), words);
-        EXPECT_EQ(bench.box(weight).isEnabled(), isLive) << words;
-        EXPECT_EQ(bench.box(weight).toolTip().toStdString(), reason) << words;
-    }
+    EXPECT_EQ(bench.ticked(), "4 2 = 6");
+    EXPECT_EQ(bench.bit("Check1"), "1  deutsch one");
+    EXPECT_EQ(bench.bit("Check4"), meansNothing + " Es ist gesetzt und zählt im Wert mit.)");
     bench.type("CV_Wert", "9");
-    EXPECT_EQ(bench.ticked(), "8 1 ") << "they follow what is typed";
-    EXPECT_EQ(bench.text("Errechneter_Wert"), "9");
-    EXPECT_EQ(bench.box(4).toolTip(), bench.box(16).toolTip());
-    QTest::keyClick(&bench.find<QLineEdit>("CV_Wert"), Qt::Key_Escape);
-    EXPECT_EQ(bench.ticked(), "4 2 ");
-    for (const auto& [weight, sum] : {std::pair{1, "7"}, {2, "5"}, {1, "4"}, {8, "12"}}) {
-        bench.box(weight).click();
-        EXPECT_EQ(bench.text("Errechneter_Wert"), sum);
-        EXPECT_EQ(bench.field("CV_Wert"), sum);
-    }
+    EXPECT_EQ(bench.ticked(), "8 1 = 9") << "they follow what is typed";
+    EXPECT_EQ(bench.bit("Check4"), meansNothing + ")");
+    bench.key("CV_Wert", Qt::Key_Escape);
+    EXPECT_EQ(bench.ticked(), "4 2 = 6");
+    bench.click("Check1");
+    bench.click("Check2");
+    EXPECT_EQ(bench.line(), "CV29 = 5  geändert");
+    bench.click("Check8");
+    bench.expect("limits");
+    bench.click("Check2"); // 15
+    EXPECT_EQ(bench.line(), "CV29 = 13  geändert");
+    EXPECT_EQ(bench.ticked(), "8 4 1 = 13");
     bench.chooseCv(105);
-    EXPECT_EQ(bench.ticked(), "4 1 ");
-    EXPECT_EQ(bench.words(128), "128  Bit 7");
-    for (const int weight : {1, 4, 128}) {
-        EXPECT_FALSE(bench.box(weight).isEnabled()) << "a number has no switches";
-        EXPECT_EQ(bench.box(weight).toolTip().toStdString(), bench.caption(Caption::bitsOfNumber));
-    }
+    EXPECT_TRUE(bench.bit("Check1").starts_with("1  Bit 0 (Diese CV")) << bench.bit("Check1");
 }
 
-TEST(HauptformList, GoesToATypedNumberAndAsksForOne)
+TEST(HauptformList, SearchesANumberAndAWordAndGoesOnWithF3)
 {
     ListBench bench;
-    bench.typeNumber("105");
-    EXPECT_EQ(bench.line(), "CV105 = 5");
-    EXPECT_EQ(bench.text("Bezeichnung"), "deutsch 105");
-    bench.typeNumber("97");
-    bench.typeNumber("0");
-    EXPECT_EQ(bench.field("CV_Nummer"), "97");
-    EXPECT_EQ(bench.line(), "  1 = 97 von 255  ");
-    bench.askNumber(QStringLiteral(" 29 "));
+    bench.searchNumber(" 29 ");
+    bench.searchNumber(nullptr);
     EXPECT_EQ(bench.line(), "CV29 = 6");
-    for (const char* wrong : {"177", "0", "-1", "abc", "99999999999"}) {
-        bench.driver.expectInput(QStringLiteral("Suchen nach CV Index"), QString::fromLatin1(wrong));
-        bench.expectBoxWith("Diese CV-Nummer steht nicht in der Liste.");
-        bench.choose("mnu_index");
-    }
-    bench.askNumber(std::nullopt);
-    EXPECT_EQ(bench.field("CV_Nummer"), "29");
-}
-
-TEST(HauptformList, SearchesAWordAndGoesOnWithF3)
-{
-    ListBench bench;
-    bench.askWord(QStringLiteral("DEUTSCH 10"));
+    bench.driver.expectInput(QStringLiteral("Suchen nach CV Index"), QStringLiteral("177"));
+    bench.expectBoxWith("Diese CV-Nummer steht nicht in der Liste.");
+    bench.choose("mnu_index");
+    bench.searchWord("DEUTSCH 10");
     EXPECT_EQ(bench.line(), "CV10 = 10");
     bench.press(Qt::Key_F3);
     EXPECT_EQ(bench.line(), "CV100 = 0");
-    bench.askWord(QStringLiteral("DEUTSCH 10")); // the same again goes on
+    bench.searchWord("DEUTSCH 10"); // the same again goes on
     EXPECT_EQ(bench.line(), "CV101 = 1");
-    bench.askWord(QStringLiteral("eight")); // another one begins at the top
-    EXPECT_EQ(bench.line(), "CV29 = 6");
-    bench.press(Qt::Key_F3);
+    bench.searchWord("eight"); // another one begins at the top
     EXPECT_EQ(bench.line(), "CV29 = 6");
     bench.driver.expectInput(QStringLiteral("Suchen nach Stichwort"), QStringLiteral("nirgends"));
     bench.expectBoxWith("Suche beendet, nichts gefunden");
@@ -169,22 +131,107 @@ TEST(HauptformList, SearchesAWordAndGoesOnWithF3)
     EXPECT_EQ(bench.line(), "CV29 = 6") << "what was chosen stays";
 }
 
-TEST(HauptformList, ShowsExpertKnowledgeBesideItsCv)
+TEST(HauptformList, TakesAValueByKeysAndByButtonAndGivesItBack)
 {
-    WindowBench bench;
-    bench.state.expert = true;
-    bench.files.content[bench.state.programFolder / "CV_exp_kv07.txt"] =
-        bytesOf("Expert KV07\r\n2;;inner;;;;what happens inside;;;;;;;;;;\r\n");
-    bench.expect("notice");
-    bench.state.link.identified = true;
-    bench.choose("mnu_kv07");
-    ASSERT_EQ(bench.list().count(), 177);
-    bench.list().setCurrentRow(2);
-    EXPECT_EQ(bench.line(), "    Experte: what happens inside");
-    EXPECT_EQ(bench.field("CV_Nummer"), "2");
-    EXPECT_EQ(bench.text("Experte"), "Experte: what happens inside");
+    ListBench bench;
+    bench.activate();
+    bench.type("CV_Wert", "25");
+    EXPECT_EQ(bench.line(), "CV2  = 20") << "typing alone changes nothing";
+    bench.key("CV_Wert", Qt::Key_Return);
+    EXPECT_EQ(bench.line(), "CV2  = 25  geändert");
+    EXPECT_TRUE(bench.hasFocus("List1")) << "on to the next CV";
+    bench.key("List1", Qt::Key_F2);
+    EXPECT_TRUE(bench.hasFocus("CV_Wert"));
+    bench.expectBoxWith("1 bis 200");
+    bench.enter("201");
+    EXPECT_EQ(bench.line(), "CV2  = 25  geändert");
+    EXPECT_TRUE(bench.hasFocus("CV_Wert")) << "to be mended";
+    bench.key("CV_Wert", Qt::Key_Escape);
+    EXPECT_EQ(bench.field("CV_Wert"), "25");
+    EXPECT_TRUE(bench.hasFocus("List1"));
+    bench.key("List1", Qt::Key_1);
+    QTest::keyClicks(&bench.find<QLineEdit>("CV_Wert"), QStringLiteral("99"));
+    bench.key("CV_Wert", Qt::Key_Return);
+    for (int i = 0; i < 3; ++i)
+        bench.key("List1", Qt::Key_Plus);
+    EXPECT_EQ(bench.line(), "CV2  = 200  geändert") << "no further than its limit, without a message";
+    bench.key("List1", Qt::Key_Minus);
+    EXPECT_EQ(bench.line(), "CV2  = 199  geändert");
+
+    bench.change(3, 77);
+    bench.change(4, 77);
+    bench.click("Zuruecknehmen");
+    EXPECT_EQ(bench.line(), "CV4  = 4");
+    EXPECT_FALSE(bench.isEnabled("Zuruecknehmen"));
+    bench.click("Alle_zuruecknehmen");
+    EXPECT_FALSE(bench.isEnabled("Alle_zuruecknehmen"));
+    EXPECT_EQ(bench.lineOf(2) + bench.lineOf(3), "CV2  = 20CV3  = 3");
+}
+
+// Whatever comes next: with a number that is not there nothing happens but one box, and the number can be
+// mended.
+TEST(HauptformList, NothingActsBeforeATypedNumberIsMended)
+{
+    std::vector<std::pair<std::string, std::function<void(ListBench&)>>> acts = {
+        {"return", [](auto& b) { b.key("CV_Nummer", Qt::Key_Return); }},
+        {"value", [](auto& b) { b.type("CV_Wert", "9"); }},
+        {"F5", [](auto& b) { b.press(Qt::Key_F5); }},
+        {"row", [](auto& b) { b.list().setCurrentRow(7); }},
+        {"port", [](auto& b) { b.template find<QComboBox>("COM").setCurrentIndex(8); }},
+        {"close", [](auto& b) { b.window->close(); }},
+        {"language", [](auto& b) { b.choose("mnu_english"); }},
+        {"editor", [](auto& b) { b.choose("mnu_dcc_adresse"); }},
+    };
+    for (const auto& button : wordsOf("Enter_Taste Check1 Einzelne_speichern Alle_speichern Start"))
+        acts.emplace_back(button, [button](auto& b) { b.click(button); });
+    for (const auto& [what, act] : acts) {
+        ListBench bench;
+        bench.chooseCv(29);
+        bench.type("CV_Nummer", "200");
+        bench.expectBoxWith("CV200");
+        act(bench);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return bench.driver.isDone(); })) << what;
+        QTest::qWait(20); // a second box would be unexpected
+        EXPECT_EQ(bench.line() + "|" + bench.field("CV_Nummer") + "|" + bench.field("CV_Wert"),
+                  "CV29 = 6|200|6")
+            << what;
+        EXPECT_TRUE(bench.item("mnu_german").isChecked() && bench.state.link.portNumber == 5) << what;
+        EXPECT_TRUE(!bench.port.isOpen() && bench.window->isVisible()) << what;
+        EXPECT_TRUE(bench.hasFocus("CV_Nummer")) << what;
+        bench.key("CV_Nummer", Qt::Key_Escape);
+        EXPECT_EQ(bench.field("CV_Nummer"), "29") << what;
+    }
+}
+
+TEST(HauptformList, WhatIsTypedIsTakenBeforeAnythingElse)
+{
+    ListBench bench;
+    bench.activate();
+    bench.find<QLineEdit>("CV_Nummer").setFocus();
+    bench.type("CV_Nummer", "12");
+    bench.key("CV_Nummer", Qt::Key_Tab);
+    EXPECT_EQ(bench.line(), "CV12 = 12") << "taken when the field is left";
+    EXPECT_TRUE(bench.hasFocus("CV_Wert"));
+    bench.type("CV_Wert", "99");
+    bench.type("CV_Nummer", "5"); // without leaving the value: it belongs to CV12
+    EXPECT_EQ(bench.lineOf(12), "CV12 = 99  geändert");
+    bench.type("CV_Wert", "88");
+    bench.click("Enter_Taste");
+    EXPECT_EQ(bench.line(), "CV5  = 88  geändert");
+    bench.type("CV_Wert", "67");
+    bench.expectBox(Message::unsavedChangesQuestion, "Abbrechen");
+    bench.press(Qt::Key_F5);
+    EXPECT_EQ(bench.line(), "CV5  = 67  geändert");
+    bench.chooseCv(2);
+    bench.type("CV_Wert", "201");
+    bench.expect("limits");
+    bench.chooseCv(4);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return bench.driver.isDone(); }));
+    EXPECT_EQ(bench.line() + bench.field("CV_Wert"), "CV2  = 20201") << "to be mended";
+    EXPECT_TRUE(bench.hasFocus("CV_Wert"));
+    bench.type("CV_Wert", "66");
     bench.chooseCv(3);
-    EXPECT_EQ(bench.text("Experte"), "");
+    EXPECT_EQ(bench.line() + bench.lineOf(2), "CV3  = 3CV2  = 66  geändert");
 }
 
 } // namespace karvo::test

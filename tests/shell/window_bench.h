@@ -24,15 +24,12 @@ inline std::string kv07Description(const std::string& word)
     std::string content = "Standard KV07\r\n";
     for (int row = 1; row <= 176; ++row) {
         const auto number = std::to_string(row);
-        if (row == 2)
-            content += "2;20;" + word + " two;1;200;18;explains " + word + "$second line;0 = off;only if " +
-                       word + ";;;;;;;;\r\n";
-        else if (row == 29)
-            content += "29;6;" + word + " switches;0;255;0;many;sum;;" + word + " one$two$$" + word +
-                       " eight;;;;;;;\r\n";
-        else
-            content += number + ";" + std::to_string(row % 100) + ";" + word + " " + number +
-                       ";0;255;0;;;;;;;;;;;\r\n";
+        const auto usual = std::to_string(row % 100) + ";" + word + " " + number + ";0;255;0;;;;;;;;;;;";
+        const auto two = "20;" + word + " two;1;200;18;explains " + word + "$second line;0 = off;only if " +
+                         word + ";;;;;;;;";
+        const auto switches =
+            "6;" + word + " switches;0;255;0;many;sum;;" + word + " one$two$$" + word + " eight;;;;;;;";
+        content += number + ";" + (row == 2 ? two : row == 29 ? switches : usual) + "\r\n";
     }
     return content + "Anfang FS\r\nFS1 = 3\r\n\r\n";
 }
@@ -70,34 +67,27 @@ struct WindowBench {
         state.link.portNumber = 5;
         state.userFolders.cvLists.own = "lists";
         addInstalledTexts(files, state.programFolder);
-        const std::pair<const char*, const char*> descriptions[] = {{"", "deutsch"},
-                                                                    {"nl", "nederlands"},
-                                                                    {"en", "english"},
-                                                                    {"es", "castellano"},
-                                                                    {"fr", "francais"}};
-        for (const auto& [suffix, word] : descriptions)
-            files.content[state.programFolder / ("CV_Standart_kv07" + std::string(suffix) + ".txt")] =
-                bytesOf(kv07Description(word));
+        const auto suffixes = wordsOf(".txt nl.txt en.txt es.txt fr.txt");
+        const auto words = wordsOf("deutsch nederlands english castellano francais");
+        for (std::size_t i = 0; i < words.size(); ++i)
+            files.content[state.programFolder / ("CV_Standart_kv07" + suffixes[i])] =
+                bytesOf(kv07Description(words[i]));
         port.setNotice([this] { wait.wake(); });
         EXPECT_TRUE(useLanguage(bench, setup.language));
         window = std::make_unique<Hauptform>(windowSetup(setup.simulatedInterface));
         prompts.setParentWindow(window.get());
         window->show();
     }
+    KeptBackup keep(const CvSet& set)
+    {
+        kept.push_back(set);
+        return {"lists/kept.kvr"};
+    }
     MainWindowSetup windowSetup(bool simulatedInterface = false)
     {
-        return {.bench = bench,
-                .view = view,
-                .listPortDevices = [this] { return devices; },
-                .clock = clock,
-                .archive = archive,
-                .downloader = downloader,
-                .keepBackup =
-                    [this](const CvSet& set) {
-                        kept.push_back(set);
-                        return KeptBackup{"lists/kept.kvr"};
-                    },
-                .simulatedInterface = simulatedInterface};
+        const auto listDevices = [this] { return devices; };
+        const auto keepBackup = [this](const CvSet& set) { return keep(set); };
+        return {bench, view, listDevices, {}, clock, archive, downloader, keepBackup, simulatedInterface, {}};
     }
     ~WindowBench()
     {
@@ -122,11 +112,19 @@ struct WindowBench {
     }
     std::string text(const std::string& label) { return labelOf(*window, label); }
     std::string field(const std::string& name) { return fieldOf(*window, name); }
+    std::string texts(const std::string& labels)
+    {
+        std::string all;
+        for (const auto& label : wordsOf(labels))
+            all += text(label) + "|";
+        return all;
+    }
     QAction& item(const std::string& name) { return find<QAction>(name); }
     void choose(const std::string& menuItem) { item(menuItem).trigger(); }
     void click(const std::string& button) { test::click(*window, button); }
     bool isEnabled(const std::string& name) { return find<QWidget>(name).isEnabled(); }
     int held(int cv) { return port.simulator().decoder().memory[static_cast<std::size_t>(cv) - 1]; }
+    bool hasFocus(const char* name) { return window->focusWidget() == &find<QWidget>(name); }
     void activate()
     {
         window->activateWindow(); // the offscreen platform leaves this to us after a box
@@ -170,6 +168,7 @@ struct WindowBench {
         ASSERT_TRUE(row) << number;
         list().setCurrentRow(static_cast<int>(*row));
     }
+    void key(const char* control, Qt::Key key) { QTest::keyClick(&find<QWidget>(control), key); }
     // Into a field, and nothing more.
     void type(const char* name, const char* digits)
     {
@@ -177,10 +176,12 @@ struct WindowBench {
         field.selectAll();
         QTest::keyClicks(&field, QString::fromLatin1(digits));
     }
-    void typeNumber(const char* digits)
+    void change(int cv, int value)
     {
-        type("CV_Nummer", digits);
-        QTest::keyClick(&find<QLineEdit>("CV_Nummer"), Qt::Key_Return);
+        chooseCv(cv);
+        find<QLineEdit>("CV_Wert").setText(QString::number(value));
+        click("Enter_Taste");
+        ASSERT_EQ(state.set.table.value(cv), value);
     }
 };
 
