@@ -12,11 +12,6 @@ struct ListBench : WindowBench {
         showOfflineList();
         chooseCv(2);
     }
-    void enter(const char* text)
-    {
-        type("CV_Wert", text);
-        key("CV_Wert", Qt::Key_Return);
-    }
     std::string ticked()
     {
         std::string weights;
@@ -36,15 +31,15 @@ struct ListBench : WindowBench {
         return field("CV_Nummer") + "|" + field("CV_Wert") + "|" + field("CV_Fabrik") + "|" +
                texts("Grenzwert Bezeichnung Zusatz_Text var_Text Text1 Experte");
     }
-    // What the window asks for, which is cancelled where nothing is typed.
-    void search(const char* menuItem, const char* title, const char* typed)
+    // Types into what the window asks for; `told` comes then.
+    void search(const std::string& item, const char* typed, const char* told = nullptr)
     {
-        driver.expectInput(QString::fromLatin1(title),
-                           typed == nullptr ? std::nullopt : std::optional(QString::fromLatin1(typed)));
-        choose(menuItem);
+        const char* const title = item == "mnu_index" ? "Suchen nach CV Index" : "Suchen nach Stichwort";
+        driver.expectInput(QString::fromLatin1(title), QString::fromLatin1(typed));
+        if (told != nullptr)
+            expectBoxWith(told);
+        choose(item);
     }
-    void searchNumber(const char* typed) { search("mnu_index", "Suchen nach CV Index", typed); }
-    void searchWord(const char* typed) { search("mnu_suchen_generell", "Suchen nach Stichwort", typed); }
 };
 
 TEST(HauptformList, AsksBeforeAListWithoutADecoder)
@@ -111,23 +106,18 @@ TEST(HauptformList, TicksTheBitsAndTakesThemWithinTheLimits)
 TEST(HauptformList, SearchesANumberAndAWordAndGoesOnWithF3)
 {
     ListBench bench;
-    bench.searchNumber(" 29 ");
-    bench.searchNumber(nullptr);
+    bench.search("mnu_index", " 29 ");
     EXPECT_EQ(bench.line(), "CV29 = 6");
-    bench.driver.expectInput(QStringLiteral("Suchen nach CV Index"), QStringLiteral("177"));
-    bench.expectBoxWith("Diese CV-Nummer steht nicht in der Liste.");
-    bench.choose("mnu_index");
-    bench.searchWord("DEUTSCH 10");
+    bench.search("mnu_index", "177", "Diese CV-Nummer steht nicht in der Liste.");
+    bench.search("mnu_suchen_generell", "DEUTSCH 10");
     EXPECT_EQ(bench.line(), "CV10 = 10");
     bench.press(Qt::Key_F3);
     EXPECT_EQ(bench.line(), "CV100 = 0");
-    bench.searchWord("DEUTSCH 10"); // the same again goes on
+    bench.search("mnu_suchen_generell", "DEUTSCH 10"); // the same again goes on
     EXPECT_EQ(bench.line(), "CV101 = 1");
-    bench.searchWord("eight"); // another one begins at the top
+    bench.search("mnu_suchen_generell", "eight"); // another one begins at the top
     EXPECT_EQ(bench.line(), "CV29 = 6");
-    bench.driver.expectInput(QStringLiteral("Suchen nach Stichwort"), QStringLiteral("nirgends"));
-    bench.expectBoxWith("Suche beendet, nichts gefunden");
-    bench.choose("mnu_suchen_generell");
+    bench.search("mnu_suchen_generell", "nirgends", "Suche beendet, nichts gefunden");
     EXPECT_EQ(bench.line(), "CV29 = 6") << "what was chosen stays";
 }
 
@@ -143,7 +133,8 @@ TEST(HauptformList, TakesAValueByKeysAndByButtonAndGivesItBack)
     bench.key("List1", Qt::Key_F2);
     EXPECT_TRUE(bench.hasFocus("CV_Wert"));
     bench.expectBoxWith("1 bis 200");
-    bench.enter("201");
+    bench.type("CV_Wert", "201");
+    bench.click("Enter_Taste");
     EXPECT_EQ(bench.line(), "CV2  = 25  geändert");
     EXPECT_TRUE(bench.hasFocus("CV_Wert")) << "to be mended";
     bench.key("CV_Wert", Qt::Key_Escape);
@@ -192,12 +183,10 @@ TEST(HauptformList, NothingActsBeforeATypedNumberIsMended)
         act(bench);
         EXPECT_TRUE(QTest::qWaitFor([&] { return bench.driver.isDone(); })) << what;
         QTest::qWait(20); // a second box would be unexpected
-        EXPECT_EQ(bench.line() + "|" + bench.field("CV_Nummer") + "|" + bench.field("CV_Wert"),
-                  "CV29 = 6|200|6")
-            << what;
+        EXPECT_EQ(bench.line() + " " + bench.field("CV_Nummer") + " " + bench.field("CV_Wert"),
+                  "CV29 = 6 200 6");
         EXPECT_TRUE(bench.item("mnu_german").isChecked() && bench.state.link.portNumber == 5) << what;
-        EXPECT_TRUE(!bench.port.isOpen() && bench.window->isVisible()) << what;
-        EXPECT_TRUE(bench.hasFocus("CV_Nummer")) << what;
+        EXPECT_TRUE(!bench.port.isOpen() && bench.window->isVisible() && bench.hasFocus("CV_Nummer")) << what;
         bench.key("CV_Nummer", Qt::Key_Escape);
         EXPECT_EQ(bench.field("CV_Nummer"), "29") << what;
     }

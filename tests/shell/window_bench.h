@@ -21,14 +21,14 @@ namespace karvo::test
 // KV07 in `word`s: CV1 to CV176, of which CV2 and CV29 are told apart.
 inline std::string kv07Description(const std::string& word)
 {
+    const auto two =
+        "20;" + word + " two;1;200;18;explains " + word + "$second line;0 = off;only if " + word + ";;;;;;;;";
+    const auto switches =
+        "6;" + word + " switches;0;255;0;many;sum;;" + word + " one$two$$" + word + " eight;;;;;;;";
     std::string content = "Standard KV07\r\n";
     for (int row = 1; row <= 176; ++row) {
         const auto number = std::to_string(row);
         const auto usual = std::to_string(row % 100) + ";" + word + " " + number + ";0;255;0;;;;;;;;;;;";
-        const auto two = "20;" + word + " two;1;200;18;explains " + word + "$second line;0 = off;only if " +
-                         word + ";;;;;;;;";
-        const auto switches =
-            "6;" + word + " switches;0;255;0;many;sum;;" + word + " one$two$$" + word + " eight;;;;;;;";
         content += number + ";" + (row == 2 ? two : row == 29 ? switches : usual) + "\r\n";
     }
     return content + "Anfang FS\r\nFS1 = 3\r\n\r\n";
@@ -78,15 +78,13 @@ struct WindowBench {
         prompts.setParentWindow(window.get());
         window->show();
     }
-    KeptBackup keep(const CvSet& set)
-    {
-        kept.push_back(set);
-        return {"lists/kept.kvr"};
-    }
     MainWindowSetup windowSetup(bool simulatedInterface = false)
     {
         const auto listDevices = [this] { return devices; };
-        const auto keepBackup = [this](const CvSet& set) { return keep(set); };
+        const auto keepBackup = [this](const CvSet& set) {
+            kept.push_back(set);
+            return KeptBackup{"lists/kept.kvr"};
+        };
         return {bench, view, listDevices, {}, clock, archive, downloader, keepBackup, simulatedInterface, {}};
     }
     ~WindowBench()
