@@ -3,9 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -17,16 +19,10 @@ inline std::string unescaped(const std::string& field)
 {
     std::string bytes;
     for (std::size_t i = 0; i < field.size(); ++i) {
-        if (field[i] != '\\') {
-            bytes += field[i];
-            continue;
-        }
-        const char kind = field[++i];
-        bytes += kind == 'r' ? '\r' : kind == 'n' ? '\n' : kind == 't' ? '\t' : '\0';
-        if (kind == 'x') {
-            bytes.back() = static_cast<char>(std::stoi(field.substr(i + 1, 2), nullptr, 16));
-            i += 2;
-        }
+        const char kind = field[i] == '\\' ? field[++i] : '\0';
+        bytes += kind == 'r' ? '\r' : kind == 'n' ? '\n' : kind == 't' ? '\t' : field[i];
+        if (kind == 'x')
+            bytes.back() = static_cast<char>(std::stoi(field.substr((i += 2) - 1, 2), nullptr, 16));
     }
     return bytes;
 }
@@ -40,13 +36,11 @@ std::vector<std::array<std::string, fields>> casesOf(const std::string& name)
     for (std::string line; std::getline(file, line);) {
         if (line.starts_with('#'))
             continue;
-        auto& one = cases.emplace_back();
-        std::size_t start = 0;
-        for (std::string& field : one) {
-            const auto end = line.find('|', start);
-            EXPECT_EQ(end == std::string::npos, &field == &one.back()) << name << ": " << line;
-            field = unescaped(line.substr(std::min(start, line.size()), end - start));
-            start = end == std::string::npos ? line.size() : end + 1;
+        EXPECT_EQ(std::count(line.begin(), line.end(), '|') + 1, static_cast<long>(fields)) << line;
+        std::istringstream content(line);
+        for (std::string& field : cases.emplace_back()) {
+            std::getline(content, field, '|');
+            field = unescaped(field);
         }
     }
     EXPECT_FALSE(cases.empty()) << name;

@@ -2,9 +2,7 @@
 #pragma once
 
 #include "link/link.h"
-#include "support/recording_view.h"
-#include "support/scripted_line.h"
-#include "support/scripted_prompts.h"
+#include "support/scripted_seams.h"
 
 #include <numeric>
 

@@ -65,18 +65,16 @@ public:
     bool canWriteInto(const Path& folder) override { return isFolder(folder) && !readOnly.contains(folder); }
     std::vector<FolderEntry> list(const Path& folder) override
     {
-        std::map<Path, bool> names;
-        for (const auto& [path, bytes] : content) {
-            if (path.parent_path() == folder)
-                names.emplace(path.filename(), false);
-        }
-        for (const auto& path : folders) {
-            if (path.parent_path() == folder)
-                names[path.filename()] = true;
-        }
+        std::map<Path, bool> all;
+        for (const auto& [path, bytes] : content)
+            all.emplace(path, false);
+        for (const auto& path : folders)
+            all[path] = true;
         std::vector<FolderEntry> entries;
-        for (const auto& [name, isOne] : names)
-            entries.push_back({name, isOne});
+        for (const auto& [path, isOne] : all) {
+            if (path.parent_path() == folder)
+                entries.push_back({path.filename(), isOne});
+        }
         return entries;
     }
     Trouble remove(const Path& path) override

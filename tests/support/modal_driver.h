@@ -48,11 +48,11 @@ public:
             auto* const box = qobject_cast<QMessageBox*>(&window);
             ASSERT_NE(box, nullptr);
             EXPECT_EQ(box->text().toStdString(), text.toStdString());
-            QAbstractButton* found = nullptr;
-            for (QAbstractButton* candidate : box->buttons())
-                found = candidate->text() == button ? candidate : found;
-            ASSERT_NE(found, nullptr) << "no button " << button.toStdString();
-            found->click();
+            for (QAbstractButton* const candidate : box->buttons()) {
+                if (candidate->text() == button)
+                    return candidate->click();
+            }
+            ADD_FAILURE() << "no button " << button.toStdString();
         });
     }
 
@@ -61,7 +61,7 @@ public:
     {
         expect(title, [title, typed](QWidget& window) {
             auto* const dialog = qobject_cast<QInputDialog*>(&window);
-            ASSERT_NE(dialog, nullptr);
+            ASSERT_TRUE(dialog);
             EXPECT_EQ(dialog->windowTitle().toStdString(), title.toStdString());
             dialog->setTextValue(typed.value_or(QString()));
             dialog->done(typed ? QDialog::Accepted : QDialog::Rejected);

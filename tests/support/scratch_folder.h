@@ -17,12 +17,7 @@ namespace karvo::test
 class ScratchFolder
 {
 public:
-    ScratchFolder()
-        : path_(std::filesystem::temp_directory_path() /
-                ("karvo-test-" + std::to_string(std::random_device()())))
-    {
-        std::filesystem::create_directory(path_);
-    }
+    ScratchFolder() { std::filesystem::create_directory(path_); }
     ~ScratchFolder()
     {
         std::error_code ignored;
@@ -56,7 +51,8 @@ public:
     }
 
 private:
-    std::filesystem::path path_;
+    const std::filesystem::path path_ =
+        std::filesystem::temp_directory_path() / ("karvo-test-" + std::to_string(std::random_device()()));
 };
 
 } // namespace karvo::test

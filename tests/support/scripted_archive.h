@@ -30,8 +30,7 @@ public:
             if (!sink.takeEntry(entry.entry))
                 return std::nullopt;
             for (const std::string& piece : entry.pieces) {
-                const std::vector<std::uint8_t> bytes(piece.begin(), piece.end());
-                if (!sink.takeBytes(bytes))
+                if (!sink.takeBytes(Bytes(piece.begin(), piece.end())))
                     return std::nullopt;
             }
         }
