@@ -13,12 +13,12 @@ namespace
 class OneFile : public test::MemoryFiles
 {
 public:
-    explicit OneFile(Bytes content) : content_(std::move(content)) {}
-    std::optional<Bytes> readWhole(const std::filesystem::path&, std::size_t) override { return content_; }
+    explicit OneFile(Bytes bytes) : bytes_(std::move(bytes)) {}
+    std::optional<Bytes> readWhole(const std::filesystem::path&, std::size_t) override { return bytes_; }
     bool exists(const std::filesystem::path&) override { return true; }
 
 private:
-    Bytes content_;
+    Bytes bytes_;
 };
 
 } // namespace
