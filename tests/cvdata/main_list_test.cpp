@@ -99,6 +99,12 @@ TEST_F(MainListTest, SpeedTableIsTwentyEightLinesFromStepOneOn)
               (Lines{"CV69 = 1", "  1 = 103 (0..168) ", " 28 = 130 (0..168) ", "CV98 = 1"}));
     EXPECT_EQ(fill()[1].cv, 97);
     EXPECT_EQ(fill()[28].cv, 70);
+    EXPECT_TRUE(hasSpeedTable(table));
+    for (const int first : {70, 97}) {
+        CvTable without = table;
+        without.at(first, Column::number).clear();
+        EXPECT_FALSE(hasSpeedTable(without));
+    }
     for (int position = 1; position <= 56; ++position) // a reply that carries the speed table itself
         reply.push_back(static_cast<std::uint8_t>(position));
     EXPECT_EQ(texts()[1], "  1 = 55 (0..168) ");

@@ -46,12 +46,12 @@ struct UpdateBench : test::TestBench, UpdateObserver {
     void writeFile(int records) { addFile("a.uhx", fileOf(records)); }
     void reply(const std::string& bytes) { line.replyWith(test::bytesOf(bytes)); }
     // The letter "O" is the second write behind the identification.
-    void answerCall(const std::string& model = "27", const char* letter = "\x06")
+    void answerCall(const std::string& model = "27", int odd = -1)
     {
         reply(model);
         line.replyInPieces({}); // "B"
-        for (const char* const bytes : {letter, "\x06", "\x06", "\x06"})
-            reply(bytes); // "O", "A", the two bytes, the command
+        for (int i = 0; i < 4; ++i)
+            reply(i == odd ? "!" : "\x06"); // "O", "A", the two bytes, the command
     }
     // Single bytes of a record get no reply.
     void answerRecords(const std::vector<const char*>& replies)
@@ -112,6 +112,17 @@ TEST(InterfaceUpdate, OneReplyThatIsNoAcknowledgementIsTold)
     EXPECT_FALSE(bench.state.set.precedesUpdate);
 }
 
+TEST(InterfaceUpdate, AnOddReplyToWhatAnnouncesItIsNoRecords)
+{
+    for (const int odd : {0, 1, 2, 3}) {
+        UpdateBench bench;
+        bench.answerCall("27", odd);
+        bench.answerRecords({"\x06"});
+        EXPECT_EQ(bench.update(), UpdateEnd::notConfirmed);
+        EXPECT_EQ(bench.journal[bench.journal.size() - 2], "message c672, 21, 1");
+    }
+}
+
 // Behind an update that broke off the decoder can not be read, but the interface answers.
 TEST(InterfaceUpdate, AsksAnInterfaceOnceThatHasNotAnsweredYet)
 {
@@ -121,10 +132,9 @@ TEST(InterfaceUpdate, AsksAnInterfaceOnceThatHasNotAnsweredYet)
     EXPECT_EQ(test::joined(bench.journal), "busy, open 1, write 37, close, message m20\r\nm21, idle");
     bench.journal.clear();
     bench.reply("2");
-    bench.answerCall("27", "!");
+    bench.answerCall();
     bench.answerRecords({"\x06"});
-    EXPECT_EQ(bench.update(), UpdateEnd::notConfirmed);
-    EXPECT_EQ(bench.journal[bench.journal.size() - 2], "message c672, 21, 1");
+    EXPECT_EQ(bench.update(), UpdateEnd::sent);
     const std::string begin = "busy, open 1, write 37, file program/a.uhx, write 37, ";
     EXPECT_TRUE(test::joined(bench.journal).starts_with(begin));
 }

@@ -44,6 +44,7 @@ TEST(EnsurePortOpenTest, ARefusedPortIsToldWithItsCauseAndEndsTheProgram)
         EXPECT_FALSE(EnsurePortOpen(bench.link));
         EXPECT_EQ(joined(bench.journal), std::string("message ") + text + "\r\n\r\nm678" +
                                              (unsaved ? "\r\nm679" : "") + ", end program");
+        EXPECT_EQ(sendLiveValue(bench.link, {2, 5}, ClosedPort::opened), LiveEnd::ended);
     }
 }
 

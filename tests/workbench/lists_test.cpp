@@ -65,7 +65,7 @@ TEST_F(ListsTest, AFileOfAllLanguagesHasItsWordsFromItsCompanion)
     addFile("CV_Standart180.txt", smallDescription("Standard KV04", "Wort "));
     addFile("CV_Standart180_EN.txt", smallDescription("Standard KV04", "word ", 3));
     addFile("CV_exp.txt", "Head\r\n2;;zwei;;;;Tiefes Wissen;\r\n3;;drei;\r\n");
-    addFile("CV_exp_EN.txt", "Head\r\n2;;two;;;;Deep knowledge;\r\n");
+    addFile("CV_exp_EN.txt", "Head\r\n2;;two;;;;Deep knowledge;\r\nno field\r\n");
     state.expert = true;
     Bytes block(513, 0);
     block[6] = 1;
@@ -79,6 +79,7 @@ TEST_F(ListsTest, AFileOfAllLanguagesHasItsWordsFromItsCompanion)
     EXPECT_EQ(state.set.table.at(4, Column::text), u"Wort 4"); // the companion does not describe it
     EXPECT_EQ(state.set.descriptionPath, "program/CV_Standart180.txt");
     EXPECT_EQ(expertName(2) + expertName(3), u"twodrei");
+    EXPECT_EQ(times("program/CV_exp_EN.txt: 1 lines, first 3"), 1);
 }
 
 TEST_F(ListsTest, WithoutABlockOrItsDescriptionTheOldListStaysAndTheLineIsFree)
