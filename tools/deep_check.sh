@@ -7,11 +7,10 @@ source tools/prepare.sh
 
 prepare ci
 
-# Clang cannot read GCC's precompiled headers, and needs what moc makes.
+# Nothing has to be built for it: no file includes what moc makes, and clang cannot read GCC's precompiled headers.
 echo "== Static analysis of the rooms that stand on Qt"
 CXX=clang++ cmake -S . -B build/analysis -G Ninja -DCMAKE_BUILD_TYPE=Debug -DKARVO_BUILD_TESTS=OFF \
     -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON -DCMAKE_EXPORT_COMPILE_COMMANDS=ON >&2
-cmake --build build/analysis -- --quiet >&2
 git ls-files -z 'src/*/forms/*.cpp' 'src/ui/*.cpp' 'src/shell/*.cpp' 'src/platform/*.cpp' 'src/cli/*.cpp' |
     xargs -0 -n 2 -P "$(nproc)" clang-tidy -p build/analysis --quiet
 
