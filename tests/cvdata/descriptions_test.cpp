@@ -150,6 +150,16 @@ TEST(CvDetailsTest, EachFieldComesFromItsColumnAndBitTextsAreLinesFromWeightOneU
         EXPECT_EQ(valueOfBits(bitsOfValue(value)), value);
 }
 
+TEST(CvUseTest, WhereOneCvHasAFactoryValueThoseWithoutAreUnused)
+{
+    CvTable table;
+    for (const int cv : {1, 2})
+        table.at(cv, Column::number) = textFromNumber(cv);
+    EXPECT_TRUE(isUsed(table, 2));
+    table.at(1, Column::factoryValue) = u"0";
+    EXPECT_FALSE(isUsed(table, 2));
+}
+
 TEST(CvUseTest, MarksAreWordsOfTheirFieldAndNothingElseIsOne)
 {
     for (const auto& [field, words] : casesOf<2>("cvdata/marks.txt")) {
