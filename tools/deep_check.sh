@@ -7,12 +7,13 @@ source tools/prepare.sh
 
 prepare ci
 
-# Nothing has to be built for it: no file includes what moc makes, and clang cannot read GCC's precompiled headers.
+# Nothing has to be built for it: no file includes what moc makes, and clang cannot read GCC's precompiled headers. That a
+# parent deletes its children is beyond what the analyzer sees.
 echo "== Static analysis of the rooms that stand on Qt"
 CXX=clang++ cmake -S . -B build/analysis -G Ninja -DCMAKE_BUILD_TYPE=Debug -DKARVO_BUILD_TESTS=OFF \
     -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON -DCMAKE_EXPORT_COMPILE_COMMANDS=ON >&2
 git ls-files -z 'src/*/forms/*.cpp' 'src/ui/*.cpp' 'src/shell/*.cpp' 'src/platform/*.cpp' 'src/cli/*.cpp' |
-    xargs -0 -n 2 -P "$(nproc)" clang-tidy -p build/analysis --quiet
+    xargs -0 -n 2 -P "$(nproc)" clang-tidy -p build/analysis --quiet --checks=-clang-analyzer-cplusplus.NewDeleteLeaks
 
 echo "== Fuzzing"
 build_preset fuzz

@@ -71,7 +71,7 @@ public:
     {
         for (const auto check : {&Reader::countWords, &Reader::refuseUnheeded, &Reader::takeLine,
                                  &Reader::takeValues, &Reader::takeOperands}) {
-            if (const Fault fault = (this->*check)())
+            if (Fault fault = (this->*check)())
                 return {std::nullopt, *fault, true};
         }
         return {arguments_, {}, false};
@@ -168,7 +168,7 @@ private:
         const bool takesChanges =
             command_.command == CliCommand::set || command_.command == CliCommand::write;
         if (takesChanges) {
-            if (const Fault fault = separateChanges())
+            if (Fault fault = separateChanges())
                 return fault;
         }
         const QStringList& files = arguments_.operands;
@@ -195,7 +195,7 @@ private:
                 files.append(word);
                 continue;
             }
-            if (const Fault fault = takeChange(word))
+            if (Fault fault = takeChange(word))
                 return fault;
         }
         arguments_.operands = files;

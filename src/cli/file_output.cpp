@@ -66,7 +66,7 @@ void printFile(Output& output, const BatchFile& file, const LanguageTables& text
         if (row.refusal != BatchRefusal::none)
             output.say(start + refusalText(row, texts));
         else if (!file.isRefused())
-            output.line(start + u"CV" + textFromNumber(row.cv) + u" " + old + u" -> " +
+            output.line(Text(start).append(u"CV" + textFromNumber(row.cv) + u" ").append(old) + u" -> " +
                         textFromNumber(row.newValue));
     }
 }

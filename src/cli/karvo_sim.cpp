@@ -141,7 +141,7 @@ sigset_t holdSignalsBack()
     sigemptyset(&held);
     sigaddset(&held, SIGINT);
     sigaddset(&held, SIGTERM);
-    sigprocmask(SIG_BLOCK, &held, &before);
+    pthread_sigmask(SIG_BLOCK, &held, &before);
     return before;
 }
 

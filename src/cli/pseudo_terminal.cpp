@@ -1,5 +1,6 @@
 #include "cli/pseudo_terminal.h"
 
+#include <array>
 #include <cerrno>
 #include <cstdlib>
 #include <system_error>
@@ -44,7 +45,9 @@ PseudoTerminal::PseudoTerminal() : ownEnd_(openOwnEnd())
 {
     if (ownEnd_ < 0)
         throw std::system_error(errno, std::generic_category(), "pseudo terminal");
-    path_ = ::ptsname(ownEnd_);
+    std::array<char, 128> name{};
+    ::ptsname_r(ownEnd_, name.data(), name.size());
+    path_ = name.data();
     otherEnd_ = openOtherEnd(path_);
     if (otherEnd_ < 0) {
         const int error = errno;

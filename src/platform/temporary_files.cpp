@@ -49,10 +49,10 @@ fs::path temporaryPath(const fs::path& folder)
     static int number = 0;
     std::error_code unknown;
     for (;;) {
-        const auto path = folder / toPath(QStringLiteral("karvo-%1-%2-%3.tmp")
-                                              .arg(QCoreApplication::applicationPid())
-                                              .arg(++number)
-                                              .arg(computerName()));
+        auto path = folder / toPath(QStringLiteral("karvo-%1-%2-%3.tmp")
+                                        .arg(QCoreApplication::applicationPid())
+                                        .arg(++number)
+                                        .arg(computerName()));
         if (!fs::exists(fs::symlink_status(path, unknown)))
             return path;
     }

@@ -176,7 +176,7 @@ void Hauptform::showEditorReasons()
 QString Hauptform::title() const
 {
     const CvSet& set = state_.set;
-    const QString name = qtText(texts_.caption(Caption::windowTitle));
+    QString name = qtText(texts_.caption(Caption::windowTitle));
     if (set.isEmpty())
         return name;
     Text loaded = set.loadedData;

@@ -40,7 +40,7 @@ MainMenu::MainMenu(QMenuBar* bar) : QObject(bar), languages_(new QActionGroup(th
         const auto depth = static_cast<std::size_t>(tree[i].depth);
         open.resize(depth);
         QMenu* const parent = open.empty() ? nullptr : open.back();
-        if (tree[i].name.empty())
+        if (tree[i].name.empty() && parent != nullptr)
             addSeparator(parent);
         else if (i + 1 < tree.size() && tree[i + 1].depth > tree[i].depth)
             open.push_back(addMenu(bar, parent, tree[i].name));

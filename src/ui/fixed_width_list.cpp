@@ -128,13 +128,13 @@ void FixedWidthList::keyPressEvent(QKeyEvent* event)
 {
     const auto modifiers = event->modifiers() & ~(Qt::KeypadModifier | Qt::ShiftModifier);
     const QString typed = event->text();
-    if (currentRow() < 0 || modifiers != Qt::NoModifier)
-        QListWidget::keyPressEvent(event);
-    else if (typed.size() == 1 && typed.front() >= u'0' && typed.front() <= u'9')
+    const bool isPlain = currentRow() >= 0 && modifiers == Qt::NoModifier;
+    if (isPlain && typed.size() == 1 && typed.front() >= u'0' && typed.front() <= u'9')
         emit digitTyped(typed);
-    else if (event->key() == Qt::Key_F2 || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+    else if (isPlain &&
+             (event->key() == Qt::Key_F2 || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter))
         emit entryWanted();
-    else if (typed == QStringLiteral("+") || typed == QStringLiteral("-"))
+    else if (isPlain && (typed == QStringLiteral("+") || typed == QStringLiteral("-")))
         emit stepWanted(typed == QStringLiteral("+") ? 1 : -1);
     else
         QListWidget::keyPressEvent(event);
@@ -150,7 +150,7 @@ void FixedWidthList::changeEvent(QEvent* event)
 // Past the item view's own handling, which makes the first row the current one: to come by is not to choose.
 void FixedWidthList::focusInEvent(QFocusEvent* event)
 {
-    QAbstractScrollArea::focusInEvent(event);
+    QAbstractScrollArea::focusInEvent(event); // NOLINT(bugprone-parent-virtual-call)
     viewport()->update();
 }
 

@@ -12,7 +12,7 @@ class QRadioButton;
 namespace karvo
 {
 
-class DCC_Adresse : public AddressWindow
+class DCC_Adresse final : public AddressWindow
 {
     Q_OBJECT
 

@@ -10,7 +10,7 @@
 namespace karvo
 {
 
-class Servo_Addresse : public AddressWindow
+class Servo_Addresse final : public AddressWindow
 {
     Q_OBJECT
 

@@ -106,6 +106,7 @@ void Aktive_COM::showPorts(const std::vector<int>& present, const std::vector<Ne
     fresh_ = fresh;
     const auto devices = present.empty() ? std::vector<PortDevice>() : listDevices_();
     std::vector<FixedWidthList::Row> rows;
+    rows.reserve(present.size() + fresh.size());
     for (const int number : present)
         rows.push_back({portName(number), portTip(texts_, devices, number)});
     for (const auto& [number, device] : fresh) {
