@@ -1,7 +1,5 @@
 #include "cvdata/dcc_address.h"
 
-#include "program/binary_text.h"
-
 namespace karvo
 {
 
@@ -21,17 +19,13 @@ Text addressFrom(const CvTable& table, int shortCv, int highCv, int lowCv)
 
 bool usesLongAddresses(const CvTable& table)
 {
-    const auto configuration = table.value(29);
-    if (!configuration || *configuration < 0)
-        return false;
-    const Text digits = binaryText(static_cast<unsigned>(*configuration));
-    constexpr std::size_t longAddressBit = 5;
-    return digits[digits.size() - 1 - longAddressBit] == u'1';
+    const int configuration = table.value(configurationCv).value_or(0);
+    return configuration > 0 && (configuration & longAddressWeight) != 0;
 }
 
 bool answersToSecondAddress(const CvTable& table)
 {
-    return (table.value(21).value_or(0) & secondAddressWeight) != 0;
+    return (table.value(modeCv).value_or(0) & secondAddressWeight) != 0;
 }
 
 Text firstAddress(const CvTable& table)

@@ -22,6 +22,12 @@ constexpr int lowPartOf(int address)
     return address % 256;
 }
 
+// Which form the addresses have, and whether the second one counts, with the weight of the bit that says so.
+inline constexpr int configurationCv = 29;
+inline constexpr int longAddressWeight = 32;
+inline constexpr int modeCv = 21;
+inline constexpr int secondAddressWeight = 2;
+
 // Whether a CV holds an address of the vehicle, or a part of one. CV29 and CV21 put them to use.
 constexpr bool isAddressPart(int cv)
 {
@@ -31,7 +37,7 @@ constexpr bool isAddressPart(int cv)
 // Whether an address is made of it: a part of one, and CV29, which chooses the form.
 constexpr bool isAddressCv(int cv)
 {
-    return isAddressPart(cv) || cv == 29;
+    return isAddressPart(cv) || cv == configurationCv;
 }
 
 // Whether CV29 (bit 5) selects the long form, for both addresses.
@@ -42,8 +48,6 @@ Text firstAddress(const CvTable& table);
 
 // CV3, or CV15 and CV16.
 Text secondAddress(const CvTable& table);
-
-inline constexpr int secondAddressWeight = 2; // of the bit in CV21
 
 // Whether CV21 (bit 1) makes the decoder answer to its second address too.
 bool answersToSecondAddress(const CvTable& table);

@@ -13,9 +13,6 @@ namespace
 
 constexpr int firstShortCv = 1;
 constexpr int secondShortCv = 3;
-constexpr int configurationCv = 29;
-constexpr int longAddresses = 32; // CV29 as a whole
-constexpr int modeCv = 21;
 
 struct LongCvs {
     int high;
@@ -75,7 +72,8 @@ void addAddress(WritePlan& plan, AddressForm form, int address, int shortCv, con
 
 void addSwitches(WritePlan& plan, const TypedAddresses& addresses, const CvTable& table)
 {
-    plan.push_back({configurationCv, addresses.form == AddressForm::longForm ? longAddresses : 0});
+    // As a whole: its other switches go off.
+    plan.push_back({configurationCv, addresses.form == AddressForm::longForm ? longAddressWeight : 0});
     if (!addresses.secondAnswers)
         return;
     const int mode = std::max(0, table.value(modeCv).value_or(0));

@@ -16,9 +16,9 @@ constexpr int highestAddress = 9999;
 struct ServoCvs {
     int high;
     int low;
-    int takeOver; // of receivers
+    int takeOver() const { return takeOverCvOf(high); } // of receivers
 };
-constexpr ServoCvs bothServos[] = {{11, 12, firstServoTakeOverCv}, {13, 14, secondServoTakeOverCv}};
+constexpr ServoCvs bothServos[] = {{11, 12}, {13, 14}};
 
 const ServoCvs& cvsOf(int servo)
 {
@@ -65,8 +65,8 @@ std::variant<WritePlan, int> planOfServoAddresses(std::span<const TypedServoAddr
         const ServoCvs& cvs = cvsOf(typed.servo);
         plan.push_back({cvs.high, highPartOf(*address)});
         plan.push_back({cvs.low, lowPartOf(*address)});
-        if (dealsWith(Editor::servoAddresses, set, cvs.takeOver))
-            plan.push_back({cvs.takeOver, takeOverValue});
+        if (dealsWith(Editor::servoAddresses, set, cvs.takeOver()))
+            plan.push_back({cvs.takeOver(), takeOverValue});
     }
     return plan;
 }
@@ -77,7 +77,7 @@ Text servoAddressesWritten(const WritePlan& plan, const LanguageTables& texts)
     for (const ServoCvs& cvs : bothServos) {
         for (const PlannedWrite& write : plan) {
             if (write.cv == cvs.high)
-                lines += (lines.empty() ? Text() : Text(lineBreak)) + writtenNotice(cvs.takeOver, texts);
+                lines += (lines.empty() ? Text() : Text(lineBreak)) + writtenNotice(cvs.takeOver(), texts);
         }
     }
     return lines;

@@ -39,8 +39,6 @@ bool endsTheRun(WriteEnd end)
     return false;
 }
 
-constexpr int configurationCv = 29; // which form of address
-constexpr int modeCv = 21;          // whether the second address too
 constexpr int secondShortCv = 3;
 
 // Whether a CV puts to use what another one holds.
@@ -62,7 +60,6 @@ bool isUnconfirmed(const WriteOutcome& outcome)
 // Whether the write changes what the vehicle answers to, and does not only repeat it.
 bool changesUse(const WriteOutcome& outcome)
 {
-    constexpr int longAddressWeight = 32; // of the bit in CV29
     if (isTakeOverCv(outcome.cv) || !outcome.held)
         return true;
     const int weight = outcome.cv == modeCv ? secondAddressWeight : longAddressWeight;
