@@ -70,9 +70,9 @@ class OurTexts(unittest.TestCase):
         self.assertLessEqual({text[0] for number in (263, 750) for text in self.in_all("var", number)}, set(" ."))
 
     def test_every_number_that_the_program_names_has_a_text(self):
-        header = (TOOLS.parent / "src" / "language" / "text_numbers.h").read_text(encoding="utf-8")
-        for enumeration, table in (("Message", "var"), ("Caption", "cap")):
-            body = re.search(rf"enum class {enumeration} {{(.*?)}};", header, re.DOTALL).group(1)
+        for name, table in (("message", "var"), ("caption", "cap")):
+            header = TOOLS.parent / "src" / "language" / f"{name}_numbers.h"
+            body = header.read_text(encoding="utf-8")
             named = re.findall(r"^\s*(\w+) = (\d+),", body, re.MULTILINE)
             self.assertTrue(named)
             self.assertEqual([name for name, number in named if "" in self.in_all(table, int(number))], [])
