@@ -7,6 +7,7 @@
 #include "workbench/full_read.h"
 #include "workbench/list_files.h"
 #include "workbench/user_folders.h"
+#include "workbench/write_limits.h"
 #include "workbench/write_many.h"
 
 #include <QStandardPaths>
@@ -93,16 +94,20 @@ ExitCode writeFromList(CommandRun& run)
     return report.end == WriteManyEnd::cancelled ? ExitCode::done : exitCodeOf(report);
 }
 
-// What the line has just told is what the vehicle holds.
+// What the line has just told is what the vehicle holds. The question that the write would ask is shown too.
 ExitCode showChosen(CommandRun& run, const std::vector<int>& cvs)
 {
     const ProgramState& state = run.bench.state;
     auto plan = planOfChosen(state.set.table, cvs);
+    std::vector<WriteOutcome> outcomes;
     for (PlannedWrite& write : plan) {
         write.held = state.image[static_cast<std::size_t>(write.cv)];
-        if (!writesBeyondLimits(run.arguments))
-            write.skip = limitsAgainst(state.set.table, write.cv, write.value);
+        outcomes.push_back({write.cv, write.value});
     }
+    const Text question = writesBeyondLimits(run.arguments) ? Text() : questionBeyondLimits(state, outcomes);
+    run.output.put(QStringLiteral("question"), toQString(question));
+    if (!question.empty())
+        run.output.say(question);
     printPreview(run.output, previewOf(plan, state.set, state.image, state.set.profile), state);
     run.bench.view.showStatus(run.texts().caption(Caption::writtenNothing));
     return ExitCode::done;

@@ -48,6 +48,8 @@ std::vector<Text> linesOf(const std::vector<WriteOutcome>& beyond, const CvSet& 
 
 Text questionAbout(const std::vector<Text>& lines, const LanguageTables& texts)
 {
+    if (lines.empty())
+        return {};
     Text question = texts.message(Message::limitsQuestion);
     const std::size_t shown = lines.size() <= mostLines ? lines.size() : mostLines - 1;
     for (std::size_t i = 0; i < shown; ++i)
@@ -59,23 +61,26 @@ Text questionAbout(const std::vector<Text>& lines, const LanguageTables& texts)
     return question + Text(lineBreak) + texts.message(Message::limitsQuestionLast);
 }
 
-bool mayWrite(Workbench& bench, const std::vector<Text>& lines)
+bool mayWrite(Workbench& bench, const Text& question)
 {
-    return lines.empty() ||
-           bench.prompts.question(questionAbout(lines, bench.state.texts), QuestionKind::limits);
+    return question.empty() || bench.prompts.question(question, QuestionKind::limits);
 }
 
 } // namespace
 
-bool mayWriteBeyondLimits(Workbench& bench, const std::vector<WriteOutcome>& outcomes)
+Text questionBeyondLimits(const ProgramState& state, const std::vector<WriteOutcome>& outcomes)
 {
-    const CvSet& set = bench.state.set;
     std::vector<WriteOutcome> beyond;
     for (const WriteOutcome& outcome : outcomes) {
-        if (isDue(outcome) && limitsAgainst(set.table, outcome.cv, outcome.value) != WriteSkip::none)
+        if (isDue(outcome) && limitsAgainst(state.set.table, outcome.cv, outcome.value) != WriteSkip::none)
             beyond.push_back(outcome);
     }
-    return mayWrite(bench, linesOf(beyond, set, bench.state.texts));
+    return questionAbout(linesOf(beyond, state.set, state.texts), state.texts);
+}
+
+bool mayWriteBeyondLimits(Workbench& bench, const std::vector<WriteOutcome>& outcomes)
+{
+    return mayWrite(bench, questionBeyondLimits(bench.state, outcomes));
 }
 
 bool mayWriteWhatItLacks(Workbench& bench, const std::vector<WriteOutcome>& outcomes,
@@ -87,7 +92,7 @@ bool mayWriteWhatItLacks(Workbench& bench, const std::vector<WriteOutcome>& outc
         if (isDue(outcome) && lacksCv(vehicle, bench.state.set.table, outcome.cv))
             lines.push_back(filledIn(bench.state.texts.caption(Caption::valueUnused), words));
     }
-    return mayWrite(bench, lines);
+    return mayWrite(bench, questionAbout(lines, bench.state.texts));
 }
 
 } // namespace karvo

@@ -8,6 +8,9 @@
 namespace karvo
 {
 
+// The question before a write that names all that stands against one of these CVs; empty where nothing does.
+Text questionBeyondLimits(const ProgramState& state, const std::vector<WriteOutcome>& outcomes);
+
 // Whether these CVs may be written: where nothing stands against one that is to be written, or after a Yes to
 // one question that names all that does.
 bool mayWriteBeyondLimits(Workbench& bench, const std::vector<WriteOutcome>& outcomes);

@@ -51,6 +51,7 @@ TEST_F(WriteCommandTest, AListIsWrittenWhereItDiffers)
         {"write --from @bus.kvr", 0, "CV7  = 99  left out, read only\nCV48 = 5  written\n"},
         {"write --dry-run --from @bus.kvr", 0, "CV7  = 6 -> 99  left out, read only"},
         {"write --dry-run --from @bus.kvr", 0, "To be written: 1. Left out: 1."},
+        {"write --dry-run CV1=0", 0, "CV1  = 3 -> 0  will be written", "CV1 = 0: 1 to 126 are allowed"},
         {"write --from @bus.kvr --simulate kv04", 7, "", "belongs to a KV07, but the vehicle has a KV04"},
         {"write --from @none.kvr", 1, ""},
     });
