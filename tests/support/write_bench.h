@@ -75,19 +75,18 @@ struct WriteBench : TestBench {
     static int blockValue(int cv) { return (cv * 7 + cv / 256) & 0xFF; }
 
     // What vehicle and person answer next: "15" is an identification, "+" and "-" are 6 and 21, "." is
-    // silence, "B" is the block, "B48=200,3=9" the same with other values, "D" one whose check byte is wrong,
-    // "L" a long one, "pulled" the last acknowledge of an adapter that does not come back; "y" and "n" answer
-    // questions, "cancel" and "discard" whether to save. A write begins with "15 15 B", and a value is sent
-    // with "15 + +"; "w3" are three of them.
+    // silence, "B" is the block, "B48=200,3=9" the same with other values, "Z7=1" zeros else, "D" one whose
+    // check byte is wrong, "L" a long one, "pulled" the last acknowledge of an adapter that does not come
+    // back; "y" and "n" answer questions, "cancel", "discard" and "save" whether to save, "file=a.kvr" and
+    // "option=2" dialogs, which are cancelled without a name or number. A write begins with "15 15 B", and a
+    // value is sent with "15 + +"; "w3" are three of them.
     void script(const std::string& text)
     {
         using namespace std::chrono_literals;
         for (const std::string& word : wordsOf(text)) {
-            if (word == "y" || word == "n")
-                prompts.answer(word == "y");
-            else if (word == "cancel" || word == "discard")
-                prompts.answerSaveChanges(word == "cancel" ? SaveChoice::cancel : SaveChoice::discard);
-            else if (word == "pulled")
+            if (answer(word))
+                continue;
+            if (word == "pulled")
                 line.replyInPieces({{0ms, {6}}, {50ms, {}}});
             else if (word.front() == 'w')
                 script(repeated("15 + + ", std::stoi(word.substr(1))));
@@ -144,6 +143,24 @@ struct WriteBench : TestBench {
     }
 
 private:
+    // Whether it was the person's.
+    bool answer(const std::string& word)
+    {
+        static const std::map<std::string, SaveChoice> choices = {
+            {"cancel", SaveChoice::cancel}, {"discard", SaveChoice::discard}, {"save", SaveChoice::save}};
+        const auto chosen = word.substr(std::min(word.find('='), word.size() - 1) + 1);
+        if (word == "y" || word == "n")
+            prompts.answer(word == "y");
+        else if (choices.contains(word))
+            prompts.answerSaveChanges(choices.at(word));
+        else if (word.starts_with("file="))
+            prompts.chooseFile(chosen.empty() ? std::nullopt : std::optional<std::filesystem::path>(chosen));
+        else if (word.starts_with("option="))
+            prompts.choose(chosen.empty() ? std::nullopt : std::optional<std::size_t>(std::stoul(chosen)));
+        else
+            return false;
+        return true;
+    }
     static std::string repeated(const std::string& text, int times)
     {
         return times == 0 ? std::string() : text + repeated(text, times - 1);
@@ -154,9 +171,9 @@ private:
             return {static_cast<std::uint8_t>(word == "+" ? 6 : 21)};
         if (word == "L")
             return blockOf(1024);
-        if (word.front() != 'B' && word != "D")
+        if (word.front() != 'B' && word.front() != 'Z' && word != "D")
             return bytesOf(word);
-        Bytes block = blockOf(512);
+        Bytes block = word.front() == 'Z' ? Bytes(513, 0) : blockOf(512);
         if (word == "D")
             block.back() ^= 1;
         std::string values = word.substr(1);

@@ -1,7 +1,7 @@
 // Writes to a scripted vehicle, step by step, as tests/data/workbench tells them.
 #include "link/exchange.h"
 #include "link/live_value.h"
-#include "support/write_bench.h"
+#include "support/step_bench.h"
 #include "workbench/change_value.h"
 #include "workbench/full_read.h"
 #include "workbench/line_use.h"
@@ -21,7 +21,7 @@ static std::string textOf(const std::vector<int>& numbers)
     return text;
 }
 
-class WriteSteps : public WriteBench
+class WriteSteps : public StepBench
 {
 public:
     WriteSteps()
@@ -36,31 +36,9 @@ public:
         });
     }
 
-    // What a step shows when vehicle and person answer so.
-    std::string carryOut(const std::string& step, const std::string& answers)
-    {
-        const auto nameEnd = std::min(step.find(' '), step.size());
-        const auto known = steps_.find(step.substr(0, nameEnd));
-        if (known == steps_.end())
-            return "no such step";
-        script(answers);
-        const auto shown = known->second(step.substr(std::min(nameEnd + 1, step.size())));
-        EXPECT_FALSE(line.hasUnusedReplies());
-        return shown;
-    }
-
 private:
     static constexpr std::size_t longest = 500; // of what is told in full
-    using Step = std::function<std::string(const std::string&)>;
 
-    void prepare(const std::string& name, const std::function<void(const std::string&)>& act)
-    {
-        steps_[name] = [this, act](const std::string& words) {
-            act(words);
-            journal.clear();
-            return std::string();
-        };
-    }
     void addPreparations()
     {
         prepare("read", [this](auto&) { readIntoList(bench, ReadStarter::other); });
@@ -111,16 +89,16 @@ private:
     }
     void addWrite(const std::string& name, const Step& write)
     {
-        steps_[name] = [this, write](const std::string& words) {
+        steps[name] = [this, write](const std::string& words) {
             const bool wasBusy = state.lineBusy;
             view.writeProgress.clear();
             const auto end = write(words);
             EXPECT_EQ(state.lineBusy, wasBusy);
             EXPECT_FALSE(state.link.manyUnderWay);
-            auto steps = passed();
-            if (steps.size() > longest)
-                steps = "...";
-            return steps + (steps.empty() ? "> " : " > ") + end;
+            auto shown = passed();
+            if (shown.size() > longest)
+                shown = "...";
+            return shown + (shown.empty() ? "> " : " > ") + end;
         };
     }
     std::string endOf(std::optional<WriteEnd> end) const
@@ -192,33 +170,33 @@ private:
     // Of what the last write has told.
     void addChecksOfWhatPassed()
     {
-        steps_["journal"] = [this](auto&) { return joined(last); };
-        steps_["tail"] = [this](auto&) { return joined({last.end() - 3, last.end()}); };
-        steps_["last"] = [this](auto& kind) {
+        steps["journal"] = [this](auto&) { return joined(last); };
+        steps["tail"] = [this](auto&) { return joined({last.end() - 3, last.end()}); };
+        steps["last"] = [this](auto& kind) {
             const auto isOfKind = [&](auto& entry) { return entry.starts_with(kind); };
             const auto found = std::find_if(last.rbegin(), last.rend(), isOfKind);
             return found == last.rend() ? "none" : found->substr(std::min(kind.size() + 1, found->size()));
         };
-        steps_["times"] = [this](auto& entry) {
+        steps["times"] = [this](auto& entry) {
             return std::to_string(std::count(last.begin(), last.end(), entry));
         };
-        steps_["kind"] = [this](auto&) {
+        steps["kind"] = [this](auto&) {
             const std::map<QuestionKind, std::string> kinds = {{QuestionKind::backup, "backup"},
                                                                {QuestionKind::vehicle, "vehicle"},
                                                                {QuestionKind::limits, "limits"}};
             return kinds.at(prompts.lastKind);
         };
-        steps_["progress"] = [this](auto&) {
+        steps["progress"] = [this](auto&) {
             std::string text;
             for (const auto& [cv, remaining] : view.writeProgress)
                 text += " " + std::to_string(cv) + ":" + std::to_string(remaining);
             return text;
         };
-        steps_["milliseconds"] = [this](auto&) {
+        steps["milliseconds"] = [this](auto&) {
             return std::to_string((line.now() - std::exchange(since_, line.now())).count() / 1000);
         };
         // What the preview has shown since this was asked last.
-        steps_["shown"] = [this](auto&) {
+        steps["shown"] = [this](auto&) {
             auto text = std::to_string(shown_.countOfWritten()) + (shown_.otherVehicle ? " of another" : "");
             for (const PreviewRow& row : std::exchange(shown_, {}).rows)
                 text += " " + std::to_string(row.cv) + "(" + utf8FromText(row.name) +
@@ -226,17 +204,17 @@ private:
                         (row.skip == WriteSkip::none ? "" : "-");
             return text;
         };
-        steps_["report"] = [this](auto&) { return utf8FromText(reportText(report_, state.texts)); };
-        steps_["line"] = [this](auto&) {
+        steps["report"] = [this](auto&) { return utf8FromText(reportText(report_, state.texts)); };
+        steps["line"] = [this](auto&) {
             return utf8FromText(outcomeLine(report_.outcomes.front(), state.texts));
         };
-        steps_["notice"] = [this](auto&) { return utf8FromText(report_.addressNotice); };
-        steps_["rest"] = [this](auto&) { return textOf(report_.rest()); };
+        steps["notice"] = [this](auto&) { return utf8FromText(report_.addressNotice); };
+        steps["rest"] = [this](auto&) { return textOf(report_.rest()); };
     }
     // Of what the program holds now.
     void addChecksOfState()
     {
-        steps_["marked"] = [this](auto&) {
+        steps["marked"] = [this](auto&) {
             std::vector<int> cvs;
             for (int cv = 1; cv <= CvTable::lastRow; ++cv) {
                 const auto place = positionOf(state.set.list, cv);
@@ -246,18 +224,17 @@ private:
             return textOf(cvs);
         };
         // How many sets, and of the last a value, its description and the vehicle's type code.
-        steps_["kept"] = [this](auto& cv) {
+        steps["kept"] = [this](auto& cv) {
             const CvSet& set = kept.back();
             EXPECT_FALSE(set.isOffline());
             return std::to_string(kept.size()) + ": " + std::to_string(*set.table.value(std::stoi(cv))) +
                    " " + set.descriptionPath.filename().string() + " " + std::to_string(set.profile.typeCode);
         };
-        steps_["value"] = [this](auto& cv) { return std::to_string(*state.set.table.value(std::stoi(cv))); };
-        steps_["held"] = [this](auto& cv) { return std::to_string(state.image[std::stoul(cv)]); };
-        steps_["level"] = [this](auto&) { return std::to_string(state.receiver.firmwareLevel); };
+        steps["value"] = [this](auto& cv) { return std::to_string(*state.set.table.value(std::stoi(cv))); };
+        steps["held"] = [this](auto& cv) { return std::to_string(state.image[std::stoul(cv)]); };
+        steps["level"] = [this](auto&) { return std::to_string(state.receiver.firmwareLevel); };
     }
 
-    std::map<std::string, Step> steps_;
     WriteReport report_;
     WritePreview shown_;
     std::string stopAfter_;
@@ -268,20 +245,9 @@ class WriteStepsTest : public testing::TestWithParam<const char*>
 {
 };
 
-// "case" begins anew with what it shows; the other steps follow each other.
 TEST_P(WriteStepsTest, EachStepShowsWhatItShould)
 {
-    std::optional<WriteSteps> steps;
-    std::string name;
-    for (const auto& [step, answers, shown] : casesOf<3>(std::string("workbench/") + GetParam() + ".txt")) {
-        if (step == "case") {
-            name = answers;
-            steps.reset();
-            steps.emplace();
-        } else {
-            EXPECT_EQ(steps->carryOut(step, answers), shown) << name << ": " << step << "|" << answers;
-        }
-    }
+    followSteps<WriteSteps>(std::string("workbench/") + GetParam() + ".txt");
 }
 
 INSTANTIATE_TEST_SUITE_P(Files, WriteStepsTest,
