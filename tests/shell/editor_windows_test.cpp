@@ -3,7 +3,6 @@
 #include "editors/forms/dcc_adresse.h"
 #include "editors/forms/live_dialog.h"
 
-#include "shell/form_bench.h"
 #include "shell/window_bench.h"
 #include "workbench/offline_list.h"
 

@@ -1,12 +1,19 @@
-// The window itself: its controls, its language, what it remembers, and the editors that it opens.
+// The window itself: its port, its languages, its menu, and what it remembers.
+#include "shell/main_menu.h"
+#include "shell/menu_tree.h"
 #include "shell/window_bench.h"
 
 #include <QAccessible>
 #include <QHelpEvent>
+#include <QMenu>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QScrollArea>
+#include <QStatusBar>
 #include <QTimer>
+
+#include <fstream>
 
 namespace karvo::test
 {
@@ -63,94 +70,96 @@ TEST(Hauptform, SpeaksEveryLanguageOnEveryControlAndFitsASmallScreen)
     }
 }
 
-TEST(Hauptform, ChangesTheLanguageAtOnceAndKeepsTheValues)
+TEST(Hauptform, ALongerLanguageFitsAtOnce)
 {
     WindowBench bench;
     bench.window->resize(1180, 760);
     bench.showOfflineList();
-    bench.change(2, 77);
-    bench.choose("mnu_english");
-    EXPECT_EQ(bench.settings.values["Parameter/Language"], Text(u"3"));
-    EXPECT_EQ(bench.texts("Zusatz_Text Status"), "explains english\r\nsecond line|Ready|");
-    EXPECT_EQ(bench.line() + "|" + bench.field("CV_Wert"), "CV2  = 77  changed|77");
-    EXPECT_EQ(bench.find<QPushButton>("Start").text().toStdString(), "Read all CVs");
+    bench.chooseCv(2);
     const auto& area = bench.find<QScrollArea>("CurrentCvArea");
     const auto hasWidth = [&] {
         return area.viewport()->width() >= area.widget()->minimumSizeHint().width();
     };
-    for (const char* longer : {"mnu_franz", "mnu_dutch", "mnu_spanisch"}) {
+    for (const char* longer : {"mnu_english", "mnu_franz", "mnu_dutch", "mnu_spanisch"}) {
         bench.choose(longer);
         EXPECT_TRUE(QTest::qWaitFor(hasWidth)) << longer;
     }
 }
 
-TEST(Hauptform, SaysWhatItIsAndRemembersItsPlace)
+TEST(Hauptform, RemembersItsPlace)
 {
     WindowBench bench;
-    EXPECT_EQ(bench.window->objectName().toStdString(), "Hauptform");
     for (const auto& [name, interval] : {std::pair{"Timer2", 750}, {"Timer3", 100}, {"Timer4", 200}})
         EXPECT_TRUE(bench.find<QTimer>(name).interval() == interval && !bench.find<QTimer>(name).isActive());
-    bench.expectBoxWith("Sie arbeiten mit der Version V01_23.");
-    bench.choose("mnu_version");
-    bench.expectBoxWith("MIT");
-    bench.choose("mnu_about");
-    bench.expect("help");
-    bench.press(Qt::Key_F1);
     bench.window->resize(901, 603);
     bench.choose("mnu_exit");
-    EXPECT_FALSE(bench.window->isVisible());
     EXPECT_EQ(Hauptform(bench.windowSetup()).size(), QSize(901, 603));
     bench.settings.values["Window/Geometry"] = u"nonsense";
     EXPECT_NE(Hauptform(bench.windowSetup()).size(), QSize(901, 603));
 }
 
-TEST(Hauptform, LetsTheKeyboardReachEverythingInReadingOrder)
+// Every item below a widget, as the golden file has it; separators are counted.
+static std::string menuText(const QWidget& menu, int depth, int& separators)
 {
-    WindowBench bench;
-    bench.activate();
-    EXPECT_TRUE(bench.hasFocus("Start"));
-    bench.showOfflineList();
-    bench.chooseCv(29);
-    std::string order;
-    const QWidget* widget = &bench.find<QComboBox>("COM");
-    do {
-        widget = widget->nextInFocusChain();
-        if (widget->focusPolicy() & Qt::TabFocus && widget->isEnabled() && widget->isVisible())
-            order += widget->objectName().toStdString() + " ";
-    } while (widget != &bench.find<QComboBox>("COM"));
-    EXPECT_EQ(order,
-              "Start Servo_Addr List1 CV_Nummer CV_Wert Enter_Taste CV_Fabrik Bezeichnung Check8 Check2 "
-              "Check1 Zusatz_Text var_Text Einzelne_speichern Alle_speichern Hinweis_nach_Schreiben COM ")
-        << "without the bits that mean nothing";
+    std::string text;
+    for (const QAction* action : menu.actions()) {
+        const std::string name = action->objectName().toStdString();
+        if (action->isSeparator()) {
+            EXPECT_EQ(name, "mnu_space" + std::to_string(++separators));
+            continue;
+        }
+        const auto caption = action->text().replace(QStringLiteral("&&"), QStringLiteral("&")).toStdString();
+        text += std::string(static_cast<std::size_t>(2 * depth), ' ') + name + ": " + caption + "\n";
+        if (action->menu() != nullptr)
+            text += menuText(*action->menu(), depth + 1, separators);
+    }
+    return text;
 }
 
-TEST(Hauptform, OpensTheEditorsAndPresetsOfTheVehicle)
+// How many are told when the item is chosen; its menu and its group are among them.
+struct Connections : QAction {
+    static int of(const QAction& item) { return (item.*&Connections::receivers)(SIGNAL(triggered(bool))); }
+};
+
+TEST(MainMenu, StandsInDesignOrderAndWhatCanBeChosenHasAReceiver)
 {
     WindowBench bench;
-    const auto& servos = bench.find<QPushButton>("Servo_Addr");
-    EXPECT_TRUE(!servos.isEnabled() && servos.toolTip() == bench.message(Message::editorNeedsList));
+    int separators = 0;
+    std::ifstream file(std::filesystem::path(KARVO_SOURCE_FOLDER) / "tests" / "data" / "menu.txt");
+    EXPECT_EQ(menuText(*bench.window->menuBar(), 0, separators),
+              std::string(std::istreambuf_iterator<char>(file), {}));
     bench.showOfflineList();
-    EXPECT_TRUE(servos.isEnabled() && servos.toolTip().isEmpty());
-    bench.files.content["fs/FS_Faller.fcr"] = bytesOf("K\r\n97;12;x\r\n70;140;x\r\n");
-    bench.files.content["abs/Faller.bcr"] = bytesOf("K\r\n52;110;x;\r\n");
-    bench.state.userFolders.speedSteps.own = "fs";
-    bench.state.userFolders.distances.own = "abs";
-    bench.choose("mnu_Eg_Faller");
-    EXPECT_TRUE(bench.window->isWindowModified());
-    EXPECT_EQ(bench.text("Status"), "3 CVs der Liste geändert: Faller");
-    EXPECT_EQ(bench.lineOf(52), "CV52 = 52                [110]  geändert");
-    bench.expectBox(Message::baseAndTopWritten);
-    bench.choose("mnu_FS_Faller");
-    EXPECT_TRUE(bench.held(2) == 12 && bench.held(5) == 140);
-    for (const auto& [generation, name] :
-         {std::pair{Generation::standard, "Fahrstufen"}, {Generation::f5, "FahrstufenF5"}}) {
-        bench.state.set.profile.generation = generation;
-        bench.expect(name, [name = name](QWidget& dialog) {
-            EXPECT_EQ(dialog.objectName().toStdString(), name);
-            dialog.close();
-        });
-        bench.choose("mnu_fahrstufen");
+    bench.chooseCv(2);
+    QMenuBar bare;
+    const MainMenu unconnected(&bare);
+    const auto notBuilt = bench.state.texts.caption(Caption::notAvailable);
+    for (const MenuEntry& entry : menuTree()) {
+        const std::string name(entry.name);
+        if (name.empty() || bench.item(name).menu() != nullptr)
+            continue;
+        const bool isBuilt = availabilityOf(name) != Availability::notBuilt;
+        const QAction& item = bench.item(name);
+        EXPECT_EQ(Connections::of(item) > Connections::of(*unconnected.action(name)), isBuilt) << name;
+        EXPECT_EQ(item.toolTip().toStdU16String() == notBuilt, !isBuilt) << name;
+        EXPECT_EQ(item.isEnabled(), isBuilt && item.statusTip().isEmpty()) << name;
     }
+}
+
+// A menu of the bar tells nothing by itself while it is disabled.
+TEST(MainMenu, SaysInTheStatusBarWhyAnEditorDoesNotOpen)
+{
+    WindowBench bench({.language = LanguageCode::english});
+    bench.showOfflineList();
+    bench.state.set.profile.model = Model::receiver;
+    bench.view.listChanged();
+    QString shown;
+    QObject::connect(bench.window->statusBar(), &QStatusBar::messageChanged,
+                     [&](const QString& text) { shown = text; });
+    QMenuBar& bar = *bench.window->menuBar();
+    bench.item("mnu_vergleichen").setStatusTip(bench.item("mnu_bremsen").statusTip());
+    bench.item("mnu_vergleichen").setEnabled(false);
+    QTest::mouseMove(&bar, bar.actionGeometry(&bench.item("mnu_vergleichen")).center());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return shown.startsWith(QStringLiteral("Only KV04")); }));
 }
 
 } // namespace karvo::test

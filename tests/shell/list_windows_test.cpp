@@ -1,9 +1,10 @@
-// The windows that compare, print and change list files.
+// The windows that compare, print and change list files, and the search for ports.
+#include "link/forms/aktive_com.h"
 #include "workbench/forms/more_cvs_dialog.h"
 #include "workbench/forms/vehicle_printout.h"
 #include "workbench/forms/vergleichen.h"
 
-#include "shell/form_bench.h"
+#include "shell/window_bench.h"
 #include "workbench/list_files.h"
 #include "workbench/offline_list.h"
 
@@ -12,11 +13,6 @@
 
 namespace karvo::test
 {
-
-static std::string kv07List(const std::string& rows)
-{
-    return smallList("Standard KV07*6", rows);
-}
 
 struct CompareBench : FormBench {
     Vergleichen window{bench};
@@ -40,9 +36,9 @@ struct CompareBench : FormBench {
 TEST(Vergleichen, ShowsTwoFilesSideBySideAndSavesTheResult)
 {
     CompareBench bench;
-    bench.put("a.kvr", kv07List("1;3;eins;\r\n14;7;x;\r\n70;200;FS;\r\n"));
-    bench.put("b.kvr", kv07List("1;3;eins;\r\n70;201;FS;\r\n"));
-    bench.put("old.kvr", smallList("Standard KV04*6", "1;3;eins;\r\n", "ATmega168"));
+    bench.put("a.kvr", listFile("1;3;eins;\r\n14;7;x;\r\n70;200;FS;\r\n"));
+    bench.put("b.kvr", listFile("1;3;eins;\r\n70;201;FS;\r\n"));
+    bench.put("old.kvr", listFile("1;3;eins;\r\n", "Standard KV04*6", "ATmega168"));
     bench.addFile("CV_Standart172_v1_5.txt", smallDescription("Standard KV05", "anderes "));
     EXPECT_FALSE(find(bench.window, "Command1").isEnabled());
     bench.choose("mnu_saved", "a.kvr");
@@ -96,7 +92,7 @@ TEST(FzCVdrucken, SavesEachForm)
 {
     FormBench bench;
     const FixedClock clock;
-    bench.put("bus.kvr", kv07List("1;3;eins;\r\n2;5;zwei;\r\n"));
+    bench.put("bus.kvr", listFile("1;3;eins;\r\n2;5;zwei;\r\n"));
     ASSERT_TRUE(openList(bench.bench, "lists/bus.kvr"));
     FzCVdrucken window(bench.bench, clock);
     const auto save = [&](const char* button, const std::string& name) {
@@ -125,8 +121,8 @@ struct MoreCvsBench : FormBench {
 
     MoreCvsBench()
     {
-        put("a.kvr", kv07List("3;4;eins;1;126;\r\n4;8;x;0;255;\r\n"));
-        put("b.kvr", kv07List("3;4;eins;1;99;\r\n4;8;x;0;255;\r\n"));
+        put("a.kvr", listFile("3;4;eins;1;126;\r\n4;8;x;0;255;\r\n"));
+        put("b.kvr", listFile("3;4;eins;1;99;\r\n4;8;x;0;255;\r\n"));
         for (const char* const name : {"missing.kvr", "a.kvr", "b.kvr", "a.kvr"}) { // once
             prompts.chooseFile(std::string("lists/") + name);
             act("AddFiles");
@@ -208,6 +204,70 @@ TEST(Change_more_CV, StopsAndGoesOnWithTheRest)
     click(bench.window, "Schliessen");
     QTest::qWait(20);
     EXPECT_EQ(bench.files.saves, 2) << "whoever closes the window stops";
+}
+
+struct SearchBench {
+    Journal journal;
+    ScriptedLine line{journal};
+    MemorySettings settings;
+    LinkState state;
+    LanguageTables texts;
+    std::vector<PortDevice> devices = std::vector<PortDevice>(31);
+    std::vector<NewPortDevice> fresh;
+    Aktive_COM dialog{state, line, settings, texts, [this] { return devices; }, [this] { return fresh; }};
+
+    // The names, each with its tool tip.
+    std::string found()
+    {
+        auto& list = find<QListWidget>(dialog, "Ports");
+        std::string names;
+        for (int row = 0; row < list.count(); ++row)
+            names += (list.item(row)->text() + u'|' + list.item(row)->toolTip() + u';').toStdString();
+        return names;
+    }
+    void search(const std::vector<int>& present)
+    {
+        line.stayPresent(present);
+        dialog.show();
+        EXPECT_EQ(labelOf(dialog, "Heading"), "c131");
+        EXPECT_TRUE(QTest::qWaitFor([this] { return labelOf(dialog, "Heading") == "c132"; }));
+    }
+    void take()
+    {
+        find<QListWidget>(dialog, "Ports").setCurrentRow(1);
+        click(dialog, "OK");
+    }
+};
+
+TEST(AktiveCom, OffersThePortsThatAreThereAndTakesTheChosenOne)
+{
+    SearchBench bench;
+    numberEveryText(bench.texts);
+    setTexts(bench.texts, {}, {{45, u"device {1}: {2}"}, {138, u"new: {1}"}});
+    bench.state.portNumber = 7;
+    bench.devices[4] = {QStringLiteral("/dev/ttyUSB0"), QStringLiteral("USB Serial")};
+    bench.devices[6] = {QStringLiteral("COM7"), QString()};
+    bench.search({99});
+    EXPECT_EQ(bench.found(), "");
+    EXPECT_FALSE(find(bench.dialog, "OK").isEnabled());
+    click(bench.dialog, "SearchAgain");
+    EXPECT_FALSE(find(bench.dialog, "SearchAgain").isEnabled());
+    bench.search({3, 5, 7});
+    EXPECT_EQ(bench.found(), "COM3|;COM5|device /dev/ttyUSB0: USB Serial;COM7|;") << "not the name again";
+    EXPECT_EQ(find<QListWidget>(bench.dialog, "Ports").currentRow(), 2) << "the port in use";
+    click(bench.dialog, "Cancel");
+    EXPECT_TRUE(bench.settings.values.empty());
+    bench.search({3, 5, 7});
+    bench.take();
+    EXPECT_EQ(bench.dialog.result(), QDialog::Accepted);
+    EXPECT_EQ(bench.state.portNumber, 5);
+    // A device that has no number yet is given one.
+    bench.fresh = {{31, {QStringLiteral("COM40"), QStringLiteral("USB Serial")}}};
+    bench.search({3});
+    EXPECT_EQ(bench.found(), "COM3|;COM31|new: device COM40: USB Serial;");
+    bench.take();
+    EXPECT_EQ(bench.settings.values["Ports/COM31"], Text(u"COM40"));
+    EXPECT_EQ(bench.settings.values["Parameter/Com_Port"], Text(u"31"));
 }
 
 } // namespace karvo::test

@@ -1,8 +1,8 @@
 #include "editors/forms/fahrstufen_f5.h"
 #include "editors/forms/step_graph.h"
 
-#include "shell/form_bench.h"
-#include "support/modal_driver.h"
+#include "shell/window_bench.h"
+#include "support/case_table.h"
 #include "workbench/offline_list.h"
 
 #include <QAccessible>
@@ -47,10 +47,11 @@ struct SpeedStepBench : FormBench {
             QTest::keyClick(&graph(), key);
     }
     // A curve of the menu, with these answers to what it asks: what steps 1, 14 and 28 are then.
-    std::string choose(const char* item, const std::vector<Text>& answers)
+    std::string choose(const std::string& item, const std::string& answers)
     {
-        for (const Text& answer : answers)
-            prompts.type(answer);
+        for (const auto& answer : wordsOf(answers))
+            answer == "yes" || answer == "no" ? prompts.answer(answer == "yes")
+                                              : prompts.type(textFromUtf8(answer));
         trigger(*window, item);
         return std::to_string(step(1)) + " " + std::to_string(step(14)) + " " + std::to_string(step(28));
     }
@@ -125,32 +126,18 @@ TEST(Fahrstufen, BarsFollowMouseAndKeysWithinTheLimitsAndSpeak)
     EXPECT_EQ(bench.step(28), 20);
 }
 
-TEST(Fahrstufen, CurvesAreTriedAndTakenBack)
+TEST(Fahrstufen, CurvesAreTriedWithinTheLimitsAndTakenBack)
 {
-    const std::tuple<const char*, std::vector<Text>, const char*> cases[] = {
-        {"mnu_standart", {u"5", u"140"}, "5 70 140"}, // 70: 5 + 13 * 5
-        {"mnu_E_FS1", {u"59"}, "59 98 140"},          {"mnu_E_FS28", {u"59"}, "5 31 59"},
-        {"mnu_E_FS1_28", {u"5", u"140"}, "5 70 140"}, {"mnu_E_FS_1_14_28", {u"5", u"40", u"140"}, "5 40 140"},
-        {"mnu_log", {u"3", u"168"}, "5 22 168"},      {"mnu_expo", {u"3", u"168"}, "3 146 166"},
-    };
     SpeedStepBench bench;
-    for (const auto& [item, answers, steps] : cases) {
+    for (const auto& [item, answers, steps] : casesOf<3>("shell/curves.txt")) {
         EXPECT_EQ(bench.choose(item, answers), steps) << item;
         bench.click("Zuruecksetzen");
         EXPECT_EQ(bench.step(14), 70) << item;
     }
-    for (const bool yes : {false, true}) {
-        bench.prompts.answer(yes);
-        EXPECT_EQ(bench.choose("mnu_ueberhoeht", {}), yes ? "5 39 168" : "5 70 140"); // 5 + 13 * 135 / 52
-    }
-}
-
-TEST(Fahrstufen, TheGenerationF5HasItsOwnLimits)
-{
     SpeedStepBench<FahrstufenF5> f5([](auto& state) { state.set.profile.generation = Generation::f5; });
-    EXPECT_EQ(f5.graph().highest(), 120);
-    EXPECT_TRUE(f5.choose("mnu_standart", {u"5", u"81", u"80"}).ends_with(" 80")) << "linear: up to 80";
-    EXPECT_TRUE(f5.choose("mnu_log", {u"5", u"121", u"120"}).ends_with(" 120"));
+    EXPECT_EQ(f5.graph().highest(), 120) << "the generation has limits of its own";
+    EXPECT_TRUE(f5.choose("mnu_standart", "5 81 80").ends_with(" 80")) << "linear: up to 80";
+    EXPECT_TRUE(f5.choose("mnu_log", "5 121 120").ends_with(" 120"));
 }
 
 TEST(Fahrstufen, ATableBringsItsBaseAndTopSpeed)

@@ -1,4 +1,4 @@
-// The windows of downloads, archives and the firmware renewal, on a simulated KV07.
+// The windows of downloads, archives and the firmware renewal, alone and out of the main window.
 #include "firmware/forms/firmware_ablauf.h"
 #include "firmware/forms/upgrade.h"
 
@@ -9,7 +9,6 @@
 #include "support/when.h"
 
 #include <QClipboard>
-#include <QFileDialog>
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QProgressDialog>
@@ -17,7 +16,7 @@
 namespace karvo::test
 {
 
-struct DownloadWindowBench : WindowBench {
+struct DownloadWindowBench : FilesBench {
     ScratchFolder scratch;
 
     DownloadWindowBench()
@@ -29,18 +28,9 @@ struct DownloadWindowBench : WindowBench {
         archive.entries = {{{"a.txt", ArchiveEntry::Kind::file, false}, {"new"}}};
     }
     // The file dialog is answered with a name, the confirmation with a button.
-    void unpack(const char* name, const char* button = nullptr, const std::string& told = {})
+    void unpack(const std::string& name, const char* button = nullptr, const std::string& told = {})
     {
-        driver.expect(QStringLiteral("file dialog"), [this, name](QWidget& box) {
-            auto& line = test::find<QLineEdit>(box, "fileNameEdit");
-            EXPECT_EQ(line.text().toStdString(), "*.zip");
-            if (name == nullptr) {
-                box.close();
-                return;
-            }
-            line.setText(QString::fromStdString((scratch.path() / name).string()));
-            QTest::keyClick(&line, Qt::Key_Return);
-        });
+        expectDialog("*.zip", name.empty() ? name : (scratch.path() / name).string());
         if (button == nullptr)
             expectBox(Message::noFileChosen);
         else
@@ -55,7 +45,7 @@ struct DownloadWindowBench : WindowBench {
 TEST(UnzipDialog, UnpacksTheChosenArchiveAndNothingWithoutConsent)
 {
     DownloadWindowBench bench;
-    bench.unpack(nullptr);
+    bench.unpack("");
     bench.unpack("Update.zip", "CancelButton");
     EXPECT_TRUE(bench.archive.read_.empty());
     bench.archive.fault = u"bad sum";
@@ -123,15 +113,43 @@ TEST(FirmwareAblaufWindow, ShowsTheFourLinesAndThePercentAndCloses)
     EXPECT_FALSE(window.isVisible());
 }
 
-struct UpgradeBench : WindowBench {
-    Upgrade upgrade{bench, std::get<HexImage>(parseHexImage(bytesOf(hexFile(9)))), window.get()};
+struct FirmwareBench : FilesBench {
+    FirmwareBench()
+    {
+        state.link.timeOutInterval = std::chrono::milliseconds(300); // so long the erase is awaited
+        state.link.interfaceAnswered = true;
+        put("a.hex", hexFile(9));
+        std::string update = "1F80\r\nUpdate Ende\r\n";
+        for (int i = 0; i < 10; ++i) // 55 ms each
+            update += ":1000000102030405060708090A0B0C0D0E0F\r\n";
+        put("a.uhx", update);
+        driver.leaveAlone("Upgrade");
+        driver.leaveAlone("Firmware_Ablauf");
+    }
+    void expectUpload(const std::string& chosen)
+    {
+        expectDialog("KV07_29August2022_Alle_Versionen.hex", chosen);
+    }
+    void expectUpdate() { expectDialog("*.uhx", pathOf("a.uhx")); }
+    bool hasBegun() { return port.simulator().bootLoader().erased() || !taken().image().empty(); }
+    std::size_t flashed() { return port.simulator().bootLoader().flash().size(); }
+    const sim::UpdateMode& taken() { return port.simulator().update(); }
+    static void closeTransfer() { QApplication::activeModalWidget()->close(); }
+    void closeAndStay()
+    {
+        for (const auto& name : wordsOf("mnu_read_all mnu_kv07_Firmware mnu_firmware mnu_open"))
+            EXPECT_FALSE(item(name).isEnabled()) << name;
+        EXPECT_FALSE(isEnabled("Start") || isEnabled("COM"));
+        window->close();
+        EXPECT_TRUE(window->isVisible());
+    }
+};
 
-    // The boot loader's answer to the erase is shorter than its wait: for that long the upload stands still.
-    UpgradeBench() { state.link.timeOutInterval = std::chrono::milliseconds(300); }
+struct UpgradeBench : FirmwareBench {
+    Upgrade upgrade{bench, std::get<HexImage>(parseHexImage(bytesOf(hexFile(9)))), window.get()};
 
     std::string said() { return labelOf(upgrade, "Phase"); }
     int logged() { return test::find<QPlainTextEdit>(upgrade, "Log").blockCount(); }
-    std::size_t flashed() { return port.simulator().bootLoader().flash().size(); }
 
     // The whole upload, with something done while the erase is awaited.
     void run(const std::function<void()>& duringErase)
@@ -164,18 +182,16 @@ TEST(UpgradeWindow, ItsLogCanBeCopiedAndItsQuestionDoesNotHoldItUp)
     EXPECT_EQ(find<QProgressBar>(bench.upgrade, "Progress").value(), 100);
 }
 
-TEST(UpgradeWindow, ClosingItAsksAndStopsBeforeTheNextMessageAfterAYes)
+TEST(UpgradeWindow, AYesStopsItBeforeTheNextMessage)
 {
-    for (const bool stops : {false, true}) {
-        UpgradeBench bench;
-        bench.expectBox(Message::stopTransferQuestion, stops ? "Ja" : "Nein");
-        bench.run([&] { bench.upgrade.close(); });
-        EXPECT_EQ(bench.flashed(), stops ? 0U : 256U);
-        EXPECT_EQ(bench.said().starts_with("Die Übertragung ist nicht bis zum Ende gelaufen."), stops);
-        EXPECT_EQ(bench.logged(), stops ? 40 : 46) << "the log is kept";
-        bench.upgrade.close();
-        EXPECT_FALSE(bench.upgrade.isVisible()) << "nothing to ask any more";
-    }
+    UpgradeBench bench;
+    bench.expectBox(Message::stopTransferQuestion, "Ja");
+    bench.run([&] { bench.upgrade.close(); });
+    EXPECT_EQ(bench.flashed(), 0U);
+    EXPECT_TRUE(bench.said().starts_with("Die Übertragung ist nicht bis zum Ende gelaufen."));
+    EXPECT_EQ(bench.logged(), 40) << "the log is kept";
+    bench.upgrade.close();
+    EXPECT_FALSE(bench.upgrade.isVisible()) << "nothing to ask any more";
 }
 
 TEST(UpgradeWindow, ThreeMessagesWithoutAReplyOfferToStop)
@@ -188,6 +204,73 @@ TEST(UpgradeWindow, ThreeMessagesWithoutAReplyOfferToStop)
     ASSERT_TRUE(QTest::qWaitFor([&] { return bench.driver.isDone() && !bench.state.lineBusy; }, 5000));
     EXPECT_NE(bench.said().find("Kein Bootloader hat geantwortet."), std::string::npos) << bench.said();
     bench.upgrade.close();
+}
+
+TEST(HauptformFirmware, ClosingTheProgramDuringAnUploadAsksFirstAndAllElseWaits)
+{
+    for (const bool stops : {false, true}) {
+        FirmwareBench bench;
+        const When begun([&] { return bench.hasBegun(); }, [&] { bench.closeAndStay(); });
+        bench.expectUpload(bench.pathOf("a.hex"));
+        bench.expectBox(Message::stopTransferQuestion, stops ? "Ja" : "Nein");
+        std::optional<When> done;
+        if (!stops)
+            done.emplace([&] { return bench.flashed() != 0 && !bench.state.lineBusy; },
+                         [] { FirmwareBench::closeTransfer(); });
+        bench.choose("mnu_kv07_Firmware");
+        EXPECT_EQ(bench.window->isVisible(), !stops);
+        EXPECT_EQ(bench.flashed(), stops ? 0U : 256U);
+        EXPECT_TRUE(bench.item("mnu_read_all").isEnabled());
+    }
+}
+
+// An interface gives a record up that does not come in time: the update goes on while the question stands.
+TEST(HauptformFirmware, ClosingTheProgramOrTheProgressDuringAnUpdateAsksFirst)
+{
+    const struct {
+        bool ofProgram;
+        const char* answer;
+    } cases[] = {{true, "Nein"}, {true, "Ja"}, {false, "Ja"}, {true, ""}};
+    for (const auto& [ofProgram, answer] : cases) {
+        FirmwareBench bench;
+        const bool stops = answer == std::string("Ja");
+        const When begun(
+            [&] { return bench.hasBegun(); },
+            [&, all = ofProgram] { all ? bench.closeAndStay() : FirmwareBench::closeTransfer(); });
+        bench.expectUpdate();
+        if (*answer == 0)
+            bench.driver.leaveAlone("StopQuestion");
+        else
+            bench.expectBox(Message::stopTransferQuestion, answer);
+        if (stops)
+            bench.expectBox(Message::updateStopped);
+        bench.choose("mnu_firmware");
+        EXPECT_TRUE(bench.driver.isDone());
+        EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+        EXPECT_EQ(bench.window->isVisible(), !(ofProgram && stops));
+        EXPECT_EQ(bench.taken().isComplete(), !stops);
+        EXPECT_EQ(bench.taken().image().size(), stops ? 8U * 16 : 10U * 16) << "it ends between two blocks";
+    }
+}
+
+TEST(HauptformFirmware, AnUnchosenFileEndsItAndAListReadBeforeAnUpdateIsMarked)
+{
+    FirmwareBench bench;
+    bench.expectUpload("");
+    bench.expectBox(Message::noFileChosen);
+    bench.choose("mnu_kv07_Firmware");
+    bench.expectDialog("*.uhx", "");
+    bench.expectBox(Message::noUpdateChosen);
+    bench.choose("mnu_firmware");
+    EXPECT_FALSE(bench.port.isOpen());
+    bench.click("Start");
+    auto& notice = bench.find<QFrame>("StaleNotice");
+    EXPECT_FALSE(notice.isVisible());
+    bench.expectUpdate();
+    bench.choose("mnu_firmware");
+    EXPECT_TRUE(notice.isVisible());
+    bench.click("ReadAnew");
+    EXPECT_FALSE(notice.isVisible());
 }
 
 } // namespace karvo::test

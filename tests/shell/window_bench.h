@@ -1,22 +1,113 @@
-// The main window with everything it needs: real boxes, real waiting, a simulated interface at COM5, the
-// installed language files, and descriptions that stand here.
+// What the windows stand on: a workbench with scripted boxes and files in memory, or the main window with
+// everything it needs, which are real boxes, real waiting, a simulated interface at COM5, the installed
+// language files, and descriptions that stand here.
 #pragma once
 
+#include "platform/qt_files.h"
 #include "platform/qt_wait.h"
 #include "platform/simulated_port.h"
-#include "shell/controls.h"
 #include "shell/hauptform.h"
 #include "support/modal_driver.h"
 #include "support/scripted_archive.h"
+#include "support/test_bench.h"
 #include "ui/window_prompts.h"
 #include "workbench/language_change.h"
 
+#include <QAction>
 #include <QComboBox>
+#include <QFileDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QTemporaryDir>
+#include <QTest>
 
-#include <memory>
+#include <iterator>
+#include <sstream>
 
 namespace karvo::test
 {
+
+template <typename Control = QWidget>
+Control& find(QWidget& window, const std::string& name)
+{
+    auto* const control = window.findChild<Control*>(QString::fromStdString(name));
+    if (control == nullptr)
+        throw std::runtime_error("no control " + name);
+    return *control;
+}
+inline void click(QWidget& window, const std::string& name)
+{
+    find<QAbstractButton>(window, name).click();
+}
+inline void trigger(QWidget& window, const std::string& name)
+{
+    find<QAction>(window, name).trigger();
+}
+inline std::string labelOf(QWidget& window, const std::string& name)
+{
+    return find<QLabel>(window, name).text().toStdString();
+}
+inline std::string fieldOf(QWidget& window, const std::string& name)
+{
+    return find<QLineEdit>(window, name).text().toStdString();
+}
+
+// "Start COM" as two names.
+inline std::vector<std::string> wordsOf(const std::string& text)
+{
+    std::istringstream stream(text);
+    return {std::istream_iterator<std::string>(stream), {}};
+}
+
+// Closes a window that is expected to come.
+inline std::function<void(QWidget&)> clicking(const char* name)
+{
+    return [name](QWidget& window) { click(window, name); };
+}
+inline void closeIt(QWidget& window)
+{
+    window.close();
+}
+
+// The language files of the build.
+inline void addInstalledTexts(MemoryFiles& files, const std::filesystem::path& folder)
+{
+    QtFiles installed;
+    for (const LanguageCode code : allLanguages) {
+        const auto& names = languageFiles(code);
+        for (const auto name : {names.messageFile, names.menuFile, names.captionFile})
+            files.content[folder / name] =
+                installed.readWhole(KARVO_PROGRAM_FOLDER / std::filesystem::path(name), textFileLimit)
+                    .value();
+    }
+}
+
+inline std::string listFile(const std::string& rows, const std::string& header = "Standard KV07*6",
+                            const std::string& processor = "ATmega328")
+{
+    return header + "\r\n" + rows + "Ende CV\r\n" + processor + "\r\nFirmware_Version: 6\r\nEnde FS\r\n";
+}
+
+struct FormBench : TestBench {
+    FormBench()
+    {
+        addInstalledTexts(files, state.programFolder);
+        EXPECT_TRUE(useLanguage(bench, LanguageCode::german));
+        state.userFolders.cvLists.own = "lists";
+        addFile("CV_Standart_kv07.txt", smallDescription("Standard KV07", "Wort "));
+    }
+
+    void put(const char* name, const std::string& content)
+    {
+        files.content["lists/" + std::string(name)] = bytesOf(content);
+    }
+    std::string saved(const std::string& name)
+    {
+        const Bytes& content = files.content["lists/" + name];
+        return {content.begin(), content.end()};
+    }
+};
 
 // KV07 in `word`s: CV1 to CV176, of which CV2 and CV29 are told apart.
 inline std::string kv07Description(const std::string& word)
@@ -180,6 +271,55 @@ struct WindowBench {
         find<QLineEdit>("CV_Wert").setText(QString::number(value));
         click("Enter_Taste");
         ASSERT_EQ(state.set.table.value(cv), value);
+    }
+};
+
+// The dialogs look at the real disk, the program at the files of the bench: a file is on both.
+struct FilesBench : WindowBench {
+    QTemporaryDir folder;
+
+    FilesBench()
+    {
+        state.userFolders.cvLists.own = folder.path().toStdString();
+        state.recovery.file = "recovery.kvr";
+        put("bus.kvr", listFile("1;42;Adresse;1;126;3;\r\n48;5;x;0;255;9;\r\n"));
+    }
+    std::string pathOf(const std::string& name) const
+    {
+        return folder.filePath(QString::fromStdString(name)).toStdString();
+    }
+    void put(const std::string& name, const std::string& content)
+    {
+        QFile onDisk(QString::fromStdString(pathOf(name)));
+        ASSERT_TRUE(onDisk.open(QIODevice::WriteOnly));
+        onDisk.write(content.data(), static_cast<qint64>(content.size()));
+        files.content[pathOf(name)] = bytesOf(content);
+    }
+    bool holds(const std::string& name, const std::string& part)
+    {
+        const Bytes& content = files.content[pathOf(name)];
+        return std::string(content.begin(), content.end()).find(part) != std::string::npos;
+    }
+    bool isKept() const { return files.content.count("recovery.kvr") != 0; }
+
+    // The file dialog with this filter or proposed name; nothing chosen cancels it.
+    void expectDialog(const std::string& what, const std::string& chosen)
+    {
+        expect("file dialog", [this, what, chosen](QWidget& box) {
+            auto& dialog = dynamic_cast<QFileDialog&>(box);
+            EXPECT_EQ(dialog.objectName().toStdString(), "CommonDialog1");
+            auto& name = test::find<QLineEdit>(dialog, "fileNameEdit");
+            EXPECT_TRUE(name.text().toStdString() == what ||
+                        dialog.nameFilters().contains(QString::fromStdString(what)))
+                << name.text().toStdString();
+            name.setText(QString::fromStdString(chosen));
+            QMetaObject::invokeMethod(&dialog, chosen.empty() ? "reject" : "accept");
+        });
+    }
+    void openBus()
+    {
+        expectDialog("*.kvr", "bus.kvr");
+        choose("mnu_open");
     }
 };
 
