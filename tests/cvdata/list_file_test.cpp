@@ -5,7 +5,6 @@
 #include "cvdata/description_file.h"
 #include "cvdata/list_header.h"
 #include "support/case_table.h"
-#include "support/folder_files.h"
 #include "support/memory_files.h"
 
 #include <gtest/gtest.h>

@@ -7,8 +7,8 @@
 #include "program/text_lines.h"
 
 #include "support/case_table.h"
-#include "support/folder_files.h"
 #include "support/link_bench.h"
+#include "support/memory_files.h"
 
 #include <gtest/gtest.h>
 

@@ -8,12 +8,6 @@
 namespace karvo::test
 {
 
-inline void setTexts(LanguageTables& texts, std::initializer_list<std::pair<int, TextView>> messages)
-{
-    for (const auto& [number, text] : messages)
-        setText(texts, number, text);
-}
-
 // A list of a model that uses all CVs but those; each has this value, and it is its factory value.
 inline CvSet setUsing(Model model, const std::vector<int>& unused = {}, int value = 1)
 {

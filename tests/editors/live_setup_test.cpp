@@ -132,7 +132,7 @@ struct FollowBench : test::TestBench {
     const std::map<std::string, std::function<void()>> steps = {
         {"open", [this] { follow.open(); }},   {"tick", [this] { follow.tick(); }},
         {"moved", [this] { follow.moved(); }}, {"restore", [this] { follow.restore(); }},
-        {"close", [this] { line.close(); }},   {"end", [this] { line.endDuringNextWait(); }}};
+        {"close", [this] { line.close(); }},   {"end", [this] { line.endWhenSilent(); }}};
 };
 
 const Journal oneSilence = {"write 37", "message no reply\r\nnothing came"};

@@ -4,7 +4,7 @@
 
 #include "editor_bench.h"
 #include "support/case_table.h"
-#include "support/folder_files.h"
+#include "support/memory_files.h"
 
 #include <gtest/gtest.h>
 

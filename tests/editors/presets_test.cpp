@@ -2,7 +2,7 @@
 
 #include "editor_bench.h"
 #include "support/case_table.h"
-#include "support/folder_files.h"
+#include "support/memory_files.h"
 #include "support/test_bench.h"
 #include "workbench/offline_list.h"
 

@@ -4,7 +4,7 @@
 #include "firmware/unpack.h"
 #include "support/case_table.h"
 #include "support/scratch_folder.h"
-#include "support/scripted_archive.h"
+#include "support/scripted_seams.h"
 #include "support/test_bench.h"
 
 #include <sstream>

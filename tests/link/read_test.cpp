@@ -120,7 +120,7 @@ TEST(ReadTest, ClosingTheProgramOrARefusedPortSendsNoMoreAndKeepsTheImage)
             const CvImage before = bench.image;
             if (refused)
                 bench.line.refuseToOpen({u"no such device", {}});
-            bench.line.endDuringNextWait();
+            bench.line.endWhenSilent();
             EXPECT_EQ(bench.readIt(), ended);
             EXPECT_EQ(joined(bench.journal), std::string(kind == full ? "status read all, " : "") +
                                                  (refused ? "message no such device, end program"

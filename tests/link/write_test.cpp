@@ -21,7 +21,7 @@ const Bytes ack = {6};
 const Bytes nack = {21};
 
 struct WriteBench : test::LinkBench {
-    WriteBench() { test::addWriteTexts(texts); }
+    WriteBench() { test::addTexts(texts, "link/write_texts.txt"); }
 
     void answer(const std::vector<Bytes>& replies)
     {

@@ -4,6 +4,7 @@
 #include "platform/qt_wait.h"
 #include "platform/simulated_port.h"
 #include "platform/text_conversion.h"
+#include "support/case_table.h"
 #include "support/memory_files.h"
 
 #include <gtest/gtest.h>
@@ -286,18 +287,9 @@ TEST_F(KarvoSimTest, ListsItsModelsAndRefusesWhatItDoesNotUnderstand)
 {
     start("--list");
     EXPECT_TRUE(end().starts_with("0 kv07\nkv07-f3\n"));
-    const std::pair<const char*, const char*> refused[] = {
-        {"", "no model given, --list names them"},
-        {"kv99", "unknown model \"kv99\", --list names them"},
-        {"kv07 kv08", "one model only, \"kv08\" is a second one"},
-        {"kv07 --fault smoke", "unknown fault \"smoke\", --help names them"},
-        {"kv07 --fault", "--fault needs a value"},
-        {"kv07 --pace fast", "unknown pace \"fast\": line or none"},
-        {"kv07 --port COM5", "unknown option --port"},
-    };
-    for (const auto& [arguments, message] : refused) {
-        start(arguments);
-        EXPECT_EQ(end(), std::string("2 karvo-sim: ") + message + "\n");
+    for (const auto& [arguments, message] : test::casesOf<2>("platform/simulator_arguments.txt")) {
+        start(arguments.c_str());
+        EXPECT_EQ(end(), "2 karvo-sim: " + message + "\n");
     }
 }
 

@@ -6,6 +6,7 @@
 #include "platform/qt_wait.h"
 #include "platform/system_stay_awake.h"
 #include "platform/text_conversion.h"
+#include "support/case_table.h"
 #include "support/memory_files.h"
 #include "support/scratch_folder.h"
 
@@ -42,15 +43,11 @@ TEST(PortMap, ThisRunComesBeforeTheSettingsAndTheseBeforeTheTable)
     test::MemorySettings settings;
     settings.values = {{"Ports/COM5", u"/dev/x"}, {"Ports/COM6", u" /dev/stored "}, {"Ports/COM7", u"  "}};
     const std::vector<PortMapping> given{{5, text("/dev/first")}, {5, text("COM40")}};
-    const std::tuple<int, const char*, const char*> expected[] = {
-        {1, "/dev/ttyS0", "COM1"},         {4, "/dev/ttyS3", "COM4"},     {5, "COM40", "COM40"},
-        {6, "/dev/stored", "/dev/stored"}, {7, "/dev/ttyUSB2", "COM7"},   {12, "/dev/ttyUSB7", "COM12"},
-        {13, "/dev/ttyACM0", "COM13"},     {20, "/dev/ttyACM7", "COM20"}, {31, "/dev/COM31", "COM31"}};
     const PortMap onUnix(settings, given, systemWith(PortNaming::unixDevices, {}));
     const PortMap onWindows(settings, given, systemWith(PortNaming::windows, {}));
-    for (const auto& [number, unixName, windowsName] : expected) {
-        EXPECT_EQ(onUnix.device(number).toStdString(), unixName) << number;
-        EXPECT_EQ(onWindows.device(number).toStdString(), windowsName) << number;
+    for (const auto& [number, unixName, windowsName] : test::casesOf<3>("platform/mapped_ports.txt")) {
+        EXPECT_EQ(onUnix.device(std::stoi(number)).toStdString(), unixName) << number;
+        EXPECT_EQ(onWindows.device(std::stoi(number)).toStdString(), windowsName) << number;
     }
 }
 
@@ -90,24 +87,14 @@ TEST(PortMap, TellsWhatIsPluggedInAndOffersNumbersForTheRest)
 
 TEST(PortMapping, TakesANameAndADeviceOrSaysWhatIsWrong)
 {
-    using Error = PortMappingError;
-    const std::tuple<const char*, Error, int, const char*> cases[] = {
-        {"COM5=/dev/ttyUSB0", Error::none, 5, "/dev/ttyUSB0"},
-        {"com31=/dev/pts/3", Error::none, 31, "/dev/pts/3"},
-        {" COM1 = /dev/a=b ", Error::none, 1, "/dev/a=b"},
-        {"COM5", Error::noEqualsSign, 0, ""},
-        {"=/dev/x", Error::noPortName, 0, ""},
-        {"COM0=/dev/x", Error::noPortName, 0, ""},
-        {"COM32=/dev/x", Error::noPortName, 0, ""},
-        {"COM05=/dev/x", Error::noPortName, 0, ""},
-        {"5=/dev/x", Error::noPortName, 0, ""},
-        {"COM5=  ", Error::noDevice, 0, ""},
-    };
-    for (const auto& [argument, error, number, device] : cases) {
-        const auto parsed = parsePortMapping(text(argument));
-        EXPECT_EQ(parsed.error, error) << argument;
-        EXPECT_EQ(parsed.mapping.number, number) << argument;
-        EXPECT_EQ(parsed.mapping.device.toStdString(), device);
+    const std::string errors[] = {"", "no equals sign", "no port name", "no device"};
+    for (const auto& [typed, taken] : test::casesOf<2>("platform/port_mappings.txt")) {
+        const auto [mapping, error] = parsePortMapping(text(typed.c_str()));
+        const bool isSound = error == PortMappingError::none;
+        EXPECT_EQ(isSound ? std::to_string(mapping.number) + " " + mapping.device.toStdString()
+                          : errors[static_cast<int>(error)],
+                  taken)
+            << typed;
     }
 }
 
@@ -142,24 +129,22 @@ TEST(QtSettings, KeepTheirTextsAndReadWhatSomebodyTyped)
 
 TEST(QtLocaleInfo, CountriesHaveTheirThreeLetters)
 {
-    const QLocale::Territory territories[] = {
-        QLocale::Germany,       QLocale::Austria,      QLocale::Switzerland,  QLocale::Netherlands,
-        QLocale::UnitedKingdom, QLocale::UnitedStates, QLocale::NewZealand,   QLocale::Spain,
-        QLocale::Chile,         QLocale::Japan,        QLocale::AnyTerritory, QLocale::Belgium};
     std::string letters;
-    for (const auto territory : territories)
+    for (const auto territory :
+         {QLocale::Germany, QLocale::Austria, QLocale::Switzerland, QLocale::Netherlands,
+          QLocale::UnitedKingdom, QLocale::UnitedStates, QLocale::NewZealand, QLocale::Spain, QLocale::Chile,
+          QLocale::Japan, QLocale::AnyTerritory, QLocale::Belgium})
         letters += utf8FromText(Text(countryAbbreviation(territory))) + " ";
     EXPECT_EQ(letters, "DEU AUT CHE NLD GBR USA NZL ESP CHL   BEL ");
 }
 
 TEST(TextConversion, CarriesEveryCharacterAndPathBothWays)
 {
-    const Text text = u"Gr\u00FC\u00DFe \u20AC \u0081\u009D \u4E2D \U0001F697";
-    const QString string = QString::fromUtf8("Gr\xC3\xBC\xC3\x9F"
-                                             "e \xE2\x82\xAC \xC2\x81\xC2\x9D \xE4\xB8\xAD \xF0\x9F\x9A\x97");
-    EXPECT_EQ(toQString(text), string);
-    EXPECT_EQ(toText(string), text);
-    const QString path = QString::fromUtf8("/tmp/Fahrzeuge/M\xC3\xBCller & S\xC3\xB6hne/\xE2\x82\xAC.kvr");
+    const Text ours = u"Gr\u00FC\u00DFe \u20AC \u0081\u009D \u4E2D \U0001F697";
+    const QString theirs = text("Grüße € \xC2\x81\xC2\x9D 中 🚗");
+    EXPECT_EQ(toQString(ours), theirs);
+    EXPECT_EQ(toText(theirs), ours);
+    const QString path = text("/tmp/Fahrzeuge/Müller & Söhne/€.kvr");
     EXPECT_EQ(pathToQString(toPath(path)), path);
     EXPECT_EQ(toPath(path).extension(), ".kvr");
 }
@@ -171,10 +156,7 @@ TEST(QtClock, TellsTheLocalTime)
     EXPECT_LE(std::abs(told.secsTo(QDateTime::currentDateTime())), 1);
 }
 
-bool never()
-{
-    return false;
-}
+const auto never = [] { return false; };
 
 // Events run meanwhile, of which only a wake sets off another look.
 TEST(QtWait, TestsTheConditionAtOnceWhenWokenAndAtTheLimit)

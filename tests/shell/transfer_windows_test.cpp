@@ -6,7 +6,6 @@
 #include "support/hex_file.h"
 #include "support/link_bench.h"
 #include "support/scratch_folder.h"
-#include "support/when.h"
 
 #include <QClipboard>
 #include <QPlainTextEdit>

@@ -8,7 +8,7 @@
 #include "platform/simulated_port.h"
 #include "shell/hauptform.h"
 #include "support/modal_driver.h"
-#include "support/scripted_archive.h"
+#include "support/scripted_seams.h"
 #include "support/test_bench.h"
 #include "ui/window_prompts.h"
 #include "workbench/language_change.h"

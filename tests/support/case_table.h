@@ -5,8 +5,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -45,6 +47,23 @@ std::vector<std::array<std::string, fields>> casesOf(const std::string& name)
     }
     EXPECT_FALSE(cases.empty()) << name;
     return cases;
+}
+
+inline std::vector<std::string> wordsOf(const std::string& text)
+{
+    std::istringstream words(text);
+    return {std::istream_iterator<std::string>(words), {}};
+}
+
+// "48=200 49=7", or "48 49" for numbers alone.
+inline std::vector<std::pair<int, int>> numbersOf(const std::string& text)
+{
+    std::vector<std::pair<int, int>> numbers;
+    for (const std::string& word : wordsOf(text)) {
+        auto& [number, value] = numbers.emplace_back();
+        std::sscanf(word.c_str(), "%d=%d", &number, &value);
+    }
+    return numbers;
 }
 
 } // namespace karvo::test

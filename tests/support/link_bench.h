@@ -2,9 +2,8 @@
 #pragma once
 
 #include "link/link.h"
+#include "support/case_table.h"
 #include "support/scripted_seams.h"
-
-#include <numeric>
 
 namespace karvo::test
 {
@@ -21,7 +20,7 @@ inline void setCaption(LanguageTables& texts, int caption, TextView text)
 
 using NumberedTexts = std::initializer_list<std::pair<int, TextView>>;
 
-inline void setTexts(LanguageTables& texts, NumberedTexts messages, NumberedTexts captions)
+inline void setTexts(LanguageTables& texts, NumberedTexts messages, NumberedTexts captions = {})
 {
     for (const auto& [number, text] : messages)
         setText(texts, number, text);
@@ -30,40 +29,24 @@ inline void setTexts(LanguageTables& texts, NumberedTexts messages, NumberedText
 }
 
 // Each text is its own number: "m36", "c600".
-inline void numberTexts(LanguageTables& texts, const std::vector<int>& messages,
-                        const std::vector<int>& captions)
-{
-    for (const int number : messages)
-        setText(texts, number, u"m" + textFromNumber(number));
-    for (const int number : captions)
-        setCaption(texts, number, u"c" + textFromNumber(number));
-}
-
 inline void numberEveryText(LanguageTables& texts)
 {
-    std::vector<int> all(1000);
-    std::iota(all.begin(), all.end(), 1);
-    numberTexts(texts, all, all);
+    for (int number = 1; number <= 1000; ++number) {
+        setText(texts, number, u"m" + textFromNumber(number));
+        setCaption(texts, number, u"c" + textFromNumber(number));
+    }
 }
 
-inline LanguageTables linkTexts()
+// Those of a file: "message|233|no reply".
+inline void addTexts(LanguageTables& texts, const std::string& file)
 {
-    LanguageTables texts;
-    setTexts(texts, {{233, u"no reply"}, {234, u"unknown decoder"}, {273, u"wrong check byte"}},
-             {{884, u"read all"}, {887, u"no reply status"}});
-    setTexts(texts, {{660, u"join group {1}"}, {661, u"{1} of {2} bytes"}}, {});
-    setTexts(texts, {{662, u"nothing came"}, {663, u"reply {1}"}}, {});
-    return texts;
-}
-
-// The texts of a write, each with its number.
-inline void addWriteTexts(LanguageTables& texts)
-{
-    numberTexts(texts,
-                {83, 85, 86, 87, 88, 89, 90, 91, 92, 93, 94, 294, 296, 297, 572, 683, 684, 685, 686, 695},
-                {873, 900, 901, 902, 903});
-    setCaption(texts, 888, u"writing CV");
-    texts.menu[76] = u"0000menu 76";
+    for (const auto& [kind, number, words] : casesOf<3>(file)) {
+        const auto place = std::stoul(number);
+        auto& text = kind == "message" ? texts.messages[place]
+                     : kind == "menu"  ? texts.menu[place]
+                                       : texts.captions[place];
+        text = u"0000" + textFromUtf8(words);
+    }
 }
 
 // Data whose value at position n is a mix of n, and its check byte.
@@ -79,12 +62,10 @@ inline Bytes blockOf(std::size_t dataBytes)
     return block;
 }
 
-struct LinkBench {
-    Journal journal;
-    ScriptedLine line{journal};
-    ScriptedPrompts prompts{journal};
-    RecordingView view{journal};
-    LanguageTables texts = linkTexts();
+struct LinkBench : ScriptedSeams {
+    LinkBench() { addTexts(texts, "link/texts.txt"); }
+
+    LanguageTables texts;
     LinkState state;
     Link link{state, line, line, prompts, view, texts};
 };

@@ -6,6 +6,8 @@
 #include "program/settings.h"
 
 #include <algorithm>
+#include <fstream>
+#include <iterator>
 #include <map>
 #include <set>
 #include <string>
@@ -96,6 +98,19 @@ private:
                    return file.first.parent_path() == path;
                });
     }
+};
+
+// Files of a real folder, without any toolkit; what is written stays in memory.
+class FolderFiles : public MemoryFiles
+{
+public:
+    std::optional<Bytes> readWhole(const std::filesystem::path& path, std::size_t limit) override
+    {
+        std::ifstream stream(path, std::ios::binary);
+        const Bytes bytes{std::istreambuf_iterator<char>(stream), {}};
+        return stream && bytes.size() <= limit ? std::optional(bytes) : std::nullopt;
+    }
+    bool exists(const std::filesystem::path& path) override { return std::filesystem::exists(path); }
 };
 
 class FixedClock : public Clock

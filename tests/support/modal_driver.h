@@ -38,8 +38,6 @@ public:
         for (const Step& step : steps_)
             ADD_FAILURE() << "never came: " << step.what.toStdString();
     }
-    ModalDriver(const ModalDriver&) = delete;
-    ModalDriver& operator=(const ModalDriver&) = delete;
 
     // A box with this text, answered by the button with this caption.
     void expectBox(const QString& text, const QString& button)
@@ -125,6 +123,32 @@ private:
     std::deque<Step> steps_;
     QStringList leftAlone_;
     QPointer<QWidget> answering_; // its own further boxes are other windows
+};
+
+// Acts once in the middle of an operation, from the event loop of its wait, as soon as the condition holds;
+// it must come to that.
+class When
+{
+public:
+    When(std::function<bool()> condition, std::function<void()> act)
+    {
+        QObject::connect(&timer_, &QTimer::timeout,
+                         [this, condition = std::move(condition), act = std::move(act)] {
+                             if (acted_ || !condition())
+                                 return;
+                             acted_ = true;
+                             timer_.stop();
+                             act();
+                         });
+        timer_.start(2);
+    }
+    ~When() { EXPECT_TRUE(acted_) << "it never came to that"; }
+
+    bool hasActed() const { return acted_; }
+
+private:
+    QTimer timer_;
+    bool acted_ = false;
 };
 
 } // namespace karvo::test

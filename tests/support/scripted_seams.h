@@ -1,6 +1,9 @@
-// A line, prompts and a view that do what a test says, and write down in one journal what they are told.
+// A line, prompts and a view that do what a test says, and write down in one journal what they are told; an
+// archive and a web server likewise.
 #pragma once
 
+#include "program/archive.h"
+#include "program/downloader.h"
 #include "program/prompts.h"
 #include "program/serial_port.h"
 #include "program/view.h"
@@ -9,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <any>
 #include <deque>
 #include <functional>
 #include <string>
@@ -80,7 +84,6 @@ public:
     void refuseToOpen(PortError error) { refusal_ = std::move(error); }
     // A port that is open stays so until it hangs up.
     void refuseToOpenAgain(PortError error) { laterRefusal_ = std::move(error); }
-    void endDuringNextWait() { ended_ = true; }
     // The first wait for which nothing is scripted ends with the program.
     void endWhenSilent() { endsWhenSilent_ = true; }
     // What an event does while a reply is awaited.
@@ -137,7 +140,7 @@ public:
 private:
     WaitResult nextPiece(std::chrono::microseconds deadline)
     {
-        if (ended_ || (endsWhenSilent_ && underway_.empty()))
+        if (endsWhenSilent_ && underway_.empty())
             return WaitResult::ended;
         if (underway_.empty() || writtenAt_ + underway_.front().after > deadline) {
             now_ = deadline;
@@ -158,7 +161,7 @@ private:
     std::optional<PortError> refusal_, laterRefusal_;
     std::function<void()> onWait_;
     std::chrono::microseconds writtenAt_{0};
-    bool waits_ = false, ended_ = false, endsWhenSilent_ = false;
+    bool waits_ = false, endsWhenSilent_ = false;
 };
 
 // An unexpected question and an unused answer fail the test.
@@ -168,19 +171,14 @@ class ScriptedPrompts : public Prompts
 
 public:
     explicit ScriptedPrompts(Journal& journal) : journal_(journal) {}
-    ~ScriptedPrompts() override
-    {
-        EXPECT_TRUE(answers_.empty() && typed_.empty() && choices_.empty() && files_.empty() &&
-                    saveChoices_.empty())
-            << "an answer was never asked for";
-    }
+    ~ScriptedPrompts() override { EXPECT_TRUE(answers_.empty()) << "an answer was never asked for"; }
 
-    // What is answered next; nothing cancels.
-    void answer(bool yes) { answers_.push_back(yes); }
-    void type(const Text& text) { typed_.emplace_back(text); }
-    void choose(std::optional<std::size_t> place) { choices_.push_back(place); }
-    void chooseFile(std::optional<Path> path) { files_.push_back(std::move(path)); }
-    void answerSaveChanges(SaveChoice choice) { saveChoices_.push_back(choice); }
+    // What is answered next, in order; nothing cancels.
+    void answer(bool yes) { answers_.emplace_back(yes); }
+    void type(std::optional<Text> text) { answers_.emplace_back(std::move(text)); }
+    void choose(std::optional<std::size_t> place) { answers_.emplace_back(place); }
+    void chooseFile(std::optional<Path> path) { answers_.emplace_back(std::move(path)); }
+    void answerSaveChanges(SaveChoice choice) { answers_.emplace_back(choice); }
 
     QuestionKind lastKind = QuestionKind::usual; // of the last question
 
@@ -192,12 +190,12 @@ public:
     bool question(const Text& text, QuestionKind kind, ProposedAnswer proposed) override
     {
         lastKind = kind;
-        return next(answers_,
-                    "question " + utf8FromText(text) + (proposed == ProposedAnswer::yes ? " [yes]" : ""));
+        return next<bool>("question " + utf8FromText(text) +
+                          (proposed == ProposedAnswer::yes ? " [yes]" : ""));
     }
     std::optional<Text> input(const Text& title, const Text&, const Text&) override
     {
-        return next(typed_, "input " + utf8FromText(title));
+        return next<std::optional<Text>>("input " + utf8FromText(title));
     }
     std::optional<std::size_t> choice(const Text& title, const Text& prompt, const std::vector<Text>& options,
                                       std::size_t current) override
@@ -205,7 +203,7 @@ public:
         std::string entry = "choice " + utf8FromText(title) + ": " + utf8FromText(prompt);
         for (std::size_t i = 0; i < options.size(); ++i)
             entry += (i == current ? " *" : " ") + utf8FromText(options[i]);
-        return next(choices_, entry);
+        return next<std::optional<std::size_t>>(entry);
     }
     std::optional<Path> openFile(const FileRequest& request) override { return nextFile("open", request); }
     std::vector<Path> openFiles(const FileRequest& request) override
@@ -216,20 +214,21 @@ public:
     std::optional<Path> saveFile(const FileRequest& request) override { return nextFile("save", request); }
     SaveChoice saveChanges(const Text& text) override
     {
-        return next(saveChoices_, "save changes " + utf8FromText(text), SaveChoice::cancel);
+        return next("save changes " + utf8FromText(text), SaveChoice::cancel);
     }
     void endProgram() override { journal_.push_back("end program"); }
 
 private:
     template <typename Answer>
-    Answer next(std::deque<Answer>& answers, const std::string& asked, Answer otherwise = {})
+    Answer next(const std::string& asked, Answer otherwise = {})
     {
         journal_.push_back(asked);
-        EXPECT_FALSE(answers.empty()) << "unexpected " << asked;
-        if (answers.empty())
-            return otherwise;
-        otherwise = std::move(answers.front());
-        answers.pop_front();
+        const auto* const answer = answers_.empty() ? nullptr : std::any_cast<Answer>(&answers_.front());
+        EXPECT_NE(answer, nullptr) << "unexpected " << asked;
+        if (answer != nullptr) {
+            otherwise = *answer;
+            answers_.pop_front();
+        }
         return otherwise;
     }
     std::optional<Path> nextFile(const std::string& what, const FileRequest& request)
@@ -237,15 +236,11 @@ private:
         auto entry = what + " " + utf8FromText(request.filter) + " in " + request.folder.string();
         if (request.other)
             entry += " or " + utf8FromText(request.other->filter) + " in " + request.other->folder.string();
-        return next(files_, entry + ": " + utf8FromText(request.name));
+        return next<std::optional<Path>>(entry + ": " + utf8FromText(request.name));
     }
 
     Journal& journal_;
-    std::deque<bool> answers_;
-    std::deque<std::optional<Text>> typed_;
-    std::deque<std::optional<Path>> files_;
-    std::deque<SaveChoice> saveChoices_;
-    std::deque<std::optional<std::size_t>> choices_;
+    std::deque<std::any> answers_;
 };
 
 class RecordingView : public View
@@ -271,6 +266,50 @@ public:
 private:
     Journal& journal_;
     Text status_;
+};
+
+class ScriptedArchive : public Archive
+{
+public:
+    std::vector<std::pair<ArchiveEntry, std::vector<std::string>>> entries; // with their bytes in pieces
+    std::optional<Text> fault;                                              // behind the last entry
+    std::filesystem::path read_;
+
+    std::optional<Text> read(const std::filesystem::path& path, ArchiveSink& sink) override
+    {
+        read_ = path;
+        const auto takes = [&](auto& piece) { return sink.takeBytes(Bytes(piece.begin(), piece.end())); };
+        for (const auto& [entry, pieces] : entries) {
+            if (!sink.takeEntry(entry) || !std::all_of(pieces.begin(), pieces.end(), takes))
+                return std::nullopt;
+        }
+        return fault;
+    }
+};
+
+class ScriptedDownloader : public Downloader
+{
+public:
+    DownloadEnd end = DownloadEnd::complete;
+    std::function<void(DownloadObserver&)> during;
+    Text address;
+    std::filesystem::path target;
+
+    DownloadEnd fetch(const Text& from, const std::filesystem::path& to, DownloadObserver& observer) override
+    {
+        address = from;
+        target = to;
+        if (during)
+            during(observer);
+        return end;
+    }
+};
+
+struct ScriptedSeams {
+    Journal journal;
+    ScriptedLine line{journal};
+    ScriptedPrompts prompts{journal};
+    RecordingView view{journal};
 };
 
 } // namespace karvo::test

@@ -18,11 +18,7 @@ inline std::string smallDescription(const std::string& header, const std::string
     return content + "Anfang FS\r\nFS1 = 3\r\n\r\n";
 }
 
-struct TestBench {
-    Journal journal;
-    ScriptedLine line{journal};
-    ScriptedPrompts prompts{journal};
-    RecordingView view{journal};
+struct TestBench : ScriptedSeams {
     MemoryFiles files;
     MemorySettings settings;
     ProgramState state;
@@ -31,12 +27,8 @@ struct TestBench {
     TestBench()
     {
         state.programFolder = "program";
-        state.texts = linkTexts();
-        setTexts(state.texts, {{1, u"cannot open"}, {2, u"install again"}, {299, u"old KV04"}}, {});
-        setTexts(state.texts, {{301, u" of 168   "}, {600, u"no decoder yet"}, {602, u"go on?"}}, {});
-        setTexts(state.texts, {{601, u"values are defaults"}, {680, u"no description: {1}"}}, {});
-        setText(state.texts, 681, u"{1}: {2} lines left out, first {3}");
-        setTexts(state.texts, {}, {{21, u"Firmware"}, {22, u"Sublevel"}, {29, u"{1} CVs"}, {41, u"offline"}});
+        addTexts(state.texts, "link/texts.txt");
+        addTexts(state.texts, "workbench/texts.txt");
     }
 
     void addFile(const std::string& name, const std::string& content)

@@ -7,27 +7,9 @@
 #include "workbench/write_report.h"
 
 #include <cstdio>
-#include <sstream>
 
 namespace karvo::test
 {
-
-inline std::vector<std::string> wordsOf(const std::string& text)
-{
-    std::istringstream words(text);
-    return {std::istream_iterator<std::string>(words), {}};
-}
-
-// "48=200 49=7", or "48 49" for numbers alone.
-inline std::vector<std::pair<int, int>> numbersOf(const std::string& text)
-{
-    std::vector<std::pair<int, int>> numbers;
-    for (const std::string& word : wordsOf(text)) {
-        auto& [number, value] = numbers.emplace_back();
-        std::sscanf(word.c_str(), "%d=%d", &number, &value);
-    }
-    return numbers;
-}
 
 // "48.upper=100 20.factory=": the cells of a list.
 inline void setCells(CvTable& table, const std::string& text)
@@ -43,13 +25,6 @@ inline void setCells(CvTable& table, const std::string& text)
     }
 }
 
-// Short words for all that a write says, in place of a language.
-inline void addWordsOfWrites(LanguageTables& texts)
-{
-    for (const auto& [kind, number, words] : casesOf<3>("workbench/write_texts.txt"))
-        (kind == "message" ? setText : setCaption)(texts, std::stoi(number), textFromUtf8(words));
-}
-
 struct WriteBench : TestBench {
     std::vector<CvSet> kept;
     std::optional<Text> keepTrouble;
@@ -62,9 +37,8 @@ struct WriteBench : TestBench {
 
     WriteBench()
     {
-        addWriteTexts(state.texts);
-        addWordsOfWrites(state.texts);
-        numberTexts(state.texts, {430, 433, 434}, {});
+        addTexts(state.texts, "link/write_texts.txt");
+        addTexts(state.texts, "workbench/write_texts.txt");
         addFile("CV_Standart172_v1_5.txt", smallDescription("Standard KV05", "Wort "));
         addFile("CV_Standart_November12_5.txt", smallDescription("Standard KV05 November12", "Wort "));
         addFile("CV_Standart_kv07.txt", smallDescription("Standard KV07", "Wort "));
@@ -89,7 +63,8 @@ struct WriteBench : TestBench {
             if (word == "pulled")
                 line.replyInPieces({{0ms, {6}}, {50ms, {}}});
             else if (word.front() == 'w')
-                script(repeated("15 + + ", std::stoi(word.substr(1))));
+                for (int left = std::stoi(word.substr(1)); left > 0; --left)
+                    script("15 + +");
             else if (word == ".")
                 line.replyInPieces({});
             else
@@ -110,12 +85,11 @@ struct WriteBench : TestBench {
     }
     static std::string stepOf(const std::string& entry)
     {
-        const std::pair<const char*, const char*> steps[] = {
+        const std::pair<std::string, const char*> steps[] = {
             {"write 37", "%"},      {"write 69 82", "ER"}, {"write 69 87 83", "EWS"}, {"question ", "?"},
             {"save changes ", "?"}, {"message ", "!"},     {"kept ", "kept"}};
         for (const auto& [begin, step] : steps) {
-            const bool isBegin = std::string(begin).ends_with(' ');
-            if (isBegin ? entry.starts_with(begin) : entry == begin)
+            if (begin.ends_with(' ') ? entry.starts_with(begin) : entry == begin)
                 return step;
         }
         int address = 0;
@@ -126,13 +100,8 @@ struct WriteBench : TestBench {
     // "finished: 48 written, 49 unused"; "clean" is one that left nothing to be desired.
     std::string told(const WriteReport& report) const
     {
-        const char* const ends[] = {
-            "finished",      "stopped by user", "stopped by fault", "nothing to write",
-            "busy",          "cancelled",       "declined",         "other model",
-            "backup failed", "no reply",        "unknown decoder",  "wrong check byte",
-            "ended"};
         std::string text = report.isClean() ? "clean " : "";
-        text += ends[static_cast<int>(report.end)];
+        text += casesOf<1>("workbench/write_ends.txt").at(static_cast<std::size_t>(report.end))[0];
         if (report.outcomes.size() > 12)
             return text + ": " + std::to_string(report.countOf(WriteEnd::written)) + " of " +
                    std::to_string(report.outcomes.size());
@@ -160,10 +129,6 @@ private:
         else
             return false;
         return true;
-    }
-    static std::string repeated(const std::string& text, int times)
-    {
-        return times == 0 ? std::string() : text + repeated(text, times - 1);
     }
     static Bytes replyOf(const std::string& word)
     {

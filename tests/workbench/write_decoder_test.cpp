@@ -1,6 +1,5 @@
 // Writing to simulated decoders, with the real texts and descriptions of the program folder.
 #include "language/language_loader.h"
-#include "support/folder_files.h"
 #include "support/link_bench.h"
 #include "support/memory_files.h"
 #include "support/simulated_line.h"

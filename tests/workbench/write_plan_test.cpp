@@ -55,7 +55,7 @@ struct PlannedList {
 static std::string planText(const WritePlan& plan)
 {
     LanguageTables texts;
-    addWordsOfWrites(texts);
+    addTexts(texts, "workbench/write_texts.txt");
     auto text = plan.size() < 200 ? std::string() : std::to_string(plan.size()) + ":";
     for (const PlannedWrite& write : plan) {
         EXPECT_EQ(write.value, write.cv > 200 ? takeOverValue : 7);
