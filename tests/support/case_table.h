@@ -8,7 +8,10 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iterator>
+#include <map>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -64,6 +67,27 @@ inline std::vector<std::pair<int, int>> numbersOf(const std::string& text)
         std::sscanf(word.c_str(), "%d=%d", &number, &value);
     }
     return numbers;
+}
+
+// What a step does with the words behind its name, and what it shows then.
+using Steps = std::map<std::string, std::function<std::string(const std::string&)>>;
+
+// Carries out a file of steps, "name words|answers|shown": each one on the bench that the last "case" made.
+template <typename Bench>
+void carryOut(const std::string& file)
+{
+    std::optional<Bench> bench;
+    for (const auto& [step, answers, shown] : casesOf<3>(file)) {
+        if (step == "case") {
+            bench.reset();
+            bench.emplace();
+            continue;
+        }
+        bench->script(answers);
+        const auto nameEnd = std::min(step.find(' '), step.size());
+        const auto words = step.substr(std::min(nameEnd + 1, step.size()));
+        EXPECT_EQ(bench->steps.at(step.substr(0, nameEnd))(words), shown) << step << "|" << answers;
+    }
 }
 
 } // namespace karvo::test
