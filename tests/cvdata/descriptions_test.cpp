@@ -21,20 +21,9 @@ namespace
 using test::bytesOf;
 using test::casesOf;
 
-const std::array<std::string, 14> generations = {"standard",
-                                                 "until2008First",
-                                                 "until2008Second",
-                                                 "until2008Last",
-                                                 "from2009",
-                                                 "may2010",
-                                                 "november2012",
-                                                 "undated",
-                                                 "v1",
-                                                 "f3",
-                                                 "f4",
-                                                 "f5",
-                                                 "tacho",
-                                                 "laneControl"};
+const auto generations =
+    test::wordsOf("standard until2008First until2008Second until2008Last from2009 may2010 november2012 "
+                  "undated v1 f3 f4 f5 tacho laneControl");
 
 std::string nameOf(const DecoderProfile& profile)
 {

@@ -58,13 +58,9 @@ TEST_F(ComparisonTest, LinesStandInOrderAndAreSavedAsTextAndCsv)
     one.at(2, Column::number).clear();
     one.at(2, Column::value).clear();
     other.at(3, Column::value).clear();
-    const auto golden = [](const char* name) {
-        const auto folder = std::filesystem::path(KARVO_SOURCE_FOLDER) / "tests" / "data" / "list_files";
-        return test::FolderFiles().readWhole(folder / name, textFileLimit).value_or(Bytes());
-    };
     const auto comparison = compared();
-    EXPECT_EQ(contentOfLines(comparisonReport(comparison, texts)), golden("comparison.txt"));
-    EXPECT_EQ(comparisonCsv(comparison, texts), golden("comparison.csv"));
+    EXPECT_EQ(contentOfLines(comparisonReport(comparison, texts)), test::golden("list_files/comparison.txt"));
+    EXPECT_EQ(comparisonCsv(comparison, texts), test::golden("list_files/comparison.csv"));
     EXPECT_FALSE(comparison.isEqual());
     EXPECT_EQ(compared(SpeedSteps::asRows).lines[69].text(), u"CV70 = 70\t70");
     for (const Model model : {Model::receiver, Model::xtModule, Model::kv05})

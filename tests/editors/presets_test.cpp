@@ -6,8 +6,6 @@
 #include "editor_bench.h"
 #include "support/case_table.h"
 #include "support/memory_files.h"
-#include "support/test_bench.h"
-#include "workbench/offline_list.h"
 
 #include <gtest/gtest.h>
 
@@ -29,8 +27,7 @@ std::string valuesOf(const DistanceFile& file)
 
 TEST(DistanceTableTest, SavesToTheLetterAndReadsWhatItUnderstands)
 {
-    const auto path = std::filesystem::path(KARVO_SOURCE_FOLDER) / "tests/data/editors/distances.saved.bcr";
-    const auto saved = test::FolderFiles().readWhole(path, textFileLimit).value_or(Bytes());
+    const auto saved = test::golden("editors/distances.saved.bcr");
     const std::vector<Text> list = {u"",          u"KV07*5",    u"1;3;a;", u"Ende CV",
                                     u"ATmega328", u"Anfang FS", u"",       u"x"};
     const DistanceValues values = {u"20", u"110", u"21", u"41"};

@@ -1,6 +1,8 @@
 // Tables of cases in tests/data: each line is a case, and "|" stands between its fields.
 #pragma once
 
+#include "support/memory_files.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -18,6 +20,13 @@
 
 namespace karvo::test
 {
+
+// A file of tests/data, to the byte.
+inline Bytes golden(const std::string& name)
+{
+    const auto path = std::filesystem::path(KARVO_SOURCE_FOLDER) / "tests" / "data" / name;
+    return FolderFiles().readWhole(path, textFileLimit).value_or(Bytes());
+}
 
 // "\r", "\n", "\t" and "\xE4" in a field are the bytes that they stand for.
 inline std::string unescaped(const std::string& field)
