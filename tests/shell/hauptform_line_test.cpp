@@ -1,6 +1,5 @@
 // Reading and writing from the main window: what it shows and allows meanwhile, and how it comes out of it.
 #include "shell/window_bench.h"
-#include "support/when.h"
 
 #include <QClipboard>
 #include <QProgressBar>

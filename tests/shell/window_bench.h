@@ -7,6 +7,7 @@
 #include "platform/qt_wait.h"
 #include "platform/simulated_port.h"
 #include "shell/hauptform.h"
+#include "support/case_table.h"
 #include "support/modal_driver.h"
 #include "support/scripted_seams.h"
 #include "support/test_bench.h"
@@ -21,9 +22,6 @@
 #include <QListWidget>
 #include <QTemporaryDir>
 #include <QTest>
-
-#include <iterator>
-#include <sstream>
 
 namespace karvo::test
 {
@@ -51,13 +49,6 @@ inline std::string labelOf(QWidget& window, const std::string& name)
 inline std::string fieldOf(QWidget& window, const std::string& name)
 {
     return find<QLineEdit>(window, name).text().toStdString();
-}
-
-// "Start COM" as two names.
-inline std::vector<std::string> wordsOf(const std::string& text)
-{
-    std::istringstream stream(text);
-    return {std::istream_iterator<std::string>(stream), {}};
 }
 
 // Closes a window that is expected to come.
