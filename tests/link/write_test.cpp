@@ -31,7 +31,7 @@ struct WriteBench : test::LinkBench {
     void answerAll(const Bytes& frameReply = ack) { answer({bytesOf("27"), ack, frameReply}); }
     // What has happened since the last call.
     std::string passed() { return test::joined(std::exchange(journal, {})); }
-    long times(const char* entry) const { return std::count(journal.begin(), journal.end(), entry); }
+    auto times(const char* entry) const { return std::count(journal.begin(), journal.end(), entry); }
 };
 
 class WriteTest : public testing::Test

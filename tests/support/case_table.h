@@ -50,7 +50,7 @@ std::vector<std::array<std::string, fields>> casesOf(const std::string& name)
     for (std::string line; std::getline(file, line);) {
         if (line.starts_with('#'))
             continue;
-        EXPECT_EQ(std::count(line.begin(), line.end(), '|') + 1, static_cast<long>(fields)) << line;
+        EXPECT_EQ(std::count(line.begin(), line.end(), '|') + 1, static_cast<std::ptrdiff_t>(fields)) << line;
         std::istringstream content(line);
         for (std::string& field : cases.emplace_back()) {
             std::getline(content, field, '|');
