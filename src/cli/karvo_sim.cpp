@@ -1,5 +1,6 @@
 // karvo-sim: the simulated programming interface on a pseudo terminal, for any program that can open a serial
 // device.
+#include "cli/line_log.h"
 #include "cli/pseudo_terminal.h"
 #include "simulator/simulator.h"
 
@@ -33,6 +34,7 @@ struct Options {
     std::optional<sim::Decoder> decoder;
     sim::Pace pace = sim::Pace::line;
     sim::Fault fault = sim::Fault::none;
+    std::optional<std::filesystem::path> log;
     bool list = false;
     bool help = false;
     bool version = false;
@@ -80,6 +82,8 @@ Options parse(std::span<char* const> arguments)
             options.fault = faultFrom(value());
         else if (argument == "--pace")
             options.pace = paceFrom(value());
+        else if (argument == "--log")
+            options.log = value();
         else if (argument == "--list")
             options.list = true;
         else if (argument == "--help")
@@ -98,12 +102,12 @@ Options parse(std::span<char* const> arguments)
 
 void printHelp()
 {
-    std::cout << "karvo-sim MODEL [--fault NAME] [--pace line|none]\n"
+    std::cout << "karvo-sim MODEL [--fault NAME] [--pace line|none] [--log FILE]\n"
                  "karvo-sim --list | --help | --version\n\n"
                  "Simulates a programming interface with a decoder on it. The first line printed is the path "
                  "of the\n"
                  "serial device to open; it may be closed and opened again. Ends with Ctrl+C.\n\n"
-                 "  --pace line   4800 baud, as the real line (the usual)\n"
+                 "  --pace line   at the rate that the program sets, as the real line (the usual)\n"
                  "  --pace none   answers come at once\n"
                  "  --fault NAME  one of:";
     for (const auto name : sim::faultNames())
@@ -111,8 +115,14 @@ void printHelp()
     std::cout
         << "\n                After hang-up the device comes back a second later; its path is printed "
            "again.\n"
+           "  --log FILE    a line for each command (>) and each reply (<): seconds, a word, the bytes\n"
            "  --list        the names of all models\n\n"
-           "Exit codes: 0 ended by a signal, 1 the system gave no pseudo terminal, 2 wrong arguments.\n";
+           "At 115200 baud the decoder's boot loader answers, at any other rate the interface. Until a "
+           "program sets a\n"
+           "rate it is 4800.\n\n"
+           "Exit codes: 0 ended by a signal, 1 the system gave no pseudo terminal or the log can not be "
+           "written,\n"
+           "2 wrong arguments.\n";
 }
 
 void printModels()
@@ -161,8 +171,20 @@ bool sleep(int descriptor, std::optional<sim::Time> duration, const sigset_t& si
     return ready > 0;
 }
 
+// Another rate means that the device was opened anew.
+void followRate(sim::Simulator& simulator, const PseudoTerminal& terminal, LineLog* log)
+{
+    const int baud = terminal.baud().value_or(simulator.baud());
+    if (baud == simulator.baud())
+        return;
+    simulator.reconnect();
+    simulator.setBaud(baud);
+    if (log != nullptr)
+        log->rate(baud);
+}
+
 // Until the line hangs up or a signal ends the program.
-void serveDevice(sim::Simulator& simulator, PseudoTerminal& terminal, const sigset_t& signals)
+void serveDevice(sim::Simulator& simulator, PseudoTerminal& terminal, LineLog* log, const sigset_t& signals)
 {
     while (!stopRequested) {
         const sim::Time moment = now();
@@ -172,12 +194,14 @@ void serveDevice(sim::Simulator& simulator, PseudoTerminal& terminal, const sigs
         std::optional<sim::Time> pause = simulator.nextEvent();
         if (pause)
             *pause -= moment;
-        if (sleep(terminal.descriptor(), pause, signals))
-            simulator.receive(terminal.read(), now());
+        if (!sleep(terminal.descriptor(), pause, signals))
+            continue;
+        followRate(simulator, terminal, log);
+        simulator.receive(terminal.read(), now());
     }
 }
 
-void serve(sim::Simulator& simulator)
+void serve(sim::Simulator& simulator, LineLog* log)
 {
     constexpr int noDescriptor = -1;
     const sigset_t signals = holdSignalsBack();
@@ -185,7 +209,9 @@ void serve(sim::Simulator& simulator)
         {
             PseudoTerminal terminal;
             std::cout << terminal.path() << std::endl;
-            serveDevice(simulator, terminal, signals);
+            if (log != nullptr)
+                log->opened(terminal.path());
+            serveDevice(simulator, terminal, log, signals);
         }
         if (!stopRequested)
             sleep(noDescriptor, unpluggedFor, signals);
@@ -203,7 +229,12 @@ int run(const Options& options)
         printModels();
     else if (options.decoder) {
         sim::Simulator simulator(*options.decoder, options.pace, options.fault);
-        serve(simulator);
+        std::optional<LineLog> log;
+        if (options.log) {
+            log.emplace(*options.log);
+            simulator.setWatcher([&](const sim::Passed& passed) { log->passed(passed); });
+        }
+        serve(simulator, log ? &*log : nullptr);
     } else
         throw UsageError{"no model given, --list names them"};
     return exitDone;

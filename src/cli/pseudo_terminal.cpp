@@ -1,5 +1,6 @@
 #include "cli/pseudo_terminal.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdlib>
@@ -34,10 +35,21 @@ int openOtherEnd(const std::string& path)
     termios attributes{};
     if (descriptor >= 0 && ::tcgetattr(descriptor, &attributes) == 0) {
         ::cfmakeraw(&attributes);
+        ::cfsetispeed(&attributes, B4800);
+        ::cfsetospeed(&attributes, B4800);
         ::tcsetattr(descriptor, TCSANOW, &attributes);
     }
     return descriptor;
 }
+
+struct Rate {
+    speed_t code;
+    int baud;
+};
+constexpr std::array rates = {Rate{B300, 300},       Rate{B600, 600},      Rate{B1200, 1200},
+                              Rate{B2400, 2400},     Rate{B4800, 4800},    Rate{B9600, 9600},
+                              Rate{B19200, 19200},   Rate{B38400, 38400},  Rate{B57600, 57600},
+                              Rate{B115200, 115200}, Rate{B230400, 230400}};
 
 } // namespace
 
@@ -60,6 +72,17 @@ PseudoTerminal::~PseudoTerminal()
 {
     ::close(ownEnd_);
     ::close(otherEnd_);
+}
+
+std::optional<int> PseudoTerminal::baud() const
+{
+    termios attributes{};
+    if (::tcgetattr(ownEnd_, &attributes) != 0) // tells what was set at the other end
+        return std::nullopt;
+    const auto code = ::cfgetospeed(&attributes);
+    const auto found =
+        std::find_if(rates.begin(), rates.end(), [code](const Rate& rate) { return rate.code == code; });
+    return found != rates.end() ? std::optional(found->baud) : std::nullopt;
 }
 
 std::vector<std::uint8_t> PseudoTerminal::read()

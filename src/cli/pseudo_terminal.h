@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -9,8 +10,9 @@
 namespace karvo
 {
 
-// Passes all 256 byte values unchanged in both directions, at any speed. Whoever opened path() sees the
-// device go away when the object does. It may be closed and opened as often as wanted meanwhile.
+// Passes all 256 byte values unchanged in both directions, as fast as it can whatever rate is set. Whoever
+// opened path() sees the device go away when the object does. It may be closed and opened as often as wanted
+// meanwhile.
 class PseudoTerminal
 {
 public:
@@ -24,6 +26,10 @@ public:
 
     // Becomes readable when bytes have come.
     int descriptor() const { return ownEnd_; }
+
+    // The rate that whoever opened path() has set, 4800 baud before anybody did; nothing where it is none of
+    // the usual ones. It stays when path() is closed.
+    std::optional<int> baud() const;
 
     // What waits, at most 4096 bytes; never blocks.
     std::vector<std::uint8_t> read();

@@ -19,6 +19,7 @@ constexpr std::size_t changedPage = 3; // from 0
 constexpr std::size_t changedPlace = 60;
 
 constexpr std::uint8_t signOn = 0x01;
+constexpr std::uint8_t setParameter = 0x02;
 constexpr std::uint8_t getParameter = 0x03;
 constexpr std::uint8_t enterMode = 0x10;
 constexpr std::uint8_t leaveMode = 0x11;
@@ -121,6 +122,32 @@ std::vector<std::uint8_t> BootLoader::answerBody(std::uint8_t command)
     }
     default:
         return {command, done};
+    }
+}
+
+std::string_view wordForMessage(std::span<const std::uint8_t> message)
+{
+    switch (message.size() > headLength ? message[headLength] : 0) {
+    case signOn:
+        return "sign-on";
+    case setParameter:
+        return "set-parameter";
+    case getParameter:
+        return "get-parameter";
+    case enterMode:
+        return "enter-mode";
+    case leaveMode:
+        return "leave-mode";
+    case eraseChip:
+        return "erase";
+    case programFlash:
+        return "page";
+    case readFuse:
+        return "read-fuse";
+    case readLock:
+        return "read-lock";
+    default:
+        return "unknown";
     }
 }
 

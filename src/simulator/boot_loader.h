@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <span>
+#include <string_view>
 #include <vector>
 
 namespace karvo::sim
@@ -27,6 +28,9 @@ public:
     // The port was opened anew: what was received of a message is forgotten.
     void reset();
 
+    // False while a message is not complete.
+    bool isBetweenMessages() const { return received_.empty(); }
+
     // As far as pages have come since the last erase. Pages before an erase are not taken.
     const std::vector<std::uint8_t>& flash() const { return flash_; }
     bool erased() const { return erased_; }
@@ -42,5 +46,8 @@ private:
     bool erased_ = false;
     bool changed_ = false; // the one byte, since the last erase
 };
+
+// What a complete message asks for, in a word for logs; "unknown" for what is none.
+std::string_view wordForMessage(std::span<const std::uint8_t> message);
 
 } // namespace karvo::sim

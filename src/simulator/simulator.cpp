@@ -27,6 +27,7 @@ constexpr std::string_view readCommand = "ER";
 constexpr std::string_view writeCommand = "EWS";
 constexpr std::string_view liveCommand = "EWM";
 constexpr std::string_view updateCommand = "BO";
+constexpr std::size_t longestUpdateStep = 6; // of those before the records
 
 constexpr Time lateBlockDelay = 12s;
 constexpr Time lateReplyDelay = 6s;
@@ -78,6 +79,8 @@ void Simulator::receive(std::span<const std::uint8_t> bytes, Time now)
 {
     if (hungUp(now))
         return;
+    if (fault_ == Fault::silence && watcher_)
+        watcher_({false, "unheard", bytes});
     forgetStaleFrame(now);
     const Time start = std::max(now, inwardFree_);
     for (std::size_t i = 0; i < bytes.size(); ++i)
@@ -113,7 +116,7 @@ void Simulator::reconnect()
         fault_ = Fault::none;
     hangUpAt_.reset();
     outgoing_.clear();
-    received_.clear();
+    cutShort();
     bootLoader_.reset();
     awaited_ = Awaited::command;
     inwardFree_ = {};
@@ -132,10 +135,26 @@ void Simulator::setFault(Fault fault)
 
 void Simulator::forgetStaleFrame(Time now)
 {
-    if (awaited_ != Awaited::command && now - inwardFree_ > frameTimeOut) {
-        received_.clear();
+    const bool isAwaited = awaited_ != Awaited::command || !bootLoader_.isBetweenMessages();
+    if (isAwaited && now - inwardFree_ > frameTimeOut) {
+        cutShort();
+        bootLoader_.reset();
         awaited_ = Awaited::command;
     }
+}
+
+// The first `count` bytes of what was received are told, and done with.
+void Simulator::tellCommand(std::string_view word, std::size_t count)
+{
+    if (watcher_)
+        watcher_({false, word, std::span(received_).first(count)});
+    received_.erase(received_.begin(), received_.begin() + static_cast<std::ptrdiff_t>(count));
+}
+
+void Simulator::cutShort()
+{
+    if (!received_.empty())
+        tellCommand("cut-short");
 }
 
 void Simulator::receiveByte(std::uint8_t byte, Time arrival)
@@ -155,22 +174,26 @@ void Simulator::receiveByte(std::uint8_t byte, Time arrival)
 
 void Simulator::receiveCommandByte(std::uint8_t byte, Time arrival)
 {
+    if (byte == identifyCommand)
+        cutShort();
+    received_.push_back(byte);
     if (byte == identifyCommand) {
-        received_.clear();
+        tellCommand("identify");
         sendIdentification(arrival);
         return;
     }
-    received_.push_back(byte);
-    while (!beginsACommand(received_)) {
-        received_.erase(received_.begin());
-    }
+    std::size_t strangers = 0;
+    while (!beginsACommand(std::span(received_).subspan(strangers)))
+        ++strangers;
+    if (strangers != 0)
+        tellCommand("unknown", strangers);
     if (isEqual(received_, readCommand)) {
-        received_.clear();
+        tellCommand("read");
         sendBlock(arrival);
     } else if (isEqual(received_, writeCommand)) {
-        acknowledgeCommand(Awaited::writeFrame, arrival);
+        acknowledgeCommand("write", Awaited::writeFrame, arrival);
     } else if (isEqual(received_, liveCommand)) {
-        acknowledgeCommand(Awaited::liveFrame, arrival);
+        acknowledgeCommand("live", Awaited::liveFrame, arrival);
     } else if (isEqual(received_, updateCommand))
         startUpdate(arrival);
 }
@@ -178,29 +201,36 @@ void Simulator::receiveCommandByte(std::uint8_t byte, Time arrival)
 void Simulator::startUpdate(Time arrival)
 {
     update_ = UpdateMode();
-    acknowledgeCommand(Awaited::update, arrival);
+    acknowledgeCommand("update", Awaited::update, arrival);
 }
 
 void Simulator::receiveUpdateByte(std::uint8_t byte, Time arrival)
 {
+    received_.push_back(byte);
     const auto reply = update_.receive(byte);
-    if (update_.isComplete())
+    if (update_.isComplete()) {
+        tellCommand("update-end");
         awaited_ = Awaited::command;
+    }
     if (reply == 0)
         return;
+    tellCommand(received_.size() > longestUpdateStep ? "record" : "update-step");
     if (update_.image().empty())
-        send(std::array{reply}, arrival);
+        send("reply", std::array{reply}, arrival);
     else if (fault_ != Fault::silentUpdate)
         sendTransferReply({reply}, arrival);
 }
 
 void Simulator::receiveBootLoaderByte(std::uint8_t byte, Time arrival)
 {
+    received_.push_back(byte);
     const auto reply = bootLoader_.receive(byte, mannerUnder(fault_));
+    if (bootLoader_.isBetweenMessages())
+        tellCommand(wordForMessage(received_));
     if (reply.empty())
         return;
     if (bootLoader_.flash().empty())
-        send(reply, arrival);
+        send("reply", reply, arrival);
     else if (fault_ != Fault::silentLoader)
         sendTransferReply(reply, arrival);
 }
@@ -219,15 +249,20 @@ void Simulator::sendTransferReply(std::vector<std::uint8_t> reply, Time arrival)
             byte = static_cast<std::uint8_t>(~byte);
     } else if (fault_ == Fault::excessReply)
         reply.insert(reply.end(), excess, 0x55);
-    send(reply, fault_ == Fault::lateReply ? arrival + lateReplyDelay : arrival);
+    send("reply", reply, fault_ == Fault::lateReply ? arrival + lateReplyDelay : arrival);
 }
 
-void Simulator::acknowledgeCommand(Awaited next, Time arrival)
+void Simulator::acknowledgeCommand(std::string_view word, Awaited next, Time arrival)
 {
     const bool refused = fault_ == Fault::refusedCommand;
-    received_.clear();
+    tellCommand(word);
     awaited_ = refused ? Awaited::command : next;
-    send(std::array{refused ? refusal : acknowledge}, arrival);
+    sendAcknowledge(refused, arrival);
+}
+
+void Simulator::sendAcknowledge(bool refused, Time arrival)
+{
+    send(refused ? "refusal" : "acknowledge", std::array{refused ? refusal : acknowledge}, arrival);
 }
 
 void Simulator::receiveFrameByte(std::uint8_t byte, Time arrival)
@@ -235,7 +270,6 @@ void Simulator::receiveFrameByte(std::uint8_t byte, Time arrival)
     received_.push_back(byte);
     if (received_.size() == frameLength) {
         answerFrame(arrival);
-        received_.clear();
         awaited_ = Awaited::command;
     }
 }
@@ -249,17 +283,18 @@ void Simulator::answerFrame(Time arrival)
                          (live && (place < 1 || place > liveChannels)) || fault_ == Fault::refusedCommand ||
                          fault_ == Fault::refusedFrame;
     if (!refused && live)
-        liveValues_.push_back({received_[0], value});
+        liveValues_.push_back({static_cast<int>(place), value});
     else if (!refused)
         decoder_.memory[place] = value;
-    send(std::array{refused ? refusal : acknowledge}, arrival);
+    tellCommand(live ? "live-frame" : "write-frame");
+    sendAcknowledge(refused, arrival);
 }
 
 void Simulator::sendIdentification(Time arrival)
 {
     const std::string_view text =
         fault_ == Fault::unknownIdentification ? std::string_view("99") : decoder_.identification;
-    send(std::vector<std::uint8_t>(text.begin(), text.end()), arrival);
+    send("model", std::vector<std::uint8_t>(text.begin(), text.end()), arrival);
 }
 
 std::vector<std::uint8_t> Simulator::block() const
@@ -281,17 +316,19 @@ void Simulator::sendBlock(Time arrival)
     const std::size_t piece = fault_ == Fault::tornBlock ? tornBlockPiece : bytes.size();
     Time start = fault_ == Fault::lateBlock ? arrival + lateBlockDelay : arrival;
     for (std::size_t begin = 0; begin < bytes.size(); begin += piece) {
-        send(std::span(bytes).subspan(begin, std::min(piece, bytes.size() - begin)), start);
+        send("block", std::span(bytes).subspan(begin, std::min(piece, bytes.size() - begin)), start);
         start = outwardFree_ + tornBlockPause;
     }
     if (fault_ == Fault::hangUp)
         hangUpAt_ = outwardFree_;
 }
 
-void Simulator::send(std::span<const std::uint8_t> bytes, Time start)
+void Simulator::send(std::string_view word, std::span<const std::uint8_t> bytes, Time start)
 {
     if (hangUpAt_)
         return;
+    if (watcher_)
+        watcher_({true, word, bytes});
     start = std::max(start, outwardFree_);
     for (std::size_t i = 0; i < bytes.size(); ++i) {
         outgoing_.push_back({start + lineTime(i + 1), bytes[i]});

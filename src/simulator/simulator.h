@@ -10,9 +10,11 @@
 #include <chrono>
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace karvo::sim
@@ -53,14 +55,24 @@ enum class Fault {
 std::optional<Fault> faultByName(std::string_view name);
 std::vector<std::string_view> faultNames();
 
+// A whole command or reply, as it is told to whoever watches the line. The word is short and stable, such as
+// "identify" or "block"; what belongs to no command is "unknown", what broke off in between "cut-short", and
+// what came while a fault keeps the device deaf "unheard".
+struct Passed {
+    bool isReply;
+    std::string_view word;
+    std::span<const std::uint8_t> bytes; // as they were sent; valid during the call only
+};
+
 class Simulator
 {
 public:
     Simulator(Decoder decoder, Pace pace, Fault fault);
 
     // Bytes sent by the program, the first of them starting on the line at `now`, or as soon as those before
-    // it have passed. On a line that hung up they are lost. After 2 s of silence a frame that began to come
-    // is no longer awaited, so that a program that was ended in between does not leave the interface deaf.
+    // it have passed. On a line that hung up they are lost. After 2 s of silence a frame or a message that
+    // began to come is no longer awaited, so that a program that was ended in between does not leave the
+    // device deaf.
     void receive(std::span<const std::uint8_t> bytes, Time now);
 
     // Bytes that have become readable by `now`, in order.
@@ -78,6 +90,10 @@ public:
     // How the port was opened: at 115200 the decoder's boot loader is what listens, at any other rate the
     // interface.
     void setBaud(int baud);
+    int baud() const { return baud_; }
+
+    // Is told of each command when it is complete, and of each reply when it begins its way.
+    void setWatcher(std::function<void(const Passed&)> watcher) { watcher_ = std::move(watcher); }
 
     const BootLoader& bootLoader() const { return bootLoader_; }
 
@@ -105,6 +121,9 @@ private:
     };
 
     void forgetStaleFrame(Time now);
+    void tellCommand(std::string_view word, std::size_t count);
+    void tellCommand(std::string_view word) { tellCommand(word, received_.size()); }
+    void cutShort();
     void receiveByte(std::uint8_t byte, Time arrival);
     void receiveCommandByte(std::uint8_t byte, Time arrival);
     void receiveBootLoaderByte(std::uint8_t byte, Time arrival);
@@ -112,12 +131,13 @@ private:
     void startUpdate(Time arrival);
     void sendTransferReply(std::vector<std::uint8_t> reply, Time arrival);
     void receiveFrameByte(std::uint8_t byte, Time arrival);
-    void acknowledgeCommand(Awaited next, Time arrival);
+    void acknowledgeCommand(std::string_view word, Awaited next, Time arrival);
+    void sendAcknowledge(bool refused, Time arrival);
     void answerFrame(Time arrival);
     void sendIdentification(Time arrival);
     std::vector<std::uint8_t> block() const;
     void sendBlock(Time arrival);
-    void send(std::span<const std::uint8_t> bytes, Time start);
+    void send(std::string_view word, std::span<const std::uint8_t> bytes, Time start);
     Time lineTime(std::size_t bytes) const;
 
     Decoder decoder_;
@@ -127,12 +147,13 @@ private:
     UpdateMode update_;
     int baud_ = 4800;
     Awaited awaited_ = Awaited::command;
-    std::vector<std::uint8_t> received_; // of the command or frame under way
+    std::vector<std::uint8_t> received_; // of the command, frame or message under way
     std::vector<LiveValue> liveValues_;
     std::deque<Outgoing> outgoing_;
     Time inwardFree_{};  // when the line to the device has passed all that was sent
     Time outwardFree_{}; // when the line from the device has passed all that was answered
     std::optional<Time> hangUpAt_;
+    std::function<void(const Passed&)> watcher_;
 };
 
 } // namespace karvo::sim

@@ -94,6 +94,25 @@ TEST(Simulator, KeepsTheTimeOfTheLine)
     }
 }
 
+TEST(Simulator, TellsEachCommandAndReplyToWhoeverWatches)
+{
+    for (const auto& [fault, baud, sent, expected] : test::casesOf<4>("simulator/watched.txt")) {
+        auto device = simulator("kv07", Pace::none, faultByName(fault).value());
+        device.setBaud(std::stoi(baud));
+        std::string told;
+        device.setWatcher([&](const Passed& passed) {
+            told += std::string(told.empty() ? "" : " ") + (passed.isReply ? '<' : '>') +
+                    std::string(passed.word) + '=' +
+                    (passed.word == "block" ? "*" : std::string(passed.bytes.begin(), passed.bytes.end()));
+        });
+        std::istringstream pieces(sent);
+        Time moment = 0us;
+        for (std::string piece; std::getline(pieces, piece, '~'); moment += 3s)
+            device.receive(Bytes(piece.begin(), piece.end()), moment);
+        EXPECT_EQ(told, expected);
+    }
+}
+
 TEST(Simulator, HangsUpInTheMiddleOfTheBlockAndOnce)
 {
     auto device = simulator("kv04", Pace::line, Fault::hangUp);
