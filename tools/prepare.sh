@@ -5,6 +5,11 @@ run_packages=(g++ cmake ninja-build python3 qt6-base-dev qt6-serialport-dev liba
               qt6-translations-l10n)
 test_packages=(libgtest-dev)
 ci_packages=(clang clang-tidy clang-format libclang-rt-dev)
+# What builds for Windows, and what runs it.
+windows_packages=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev googletest qt6-base-dev-tools xz-utils)
+wine_packages=(wine64 wine xvfb xauth)
+windows_sysroot_packages=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev qt6-base-private-dev dpkg-dev make xz-utils
+                          autoconf automake libtool)
 
 # A stamp tells what has been found installed, so that a second start asks nothing.
 prepare() {
@@ -30,8 +35,13 @@ install_missing() {
 
 packages_for() {
     printf '%s\n' "${run_packages[@]}"
-    [ "$1" = run ] || printf '%s\n' "${test_packages[@]}"
-    [ "$1" != ci ] || printf '%s\n' "${ci_packages[@]}"
+    case $1 in
+        test) printf '%s\n' "${test_packages[@]}" ;;
+        ci) printf '%s\n' "${test_packages[@]}" "${ci_packages[@]}" ;;
+        windows) printf '%s\n' "${windows_packages[@]}" ;;
+        windows-tests) printf '%s\n' "${windows_packages[@]}" "${wine_packages[@]}" ;;
+        windows-sysroot) printf '%s\n' "${windows_sysroot_packages[@]}" ;;
+    esac
 }
 
 is_installed() {
@@ -82,4 +92,19 @@ run_fuzzer() {
     mkdir -p "build/fuzz/corpus/$1"
     ASAN_OPTIONS=quarantine_size_mb=8:malloc_context_size=2 run_sanitized "build/fuzz/fuzz/fuzz_$1" -max_len=512 \
         -verbosity=0 -artifact_prefix="build/fuzz/$1-" "${@:2}" "build/fuzz/corpus/$1" "fuzz/seeds/$1"
+}
+
+# KARVO_WINDOWS_SYSROOT, an archive or a folder, becomes the folder.
+use_windows_sysroot() {
+    local folder=build/windows-sysroot
+    if [ -f "${KARVO_WINDOWS_SYSROOT:?names the libraries for Windows, see packaging/windows/README.md}" ]; then
+        if [ ! -f "$folder/.unpacked" ] || [ "$KARVO_WINDOWS_SYSROOT" -nt "$folder/.unpacked" ]; then
+            rm -rf "$folder"
+            mkdir -p "$folder"
+            tar -C "$folder" --strip-components=1 -xf "$KARVO_WINDOWS_SYSROOT"
+            touch "$folder/.unpacked"
+        fi
+        KARVO_WINDOWS_SYSROOT=$PWD/$folder
+    fi
+    export KARVO_WINDOWS_SYSROOT
 }

@@ -28,7 +28,7 @@ struct FileBench : test::TestBench {
         addFile(name, content);
         const auto path = state.programFolder / name;
         EXPECT_TRUE(path.extension() == ".hex" ? !readHexFile(bench, path) : !readUpdateFile(bench, path));
-        return journal.empty() ? "" : journal.back();
+        return journal.empty() ? "" : test::portable(journal.back());
     }
 };
 

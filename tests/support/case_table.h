@@ -78,6 +78,14 @@ inline std::vector<std::pair<int, int>> numbersOf(const std::string& text)
     return numbers;
 }
 
+// What is shown, with the separator of paths that stands in the cases.
+inline std::string portable(std::string shown)
+{
+    if constexpr (std::filesystem::path::preferred_separator != '/')
+        std::replace(shown.begin(), shown.end(), '\\', '/');
+    return shown;
+}
+
 // What a step does with the words behind its name, and what it shows then.
 using Steps = std::map<std::string, std::function<std::string(const std::string&)>>;
 
@@ -95,7 +103,7 @@ void carryOut(const std::string& file)
         bench->script(answers);
         const auto nameEnd = std::min(step.find(' '), step.size());
         const auto words = step.substr(std::min(nameEnd + 1, step.size()));
-        EXPECT_EQ(bench->steps.at(step.substr(0, nameEnd))(words), shown) << step << "|" << answers;
+        EXPECT_EQ(portable(bench->steps.at(step.substr(0, nameEnd))(words)), shown) << step << "|" << answers;
     }
 }
 

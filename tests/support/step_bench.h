@@ -51,7 +51,8 @@ void followSteps(const std::string& file)
             steps.reset();
             steps.emplace();
         } else {
-            EXPECT_EQ(steps->carryOut(step, answers), shown) << name << ": " << step << "|" << answers;
+            EXPECT_EQ(portable(steps->carryOut(step, answers)), shown)
+                << name << ": " << step << "|" << answers;
         }
     }
 }
