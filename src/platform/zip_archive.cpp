@@ -1,5 +1,7 @@
 #include "platform/zip_archive.h"
 
+#include "program/path_text.h"
+
 #include <archive.h>
 #include <archive_entry.h>
 
@@ -19,6 +21,18 @@ struct ReaderEnd {
     void operator()(archive* reader) const { archive_read_free(reader); }
 };
 using Reader = std::unique_ptr<archive, ReaderEnd>;
+
+// How names are taken that are not marked as UTF-8.
+constexpr const char* asOfDos = "zip:hdrcharset=CP437";        // the system that ZIP comes from
+constexpr const char* asTheyLie = "zip:hdrcharset=ISO-8859-1"; // each byte is the character of its number
+
+Reader makeReader(const char* names)
+{
+    Reader reader(archive_read_new());
+    archive_read_support_format_zip_seekable(reader.get());
+    archive_read_set_options(reader.get(), names);
+    return reader;
+}
 
 std::optional<Text> wordsOf(archive* reader)
 {
@@ -50,18 +64,60 @@ bool isEmptyArchive(const std::filesystem::path& path)
     return std::string_view(start.data(), start.size()) == noEntries;
 }
 
-// Where a name can not be told in UTF-8 its bytes are handed on: whoever checks names refuses them.
+// In UTF-8. Where a name can not be told so its bytes are handed on: whoever checks names refuses them.
 std::string nameOf(archive_entry* entry)
 {
-    const char* const utf8 = archive_entry_pathname_utf8(entry);
-    const char* const bytes = utf8 != nullptr ? utf8 : archive_entry_pathname(entry);
+#ifdef _WIN32
+    // There the library tells UTF-8 only in a locale of UTF-8, which this system does not have.
+    if (const wchar_t* const wide = archive_entry_pathname_w(entry))
+        return utf8FromText(pathText(wide));
+#else
+    if (const char* const utf8 = archive_entry_pathname_utf8(entry))
+        return utf8;
+#endif
+    const char* const bytes = archive_entry_pathname(entry);
     return bytes != nullptr ? bytes : "";
 }
 
-ArchiveEntry described(archive_entry* entry)
+// Programs of other systems than that of ZIP write UTF-8 without marking it.
+std::string meantName(const std::string& ofDos, const std::string& asItLies)
+{
+    if (ofDos == asItLies) // marked, or letters that all have in common
+        return ofDos;
+    std::string bytes;
+    for (const char16_t character : textFromUtf8(asItLies))
+        bytes += static_cast<char>(character);
+    const bool isUtf8 = utf8FromText(textFromUtf8(bytes)) == bytes;
+    return isUtf8 ? bytes : ofDos;
+}
+
+// The names of all entries once more, as they lie.
+class PlainNames
+{
+public:
+    explicit PlainNames(const std::filesystem::path& path) : reader_(makeReader(asTheyLie))
+    {
+        isOpen_ = openFile(reader_.get(), path) == ARCHIVE_OK;
+    }
+
+    // In the order of the archive; nothing where it can not be told.
+    std::optional<std::string> next()
+    {
+        archive_entry* entry = nullptr;
+        const int found = isOpen_ ? archive_read_next_header(reader_.get(), &entry) : ARCHIVE_EOF;
+        return found == ARCHIVE_OK || found == ARCHIVE_WARN ? std::optional(nameOf(entry)) : std::nullopt;
+    }
+
+private:
+    Reader reader_;
+    bool isOpen_ = false;
+};
+
+ArchiveEntry described(archive_entry* entry, PlainNames& plainNames)
 {
     ArchiveEntry described;
     described.name = nameOf(entry);
+    described.name = meantName(described.name, plainNames.next().value_or(described.name));
     described.encrypted = archive_entry_is_encrypted(entry) != 0;
     const bool isLink = archive_entry_hardlink(entry) != nullptr || archive_entry_symlink(entry) != nullptr;
     if (isLink) {
@@ -97,10 +153,8 @@ std::optional<Text> ZipArchive::read(const std::filesystem::path& path, ArchiveS
 {
     if (isEmptyArchive(path))
         return std::nullopt;
-    const Reader reader(archive_read_new());
-    archive_read_support_format_zip_seekable(reader.get());
-    // Names that are not marked as UTF-8 are those of the system that ZIP comes from.
-    archive_read_set_options(reader.get(), "zip:hdrcharset=CP437");
+    PlainNames plainNames(path);
+    const Reader reader = makeReader(asOfDos);
     if (openFile(reader.get(), path) != ARCHIVE_OK)
         return wordsOf(reader.get());
     for (;;) {
@@ -111,7 +165,7 @@ std::optional<Text> ZipArchive::read(const std::filesystem::path& path, ArchiveS
         // A warning is about a name or a field that is checked elsewhere.
         if (found != ARCHIVE_OK && found != ARCHIVE_WARN)
             return wordsOf(reader.get());
-        const auto entryFound = described(entry);
+        const auto entryFound = described(entry, plainNames);
         if (!sink.takeEntry(entryFound))
             return std::nullopt;
         if (entryFound.kind != ArchiveEntry::Kind::file)

@@ -186,6 +186,20 @@ TEST(ZipArchive, HandsOverEachEntryWithItsContent)
     EXPECT_EQ(Listing(secret, 1).text, "\nsecret:secret:file:");
 }
 
+TEST(ZipArchive, NamesAreWhatTheyWereMeantToBe)
+{
+    // Marked as UTF-8; the marked lines and letters of the last two would be an umlaut in unmarked bytes.
+    std::string zip = makeZip(
+        {{"Größe", ""}, {"Жук 文", ""}, {"\xE2\x94\x9C\xC3\xB1", ""}, {"1234567", ""}, {"abcde", ""}});
+    for (const auto& [plain, bytes] : {std::pair<std::string, std::string>{"1234567", "Gr\xC3\xB6\xC3\x9F"
+                                                                                      "e"},
+                                       {"abcde", "Gr\x94\xE1"
+                                                 "e"}})
+        for (auto at = zip.find(plain); at != std::string::npos; at = zip.find(plain))
+            zip.replace(at, plain.size(), bytes);
+    EXPECT_EQ(Listing(zip).text, "\nGröße:file:\nЖук 文:file:\n├ñ:file:\nGröße:file:\nGröße:file:");
+}
+
 TEST(ZipArchive, WhatIsCutOrSpoiltIsNotWhole)
 {
     std::string zip =
