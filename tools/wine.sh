@@ -1,8 +1,13 @@
 # Sourced by what runs programs for Windows: a Wine of its own, so that nobody's registry and documents are touched.
 
+# Debian keeps Wine's own programs out of the path.
+find_wine() {
+    export PATH=/usr/lib/wine:$PATH
+}
+
 # use_wine PREFIX PROGRAM_FOLDER: the programs find their libraries in PROGRAM_FOLDER. The windows are drawn into memory.
 use_wine() {
-    PATH=/usr/lib/wine:$PATH
+    find_wine
     mkdir -p "$1"
     WINEPREFIX=$(realpath "$1")
     HOME=$WINEPREFIX # the documents are there

@@ -29,7 +29,7 @@ fetch_sources() {
 # Static and with nothing but zlib's packing: ZIP files are all that is read with it.
 build_libarchive() {
     cd "$work"/source/libarchive-*/
-    [ -x configure ] || autoreconf -fi
+    autoreconf -fi # Debian's patches make what was generated older than its sources
     ./configure --host=$prefix CC=$prefix-gcc-posix CFLAGS=-O2 --enable-static --disable-shared --disable-bsdtar \
         --disable-bsdcat --disable-bsdcpio --disable-xattr --disable-acl --with-zlib --without-bz2lib --without-libb2 \
         --without-iconv --without-lz4 --without-zstd --without-lzma --without-lzo2 --without-cng --without-mbedtls \
