@@ -10,7 +10,7 @@ namespace
 {
 
 template <typename Names>
-Text joined(const Names& names)
+Text listOf(const Names& names)
 {
     Text list;
     for (const auto& name : names)
@@ -39,11 +39,11 @@ std::variant<std::unique_ptr<SerialPort>, Text> simulatedLine(const CliArguments
     auto decoder = sim::decoderByName(arguments.simulatedDecoder.toStdString());
     if (!decoder)
         return texts.message(Message::noSimulatedDecoder,
-                             {toText(arguments.simulatedDecoder), joined(sim::decoderNames())});
+                             {toText(arguments.simulatedDecoder), listOf(sim::decoderNames())});
     const auto fault =
         arguments.fault.isEmpty() ? sim::Fault::none : sim::faultByName(arguments.fault.toStdString());
     if (!fault)
-        return texts.message(Message::noSimulatedFault, {toText(arguments.fault), joined(sim::faultNames())});
+        return texts.message(Message::noSimulatedFault, {toText(arguments.fault), listOf(sim::faultNames())});
     const auto pace = arguments.unpaced ? sim::Pace::none : sim::Pace::line;
     return std::make_unique<SimulatedPort>(sim::Simulator(std::move(*decoder), pace, *fault), number);
 }

@@ -105,7 +105,7 @@ std::optional<ListModel> modelOfWords(const std::vector<TextView>& words)
         const auto preset = std::find_if(word, words.end(), isPresetWord);
         Text generation;
         for (auto next = word + 1; next != preset; ++next)
-            generation += (generation.empty() ? u"" : u" ") + Text(*next);
+            generation += joined({generation.empty() ? u"" : u" ", *next});
         const HeaderForm& form = *formOf(*word, generation);
         return ListModel{profileOf(form), preset != words.end(), form.generation == generation};
     }

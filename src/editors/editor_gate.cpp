@@ -64,9 +64,9 @@ Text namesOf(const std::vector<int>& cvs)
         std::size_t end = start;
         while (end + 1 < cvs.size() && cvs[end + 1] == cvs[end] + 1)
             ++end;
-        names += (names.empty() ? u"CV" : u", CV") + textFromNumber(cvs[start]);
+        names += joined({names.empty() ? u"CV" : u", CV", textFromNumber(cvs[start])});
         if (end > start)
-            names += u"-" + textFromNumber(cvs[end]);
+            names += joined({u"-", textFromNumber(cvs[end])});
         start = end + 1;
     }
     return names;

@@ -58,8 +58,10 @@ std::optional<int> valueOf(TextView line)
 // A name must not look like a further field or line.
 Text asField(Text text)
 {
-    for (std::size_t at = 0; (at = text.find(lineBreak, at)) != Text::npos;)
-        text.replace(at, lineBreak.size(), u" ");
+    for (std::size_t at = 0; (at = text.find(lineBreak, at)) != Text::npos;) {
+        text.erase(at, lineBreak.size() - 1);
+        text[at] = u' ';
+    }
     std::replace(text.begin(), text.end(), u';', u',');
     return text;
 }
@@ -104,8 +106,8 @@ Bytes speedStepFileContent(const CvTable& table)
     std::vector<Text> file = {Text(header)};
     for (int step = 1; step <= speedStepCount; ++step) {
         const int cv = cvOfSpeedStep(step);
-        file.push_back(textFromNumber(cv) + u";" + table.at(cv, Column::value) + u";" +
-                       asField(table.at(cv, Column::text)));
+        file.push_back(joined({textFromNumber(cv), u";", table.at(cv, Column::value), u";",
+                               asField(table.at(cv, Column::text))}));
     }
     return contentOfLines(file);
 }

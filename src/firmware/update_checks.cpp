@@ -54,7 +54,7 @@ std::set<Text> modelsIn(TextView text)
     std::set<Text> models;
     for (std::size_t at = 0; at < lower.size(); ++at) {
         if (const char16_t digit = modelDigitAt(TextView(lower).substr(at)))
-            models.insert(Text(u"KV0") + digit);
+            models.insert(joined({u"KV0", {&digit, 1}}));
     }
     for (const TextView word :
          {u"receiver", u"empfänger", u"empfaenger", u"ontvanger", u"receptor", u"récepteur"}) {

@@ -51,11 +51,11 @@ Text notConfirmed(const LanguageTables& texts, const UploadReport& report)
         page += step.isPage() ? 1U : 0U;
         if (!step.message.countsForVerdict || step.isAccepted() || ++found > mostNamed)
             continue;
-        list += (list.empty() ? Text() : Text(u", ")) + nameOf(texts, step, page) + u" (" +
-                texts.caption(wordOf(step.verdict)) + u")";
+        list += joined({list.empty() ? u"" : u", ", nameOf(texts, step, page), u" (",
+                        texts.caption(wordOf(step.verdict)), u")"});
     }
     if (found > mostNamed)
-        list += u" " + texts.caption(Caption::andMore, {numberText(found - mostNamed)});
+        list += joined({u" ", texts.caption(Caption::andMore, {numberText(found - mostNamed)})});
     return list;
 }
 
@@ -78,9 +78,9 @@ Text whatIsWrong(const LanguageTables& texts, const UploadReport& report)
         return texts.caption(Caption::uploadNothingAnswered);
     Text text;
     if (const Text list = notConfirmed(texts, report); !list.empty())
-        text = texts.caption(Caption::uploadNotConfirmed, {list}) + Text(lineBreak);
-    return text + texts.caption(Caption::pagesAccepted,
-                                {numberText(report.pagesAccepted()), numberText(report.pages)});
+        text = joined({texts.caption(Caption::uploadNotConfirmed, {list}), lineBreak});
+    return joined({text, texts.caption(Caption::pagesAccepted,
+                                       {numberText(report.pagesAccepted()), numberText(report.pages)})});
 }
 
 } // namespace
@@ -112,11 +112,11 @@ Text uploadVerdict(const LanguageTables& texts, const UploadReport& report)
         return texts.caption(Caption::uploadAccepted, {numberText(report.pages)});
     Text text;
     if (report.end != UploadEnd::sent)
-        text = texts.caption(Caption::uploadStopped) + Text(lineBreak);
+        text = joined({texts.caption(Caption::uploadStopped), lineBreak});
     const EraseState erase = report.erase();
-    text += whatIsWrong(texts, report) + Text(lineBreak) + texts.caption(captionOf(erase));
+    text += joined({whatIsWrong(texts, report), lineBreak, texts.caption(captionOf(erase))});
     if (erase != EraseState::untouched)
-        text += u" " + texts.caption(Caption::uploadRepeat);
+        text += joined({u" ", texts.caption(Caption::uploadRepeat)});
     return text;
 }
 

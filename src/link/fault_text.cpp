@@ -18,7 +18,7 @@ bool isPrintable(std::uint8_t byte)
 Text hexText(std::uint8_t byte)
 {
     constexpr char16_t digits[] = u"0123456789ABCDEF";
-    return Text(u"0x") + digits[byte / 16] + digits[byte % 16];
+    return joined({u"0x", {&digits[byte / 16], 1}, {&digits[byte % 16], 1}});
 }
 
 Text shownReply(const Bytes& reply)
@@ -26,12 +26,12 @@ Text shownReply(const Bytes& reply)
     const std::span<const std::uint8_t> shown(reply.data(), std::min(reply.size(), mostBytesShown));
     Text text;
     if (std::all_of(shown.begin(), shown.end(), isPrintable)) {
-        text = u"\"" + textFromWindows1252(shown) + u"\"";
+        text = joined({u"\"", textFromWindows1252(shown), u"\""});
     } else {
         for (const auto byte : shown)
-            text += (text.empty() ? u"" : u" ") + hexText(byte);
+            text += joined({text.empty() ? u"" : u" ", hexText(byte)});
     }
-    return shown.size() < reply.size() ? text + u" ..." : text;
+    return joined({text, shown.size() < reply.size() ? u" ..." : u""});
 }
 
 } // namespace
@@ -45,14 +45,14 @@ Text noReplyText(const Link& link)
                                textFromNumber(static_cast<long long>(state.awaitedBytes))};
         extent = filledIn(link.texts.message(Message::bytesOfReply), counts);
     }
-    return link.texts.message(Message::noReply) + Text(lineBreak) + extent;
+    return joined({link.texts.message(Message::noReply), lineBreak, extent});
 }
 
 Text unknownDecoderText(const Link& link)
 {
     const Text reply[] = {shownReply(link.state.lastReply)};
-    return link.texts.message(Message::unknownDecoder) + Text(lineBreak) +
-           filledIn(link.texts.message(Message::replyWas), reply);
+    return joined({link.texts.message(Message::unknownDecoder), lineBreak,
+                   filledIn(link.texts.message(Message::replyWas), reply)});
 }
 
 } // namespace karvo

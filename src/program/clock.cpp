@@ -8,7 +8,7 @@ namespace
 
 Text twoDigits(int number)
 {
-    return (number < 10 ? u"0" : u"") + textFromNumber(number);
+    return joined({number < 10 ? u"0" : u"", textFromNumber(number)});
 }
 
 } // namespace

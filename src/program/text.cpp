@@ -201,6 +201,14 @@ TextView trimmed(TextView text)
     return text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
+Text joined(std::initializer_list<TextView> parts)
+{
+    Text whole;
+    for (const TextView part : parts)
+        whole += part;
+    return whole;
+}
+
 Text lowerCase(TextView text)
 {
     Text lower(text);

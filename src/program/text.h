@@ -7,6 +7,7 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 #include <optional>
 #include <span>
 #include <string>
@@ -42,6 +43,9 @@ Text textFromNumber(long long number);
 
 // A whole decimal number, blanks around it allowed; nothing for anything else or beyond the range of int.
 std::optional<int> numberFromText(TextView text);
+
+// One behind the other.
+Text joined(std::initializer_list<TextView> parts);
 
 // Without the blanks and tabs at both ends.
 TextView trimmed(TextView text);

@@ -78,9 +78,10 @@ Text buildText(const DecoderProfile& profile, const LanguageTables& texts)
 {
     Text text = typeText(profile, texts);
     if (!profile.isOlderKv04())
-        text += u" " + generationName(profile.generation, texts);
+        text += joined({u" ", generationName(profile.generation, texts)});
     if (profile.firmwareVersion != 0)
-        text += u", " + texts.caption(Caption::firmware) + u" " + textFromNumber(profile.firmwareVersion);
+        text +=
+            joined({u", ", texts.caption(Caption::firmware), u" ", textFromNumber(profile.firmwareVersion)});
     return text;
 }
 
