@@ -52,21 +52,25 @@ std::optional<PlaceFault> StagedFiles::begin()
     return faultOf(staging_, error);
 }
 
-std::optional<PlaceFault> StagedFiles::addFolder(const fs::path& path)
+// To make and remove one takes the system far longer than to remember it.
+void StagedFiles::addFolder(const fs::path& path)
 {
-    if (path.empty())
-        return std::nullopt;
-    if (auto fault = addFolder(path.parent_path()))
-        return fault;
+    if (!path.empty() && folders_.insert(path).second)
+        addFolder(path.parent_path());
+}
+
+std::optional<PlaceFault> StagedFiles::stageFolder(const fs::path& path)
+{
     std::error_code error;
-    if (fs::create_directory(staging_ / path, error))
-        folders_.push_back(path);
+    if (stagedFolders_.insert(path).second)
+        fs::create_directories(staging_ / path, error);
     return faultOf(folder_ / path, error);
 }
 
 std::optional<PlaceFault> StagedFiles::startFile(const fs::path& path)
 {
-    if (auto fault = addFolder(path.parent_path()))
+    addFolder(path.parent_path());
+    if (auto fault = stageFolder(path.parent_path()))
         return fault;
     current_ = path;
     errno = 0;

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <fstream>
 #include <optional>
+#include <set>
 #include <span>
 #include <system_error>
 #include <vector>
@@ -29,9 +30,9 @@ public:
     StagedFiles(const StagedFiles&) = delete;
     StagedFiles& operator=(const StagedFiles&) = delete;
 
-    // Paths are relative. Each returns nothing on success.
+    // Paths are relative. What returns a fault returns nothing on success.
     std::optional<PlaceFault> begin();
-    std::optional<PlaceFault> addFolder(const std::filesystem::path& path);
+    void addFolder(const std::filesystem::path& path); // stands on no disk before place()
     std::optional<PlaceFault> startFile(const std::filesystem::path& path);
     std::optional<PlaceFault> append(std::span<const std::uint8_t> bytes);
     std::optional<PlaceFault> finishFile();
@@ -41,12 +42,14 @@ public:
     std::optional<PlaceFault> place();
 
 private:
+    std::optional<PlaceFault> stageFolder(const std::filesystem::path& path);
     std::optional<PlaceFault> checkPlace(const std::filesystem::path& path, bool isFolder) const;
 
     std::filesystem::path folder_;
     std::filesystem::path staging_;
-    bool begun_ = false;                         // the staging folder is ours
-    std::vector<std::filesystem::path> folders_; // those above before those below
+    bool begun_ = false;                            // the staging folder is ours
+    std::set<std::filesystem::path> folders_;       // their order puts those above before those below
+    std::set<std::filesystem::path> stagedFolders_; // those that stand in the staging folder
     std::vector<std::filesystem::path> files_;
     std::filesystem::path current_;
     std::ofstream stream_;

@@ -56,7 +56,10 @@ public:
         const auto path = pathOfEntry(entry.name);
         if (!path || !claim(*path, isFolder))
             return end(UnzipEnd::nameRefused, textFromUtf8(entry.name));
-        return !refuse(isFolder ? staged_.addFolder(*path) : staged_.startFile(*path));
+        if (!isFolder)
+            return !refuse(staged_.startFile(*path));
+        staged_.addFolder(*path);
+        return true;
     }
 
     bool takeBytes(std::span<const std::uint8_t> bytes) override

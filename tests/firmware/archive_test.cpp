@@ -25,7 +25,11 @@ struct UnzipBench : UnzipObserver {
             test::setText(texts, number,
                           u"m" + textFromNumber(number) + u" {1}" + (number == 866 ? u": {2}" : u""));
     }
-    bool goOn(std::uint64_t) override { return ++calls != stopAt; }
+    bool goOn(std::uint64_t) override
+    {
+        onTheWay = scratch.listing();
+        return ++calls != stopAt;
+    }
 
     UnzipResult run(const UnzipLimits& limits)
     {
@@ -42,6 +46,7 @@ struct UnzipBench : UnzipObserver {
     test::ScratchFolder downloads;
     std::filesystem::path file = downloads.write("any.zip", "");
     test::ScriptedArchive archive;
+    std::string onTheWay; // what stood there when it was last asked to go on
     int calls = 0;
     int stopAt = 0;
 };
@@ -66,10 +71,15 @@ TEST(Unzip, PutsEverythingInPlaceAtTheEnd)
     bench.add("./");
     bench.add("./docs/");
     bench.add("docs/a.txt", {"new ", "content"});
+    bench.add("empty/one/");
     bench.add("deep/er/b.bin", {});
-    EXPECT_EQ(bench.run({.entries = 4, .bytes = 11}).end, UnzipEnd::unpacked) << "just within its limits";
+    EXPECT_EQ(bench.run({.entries = 5, .bytes = 11}).end, UnzipEnd::unpacked) << "just within its limits";
     EXPECT_EQ(bench.scratch.listing(), "target/ target/deep/ target/deep/er/ target/deep/er/b.bin "
-                                       "target/docs/ target/docs/a.txt target/own.txt ");
+                                       "target/docs/ target/docs/a.txt target/empty/ target/empty/one/ "
+                                       "target/own.txt ");
+    EXPECT_EQ(bench.onTheWay, "staging/ staging/docs/ staging/docs/a.txt target/ target/docs/ "
+                              "target/docs/a.txt target/own.txt ")
+        << "thousands of folders would take long to make and to remove";
     EXPECT_EQ(bench.scratch.read("target/docs/a.txt"), "new content");
 }
 
