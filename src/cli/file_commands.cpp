@@ -92,7 +92,7 @@ ExitCode runSet(CommandRun& run)
         paths.push_back(toPath(file));
     auto batch = previewBatch(run.bench.files, paths, run.arguments.changes);
     if (!run.arguments.dryRun)
-        applyBatch(run.bench.files, batch);
+        applyBatch(run.bench.files, run.texts(), batch);
     printBatch(run.output, batch, run.texts());
     const bool anyRefused =
         std::any_of(batch.begin(), batch.end(), [](const BatchFile& file) { return file.isRefused(); });

@@ -234,7 +234,7 @@ ExitCode runUnzip(CommandRun& run)
     const auto place = placeFor(bench.files, toPath(run.arguments.operands.at(1)));
     const auto result = unzip(archive, toPath(run.arguments.operands.at(0)), place, observer);
     run.output.put(QStringLiteral("end"), wordOf(result.end));
-    if (const auto fault = messageOf(result, run.texts()))
+    if (const auto fault = messageOf(result, run.texts(), bench.files))
         bench.prompts.error(*fault);
     switch (result.end) {
     case UnzipEnd::unpacked:

@@ -7,9 +7,11 @@
 #include "cli/line_options.h"
 #include "cli/terminal.h"
 #include "cli/write_command.h"
+#include "language/file_trouble.h"
 #include "language/first_start.h"
 #include "language/language_loader.h"
 #include "link/port_choice.h"
+#include "platform/console.h"
 #include "platform/qt_files.h"
 #include "platform/qt_serial_port.h"
 #include "platform/qt_settings.h"
@@ -171,7 +173,8 @@ ExitCode finish(ExitCode code, const ProgramState& state, const Command* command
     const auto failure = output.failure();
     if (!failure)
         return code;
-    output.remark(state.texts.message(Message::outputNotWritten, {*failure}));
+    const Text why = fileTroubleText(failure, state.texts, QtFiles());
+    output.remark(state.texts.message(Message::outputNotWritten, {why}));
     if (!isSuccess(code))
         return code;
     return command != nullptr && command->command == CliCommand::compare ? ExitCode::cannotCompare

@@ -1,17 +1,12 @@
 #include "cli/output.h"
 
+#include "platform/console.h"
 #include "platform/text_conversion.h"
 
 #include <QJsonDocument>
 
-#include <cerrno>
-#include <cstdio>
-#include <system_error>
-
-#ifndef _WIN32
-#include <fcntl.h>
-#include <unistd.h>
-#endif
+#include <algorithm>
+#include <string>
 
 namespace karvo
 {
@@ -32,31 +27,17 @@ Text withPlainLineEnds(TextView text)
 
 } // namespace
 
-void Output::print(const std::string& bytes)
-{
-    errno = 0;
-    if (std::fwrite(bytes.data(), 1, bytes.size(), stdout) != bytes.size())
-        noteError();
-}
-
-void Output::flush()
-{
-    errno = 0;
-    if (std::fflush(stdout) != 0)
-        noteError();
-}
-
 // The first one tells why.
-void Output::noteError()
+void Output::note(const std::error_code& error)
 {
-    if (error_ == 0)
-        error_ = errno != 0 ? errno : EIO;
+    if (!failure_)
+        failure_ = error;
 }
 
 void Output::line(TextView text)
 {
     if (!isJson())
-        print(utf8FromText(withPlainLineEnds(text)) + "\n");
+        note(print(StandardStream::out, utf8FromText(withPlainLineEnds(text)) + "\n"));
 }
 
 void Output::put(const QString& name, const QJsonValue& value)
@@ -75,18 +56,18 @@ void Output::say(const Text& text)
 void Output::remark(const Text& text)
 {
     showPercent(std::nullopt);
-    flush(); // what was printed before stands before it on a terminal too
-    std::fputs((utf8FromText(withPlainLineEnds(text)) + "\n").c_str(), stderr);
+    note(flushOutput()); // what was printed before stands before it on a terminal too
+    print(StandardStream::err, utf8FromText(withPlainLineEnds(text)) + "\n");
 }
 
 void Output::showPercent(std::optional<std::size_t> percent)
 {
     if (percent == percent_)
         return;
-    if (percent)
-        std::fprintf(stderr, "\r%3zu %%", *percent);
-    else
-        std::fputs("\n", stderr);
+    constexpr std::size_t width = 3;
+    std::string number = std::to_string(percent.value_or(0));
+    number.insert(0, width - std::min(width, number.size()), ' ');
+    print(StandardStream::err, percent ? "\r" + number + " %" : "\n");
     percent_ = percent;
 }
 
@@ -103,27 +84,13 @@ void Output::finish(ExitCode code, const Text& meaning)
                         {QStringLiteral("message"), message}});
     else if (!said_.empty())
         put(QStringLiteral("notes"), message);
-    print(QJsonDocument(result_).toJson(QJsonDocument::Indented).toStdString());
+    note(print(StandardStream::out, QJsonDocument(result_).toJson(QJsonDocument::Indented).toStdString()));
 }
 
-std::optional<Text> Output::failure()
+std::error_code Output::failure()
 {
-    flush();
-    if (error_ == 0)
-        return std::nullopt;
-    return textFromUtf8(std::generic_category().message(error_));
-}
-
-void holdStandardStreams()
-{
-#ifndef _WIN32
-    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
-        const bool isClosed = fcntl(stream, F_GETFD) == -1 && errno == EBADF;
-        // Only to be read: what is printed to it fails, as it would have.
-        if (isClosed && open("/dev/null", O_RDONLY) != stream)
-            return;
-    }
-#endif
+    note(flushOutput());
+    return failure_;
 }
 
 } // namespace karvo

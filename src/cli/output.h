@@ -8,6 +8,7 @@
 #include <QJsonObject>
 
 #include <optional>
+#include <system_error>
 
 namespace karvo
 {
@@ -41,23 +42,17 @@ public:
     // where nothing was said.
     void finish(ExitCode code, const Text& meaning);
 
-    // Why standard output has not taken everything, in the system's words; nothing when it has.
-    std::optional<Text> failure();
+    // Why standard output has not taken everything; no error when it has.
+    std::error_code failure();
 
 private:
-    void print(const std::string& bytes);
-    void flush();
-    void noteError();
+    void note(const std::error_code& error);
 
     Form form_;
     QJsonObject result_;
     Text said_;
     std::optional<std::size_t> percent_; // on the line under way
-    int error_ = 0;                      // of standard output, as the system counts them
+    std::error_code failure_;
 };
-
-// A standard stream that was closed by whoever started the program would be given its number to the serial
-// line: what is printed would go to the decoder.
-void holdStandardStreams();
 
 } // namespace karvo

@@ -1,46 +1,12 @@
 #include "cli/terminal.h"
 
-#include <cstdio>
-#include <iostream>
-#include <string>
-
-#ifdef _WIN32
-#include <io.h>
-#else
-#include <poll.h>
-#include <unistd.h>
-#endif
+#include "platform/console.h"
 
 namespace karvo
 {
 
 namespace
 {
-
-bool isTerminal(std::FILE* stream)
-{
-#ifdef _WIN32
-    return _isatty(_fileno(stream)) != 0;
-#else
-    return isatty(fileno(stream)) != 0;
-#endif
-}
-
-// Until a line was typed: true. Ctrl-C: false; without this wait the read behind it would just go on.
-bool awaitTyping(const InterruptNotice& interrupt)
-{
-#ifdef _WIN32
-    return interrupt.times() == 0; // there Ctrl-C ends the read itself
-#else
-    constexpr int turnMs = 200;
-    pollfd typed{STDIN_FILENO, POLLIN, 0};
-    while (interrupt.times() == 0) {
-        if (poll(&typed, 1, turnMs) > 0)
-            return true;
-    }
-    return false;
-#endif
-}
 
 TextView yesOptionOf(QuestionKind kind)
 {
@@ -76,7 +42,7 @@ bool TerminalPrompts::question(const Text& text, QuestionKind kind, ProposedAnsw
     if (answeredYes_.count(kind) != 0)
         return true;
     output_.say(text);
-    if (!isTerminal(stdin)) {
+    if (!isTerminal(StandardStream::in)) {
         output_.say(texts_.message(Message::notAnswered, {Text(yesOptionOf(kind))}));
         return false;
     }
@@ -88,13 +54,12 @@ bool TerminalPrompts::question(const Text& text, QuestionKind kind, ProposedAnsw
 
 std::optional<Text> TerminalPrompts::answerTo(const Text& prompt) const
 {
-    if (!isTerminal(stdin))
+    if (!isTerminal(StandardStream::in))
         return std::nullopt;
-    std::fputs(utf8FromText(prompt).c_str(), stderr);
-    std::string answer;
-    if (awaitTyping(interrupt_) && std::getline(std::cin, answer))
-        return textFromUtf8(answer);
-    std::fputs("\n", stderr);
+    print(StandardStream::err, utf8FromText(prompt));
+    if (auto answer = typedLine(interrupt_))
+        return answer;
+    print(StandardStream::err, "\n");
     return std::nullopt;
 }
 
@@ -109,7 +74,7 @@ std::optional<std::size_t> TerminalPrompts::choice(const Text&, const Text&, con
     return current;
 }
 
-TerminalView::TerminalView(Output& output) : output_(output), watched_(isTerminal(stderr))
+TerminalView::TerminalView(Output& output) : output_(output), watched_(isTerminal(StandardStream::err))
 {
 }
 

@@ -25,7 +25,7 @@ KeepBackup backupIn(Workbench& bench)
     const auto documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
     bench.state.userFolders = findUserFolders(bench.files, bench.state.programFolder, toPath(documents));
     return [&bench](const CvSet& set) {
-        return keepBackup(bench.files, QtClock(), bench.state.userFolders, set);
+        return keepBackup(bench.files, bench.state.texts, QtClock(), bench.state.userFolders, set);
     };
 }
 

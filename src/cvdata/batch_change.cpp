@@ -2,6 +2,7 @@
 
 #include "cvdata/cv_use.h"
 #include "cvdata/description_fields.h"
+#include "language/file_trouble.h"
 #include "program/path_text.h"
 #include "program/text_lines.h"
 
@@ -121,7 +122,7 @@ Bytes changedContent(const ReadList& read, const BatchFile& file)
     return content;
 }
 
-void applyTo(Files& files, BatchFile& file)
+void applyTo(Files& files, const LanguageTables& texts, BatchFile& file)
 {
     auto read = readList(files, file.path);
     if (read.list && !isAsPreviewed(*read.list, file))
@@ -129,9 +130,9 @@ void applyTo(Files& files, BatchFile& file)
     file.refusal = read.refusal;
     if (file.refusal != BatchRefusal::none)
         return;
-    if (const auto reason = files.saveAtomically(file.path, changedContent(read, file))) {
+    if (const auto error = files.saveAtomically(file.path, changedContent(read, file))) {
         file.refusal = BatchRefusal::cannotSave;
-        file.reason = *reason;
+        file.reason = fileTroubleText(error, texts, files);
         return;
     }
     file.done = true;
@@ -165,13 +166,13 @@ std::vector<BatchFile> previewBatch(Files& files, std::span<const std::filesyste
     return batch;
 }
 
-void applyBatch(Files& files, std::span<BatchFile> batch)
+void applyBatch(Files& files, const LanguageTables& texts, std::span<BatchFile> batch)
 {
     for (BatchFile& file : batch) {
         if (file.isRefused() || file.done)
             continue;
         if (file.changesAnything())
-            applyTo(files, file);
+            applyTo(files, texts, file);
         else
             file.done = true;
     }

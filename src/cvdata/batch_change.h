@@ -42,7 +42,7 @@ struct BatchFile {
     std::filesystem::path path;
     std::vector<BatchRow> rows;
     BatchRefusal refusal = BatchRefusal::none; // of the file as a whole
-    Text reason;                               // the system's own words with cannotSave
+    Text reason;                               // why, with cannotSave
     bool done = false;                         // the changes are in the file
 
     // A file takes all of the changes or none.
@@ -56,7 +56,7 @@ std::vector<BatchFile> previewBatch(Files& files, std::span<const std::filesyste
 
 // Writes the files that are not refused, each whole or not at all. A file that fails says why and is left as
 // it was; the others are done. Nothing in a file changes but the values.
-void applyBatch(Files& files, std::span<BatchFile> batch);
+void applyBatch(Files& files, const LanguageTables& texts, std::span<BatchFile> batch);
 
 // Why a row or a file is refused; empty when it is not.
 Text refusalText(const BatchRow& row, const LanguageTables& texts);

@@ -24,10 +24,11 @@ Text unpackedMessage(const std::filesystem::path& folder)
 std::optional<std::filesystem::path> unzipFolder(Workbench& bench)
 {
     auto folder = folderBelow(bench.files, bench.state.driveC, {"TEMP", "Zip_Ordner"});
-    const auto words = bench.files.makeFolder(folder);
-    if (!words)
+    const auto error = bench.files.makeFolder(folder);
+    if (!error)
         return folder;
-    bench.prompts.error(*messageOf({UnzipEnd::notPlaced, pathText(folder), *words}, bench.state.texts));
+    bench.prompts.error(
+        *messageOf({UnzipEnd::notPlaced, pathText(folder), {}, error}, bench.state.texts, bench.files));
     return std::nullopt;
 }
 
@@ -59,7 +60,7 @@ UnzipResult unpack(Workbench& bench, Archive& archive, const UnzipRequest& reque
 
 void tellUnpacked(Workbench& bench, const UnzipRequest& request, const UnzipResult& result)
 {
-    if (const auto fault = messageOf(result, bench.state.texts))
+    if (const auto fault = messageOf(result, bench.state.texts, bench.files))
         bench.prompts.error(*fault);
     else if (result.end == UnzipEnd::unpacked)
         bench.prompts.message(unpackedMessage(request.folder));

@@ -2,6 +2,7 @@
 
 #include "firmware/archive_names.h"
 #include "firmware/staged_files.h"
+#include "language/file_trouble.h"
 #include "program/path_text.h"
 
 #include <set>
@@ -83,7 +84,7 @@ private:
     bool refuse(const std::optional<PlaceFault>& fault)
     {
         if (fault)
-            result_ = {UnzipEnd::notPlaced, pathText(fault->path), textFromUtf8(fault->error.message())};
+            result_ = {UnzipEnd::notPlaced, pathText(fault->path), {}, fault->error};
         return fault.has_value();
     }
 
@@ -154,12 +155,13 @@ UnzipResult unzip(Archive& archive, const std::filesystem::path& file, const Unz
     return Unpacking(place, observer, limits).run(archive, file);
 }
 
-std::optional<Text> messageOf(const UnzipResult& result, const LanguageTables& texts)
+std::optional<Text> messageOf(const UnzipResult& result, const LanguageTables& texts, const Files& files)
 {
     const auto number = messageNumberOf(result.end);
     if (!number)
         return std::nullopt;
-    const Text words[] = {result.about, result.words};
+    const Text words[] = {result.about,
+                          result.error ? fileTroubleText(result.error, texts, files) : result.words};
     return filledIn(texts.message(*number), words);
 }
 

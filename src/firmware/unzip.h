@@ -3,6 +3,7 @@
 
 #include "language/language_tables.h"
 #include "program/archive.h"
+#include "program/files.h"
 
 #include <cstddef>
 #include <filesystem>
@@ -40,8 +41,9 @@ enum class UnzipEnd {
 
 struct UnzipResult {
     UnzipEnd end = UnzipEnd::unpacked;
-    Text about; // the path or the name that it is about
-    Text words; // the system's or the library's
+    Text about;                 // the path or the name that it is about
+    Text words;                 // the library's, with notReadable
+    std::error_code error = {}; // with notPlaced
 };
 
 struct UnzipPlace {
@@ -56,6 +58,6 @@ UnzipResult unzip(Archive& archive, const std::filesystem::path& file, const Unz
                   UnzipObserver& observer, const UnzipLimits& limits = {});
 
 // Nothing for a good end and for a stop.
-std::optional<Text> messageOf(const UnzipResult& result, const LanguageTables& texts);
+std::optional<Text> messageOf(const UnzipResult& result, const LanguageTables& texts, const Files& files);
 
 } // namespace karvo

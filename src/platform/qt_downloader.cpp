@@ -38,7 +38,8 @@ public:
         taking_ = true; // the observer may let events run
         const QByteArray bytes = reply_.readAll();
         body_.take(bytes);
-        failed_ = !isExpected() || !file_.write(bytes);
+        failed_ = !isExpected() || file_.write({reinterpret_cast<const std::uint8_t*>(bytes.data()),
+                                                static_cast<std::size_t>(bytes.size())});
         observer_.showBytes(body_.size(), length().value_or(0));
         cancelled_ = observer_.stopRequested();
         taking_ = false;
@@ -108,7 +109,7 @@ DownloadEnd QtDownloader::fetch(const Text& address, const std::filesystem::path
 {
     const QUrl url(toQString(address), QUrl::StrictMode);
     SafeFile file(target);
-    if (!isOfTheWeb(url) || !file.open())
+    if (!isOfTheWeb(url) || file.open())
         return DownloadEnd::failed;
     QNetworkAccessManager manager;
     const std::unique_ptr<QNetworkReply> reply(manager.get(requestFor(url, limits_)));
@@ -133,7 +134,7 @@ DownloadEnd QtDownloader::fetch(const Text& address, const std::filesystem::path
     transfer.takeBytes();
     if (transfer.isCancelled())
         return DownloadEnd::cancelled;
-    return transfer.isWhole() && file.commit() ? DownloadEnd::complete : DownloadEnd::failed;
+    return transfer.isWhole() && !file.commit() ? DownloadEnd::complete : DownloadEnd::failed;
 }
 
 } // namespace karvo

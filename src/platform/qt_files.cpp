@@ -2,6 +2,7 @@
 
 #include "platform/qt_clock.h"
 #include "platform/safe_file.h"
+#include "platform/system_words.h"
 #include "platform/temporary_files.h"
 #include "platform/text_conversion.h"
 
@@ -14,18 +15,6 @@
 
 namespace karvo
 {
-
-namespace
-{
-
-std::optional<Text> wordsOf(const std::error_code& error)
-{
-    if (!error)
-        return std::nullopt;
-    return toText(QString::fromLocal8Bit(error.message().c_str()));
-}
-
-} // namespace
 
 std::optional<Bytes> QtFiles::readWhole(const std::filesystem::path& path, std::size_t limit)
 {
@@ -51,13 +40,13 @@ std::uintmax_t QtFiles::sizeOf(const std::filesystem::path& path)
     return file.isFile() ? static_cast<std::uintmax_t>(file.size()) : 0;
 }
 
-std::optional<Text> QtFiles::saveAtomically(const std::filesystem::path& path, const Bytes& content)
+std::error_code QtFiles::saveAtomically(const std::filesystem::path& path, const Bytes& content)
 {
     SafeFile file(path);
-    const auto bytes = QByteArray::fromRawData(reinterpret_cast<const char*>(content.data()),
-                                               static_cast<qsizetype>(content.size()));
-    const bool saved = file.open() && file.write(bytes) && file.commit();
-    return saved ? std::nullopt : std::optional(file.reason());
+    auto error = file.open();
+    if (!error)
+        error = file.write(content);
+    return error ? error : file.commit();
 }
 
 std::filesystem::path QtFiles::temporaryPath(const std::filesystem::path& folder)
@@ -72,11 +61,11 @@ std::optional<DateTime> QtFiles::changedAt(const std::filesystem::path& path)
     return time.isValid() ? std::optional(dateTime(time)) : std::nullopt;
 }
 
-std::optional<Text> QtFiles::makeFolder(const std::filesystem::path& folder)
+std::error_code QtFiles::makeFolder(const std::filesystem::path& folder)
 {
     std::error_code error;
     std::filesystem::create_directories(folder, error);
-    return wordsOf(error);
+    return error;
 }
 
 bool QtFiles::canWriteInto(const std::filesystem::path& folder)
@@ -100,11 +89,16 @@ std::vector<FolderEntry> QtFiles::list(const std::filesystem::path& folder)
     return entries;
 }
 
-std::optional<Text> QtFiles::remove(const std::filesystem::path& path)
+std::error_code QtFiles::remove(const std::filesystem::path& path)
 {
     std::error_code error;
     std::filesystem::remove(path, error);
-    return wordsOf(error);
+    return error;
+}
+
+Text QtFiles::systemWords(const std::error_code& error) const
+{
+    return karvo::systemWords(error);
 }
 
 } // namespace karvo

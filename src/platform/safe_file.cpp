@@ -5,14 +5,6 @@
 
 #include <QFileInfo>
 
-#include <system_error>
-
-#ifdef Q_OS_WIN
-#include <windows.h>
-#else
-#include <unistd.h>
-#endif
-
 namespace karvo
 {
 
@@ -30,20 +22,17 @@ fs::path behindLinks(const fs::path& path)
     return error ? path : target;
 }
 
-// Some file systems can not; the file is then as safe as they make it.
-void syncToDisk(const QFile& file)
+// Why what stands there can not be replaced. A device or a pipe would become a file.
+std::error_code refusalOf(const fs::path& target)
 {
-#ifdef Q_OS_WIN
-    const HANDLE handle = CreateFileW(toPath(file.fileName()).c_str(), GENERIC_WRITE,
-                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                      OPEN_EXISTING, 0, nullptr);
-    if (handle == INVALID_HANDLE_VALUE)
-        return;
-    FlushFileBuffers(handle);
-    CloseHandle(handle);
-#else
-    ::fsync(file.handle());
-#endif
+    const QFileInfo old(pathToQString(target));
+    if (target.empty())
+        return std::make_error_code(std::errc::invalid_argument);
+    if (old.exists() && !old.isFile())
+        return std::make_error_code(std::errc::file_exists);
+    if (old.exists() && !old.isWritable())
+        return std::make_error_code(std::errc::permission_denied);
+    return {};
 }
 
 } // namespace
@@ -60,54 +49,32 @@ SafeFile::~SafeFile()
         fs::remove(temporary_, ignored);
 }
 
-bool SafeFile::open()
+std::error_code SafeFile::open()
 {
-    const QFileInfo old(pathToQString(target_));
-    // A device or a pipe would be replaced by a file.
-    if (target_.empty() || (old.exists() && !old.isFile()))
-        return fail(std::make_error_code(std::errc::invalid_argument));
-    if (old.exists() && !old.isWritable())
-        return fail(std::make_error_code(std::errc::permission_denied));
+    if (const auto refusal = refusalOf(target_))
+        return refusal;
     clearLeftovers(target_.parent_path());
     const auto path = temporaryPath(target_.parent_path());
-    file_.setFileName(pathToQString(path));
-    if (!file_.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered))
-        return failAsFile();
+    if (const auto error = file_.create(path))
+        return error;
     temporary_ = path;
-    if (old.exists())
-        file_.setPermissions(old.permissions());
-    return true;
+    std::error_code unknown;
+    const auto old = fs::status(target_, unknown);
+    if (fs::exists(old))
+        fs::permissions(temporary_, old.permissions(), unknown);
+    return {};
 }
 
-bool SafeFile::write(const QByteArray& bytes)
+std::error_code SafeFile::commit()
 {
-    return file_.write(bytes) == bytes.size() || failAsFile();
-}
-
-bool SafeFile::commit()
-{
-    syncToDisk(file_);
-    file_.close();
-    if (file_.error() != QFileDevice::NoError)
-        return failAsFile();
-    std::error_code error;
-    fs::rename(temporary_, target_, error);
-    if (error)
-        return fail(error);
-    temporary_.clear();
-    return true;
-}
-
-bool SafeFile::fail(const std::error_code& error)
-{
-    reason_ = toText(QString::fromLocal8Bit(error.message().c_str()));
-    return false;
-}
-
-bool SafeFile::failAsFile()
-{
-    reason_ = toText(file_.errorString());
-    return false;
+    auto error = file_.sync();
+    if (const auto closing = file_.close(); !error)
+        error = closing;
+    if (!error)
+        error = replaceFile(temporary_, target_);
+    if (!error)
+        temporary_.clear();
+    return error;
 }
 
 } // namespace karvo

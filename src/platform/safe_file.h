@@ -2,11 +2,7 @@
 // disk. Until then, and for good if it never is, the old file stays as it is.
 #pragma once
 
-#include "program/text.h"
-
-#include <QFile>
-
-#include <filesystem>
+#include "platform/new_file.h"
 
 namespace karvo
 {
@@ -20,22 +16,15 @@ public:
     SafeFile(const SafeFile&) = delete;
     SafeFile& operator=(const SafeFile&) = delete;
 
-    // Each returns false when it fails; reason() then has the system's words. What other programs left in the
-    // folder is cleared on the way.
-    bool open();
-    bool write(const QByteArray& bytes);
-    bool commit();
-
-    Text reason() const { return reason_; }
+    // What other programs left in the folder is cleared on the way.
+    std::error_code open();
+    std::error_code write(std::span<const std::uint8_t> bytes) { return file_.write(bytes); }
+    std::error_code commit();
 
 private:
-    bool fail(const std::error_code& error);
-    bool failAsFile();
-
     std::filesystem::path target_;
     std::filesystem::path temporary_; // empty: there is none
-    QFile file_;
-    Text reason_;
+    NewFile file_;
 };
 
 } // namespace karvo

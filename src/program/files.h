@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <optional>
+#include <system_error>
 #include <vector>
 
 namespace karvo
@@ -31,9 +32,8 @@ public:
     virtual std::uintmax_t sizeOf(const std::filesystem::path& path) = 0;
 
     // Puts a whole file in the place of the old one, which stays as it is until the new one is complete on
-    // disk. Nothing on success, else the system's own words; then nothing has changed. Refuses what is no
-    // regular file.
-    virtual std::optional<Text> saveAtomically(const std::filesystem::path& path, const Bytes& content) = 0;
+    // disk. On an error nothing has changed. Refuses what is no regular file.
+    virtual std::error_code saveAtomically(const std::filesystem::path& path, const Bytes& content) = 0;
 
     // A name in the folder that nobody has, for what is to be moved to its place when it is complete. It
     // tells program and process; what ended processes left in the folder under such names is cleared.
@@ -42,8 +42,8 @@ public:
     // When a file was written last; nothing when there is none.
     virtual std::optional<DateTime> changedAt(const std::filesystem::path& path) = 0;
 
-    // With the folders above it; one that exists is a success. Returns as saveAtomically does.
-    virtual std::optional<Text> makeFolder(const std::filesystem::path& folder) = 0;
+    // With the folders above it; one that exists is a success.
+    virtual std::error_code makeFolder(const std::filesystem::path& folder) = 0;
 
     // Whether files can be made in the folder; false for one that is not there.
     virtual bool canWriteInto(const std::filesystem::path& folder) = 0;
@@ -51,8 +51,11 @@ public:
     // What lies in a folder, by name; empty when it can not be read.
     virtual std::vector<FolderEntry> list(const std::filesystem::path& folder) = 0;
 
-    // A file that is not there is a success. Returns as saveAtomically does.
-    virtual std::optional<Text> remove(const std::filesystem::path& path) = 0;
+    // A file that is not there is a success.
+    virtual std::error_code remove(const std::filesystem::path& path) = 0;
+
+    // What the system says to an error, in its own language, without a full stop.
+    virtual Text systemWords(const std::error_code& error) const = 0;
 };
 
 inline constexpr std::size_t megabyte = std::size_t{1024} * 1024;

@@ -67,18 +67,20 @@ bool KarvoProgram::start()
     if (!startUp(bench_, QtLocaleInfo(), startChoices()))
         return false;
     qtTexts_.use(state_.language);
-    window_ = std::make_unique<Hauptform>(MainWindowSetup{
-        .bench = bench_,
-        .view = view_,
-        .listPortDevices = [this] { return portDevices(); },
-        .listNewPorts = [this] { return newPorts(); },
-        .clock = clock_,
-        .archive = archive_,
-        .downloader = downloader_,
-        .keepBackup =
-            [this](const CvSet& set) { return keepBackup(files_, clock_, state_.userFolders, set); },
-        .simulatedInterface = simulated_,
-        .useQtTexts = [this](LanguageCode code) { qtTexts_.use(code); }});
+    window_ = std::make_unique<Hauptform>(
+        MainWindowSetup{.bench = bench_,
+                        .view = view_,
+                        .listPortDevices = [this] { return portDevices(); },
+                        .listNewPorts = [this] { return newPorts(); },
+                        .clock = clock_,
+                        .archive = archive_,
+                        .downloader = downloader_,
+                        .keepBackup =
+                            [this](const CvSet& set) {
+                                return keepBackup(files_, state_.texts, clock_, state_.userFolders, set);
+                            },
+                        .simulatedInterface = simulated_,
+                        .useQtTexts = [this](LanguageCode code) { qtTexts_.use(code); }});
     // Found by their names among the window's own.
     line_->setParent(window_.get());
     wait_->setParent(window_.get());

@@ -1,4 +1,5 @@
 #include "language/language_code.h"
+#include "platform/caller.h"
 #include "platform/text_conversion.h"
 #include "shell/karvo_program.h"
 #include "shell/options.h"
@@ -6,38 +7,25 @@
 #include <QApplication>
 #include <QStandardPaths>
 
-#include <cstdio>
 #include <cstdlib>
-#include <iostream>
-
-#ifdef _WIN32
-#include <windows.h>
-#endif
 
 namespace
 {
 
 constexpr int misuse = 2;
 
-std::vector<std::string> argumentsOf(int count, char** values)
+// Without those of the window system, which takes them away.
+std::vector<std::string> remainingArguments()
 {
-    return {values + 1, values + count};
-}
-
-// A window program has no console of its own on Windows: what it prints goes to the one it was called from.
-void useConsoleOfTheCaller()
-{
-#ifdef _WIN32
-    if (AttachConsole(ATTACH_PARENT_PROCESS) == 0)
-        return;
-    std::freopen("CONOUT$", "w", stdout);
-    std::freopen("CONOUT$", "w", stderr);
-#endif
+    std::vector<std::string> arguments;
+    for (const QString& argument : QCoreApplication::arguments().mid(1))
+        arguments.push_back(argument.toStdString());
+    return arguments;
 }
 
 int refuse(const std::string& error)
 {
-    std::cerr << "karvo: " << error << "\nTry 'karvo --help'.\n";
+    karvo::tellCaller(karvo::CallerNews::fault, "karvo: " + error + "\nTry 'karvo --help'.\n");
     return misuse;
 }
 
@@ -46,10 +34,10 @@ std::string setUp(karvo::ProgramSetup& setup, const karvo::Options& options)
 {
     setup.recoveryFolder =
         karvo::toPath(QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation));
-    setup.programFolder = karvo::toPath(options.programFolder ? QString::fromLocal8Bit(*options.programFolder)
+    setup.programFolder = karvo::toPath(options.programFolder ? QString::fromStdString(*options.programFolder)
                                                               : QCoreApplication::applicationDirPath());
     for (const std::string& argument : options.mapPorts) {
-        const auto parsed = karvo::parsePortMapping(QString::fromLocal8Bit(argument));
+        const auto parsed = karvo::parsePortMapping(QString::fromStdString(argument));
         if (parsed.error != karvo::PortMappingError::none)
             return "--map-port needs a port from COM1 to COM31 and a device, such as COM5=/dev/ttyUSB0";
         setup.mappings.push_back(parsed.mapping);
@@ -69,24 +57,23 @@ std::string setUp(karvo::ProgramSetup& setup, const karvo::Options& options)
 
 int main(int count, char** values)
 {
-    useConsoleOfTheCaller();
     // What needs no window is done without one.
-    const auto early = karvo::parseOptions(argumentsOf(count, values));
+    const auto early = karvo::parseOptions(karvo::argumentsOf(count, values));
     if (!early.error.empty())
         return refuse(early.error);
     if (early.help) {
-        std::cout << karvo::helpText();
+        karvo::tellCaller(karvo::CallerNews::answer, karvo::helpText());
         return EXIT_SUCCESS;
     }
     if (early.version) {
-        std::cout << "karvo " KARVO_VERSION "\n";
+        karvo::tellCaller(karvo::CallerNews::answer, "karvo " KARVO_VERSION "\n");
         return EXIT_SUCCESS;
     }
 
     QCoreApplication::setOrganizationName(QStringLiteral("Karvo"));
     QCoreApplication::setApplicationName(QStringLiteral("Karvo"));
-    QApplication application(count, values); // takes the window system's options away
-    const auto options = karvo::parseOptions(argumentsOf(count, values));
+    const QApplication application(count, values);
+    const auto options = karvo::parseOptions(remainingArguments());
     if (!options.others.empty())
         return refuse("unknown argument " + options.others.front());
     karvo::ProgramSetup setup;

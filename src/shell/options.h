@@ -20,8 +20,8 @@ struct Options {
     std::string error;                   // in words; empty when all is well
 };
 
-// Of the arguments behind the program's name. An unknown option of two dashes is an error; whatever else is
-// unknown stands in `others`. A value follows its option, or stands behind "=".
+// Of the arguments, in UTF-8, behind the program's name. An unknown option of two dashes is an error;
+// whatever else is unknown stands in `others`. A value follows its option, or stands behind "=".
 Options parseOptions(const std::vector<std::string>& arguments);
 
 std::string helpText();

@@ -2,6 +2,7 @@
 
 #include "cvdata/csv_export.h"
 #include "cvdata/text_report.h"
+#include "language/file_trouble.h"
 #include "program/path_text.h"
 #include "program/text_lines.h"
 
@@ -10,10 +11,10 @@ namespace karvo
 
 bool saveContent(Workbench& bench, const std::filesystem::path& path, const Bytes& content)
 {
-    const auto reason = bench.files.saveAtomically(path, content);
-    if (!reason)
+    const auto error = bench.files.saveAtomically(path, content);
+    if (!error)
         return true;
-    const Text words[] = {pathText(path), *reason};
+    const Text words[] = {pathText(path), fileTroubleText(error, bench.state.texts, bench.files)};
     bench.prompts.message(filledIn(bench.state.texts.message(Message::cannotSaveFile), words),
                           PromptIcon::warning);
     return false;

@@ -5,6 +5,7 @@
 #include "cvdata/description_choice.h"
 #include "cvdata/expert_choice.h"
 #include "cvdata/list_header.h"
+#include "language/file_trouble.h"
 #include "program/path_text.h"
 #include "workbench/describe.h"
 #include "workbench/list_notes.h"
@@ -241,8 +242,8 @@ bool saveListAs(Workbench& bench, const std::filesystem::path& path)
         if (!bench.prompts.question(filledIn(bench.state.texts.message(Message::replaceFileQuestion), name)))
             return false;
     }
-    if (const auto reason = bench.files.saveAtomically(named, save_data(set))) {
-        const Text arguments[] = {pathText(named), *reason};
+    if (const auto error = bench.files.saveAtomically(named, save_data(set))) {
+        const Text arguments[] = {pathText(named), fileTroubleText(error, bench.state.texts, bench.files)};
         warn(bench, Message::cannotSaveFile, arguments);
         return false;
     }
@@ -269,13 +270,17 @@ bool saveListUnderNewName(Workbench& bench, const Text& title)
     return path && saveListAs(bench, *path);
 }
 
-KeptBackup keepBackup(Files& files, const Clock& clock, const UserFolders& folders, const CvSet& set)
+KeptBackup keepBackup(Files& files, const LanguageTables& texts, const Clock& clock,
+                      const UserFolders& folders, const CvSet& set)
 {
     const auto& folder = folders.cvLists.own;
-    if (auto reason = files.makeFolder(folder))
-        return {{}, reason};
+    auto error = files.makeFolder(folder);
     const auto path = backupPath(files, clock, folder, set);
-    return {path, files.saveAtomically(path, listFileContent(set))};
+    if (!error)
+        error = files.saveAtomically(path, listFileContent(set));
+    if (error)
+        return {{}, fileTroubleText(error, texts, files)};
+    return {path};
 }
 
 std::string listExpertFileName(const CvSet& set, LanguageCode language)

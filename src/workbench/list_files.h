@@ -47,7 +47,8 @@ bool saveList(Workbench& bench, const Text& title);
 bool saveListUnderNewName(Workbench& bench, const Text& title);
 
 // Saves a set under a dated name of its own into the folder of CV lists.
-KeptBackup keepBackup(Files& files, const Clock& clock, const UserFolders& folders, const CvSet& set);
+KeptBackup keepBackup(Files& files, const LanguageTables& texts, const Clock& clock,
+                      const UserFolders& folders, const CvSet& set);
 
 // The expert file that belongs to an opened list.
 std::string listExpertFileName(const CvSet& set, LanguageCode language);

@@ -4,6 +4,7 @@
 #include "cvdata/dcc_address.h"
 #include "cvdata/description_fields.h"
 #include "cvdata/list_file.h"
+#include "language/file_trouble.h"
 #include "program/path_text.h"
 #include "workbench/describe.h"
 #include "workbench/list_files.h"
@@ -152,11 +153,12 @@ void keepRecovery(Workbench& bench)
     const CvSet& set = bench.state.set;
     if (!set.unsavedChanges || set.isEmpty())
         return dropRecovery(bench);
-    const auto reason = bench.files.saveAtomically(recovery.file, keptContent(set));
-    recovery.holdsChanges = !reason;
-    if (!reason || std::exchange(recovery.troubleShown, true))
+    const auto error = bench.files.saveAtomically(recovery.file, keptContent(set));
+    recovery.holdsChanges = !error;
+    if (!error || std::exchange(recovery.troubleShown, true))
         return;
-    const Text arguments[] = {pathText(recovery.file), *reason};
+    const Text arguments[] = {pathText(recovery.file),
+                              fileTroubleText(error, bench.state.texts, bench.files)};
     bench.prompts.message(filledIn(bench.state.texts.message(Message::recoveryNotKept), arguments),
                           PromptIcon::warning);
 }
@@ -173,14 +175,14 @@ bool offerRecovery(Workbench& bench)
     if (wanted && takeKept(bench, *kept))
         return true;
     // A wrong click or a damaged file costs nothing: it can still be opened by hand.
-    const auto reason = bench.files.saveAtomically(
+    const auto error = bench.files.saveAtomically(
         asidePath(bench.files, file), kept ? Bytes(kept->list.begin(), kept->list.end()) : *content);
-    if (!reason) {
+    if (!error) {
         bench.files.remove(file);
         return false;
     }
     // Then it stays where it is, and nothing of this run is written over it.
-    const Text arguments[] = {pathText(file), *reason};
+    const Text arguments[] = {pathText(file), fileTroubleText(error, bench.state.texts, bench.files)};
     bench.prompts.message(filledIn(bench.state.texts.message(Message::recoveryNotKept), arguments),
                           PromptIcon::warning);
     bench.state.recovery.file.clear();

@@ -21,7 +21,7 @@ TEST_F(CutShortTest, AResultThatNobodyCanReadIsNone)
         QProcess process;
         process.setStandardOutputFile(QStringLiteral("/dev/full"));
         start(process, QString::fromLatin1(line));
-        finish(process, {line, exitCode, "", "could not be written: No space left on device."});
+        finish(process, {line, exitCode, "", "could not be written: disk is full."});
     }
 }
 

@@ -124,14 +124,14 @@ TEST_F(BatchChangeTest, PreviewTellsValuesAndRefusalsInWords)
 TEST_F(BatchChangeTest, ChangesTheValuesAndNothingElse)
 {
     auto batch = preview({{3, 99}, {4, 8}});
-    applyBatch(files, batch);
+    applyBatch(files, texts, batch);
     for (const auto& [name, content, changed] : contents)
         EXPECT_EQ(files.content[name], bytesOf(changed)) << name;
     for (std::size_t i = 0; i < batch.size(); ++i)
         EXPECT_EQ(batch[i].done, i < 2);
     EXPECT_EQ(files.saves, 2);
     auto same = preview({{4, 8}});
-    applyBatch(files, same);
+    applyBatch(files, texts, same);
     EXPECT_TRUE(same[0].done && same[1].done && same[2].done);
     EXPECT_EQ(files.saves, 2) << "what is so already is not written";
 }
@@ -143,7 +143,7 @@ TEST_F(BatchChangeTest, EncodingLineEndsAndTheEndOfTheFileStay)
     for (const auto& [content, changed] : test::casesOf<2>("cvdata/batch_encodings.txt")) {
         put("a.kvr", content);
         auto batch = previewBatch(files, paths, changes);
-        applyBatch(files, batch);
+        applyBatch(files, texts, batch);
         EXPECT_TRUE(batch[0].done);
         EXPECT_EQ(files.content["a.kvr"], bytesOf(changed));
     }
@@ -157,8 +157,8 @@ TEST_F(BatchChangeTest, AFileThatFailsIsLeftAndTheOthersAreDone)
     const CvChange changes[] = {{4, 9}};
     auto batch = previewBatch(files, paths, changes);
     put("b.kvr", "KV05*2\r\n4;7;Auslauf;\r\nEnde CV\r\n");
-    applyBatch(files, batch);
-    EXPECT_EQ(refusalText(batch[0], texts), u"not saved: read-only");
+    applyBatch(files, texts, batch);
+    EXPECT_EQ(refusalText(batch[0], texts), u"not saved: m653");
     EXPECT_EQ(refusalText(batch[1], texts), u"m731");
     EXPECT_EQ(files.content["b.kvr"], bytesOf("KV05*2\r\n4;7;Auslauf;\r\nEnde CV\r\n"));
     EXPECT_TRUE(batch[2].done);

@@ -137,7 +137,8 @@ struct PresetBench : test::EditorBench {
         };
         prepare("f5", [this] { state.set.profile.generation = Generation::f5; });
         prepare("no-list", [this] { state.set = CvSet(); });
-        prepare("disk-full", [this] { files.saveFailure = u"full"; });
+        prepare("disk-full",
+                [this] { files.saveFailure = std::make_error_code(std::errc::no_space_on_device); });
     }
     std::string told(const std::string& result) { return result + ": " + passed(); }
     void addUses()

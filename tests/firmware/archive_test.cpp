@@ -94,7 +94,8 @@ void expectRefused(const std::string& message, const std::string& about,
     spoil(bench);
     const auto before = bench.scratch.listing();
     const auto told =
-        utf8FromText(messageOf(bench.run({.entries = 4, .bytes = 202}), bench.texts).value_or(u"nothing"));
+        utf8FromText(messageOf(bench.run({.entries = 4, .bytes = 202}), bench.texts, test::MemoryFiles())
+                         .value_or(u"nothing"));
     EXPECT_TRUE(told.starts_with(message) && told.ends_with(about)) << told << " for " << message;
     EXPECT_EQ(bench.scratch.listing(), before) << message;
     EXPECT_EQ(bench.scratch.read("target/a.txt"), "old") << message;
@@ -147,7 +148,8 @@ TEST(Unpack, FindsItsFolderAndItsArchiveAndSaysHowItWent)
     bench.files.folders = {"data/C"};
     test::setText(bench.state.texts, 866, u"not placed {1} {2}");
     EXPECT_FALSE(unzipFolder(bench.bench));
-    EXPECT_EQ(test::portable(bench.journal.at(0)), "error not placed data/C/TEMP/Zip_Ordner read-only");
+    EXPECT_EQ(test::portable(bench.journal.at(0)),
+              "error not placed data/C/TEMP/Zip_Ordner Read-only file system");
 
     bench.files.content["x/b.zip"] = {};
     bench.files.content["x/c.zip"] = {};

@@ -1,3 +1,4 @@
+#include "language/file_trouble.h"
 #include "language/first_start.h"
 #include "language/language_loader.h"
 #include "support/case_table.h"
@@ -97,6 +98,20 @@ TEST(LanguageCodeTest, NonsenseInTheSettingsIsNoLanguage)
     EXPECT_EQ(languageFromName("es"), LanguageCode::spanish);
     EXPECT_EQ(languageFromName("5"), LanguageCode::french);
     EXPECT_EQ(languageFromName("ES"), std::nullopt);
+}
+
+TEST_F(LanguageLoaderTest, WhyAFileCannotBeHadIsToldByTheLanguageElseByTheSystem)
+{
+    tables.messages[652] = u"0652denied";
+    tables.messages[657] = u"0657taken";
+    const std::pair<std::errc, TextView> cases[] = {
+        {std::errc::permission_denied, u"denied"},
+        {std::errc::operation_not_permitted, u"denied"},
+        {std::errc::is_a_directory, u"taken"},
+        {std::errc::no_space_on_device, u"No space left on device"}, // a language without words for it
+        {std::errc::invalid_argument, u"Invalid argument"}};
+    for (const auto& [error, words] : cases)
+        EXPECT_EQ(fileTroubleText(std::make_error_code(error), tables, files), words);
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <fstream>
 #include <thread>
 
 #ifdef Q_OS_UNIX
@@ -52,7 +53,7 @@ TEST_F(QtFilesTest, SavesInPlaceOfTheOldFileAndLeavesNothingBeside)
     saved = at("link.kvr");
     std::filesystem::create_symlink(old.filename(), saved);
 #endif
-    EXPECT_EQ(files_.saveAtomically(saved, {13, 0, 255}), std::nullopt);
+    EXPECT_FALSE(files_.saveAtomically(saved, {13, 0, 255}));
     EXPECT_EQ(scratch_.read(old.filename()), std::string("\r\0\xFF", 3));
 #ifdef Q_OS_UNIX
     EXPECT_EQ(std::filesystem::status(old).permissions(), std::filesystem::perms(0640));
@@ -61,10 +62,14 @@ TEST_F(QtFilesTest, SavesInPlaceOfTheOldFileAndLeavesNothingBeside)
 #endif
     EXPECT_FALSE(files_.exists(at("new.kvr")));
     EXPECT_FALSE(files_.changedAt(at("new.kvr")));
-    EXPECT_EQ(files_.saveAtomically(at("new.kvr"), {}), std::nullopt);
+    EXPECT_FALSE(files_.saveAtomically(at("new.kvr"), {}));
     EXPECT_EQ(files_.changedAt(at("new.kvr"))->year, QtClock().now().year);
-    for (const auto& path : {at("missing/a.kvr"), scratch_.path(), std::filesystem::path()})
-        EXPECT_TRUE(files_.saveAtomically(path, {1})) << path;
+    EXPECT_EQ(files_.saveAtomically(at("missing/a.kvr"), {1}), std::errc::no_such_file_or_directory);
+    EXPECT_EQ(files_.saveAtomically(scratch_.path(), {1}), std::errc::file_exists);
+    EXPECT_EQ(files_.saveAtomically({}, {1}), std::errc::invalid_argument);
+    EXPECT_EQ(files_.saveAtomically(at(std::string(300, 'x')), {1}), std::errc::filename_too_long);
+    EXPECT_EQ(files_.systemWords(std::make_error_code(std::errc::no_space_on_device)),
+              u"No space left on device");
     EXPECT_EQ(scratch_.listing(), "bus ä.kvr new.kvr ");
 }
 
@@ -89,8 +94,9 @@ TEST_F(QtFilesTest, AFullDiskAndAReadOnlyFolderAreToldAndLeaveTheOldFile)
     const bool canWrite = files_.canWriteInto(scratch_.path());
     ASSERT_EQ(::seteuid(own), 0);
     ASSERT_EQ(::chmod(scratch_.path().c_str(), 0755), 0);
-    for (const auto& reason : {full, readOnly, readOnlyForNew})
-        EXPECT_TRUE(reason && !reason->empty());
+    EXPECT_EQ(full, std::errc::file_too_large);
+    EXPECT_EQ(readOnly, std::errc::permission_denied);
+    EXPECT_EQ(readOnlyForNew, std::errc::permission_denied);
     EXPECT_FALSE(canWrite);
     EXPECT_EQ(scratch_.read("bus.kvr"), "old");
     EXPECT_EQ(scratch_.listing(), "bus.kvr ");
@@ -122,7 +128,7 @@ TEST_F(QtFilesTest, AProgramThatIsKilledWhileItSavesLeavesAWholeFile)
         ASSERT_EQ(scratch_.read("bus.kvr"), std::string(size, scratch_.read("bus.kvr").front()));
     }
     EXPECT_NE(scratch_.read("bus.kvr").front(), 0) << "any was saved";
-    EXPECT_EQ(files_.saveAtomically(path, {1}), std::nullopt);
+    EXPECT_FALSE(files_.saveAtomically(path, {1}));
     EXPECT_EQ(scratch_.listing(), "bus.kvr ");
 }
 
@@ -146,17 +152,30 @@ TEST_F(QtFilesTest, OnlyWhatEndedProcessesLeftIsCleared)
     for (const auto& name : kept)
         scratch_.write(name, "x");
     scratch_.write(left + "/deep/a.txt", "x");
-    EXPECT_EQ(files_.saveAtomically(at("bus.kvr"), {1}), std::nullopt);
+    EXPECT_FALSE(files_.saveAtomically(at("bus.kvr"), {1}));
     EXPECT_FALSE(files_.exists(at(left)));
     for (const auto& name : kept)
         EXPECT_TRUE(files_.exists(at(name))) << name;
 }
 #endif
 
+#ifdef Q_OS_WIN
+TEST_F(QtFilesTest, AFileThatAnotherProgramHasOpenIsToldAndStays)
+{
+    const auto path = scratch_.write("bus.kvr", "old");
+    const std::ifstream other(path);
+    EXPECT_EQ(files_.saveAtomically(path, {1}), std::errc::device_or_resource_busy);
+    EXPECT_EQ(scratch_.read("bus.kvr"), "old");
+    constexpr int accessDenied = 5;
+    const Text words = files_.systemWords({accessDenied, std::system_category()});
+    EXPECT_TRUE(!words.empty() && words.find_first_of(u".\r\n") == Text::npos) << utf8FromText(words);
+}
+#endif
+
 TEST_F(QtFilesTest, MakesListsTriesAndRemoves)
 {
-    EXPECT_EQ(files_.makeFolder(at("a/b")), std::nullopt);
-    EXPECT_EQ(files_.makeFolder(at("a/b")), std::nullopt);
+    EXPECT_FALSE(files_.makeFolder(at("a/b")));
+    EXPECT_FALSE(files_.makeFolder(at("a/b")));
     scratch_.write("a/c.kvr", "x");
     std::string entries;
     for (const auto& [name, isFolder] : files_.list(at("a")))
@@ -166,9 +185,9 @@ TEST_F(QtFilesTest, MakesListsTriesAndRemoves)
     EXPECT_TRUE(files_.canWriteInto(at("a")));
     EXPECT_FALSE(files_.canWriteInto(at("none")));
     EXPECT_TRUE(files_.makeFolder(at("a/c.kvr"))) << "a file stands in its place";
-    EXPECT_EQ(files_.remove(at("a/c.kvr")), std::nullopt);
-    EXPECT_EQ(files_.remove(at("a/c.kvr")), std::nullopt);
-    EXPECT_TRUE(files_.remove(at("a"))) << "a folder that is not empty";
+    EXPECT_FALSE(files_.remove(at("a/c.kvr")));
+    EXPECT_FALSE(files_.remove(at("a/c.kvr")));
+    EXPECT_EQ(files_.remove(at("a")), std::errc::directory_not_empty);
     EXPECT_EQ(scratch_.listing(), "a/ a/b/ ");
 }
 

@@ -109,10 +109,10 @@ TEST(FzCVdrucken, SavesEachForm)
         EXPECT_TRUE(save(button, "r." + kind).starts_with(begin)) << button;
         EXPECT_EQ(bench.journal.back(), "save *." + kind + " in lists: KARVO bus 2026-11-22." + kind);
         EXPECT_EQ(labelOf(window, "Saved"), "Gespeichert: lists/r." + kind);
-        bench.files.saveFailure = u"disk full";
+        bench.files.saveFailure = std::make_error_code(std::errc::no_space_on_device);
         save(button, "x." + kind);
-        EXPECT_NE(bench.journal.back().find("disk full"), std::string::npos) << button;
-        bench.files.saveFailure.reset();
+        EXPECT_NE(bench.journal.back().find("Datenträger ist voll"), std::string::npos) << button;
+        bench.files.saveFailure.clear();
     }
 }
 

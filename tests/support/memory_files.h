@@ -24,7 +24,7 @@ inline Bytes bytesOf(std::string_view text)
 class MemoryFiles : public Files
 {
     using Path = std::filesystem::path;
-    using Trouble = std::optional<Text>;
+    using Trouble = std::error_code;
 
 public:
     std::map<Path, Bytes> content;
@@ -50,7 +50,7 @@ public:
             return trouble;
         content[path] = bytes;
         ++saves;
-        return std::nullopt;
+        return {};
     }
     Path temporaryPath(const Path& folder) override { return folder / "karvo.tmp"; }
     std::optional<DateTime> changedAt(const Path& path) override
@@ -86,11 +86,12 @@ public:
             content.erase(path);
         return trouble;
     }
+    Text systemWords(const std::error_code& error) const override { return textFromUtf8(error.message()); }
 
 private:
     Trouble troubleIn(const Path& folder) const
     {
-        return readOnly.contains(folder) ? Trouble(u"read-only") : std::nullopt;
+        return readOnly.contains(folder) ? std::make_error_code(std::errc::read_only_file_system) : Trouble();
     }
     bool isFolder(const Path& path) const
     {

@@ -63,8 +63,9 @@ private:
             addFile(name, smallDescription(header, begin, rows.empty() ? 176 : std::stoi(rows)));
         });
         prepare("gone", [this](Words name) { EXPECT_EQ(files.content.erase(name), 1U); });
-        prepare("disk-full", [this](auto&) { files.saveFailure = u"disk full"; });
-        prepare("disk-free", [this](auto&) { files.saveFailure.reset(); });
+        prepare("disk-full",
+                [this](auto&) { files.saveFailure = std::make_error_code(std::errc::no_space_on_device); });
+        prepare("disk-free", [this](auto&) { files.saveFailure.clear(); });
         prepare("read-only", [this](Words folder) { files.readOnly.insert(folder); });
         prepare("lists-folder", [this](Words folder) { state.userFolders.cvLists.own = folder; });
         prepare("recovery-file", [this](Words name) { state.recovery.file = name; });
@@ -145,7 +146,7 @@ private:
         silent("drop-recovery", [this] { dropRecovery(bench); });
         silent("change-told", [this] { changeValue(bench, 1, *state.set.table.value(1) + 1); });
         act("backup", [this](auto&) {
-            const auto backup = keepBackup(files, FixedClock(), state.userFolders, state.set);
+            const auto backup = keepBackup(files, state.texts, FixedClock(), state.userFolders, state.set);
             return backup.trouble ? "trouble: " + utf8FromText(*backup.trouble)
                                   : backup.file.generic_string();
         });

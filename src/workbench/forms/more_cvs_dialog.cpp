@@ -260,7 +260,7 @@ void Change_more_CV::workOn()
             for (BatchFile& file : previewBatch(bench_.files, std::span(paths_).subspan(next_, 1), changes_))
                 batch_.push_back(std::move(file));
         } else {
-            applyBatch(bench_.files, std::span(batch_).subspan(next_, 1));
+            applyBatch(bench_.files, texts_, std::span(batch_).subspan(next_, 1));
         }
         addRows(batch_[next_]);
         ++next_;
