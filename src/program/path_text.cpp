@@ -3,13 +3,13 @@
 namespace karvo
 {
 
-Text pathText(const std::filesystem::path& path)
+Text pathText(std::filesystem::path path)
 {
+    const auto& shown = path.make_preferred().native();
     if constexpr (sizeof(std::filesystem::path::value_type) == 2) {
-        return Text(path.native().begin(), path.native().end());
+        return Text(shown.begin(), shown.end());
     } else {
-        const auto& bytes = path.native();
-        return textFromUtf8({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
+        return textFromUtf8({reinterpret_cast<const char*>(shown.data()), shown.size()});
     }
 }
 

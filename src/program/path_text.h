@@ -8,7 +8,8 @@
 namespace karvo
 {
 
-// As people read it. A name that is no valid Unicode shows a replacement instead of throwing.
-Text pathText(const std::filesystem::path& path);
+// As people read it, with the system's own separators. A name that is no valid Unicode shows a replacement
+// instead of throwing.
+Text pathText(std::filesystem::path path);
 
 } // namespace karvo

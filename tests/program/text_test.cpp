@@ -83,6 +83,12 @@ TEST(TextLinesTest, WhatIsWrittenReadsTheSame)
     EXPECT_EQ(contentOfLines(lines), bytesOf("a\r\n\r\nb\r\n"));
 }
 
+TEST(PathText, ShowsTheSystemsSeparatorsAndAnyName)
+{
+    const auto separator = static_cast<char16_t>(std::filesystem::path::preferred_separator);
+    EXPECT_EQ(pathText(u"lists/\u0416.kvr"), Text(u"lists") + separator + u"\u0416.kvr");
+}
+
 TEST(BytesTest, TheCheckByteIsTheSumModulo256)
 {
     EXPECT_EQ(checkByte(Bytes()), 0);
