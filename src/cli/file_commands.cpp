@@ -1,6 +1,7 @@
 #include "cli/file_commands.h"
 
 #include "cli/file_output.h"
+#include "cli/file_patterns.h"
 #include "platform/text_conversion.h"
 #include "program/path_text.h"
 #include "workbench/compared_sets.h"
@@ -88,8 +89,11 @@ ExitCode runCompare(CommandRun& run)
 ExitCode runSet(CommandRun& run)
 {
     std::vector<std::filesystem::path> paths;
-    for (const QString& file : run.arguments.operands)
-        paths.push_back(toPath(file));
+    for (const QString& file : run.arguments.operands) {
+        const auto path = toPath(file);
+        const auto meant = shellLeavesPatterns ? filesMeant(run.bench.files, path) : std::vector{path};
+        paths.insert(paths.end(), meant.begin(), meant.end());
+    }
     auto batch = previewBatch(run.bench.files, paths, run.arguments.changes);
     if (!run.arguments.dryRun)
         applyBatch(run.bench.files, run.texts(), batch);

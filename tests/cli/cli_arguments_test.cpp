@@ -1,5 +1,6 @@
 #include "cli/cli_arguments.h"
 #include "cli/cli_help.h"
+#include "cli/file_patterns.h"
 #include "support/case_table.h"
 
 #include <gtest/gtest.h>
@@ -71,6 +72,27 @@ TEST(CliArgumentsTest, HelpIsNoMistakeAndComesFromTheTable)
     EXPECT_NE(unzip.find("\n  1                           <771>\n  2"), std::string::npos) << unzip;
     EXPECT_EQ(unzip.find("--from"), std::string::npos);
     EXPECT_EQ(utf8FromText(parse("--version").text).find("karvo-cli 1."), 0U);
+}
+
+TEST(FilesMeant, AreThoseThatThePatternMatches)
+{
+    test::MemoryFiles files;
+    for (const char* const name : {"a/BUS.KVR", "a/b.kvr", "a/b.kvrx", "a/bb.kvr", "c.kvr"})
+        files.content[name] = {};
+    files.folders = {"a/d.kvr"};
+    const std::pair<const char*, const char*> cases[] = {{"a/*.kvr", "a/BUS.KVR a/b.kvr a/bb.kvr "},
+                                                         {"a/?.kvr", "a/b.kvr "},
+                                                         {"a/*b*.K??", "a/BUS.KVR a/b.kvr a/bb.kvr "},
+                                                         {"a/b*b*b.kvr", "a/b*b*b.kvr "},
+                                                         {"*/b.kvr", "*/b.kvr "},
+                                                         {"a/none.kvr", "a/none.kvr "},
+                                                         {"a/**", "a/BUS.KVR a/b.kvr a/b.kvrx a/bb.kvr "}};
+    for (const auto& [pattern, expected] : cases) {
+        std::string meant;
+        for (const auto& path : filesMeant(files, pattern))
+            meant += path.generic_string() + " ";
+        EXPECT_EQ(meant, expected) << pattern;
+    }
 }
 
 } // namespace
