@@ -184,6 +184,7 @@ enum class Message {
     expertPasswordPrompt = 699,
     wrongExpertPassword = 700,
     cannotPrint = 737,
+    noPrinter = 738,
     onlyFromFirmware = 741, // {1}: its date
     interfaceSilent1 = 20,
     interfaceSilent2 = 21,

@@ -8,6 +8,7 @@
 #include "workbench/list_files.h"
 #include "workbench/offline_list.h"
 
+#include <QPrinterInfo>
 #include <QSpinBox>
 #include <QTableWidget>
 
@@ -114,6 +115,10 @@ TEST(FzCVdrucken, SavesEachForm)
         EXPECT_NE(bench.journal.back().find("Datenträger ist voll"), std::string::npos) << button;
         bench.files.saveFailure.clear();
     }
+    if (!QPrinterInfo::availablePrinterNames().isEmpty())
+        GTEST_SKIP() << "here the system's dialog would come";
+    click(window, "Print");
+    EXPECT_TRUE(bench.journal.back().starts_with("message Auf diesem Computer ist kein Drucker"));
 }
 
 struct MoreCvsBench : FormBench {

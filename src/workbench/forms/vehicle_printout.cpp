@@ -13,6 +13,7 @@
 #include <QPrintDialog>
 #include <QPrintPreviewWidget>
 #include <QPrinter>
+#include <QPrinterInfo>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -117,6 +118,10 @@ void FzCVdrucken::fillDocument()
 
 void FzCVdrucken::print()
 {
+    if (QPrinterInfo::availablePrinterNames().isEmpty()) {
+        bench_.prompts.message(texts_.message(Message::noPrinter), PromptIcon::warning);
+        return;
+    }
     QPrintDialog dialog(printer_.get(), this);
     dialog.setObjectName(QStringLiteral("PrintDialog"));
     dialog.setWindowTitle(windowTitle());
