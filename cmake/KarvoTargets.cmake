@@ -76,8 +76,9 @@ function(karvo_test name)
     list(TRANSFORM TEST_QT PREPEND Qt6::)
     target_include_directories(${name}_tests PRIVATE ${CMAKE_SOURCE_DIR}/tests)
     target_link_libraries(${name}_tests PRIVATE ${TEST_KNOWS} ${TEST_QT} karvo_options GTest::gtest)
-    target_compile_definitions(${name}_tests PRIVATE KARVO_PROGRAM_FOLDER="${KARVO_PROGRAM_FOLDER}"
-                                                     KARVO_SOURCE_FOLDER="${CMAKE_SOURCE_DIR}")
+    target_compile_definitions(${name}_tests PRIVATE
+        KARVO_PROGRAM_FOLDER="${KARVO_ROOT_AS_SEEN}${KARVO_PROGRAM_FOLDER}"
+        KARVO_SOURCE_FOLDER="${KARVO_ROOT_AS_SEEN}${CMAKE_SOURCE_DIR}")
     if(NOT TEST_QT)
         target_link_libraries(${name}_tests PRIVATE GTest::gtest_main)
     endif()

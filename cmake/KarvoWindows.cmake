@@ -9,6 +9,11 @@ set_target_properties(LibArchive::LibArchive PROPERTIES
 # The system is called with wide text.
 add_compile_definitions(UNICODE _UNICODE)
 
+# How a program under Wine sees the folders of this computer.
+if(CMAKE_CROSSCOMPILING)
+    set(KARVO_ROOT_AS_SEEN Z:)
+endif()
+
 # The resource compiler knows no warnings of C++.
 enable_language(RC)
 
