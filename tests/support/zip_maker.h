@@ -8,6 +8,7 @@
 #include <archive.h>
 #include <archive_entry.h>
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -31,7 +32,12 @@ inline std::string makeZip(const std::vector<ZipItem>& items, const char* option
     archive_write_open_memory(writer, zip.data(), zip.size(), &used);
     for (const ZipItem& item : items) {
         archive_entry* const entry = archive_entry_new();
+#ifdef _WIN32 // without a locale of UTF-8
+        const std::filesystem::path name(std::u8string(item.name.begin(), item.name.end()));
+        archive_entry_copy_pathname_w(entry, name.c_str());
+#else
         archive_entry_update_pathname_utf8(entry, item.name.c_str());
+#endif
         archive_entry_set_perm(entry, 0644);
         archive_entry_set_filetype(entry, item.kind == ArchiveEntry::Kind::folder  ? AE_IFDIR
                                           : item.kind == ArchiveEntry::Kind::other ? AE_IFLNK
