@@ -28,14 +28,15 @@ constexpr CommandOption options[] = {
     {"json", "", Caption::cliOptionJson},
     {"language", "CODE", Caption::cliOptionLanguage},
     {"program-folder", "DIR", Caption::cliOptionProgramFolder},
+    {"settings", "FILE", Caption::cliOptionSettings},
     {"help", "", Caption::cliOptionHelp},
     {"version", "", Caption::cliOptionVersion},
 };
 
 // A script may hand these to every command.
-constexpr std::string_view always[] = {"port",    "map-port", "simulate", "fault",
-                                       "no-pace", "yes",      "language", "program-folder",
-                                       "json",    "expert",   "help",     "version"};
+constexpr std::string_view always[] = {"port",   "map-port", "simulate",       "fault",    "no-pace",
+                                       "yes",    "language", "program-folder", "settings", "json",
+                                       "expert", "help",     "version"};
 constexpr std::string_view ofRead[] = {"output"};
 constexpr std::string_view ofList[] = {"variant"};
 constexpr std::string_view ofFiles[] = {"dry-run"};

@@ -145,7 +145,7 @@ std::optional<Text> loadTexts(const QStringList& words, ProgramState& state, con
 
 ExitCode start(const QStringList& words, ProgramState& state, const Command*& command, Output& output)
 {
-    QtSettings settings;
+    QtSettings settings(earlyValue(words, QStringLiteral("settings")));
     const QString folder = earlyValue(words, QStringLiteral("program-folder"));
     state.programFolder = toPath(folder.isEmpty() ? QCoreApplication::applicationDirPath() : folder);
     const auto missing = loadTexts(words, state, settings, output);

@@ -394,6 +394,7 @@ enum class Caption {
     cliOptionNoPace = 749,
     cliOptionLanguage = 750,
     cliOptionProgramFolder = 751,
+    cliOptionSettings = 742,
     cliOptionVariant = 752,
     cliOptionExpert = 753,
     cliOptionOutput = 754,

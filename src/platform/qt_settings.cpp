@@ -16,17 +16,15 @@ QString storedName(std::string_view section, std::string_view key)
 
 } // namespace
 
-QtSettings::QtSettings() : store_(QStringLiteral("Karvo"), QStringLiteral("Karvo"))
-{
-}
-
-QtSettings::QtSettings(const QString& iniFile) : store_(iniFile, QSettings::IniFormat)
+QtSettings::QtSettings(const QString& iniFile)
+    : store_(iniFile.isEmpty() ? std::make_unique<QSettings>(QStringLiteral("Karvo"), QStringLiteral("Karvo"))
+                               : std::make_unique<QSettings>(iniFile, QSettings::IniFormat))
 {
 }
 
 std::optional<Text> QtSettings::get(std::string_view section, std::string_view key) const
 {
-    const QVariant value = store_.value(storedName(section, key));
+    const QVariant value = store_->value(storedName(section, key));
     if (!value.isValid())
         return std::nullopt;
     // An unquoted comma, typed into the file by hand, makes a list.
@@ -37,15 +35,15 @@ void QtSettings::save(std::string_view section, std::string_view key, const Text
 {
     // To write what is there already would cost a write to disk at every start.
     if (get(section, key) != value)
-        store_.setValue(storedName(section, key), toQString(value));
+        store_->setValue(storedName(section, key), toQString(value));
 }
 
 std::optional<Text> QtSettings::unwritablePlace()
 {
-    store_.sync();
-    if (store_.status() != QSettings::AccessError && store_.isWritable())
+    store_->sync();
+    if (store_->status() != QSettings::AccessError && store_->isWritable())
         return std::nullopt;
-    return pathText(toPath(store_.fileName()));
+    return pathText(toPath(store_->fileName()));
 }
 
 } // namespace karvo

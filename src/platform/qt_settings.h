@@ -4,6 +4,8 @@
 
 #include <QSettings>
 
+#include <memory>
+
 namespace karvo
 {
 
@@ -12,17 +14,15 @@ namespace karvo
 class QtSettings : public Settings
 {
 public:
-    QtSettings();
-
-    // In a file of INI format instead.
-    explicit QtSettings(const QString& iniFile);
+    // `iniFile`: stored there instead, in INI format; empty: as said.
+    explicit QtSettings(const QString& iniFile = {});
 
     std::optional<Text> get(std::string_view section, std::string_view key) const override;
     void save(std::string_view section, std::string_view key, const Text& value) override;
     std::optional<Text> unwritablePlace() override;
 
 private:
-    QSettings store_;
+    std::unique_ptr<QSettings> store_;
 };
 
 } // namespace karvo

@@ -29,7 +29,8 @@ std::filesystem::path driveC()
 } // namespace
 
 KarvoProgram::KarvoProgram(const ProgramSetup& setup)
-    : portMap_(settings_, setup.mappings),
+    : settings_(setup.settingsFile),
+      portMap_(settings_, setup.mappings),
       wait_(new QtWait(&platform_)),
       downloader_(*wait_),
       port_(makePort(setup)),

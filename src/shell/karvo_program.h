@@ -27,6 +27,7 @@ struct ProgramSetup {
     std::filesystem::path programFolder;
     std::vector<PortMapping> mappings;
     std::filesystem::path recoveryFolder;  // where unsaved changes are kept; empty: they are not
+    QString settingsFile;                  // where settings are stored; empty: in the user's own
     std::optional<LanguageCode> language;  // asked for; is stored
     std::optional<sim::Decoder> simulated; // works with a simulated interface instead of a real line
 };

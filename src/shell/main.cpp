@@ -36,6 +36,7 @@ std::string setUp(karvo::ProgramSetup& setup, const karvo::Options& options)
         karvo::toPath(QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation));
     setup.programFolder = karvo::toPath(options.programFolder ? QString::fromStdString(*options.programFolder)
                                                               : QCoreApplication::applicationDirPath());
+    setup.settingsFile = QString::fromStdString(options.settingsFile.value_or(""));
     for (const std::string& argument : options.mapPorts) {
         const auto parsed = karvo::parsePortMapping(QString::fromStdString(argument));
         if (parsed.error != karvo::PortMappingError::none)

@@ -56,7 +56,8 @@ bool* flagOf(Options& options, const std::string& name)
 
 bool takesValue(const std::string& name)
 {
-    return name == "--simulate" || name == "--map-port" || name == "--program-folder" || name == "--language";
+    return name == "--simulate" || name == "--map-port" || name == "--program-folder" ||
+           name == "--settings" || name == "--language";
 }
 
 void takeValue(Options& options, const std::string& name, const std::string& value)
@@ -65,6 +66,8 @@ void takeValue(Options& options, const std::string& name, const std::string& val
         options.mapPorts.push_back(value);
     else if (name == "--language")
         options.language = value;
+    else if (name == "--settings")
+        options.settingsFile = value;
     else
         (name == "--simulate" ? options.simulate : options.programFolder) = value;
 }
@@ -115,6 +118,8 @@ std::string helpText()
            "  --map-port COM5=DEVICE  the device behind a port's name, for this run; may be repeated\n"
            "  --language CODE         speak de, nl, en, es or fr from now on\n"
            "  --program-folder DIR    where the text files lie; else beside the program\n"
+           "  --settings FILE         keep language, port and all else in this file, not in your own "
+           "settings\n"
            "  --read                  read the decoder as soon as the window is there\n"
            "  --help                  show this text\n"
            "  --version               show the version\n"

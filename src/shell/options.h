@@ -15,6 +15,7 @@ struct Options {
     std::optional<std::string> simulate; // name of a simulated decoder
     std::vector<std::string> mapPorts;   // such as "COM5=/dev/ttyUSB0"
     std::optional<std::string> programFolder;
+    std::optional<std::string> settingsFile;
     std::optional<std::string> language; // "de" or "1", as typed
     std::vector<std::string> others;     // belongs to the window system, or to nobody
     std::string error;                   // in words; empty when all is well

@@ -13,6 +13,9 @@ TEST_F(KarvoCliTest, SpeaksFiveLanguagesAndTellsByItsExitCodeWhatWentWrong)
     for (const char* const cases : {"languages.txt", "reads.txt", "failures.txt", "compare.txt"})
         expectAll(cases);
     EXPECT_FALSE(QFile::exists(pathOf("x.csv")));
+    usual_.clear();
+    save("karvo.ini", "[Parameter]\nLanguage=5\n");
+    expect({{"", 2, "", "Il manque une commande."}});
     usual_ = QStringLiteral("--language en ");
     expect({{"read --map-port COM7=/nowhere/at/all --port COM7", 3, "", "COM7 (device /nowhere/at/all)"}});
 }

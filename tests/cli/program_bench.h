@@ -36,11 +36,11 @@ protected:
     void start(QProcess& process, const QString& line) const
     {
         auto environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), home_.path());
         environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
         process.setProcessEnvironment(environment);
         process.start(QStringLiteral(KARVO_PROGRAM_FOLDER "/karvo-cli"),
-                      placed(usual_ + line).split(QLatin1Char(' '), Qt::SkipEmptyParts));
+                      placed(QStringLiteral("--settings @karvo.ini ") + usual_ + line)
+                          .split(QLatin1Char(' '), Qt::SkipEmptyParts));
     }
 
     // `err`: what was read of it meanwhile.

@@ -1,4 +1,5 @@
 // The program's command line, its start, and the program put together on the real platform.
+#include "platform/text_conversion.h"
 #include "shell/karvo_program.h"
 #include "shell/options.h"
 #include "shell/recovery_slot.h"
@@ -7,7 +8,6 @@
 #include "support/scratch_folder.h"
 
 #include <QProcess>
-#include <QSettings>
 
 namespace karvo::test
 {
@@ -17,11 +17,13 @@ TEST(Options, AreReadFromTheCommandLine)
     using Words = std::vector<std::string>;
     const auto options =
         parseOptions({"--simulate", "kv07", "--map-port", "COM5=/dev/ttyUSB0", "--map-port=COM6=/dev/ttyUSB1",
-                      "--program-folder=/opt/karvo", "--read", "--language", "fr", "-platform", "offscreen"});
+                      "--program-folder=/opt/karvo", "--read", "--language", "fr", "--settings=k.ini",
+                      "-platform", "offscreen"});
     EXPECT_EQ(options.error, "");
     EXPECT_EQ(options.simulate, "kv07");
     EXPECT_EQ(options.programFolder, "/opt/karvo");
     EXPECT_EQ(options.language, "fr");
+    EXPECT_EQ(options.settingsFile, "k.ini");
     EXPECT_EQ(options.mapPorts, Words({"COM5=/dev/ttyUSB0", "COM6=/dev/ttyUSB1"}));
     EXPECT_TRUE(options.read && !options.help && !options.version);
     EXPECT_EQ(options.others, Words({"-platform", "offscreen"})) << "the window system's";
@@ -132,15 +134,15 @@ TEST(StartUp, EndsWithoutALanguageOrItsFile)
 
 TEST(KarvoProgram, ReadsTheSimulatedDecoderAtTheStoredPort)
 {
-    const ModalDriver driver;   // no box may come
-    const QTemporaryDir folder; // for this test's settings alone
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, folder.path());
-    QSettings(QStringLiteral("Karvo"), QStringLiteral("Karvo"))
-        .setValue(QStringLiteral("Parameter/Com_Port"), QStringLiteral("17"));
-    ProgramSetup setup{KARVO_PROGRAM_FOLDER, {}, {}, LanguageCode::english, sim::decoderByName("kv04")};
+    const ModalDriver driver; // no box may come
+    const ScratchFolder folder;
+    const auto settings = pathToQString(folder.write("karvo.ini", "[Parameter]\nCom_Port=17\n"));
+    ProgramSetup setup{KARVO_PROGRAM_FOLDER,      {}, {}, settings, LanguageCode::english,
+                       sim::decoderByName("kv04")};
     KarvoProgram program(setup);
     ASSERT_TRUE(program.start());
     Hauptform& window = program.window();
+    EXPECT_TRUE(find<QComboBox>(window, "COM").currentText().startsWith(QStringLiteral("COM17")));
     EXPECT_EQ(window.findChildren<QObject*>(QStringLiteral("MSComm1")).size(), 1);
     const auto& timer = find<QTimer>(window, "Timer1");
     EXPECT_TRUE(timer.interval() == 5000 && !timer.isActive());
