@@ -65,6 +65,9 @@ function(karvo_program name)
     target_link_libraries(${name} PRIVATE ${PROGRAM_KNOWS} karvo_options)
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${KARVO_PROGRAM_FOLDER})
     target_compile_definitions(${name} PRIVATE KARVO_VERSION="${PROJECT_VERSION}")
+    if(WIN32)
+        karvo_resources(${name})
+    endif()
 endfunction()
 
 # karvo_test(NAME SOURCES... KNOWS...): a room's tests as one executable and one process, since starting a program for each
