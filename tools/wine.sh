@@ -14,9 +14,12 @@ use_wine() {
     # Neither a debugger, which takes minutes to tell of a crash, nor entries in a desktop's menu.
     WINEARCH=win64 WINEDEBUG=-all WINEDLLOVERRIDES='winedbg.exe=d;winemenubuilder.exe=d'
     WINEPATH=$(windows_path "$2")
-    # Wine hands these on as "QT_...", and nothing that begins so. There is no font in memory but those of a folder.
+    # Windows in memory know no fonts but those of a folder.
+    mkdir -p "$1/fonts"
+    cp -n /usr/share/fonts/truetype/dejavu/DejaVuSans{,Mono}.ttf "$1/fonts"
+    # Wine hands these on as "QT_...", and nothing that begins so.
     WINEQT_QPA_PLATFORM=offscreen WINEQT_PLUGIN_PATH=$WINEPATH
-    WINEQT_QPA_FONTDIR=$(windows_path /usr/share/fonts/truetype/dejavu) WINEQT_FORCE_STDERR_LOGGING=1
+    WINEQT_QPA_FONTDIR=$(windows_path "$1/fonts") WINEQT_FORCE_STDERR_LOGGING=1
     export WINEPREFIX HOME WINEARCH WINEDEBUG WINEDLLOVERRIDES WINEPATH
     export WINEQT_QPA_PLATFORM WINEQT_PLUGIN_PATH WINEQT_QPA_FONTDIR WINEQT_FORCE_STDERR_LOGGING
     # Services that a program starts would hold on to its output: they are started first, without one.

@@ -223,7 +223,7 @@ struct WindowBench {
     void expectBoxWith(const std::string& part)
     {
         expect(part.c_str(), [part](QWidget& box) {
-            const auto told = dynamic_cast<QMessageBox&>(box).text().toStdString();
+            const auto told = portable(dynamic_cast<QMessageBox&>(box).text().toStdString());
             EXPECT_NE(told.find(part), std::string::npos) << told;
             box.close();
         });

@@ -36,6 +36,8 @@ TEST_F(PromptsTest, ShowAMessageToTheLetterOverTheDialogThatStandsOpen)
     prompts.setParentWindow(&main);
     QDialog dialog(&main);
     dialog.setModal(true);
+    dialog.setObjectName(QStringLiteral("dialog"));
+    driver.leaveAlone("dialog");
     for (QWidget* const owner : {&main, static_cast<QWidget*>(&dialog), &main}) {
         dialog.setVisible(owner == &dialog);
         driver.expect(QStringLiteral("message"), [owner](QWidget& window) {
