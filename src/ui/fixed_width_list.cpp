@@ -1,8 +1,9 @@
 #include "ui/fixed_width_list.h"
 
+#include "ui/fixed_width_font.h"
+
 #include <QApplication>
 #include <QEvent>
-#include <QFontDatabase>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QStyledItemDelegate>
@@ -156,7 +157,7 @@ void FixedWidthList::focusInEvent(QFocusEvent* event)
 
 void FixedWidthList::useFixedFont()
 {
-    QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    QFont fixed = fixedWidthFont();
     fixed.setPointSizeF(std::max(fixed.pointSizeF(), QApplication::font().pointSizeF()));
     setFont(fixed);
 }

@@ -51,7 +51,7 @@ TEST(UnzipDialog, UnpacksTheChosenArchiveAndNothingWithoutConsent)
     bench.unpack("Update.zip", "OKButton", "(bad sum)");
     EXPECT_EQ(bench.unpacked(), "old");
     bench.archive.fault.reset();
-    bench.unpack("Update.zip", "OKButton", (bench.scratch.path() / "C/TEMP/Zip_Ordner").string());
+    bench.unpack("Update.zip", "OKButton", (bench.scratch.path() / "C/TEMP/Zip_Ordner").generic_string());
     EXPECT_EQ(bench.unpacked(), "new");
     EXPECT_FALSE(bench.state.lineBusy);
 }

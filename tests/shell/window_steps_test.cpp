@@ -3,6 +3,7 @@
 #include "support/case_table.h"
 
 #include <QCheckBox>
+#include <QDir>
 #include <QKeySequence>
 
 namespace karvo::test
@@ -100,8 +101,8 @@ private:
         steps_["shown"] = [this](Words names, Words) {
             return ofEach(names, [this](Words name) {
                 const auto& control = find<QWidget>(name);
-                const auto text =
-                    control.property("text").toString().replace(folder.path(), QStringLiteral("FOLDER"));
+                const auto text = QDir::fromNativeSeparators(control.property("text").toString())
+                                      .replace(folder.path(), QStringLiteral("FOLDER"));
                 return text.toStdString() + (control.isEnabled() ? ";" : "*;");
             });
         };

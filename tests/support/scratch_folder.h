@@ -45,12 +45,17 @@ public:
     {
         std::set<std::string> names;
         for (const auto& entry : std::filesystem::recursive_directory_iterator(path_))
-            names.insert(entry.path().lexically_relative(path_).generic_string() +
-                         (entry.is_directory() && !entry.is_symlink() ? "/ " : " "));
+            names.insert(nameOf(entry) + (entry.is_directory() && !entry.is_symlink() ? "/ " : " "));
         return std::accumulate(names.begin(), names.end(), std::string());
     }
 
 private:
+    std::string nameOf(const std::filesystem::path& path) const
+    {
+        const auto utf8 = path.lexically_relative(path_).generic_u8string();
+        return {utf8.begin(), utf8.end()};
+    }
+
     const std::filesystem::path path_ =
         std::filesystem::temp_directory_path() / ("karvo-test-" + std::to_string(std::random_device()()));
 };

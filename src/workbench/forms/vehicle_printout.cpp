@@ -3,10 +3,10 @@
 #include "cvdata/text_report.h"
 #include "program/path_text.h"
 #include "ui/captions.h"
+#include "ui/fixed_width_font.h"
 #include "ui/usual_size.h"
 
 #include <QBuffer>
-#include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPdfWriter>
@@ -107,7 +107,7 @@ QPushButton* FzCVdrucken::addButton(QVBoxLayout& column, const char* name, Capti
 
 void FzCVdrucken::fillDocument()
 {
-    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    QFont font = fixedWidthFont();
     font.setPointSizeF(fontPoints);
     document_.setDefaultFont(font);
     QStringList lines;
