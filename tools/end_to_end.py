@@ -65,13 +65,14 @@ class Native:
 class Wine:
     """Windows programs, in a prefix of its own."""
 
+    closed = 0  # Wine's own taskkill ends it so even by force
+
     def __init__(self, wine, prefix, device):
         self.wine = wine
         self.environment = {**os.environ, "WINEPREFIX": str(prefix), "HOME": str(prefix), "WINEARCH": "win64",
                             "WINEDEBUG": "-all", "WINEDLLOVERRIDES": "winedbg.exe=d;winemenubuilder.exe=d"}
         offscreen = os.environ.get("WINEQT_QPA_PLATFORM") == "offscreen"
         self.closing = ["taskkill", "/IM", "karvo.exe"] + (["/F"] if offscreen else [])
-        self.closed = 1 if offscreen else 0
         prefix.mkdir(parents=True, exist_ok=True)
         # A server that stays, with streams of its own: else each call waits seconds for the services of Wine.
         self.server("-p")
