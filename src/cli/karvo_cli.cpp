@@ -13,9 +13,9 @@
 #include "link/port_choice.h"
 #include "platform/console.h"
 #include "platform/qt_files.h"
-#include "platform/qt_serial_port.h"
 #include "platform/qt_settings.h"
 #include "platform/qt_wait.h"
+#include "platform/system_serial_port.h"
 #include "platform/system_stay_awake.h"
 #include "platform/text_conversion.h"
 
@@ -117,7 +117,7 @@ ExitCode runWith(const CliArguments& arguments, ProgramState& state, QtSettings&
     state.link.portNumber =
         arguments.port.value_or(portNumberFromSetting(settings.get("Parameter", "Com_Port")));
     if (arguments.simulatedDecoder.isEmpty()) {
-        QtSerialPort port(map);
+        SystemSerialPort port(map);
         return runOn(port, map, arguments, state, settings, output);
     }
     const auto simulated = simulatedLine(arguments, state.link.portNumber, state.texts);

@@ -3,7 +3,6 @@
 #include "platform/text_conversion.h"
 
 #include <QFileInfo>
-#include <QSerialPortInfo>
 
 #include <algorithm>
 #include <utility>
@@ -42,6 +41,16 @@ int portNumber(const QString& name)
     return 0;
 }
 
+QString descriptionOf(const SystemPort& port)
+{
+    if (!port.usb)
+        return port.description;
+    const QString ids = QStringLiteral("USB %1:%2")
+                            .arg(port.usb->vendor, 4, 16, QLatin1Char('0'))
+                            .arg(port.usb->product, 4, 16, QLatin1Char('0'));
+    return port.description.isEmpty() ? ids : QStringLiteral("%1 (%2)").arg(port.description, ids);
+}
+
 } // namespace
 
 ParsedPortMapping parsePortMapping(const QString& argument)
@@ -56,25 +65,6 @@ ParsedPortMapping parsePortMapping(const QString& argument)
     if (device.isEmpty())
         return {{}, PortMappingError::noDevice};
     return {{number, device}, PortMappingError::none};
-}
-
-PortSystem PortSystem::own()
-{
-#ifdef Q_OS_WIN
-    constexpr PortNaming naming = PortNaming::windows;
-#else
-    constexpr PortNaming naming = PortNaming::unixDevices;
-#endif
-    return {naming, [] {
-                std::vector<SystemPort> ports;
-                for (const QSerialPortInfo& info : QSerialPortInfo::availablePorts()) {
-                    const bool isWindows = naming == PortNaming::windows;
-                    ports.push_back(
-                        {isWindows ? info.portName() : info.systemLocation(), info.portName(),
-                         info.description().isEmpty() ? info.manufacturer() : info.description()});
-                }
-                return ports;
-            }};
 }
 
 PortMap::PortMap(const Settings& settings, std::vector<PortMapping> mappingsOfThisRun, PortSystem system)
@@ -137,7 +127,7 @@ std::vector<PortDescription> PortMap::describePorts() const
         const QString name = device(number);
         const SystemPort* const port = find(ports, name);
         descriptions.push_back(
-            {name, port != nullptr ? port->description : QString(), isPresent(ports, name)});
+            {name, port != nullptr ? descriptionOf(*port) : QString(), isPresent(ports, name)});
     }
     return descriptions;
 }
@@ -157,7 +147,7 @@ std::vector<NewPort> PortMap::newPorts() const
             --number;
         if (number < 1)
             break;
-        fresh.push_back({number--, port.location, port.description});
+        fresh.push_back({number--, port.location, descriptionOf(port)});
     }
     return fresh;
 }

@@ -36,7 +36,7 @@ ParsedPortMapping parsePortMapping(const QString& argument);
 // What a person may want to know of a port before he chooses it.
 struct PortDescription {
     QString device;
-    QString description;    // the system's words for the hardware; may be empty
+    QString description;    // the system's words for the hardware, and its USB numbers; may be empty
     bool isPresent = false; // something is plugged in there
 };
 
@@ -47,11 +47,18 @@ struct NewPort {
     QString description;
 };
 
+// Who made an adapter, and which one it is.
+struct UsbIds {
+    quint16 vendor = 0;
+    quint16 product = 0;
+};
+
 // A device as the system lists it.
 struct SystemPort {
     QString location; // "/dev/ttyUSB0", on Windows "COM7"
     QString name;     // "ttyUSB0", on Windows "COM7"
     QString description;
+    std::optional<UsbIds> usb;
 };
 
 enum class PortNaming {

@@ -1,8 +1,8 @@
 #include "shell/karvo_program.h"
 
 #include "platform/qt_locale_info.h"
-#include "platform/qt_serial_port.h"
 #include "platform/simulated_port.h"
+#include "platform/system_serial_port.h"
 #include "platform/temporary_files.h"
 #include "platform/text_conversion.h"
 #include "program/path_text.h"
@@ -52,7 +52,7 @@ KarvoProgram::~KarvoProgram() = default;
 SerialPort& KarvoProgram::makePort(const ProgramSetup& setup)
 {
     if (!setup.simulated) {
-        auto* const port = new QtSerialPort(portMap_, &platform_);
+        auto* const port = new SystemSerialPort(portMap_, &platform_);
         line_ = port;
         return *port;
     }

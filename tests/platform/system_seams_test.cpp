@@ -35,7 +35,8 @@ PortSystem systemWith(PortNaming naming, const std::vector<const char*>& locatio
 {
     std::vector<SystemPort> ports;
     for (const char* const location : locations)
-        ports.push_back({text(location), text(location).section(QLatin1Char('/'), -1), {}});
+        ports.push_back({text(location), text(location).section(QLatin1Char('/'), -1), text("Kabel"),
+                         UsbIds{0x0403, 0xEA60}});
     return {naming, [ports] { return ports; }};
 }
 
@@ -82,6 +83,7 @@ TEST(PortMap, TellsWhatIsPluggedInAndOffersNumbersForTheRest)
             told += descriptions[i].isPresent ? std::to_string(i + 1) + " " : "";
         for (const NewPort& port : map.newPorts())
             told += std::to_string(port.number) + "=" + port.device.toStdString() + " ";
+        EXPECT_EQ(map.newPorts().front().description, text("Kabel (USB 0403:ea60)"));
         EXPECT_EQ(told, expected);
     }
 }
