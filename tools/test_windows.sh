@@ -9,4 +9,5 @@ prepare windows-tests
 use_windows_sysroot
 build_preset windows-dev
 use_wine build/wine-tests build/windows-dev/program
-xvfb-run -a ctest --preset windows-dev "$@"
+# The far end of COM5, for the tests of the line.
+xvfb-run -a python3 -B tests/support/far_end.py "$WINEPREFIX/dosdevices/com5" ctest --preset windows-dev "$@"

@@ -1,21 +1,18 @@
-// The ports with a wait, as the program puts them together: the simulator behind a port, and the real serial
-// class over pseudo terminals, one whose other end the test holds, and that of karvo-sim.
-#include "platform/qt_serial_port.h"
+// The ports with a wait, as the program puts them together: the simulator behind a port, and the system's
+// serial class over pseudo terminals, one whose far end the test leads, and that of karvo-sim.
 #include "platform/qt_wait.h"
 #include "platform/simulated_port.h"
+#include "platform/system_serial_port.h"
 #include "platform/text_conversion.h"
 #include "support/case_table.h"
+#include "support/far_end.h"
 #include "support/memory_files.h"
+#include "support/processor_time.h"
 
-#include <gtest/gtest.h>
-
-#include <ctime>
-#include <numeric>
+#include <QThread>
 
 #ifdef Q_OS_UNIX
 #include "cli/pseudo_terminal.h"
-
-#include <QProcess>
 #endif
 
 namespace karvo
@@ -93,147 +90,200 @@ TEST(SimulatedPort, ManyExchangesTakeTheLinesTimeAndNotTheTimersRounding)
     port.open();
     EXPECT_EQ(bench.exchange({0x25}, 2), (Bytes{'2', '7'})) << "what was on its way is lost";
     port.simulator().setFault(sim::Fault::silence);
-    const auto before = std::clock();
+    const auto before = test::processorTime();
     port.write({0x25});
     EXPECT_EQ(bench.waitForBytes(1, 100ms), WaitResult::timedOut);
-    EXPECT_LT(std::clock() - before, CLOCKS_PER_SEC / 50) << "silence costs none";
+    EXPECT_LT(test::processorTime() - before, 20ms) << "silence costs none";
 }
 
-#ifdef Q_OS_UNIX
-struct SerialBench : testing::Test {
+struct SerialBench {
     SerialBench() { port_.setPortNumber(5); }
     void plugIn(const Text& device) { settings_.save("Ports", "COM5", device); }
 
     test::MemorySettings settings_;
     PortMap map_{settings_};
-    QtSerialPort port_{map_};
+    SystemSerialPort port_{map_};
     LineBench bench_{port_};
 };
 
-struct QtSerialPortTest : SerialBench {
-    QtSerialPortTest() { plugIn(); }
-
-    // A new device, as after plugging an adapter in.
-    void plugIn()
-    {
-        device_.emplace();
-        SerialBench::plugIn(textFromUtf8(device_->path()));
+// "00..02 FF" are the bytes 0, 1, 2, 255.
+Bytes bytesFrom(const std::string& words)
+{
+    Bytes bytes;
+    for (const std::string& word : test::wordsOf(words)) {
+        const int last = std::stoi(word.substr(word.size() - 2), nullptr, 16);
+        for (int byte = std::stoi(word, nullptr, 16); byte <= last; ++byte)
+            bytes.push_back(static_cast<std::uint8_t>(byte));
     }
-    void pullOut() { device_.reset(); }
+    return bytes;
+}
 
-    // The other end sends, after some time in which events run.
-    void sendLater(std::chrono::milliseconds delay, const Bytes& bytes)
+std::string wordsFrom(const Bytes& bytes)
+{
+    std::string words;
+    for (std::size_t first = 0, end = 0; first < bytes.size(); first = end) {
+        while (++end < bytes.size() && bytes[end] == bytes[end - 1] + 1)
+            ;
+        char word[8];
+        std::snprintf(word, sizeof word, end - first > 1 ? "%02X..%02X" : "%02X", bytes[first],
+                      bytes[end - 1]);
+        words += (words.empty() ? "" : " ") + std::string(word);
+    }
+    return words;
+}
+
+class LineSteps : SerialBench
+{
+public:
+    LineSteps() { plugIn(toText(farEnd->device())); }
+
+    void script(const std::string& command)
     {
-        QTimer::singleShot(delay, &port_, [this, bytes] { device_->write(bytes); });
+        if (!command.empty())
+            farEnd->ask(command.c_str());
     }
 
-    std::optional<PseudoTerminal> device_;
+    test::Steps steps{
+        {"far", [](const std::string& words) { return farAnswer(words); }},
+        {"set", [this](const std::string& words) { return set(test::wordsOf(words)); }},
+        {"open", [this](const std::string&) { return open(); }},
+        {"close", [this](const std::string&) { return port_.close(), ""; }},
+        {"write", [this](const std::string& words) { return port_.write(bytesFrom(words)), ""; }},
+        {"write-each", [this](const std::string& words) { return writeEach(bytesFrom(words)), ""; }},
+        {"await", [this](const std::string& count) { return await(std::stoul(count)); }},
+        {"pause", [this](const std::string& ms) { return pause(std::chrono::milliseconds(std::stoi(ms))); }},
+        {"idle", [](const std::string& ms) { return QThread::msleep(std::stoul(ms)), ""; }},
+        {"closes-when-told", [this](const std::string&) { return closeWhenTold(), ""; }},
+    };
+
+    static inline std::optional<test::FarEnd> farEnd;
+
+private:
+    static std::string farAnswer(const std::string& command)
+    {
+        const QByteArray answer = farEnd->ask(command.c_str());
+        if (!command.starts_with("take"))
+            return answer.toStdString();
+        const QByteArray bytes = QByteArray::fromHex(answer);
+        return wordsFrom(Bytes(bytes.begin(), bytes.end()));
+    }
+    std::string set(const std::vector<std::string>& words)
+    {
+        const auto parity = words[1] == "odd"    ? Parity::odd
+                            : words[1] == "even" ? Parity::even
+                                                 : Parity::none;
+        port_.setSettings({std::stoi(words[0]), parity, std::stoi(words[2])});
+        return {};
+    }
+    std::string open()
+    {
+        const auto error = port_.open();
+        EXPECT_EQ(port_.isOpen(), !error);
+        return !error ? "open" : error->fault == PortFault::absent ? "absent" : "refused";
+    }
+    void writeEach(const Bytes& bytes)
+    {
+        for (const std::uint8_t byte : bytes)
+            port_.write({byte});
+    }
+    std::string await(std::size_t count)
+    {
+        bench_.notices = 0;
+        bench_.waitForBytes(count);
+        return port_.isOpen() ? wordsFrom(port_.readAll()) : told();
+    }
+    std::string pause(std::chrono::milliseconds length)
+    {
+        bench_.notices = 0;
+        const auto before = test::processorTime();
+        bench_.wait.pause(length);
+        EXPECT_LT(test::processorTime() - before, length / 4 + 20ms) << "it sleeps, open or hung up";
+        return told();
+    }
+    std::string told() const
+    {
+        EXPECT_EQ(port_.bytesWaiting(), 0U);
+        return "told " + std::to_string(bench_.notices) + (port_.isOpen() ? ", open" : ", closed");
+    }
+    void closeWhenTold()
+    {
+        port_.setNotice([this] {
+            ++bench_.notices;
+            port_.close();
+            bench_.wait.wake();
+        });
+    }
 };
 
-TEST_F(QtSerialPortTest, OpensWithItsSettingsWithoutOldBytesClosesAndOpensAgain)
+TEST(SystemSerialPort, KeepsToTheSameStepsOnEverySystem)
 {
-    port_.setSettings({14400, Parity::odd, 2});
-    for (int round = 0; round < 2; ++round) {
-        device_->write(Bytes{7, 8, 9});
-        bench_.wait.pause(20ms);
-        ASSERT_FALSE(port_.open());
-        EXPECT_FALSE(port_.open()) << "opening an open port does nothing";
-        bench_.wait.pause(30ms);
-        EXPECT_EQ(port_.bytesWaiting(), 0U);
-        const auto* device = port_.findChildren<QSerialPort*>().last();
-        EXPECT_EQ(device->baudRate(), 14400);
-        EXPECT_EQ(device->parity(), QSerialPort::OddParity);
-        EXPECT_EQ(device->stopBits(), QSerialPort::TwoStop);
-        sendLater(0ms, {1, 2});
-        EXPECT_EQ(bench_.waitForBytes(2), WaitResult::met);
-        port_.close();
-        EXPECT_EQ(port_.bytesWaiting(), 0U);
-    }
-    ASSERT_FALSE(port_.open());
-    port_.setNotice([this] {
-        port_.close();
-        bench_.wait.wake();
-    });
-    sendLater(10ms, {1, 2, 3});
-    EXPECT_EQ(bench_.waitForBytes(513), WaitResult::met) << "closed in its own notice";
-    EXPECT_FALSE(port_.open());
+    LineSteps::farEnd.emplace();
+    if (LineSteps::farEnd->isThere())
+        test::carryOut<LineSteps>("platform/line.txt");
+    const bool wasThere = LineSteps::farEnd->isThere();
+    LineSteps::farEnd.reset();
+    if (!wasThere)
+        GTEST_SKIP() << "KARVO_FAR_END names no far end of COM5";
 }
 
-TEST_F(QtSerialPortTest, AllByteValuesLeaveAndArriveUnchangedAndInPieces)
+TEST(SystemSerialPort, ARefusalTellsTheDeviceAndWhy)
 {
-    Bytes values(256);
-    std::iota(values.begin(), values.end(), std::uint8_t{0});
-    ASSERT_FALSE(port_.open());
-    port_.write(values);
-    EXPECT_EQ(device_->read(), values);
-    sendLater(0ms, values);
-    sendLater(20ms, values);
-    EXPECT_EQ(bench_.waitForBytes(512), WaitResult::met);
-    Bytes twice = values;
-    twice.insert(twice.end(), values.begin(), values.end());
-    EXPECT_EQ(port_.readAll(), twice);
-}
-
-TEST_F(QtSerialPortTest, AHangUpEndsTheWaitIsToldOnceAndItOpensAnew)
-{
-    ASSERT_FALSE(port_.open());
-    auto* const device = port_.findChild<QSerialPort*>();
-    EXPECT_FALSE(device->setDataTerminalReady(true));
-    bench_.wait.pause(10ms);
-    EXPECT_TRUE(port_.isOpen()) << "what a device can not do is no hang-up";
-
-    QTimer::singleShot(20ms, &port_, [this] { pullOut(); });
-    EXPECT_EQ(bench_.waitForBytes(513), WaitResult::met);
-    EXPECT_FALSE(port_.isOpen());
-    const auto before = std::clock();
-    bench_.wait.pause(200ms);
-    EXPECT_LT(std::clock() - before, CLOCKS_PER_SEC / 40) << "errors must not flood the event loop";
-    EXPECT_EQ(bench_.notices, 1);
-    port_.write({0x25});
-    EXPECT_EQ(port_.readAll(), Bytes{});
-    ASSERT_TRUE(port_.open()) << "not plugged in again yet";
-
-    plugIn();
-    ASSERT_FALSE(port_.open());
-    pullOut();
-    port_.write({0x25});
-    bench_.wait.pause(50ms);
-    EXPECT_FALSE(port_.isOpen()) << "pulled between two exchanges";
-    EXPECT_EQ(bench_.notices, 2);
-}
-
-TEST_F(QtSerialPortTest, ARefusalTellsTheDeviceAndWhy)
-{
-    ASSERT_FALSE(port_.open());
-    QtSerialPort second(map_);
-    second.setPortNumber(5);
-    const std::tuple<Text, PortFault> refused[] = {{textFromUtf8(device_->path()), PortFault::busy},
-                                                   {u"/dev/no-such-device", PortFault::absent},
-                                                   {u"/dev/null", PortFault::notSerial},
-                                                   {u"/etc", PortFault::notSerial}};
+    const std::tuple<Text, PortFault> refused[] = {
+#ifdef Q_OS_WIN
+        {u"COM77", PortFault::absent},
+        {u"NUL", PortFault::notSerial},
+#else
+        {u"/dev/no-such-device", PortFault::absent},
+        {u"/dev/null", PortFault::notSerial},
+        {u"/etc", PortFault::notSerial},
+#endif
+    };
+    SerialBench bench;
     for (const auto& [device, fault] : refused) {
-        SerialBench::plugIn(device);
-        const auto error = second.open();
+        bench.plugIn(device);
+        const auto error = bench.port_.open();
         ASSERT_TRUE(error) << utf8FromText(device);
-        EXPECT_EQ(error->fault, fault) << utf8FromText(device);
+        EXPECT_EQ(error->fault, fault) << utf8FromText(device) << ": " << utf8FromText(error->description);
         EXPECT_EQ(error->device, device);
         EXPECT_FALSE(error->description.empty());
-        EXPECT_FALSE(second.isOpen());
+        EXPECT_FALSE(bench.port_.isOpen());
     }
+}
+
+#ifdef Q_OS_UNIX
+TEST(QtSerialPort, WhatAPseudoTerminalDoesNotShow)
+{
+    const PseudoTerminal device;
+    SerialBench bench;
+    bench.plugIn(textFromUtf8(device.path()));
+    bench.port_.setSettings({14400, Parity::odd, 2});
+    ASSERT_FALSE(bench.port_.open());
+    auto* const port = bench.port_.findChild<QSerialPort*>();
+    EXPECT_EQ(port->baudRate(), 14400);
+    EXPECT_EQ(port->parity(), QSerialPort::OddParity);
+    EXPECT_FALSE(port->setDataTerminalReady(true));
+    bench.bench_.wait.pause(10ms);
+    EXPECT_TRUE(bench.port_.isOpen()) << "what a device can not do is no hang-up";
+    SerialBench second;
+    second.plugIn(textFromUtf8(device.path()));
+    const auto error = second.port_.open();
+    EXPECT_TRUE(error && error->fault == PortFault::busy);
+
     const std::tuple<DeviceAccess, Text, PortFault> groups[] = {
         {{true, QStringLiteral("dialout")}, u"dialout", PortFault::denied},
         {{true, QStringLiteral("root")}, u"", PortFault::denied},
         {{false, QStringLiteral("dialout")}, u"", PortFault::busy},
     };
     for (const auto& [access, group, fault] : groups) {
-        const auto error = portError({QSerialPort::PermissionError, QStringLiteral("no"), QString()}, access);
-        EXPECT_EQ(error.description, u"no");
-        EXPECT_EQ(error.accessGroup, group);
-        EXPECT_EQ(error.fault, fault);
+        const auto refusal =
+            portError({QSerialPort::PermissionError, QStringLiteral("no"), QString()}, access);
+        EXPECT_EQ(refusal.description, u"no");
+        EXPECT_EQ(refusal.accessGroup, group);
+        EXPECT_EQ(refusal.fault, fault);
     }
 }
 
-struct KarvoSimTest : SerialBench {
+struct KarvoSimTest : testing::Test, SerialBench {
     ~KarvoSimTest() override
     {
         simulator_.kill();
