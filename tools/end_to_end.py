@@ -213,7 +213,8 @@ def parsed():
     parser.add_argument("--programs", type=Path, required=True, help="the program folder")
     parser.add_argument("--simulator", type=Path, help="karvo-sim, else that of the program folder")
     parser.add_argument("--wine", help="runs Windows programs, such as wine64")
-    parser.add_argument("--prefix", type=Path, help="the Wine prefix, else one that is taken away afterwards")
+    parser.add_argument("--prefix", type=Path, help="the Wine prefix, else a new one that is taken away afterwards; in a used "
+                        "one each start was seen to take some ten seconds more")
     parser.add_argument("--pace", choices=["line", "none"], default="line", help="of the simulator")
     parser.add_argument("--results", type=Path, help="where to leave what came, in the form of the expected files")
     return parser.parse_args()
