@@ -60,7 +60,9 @@ build_qt() {
     cmake --install qt --strip
     # What no program here uses, and what names folders of this computer.
     rm -rf "$sysroot"/plugins/platforms/qdirect2d.dll "$sysroot"/lib/cmake/Qt6Gui/Qt6QWindowsDirect2D*.cmake \
-        "$sysroot"/lib/cmake/Qt6BuildInternals "$sysroot"/lib/*.prl "$sysroot"/lib/pkgconfig "$sysroot"/modules
+        "$sysroot"/lib/cmake/Qt6BuildInternals "$sysroot"/lib/*.prl "$sysroot"/lib/pkgconfig "$sysroot"/modules "$sysroot"/doc
+    find "$sysroot/mkspecs" -mindepth 1 -maxdepth 1 -type d ! -name win32-g++ ! -name common ! -name features \
+        -exec rm -rf {} +
 }
 
 toolchain=$PWD/packaging/windows/toolchain.cmake
