@@ -1,11 +1,10 @@
 #include "platform/zip_archive.h"
 
-#include "program/path_text.h"
-
 #include <archive.h>
 #include <archive_entry.h>
 
 #include <array>
+#include <cwchar>
 #include <fstream>
 #include <memory>
 
@@ -70,7 +69,7 @@ std::string nameOf(archive_entry* entry)
 #ifdef _WIN32
     // There the library tells UTF-8 only in a locale of UTF-8, which this system does not have.
     if (const wchar_t* const wide = archive_entry_pathname_w(entry))
-        return utf8FromText(pathText(wide));
+        return utf8FromText(Text(wide, wide + std::wcslen(wide)));
 #else
     if (const char* const utf8 = archive_entry_pathname_utf8(entry))
         return utf8;

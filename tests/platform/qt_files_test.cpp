@@ -31,7 +31,7 @@ struct QtFilesTest : testing::Test {
 
 TEST_F(QtFilesTest, ReadsEveryByteOfARegularFileUpToTheLimit)
 {
-    const auto path = scratch_.write("bytes ä.txt", std::string("\r\n\0\x1A\xFF\x80\n", 7));
+    const auto path = scratch_.write(u8"bytes ä.txt", std::string("\r\n\0\x1A\xFF\x80\n", 7));
     EXPECT_EQ(files_.readWhole(path, 7), (Bytes{13, 10, 0, 26, 255, 128, 10}));
     EXPECT_EQ(files_.readWhole(path, 6), std::nullopt);
     for (const auto& none : {at("missing.txt"), scratch_.path(), std::filesystem::path()})
@@ -46,7 +46,7 @@ TEST_F(QtFilesTest, ReadsEveryByteOfARegularFileUpToTheLimit)
 
 TEST_F(QtFilesTest, SavesInPlaceOfTheOldFileAndLeavesNothingBeside)
 {
-    const auto old = scratch_.write("bus ä.kvr", "old and longer");
+    const auto old = scratch_.write(u8"bus ä.kvr", "old and longer");
     auto saved = old;
 #ifdef Q_OS_UNIX
     ASSERT_EQ(::chmod(old.c_str(), 0640), 0);
