@@ -3,6 +3,8 @@
 #include "platform/qt_clock.h"
 #include "support/scratch_folder.h"
 
+#include <QtGlobal>
+
 #include <gtest/gtest.h>
 
 #include <chrono>
