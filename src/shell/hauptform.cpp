@@ -168,8 +168,10 @@ void Hauptform::showAvailability()
 
 void Hauptform::showEditorReasons()
 {
-    for (const EditorItem& item : editorItems())
-        menu_->setReason(item.name, whyNotOpen(item.editor, state_.set, texts_));
+    for (const MenuEntry& entry : menuTree()) {
+        if (entry.editor)
+            menu_->setReason(entry.name, whyNotOpen(*entry.editor, state_.set, texts_));
+    }
     portBar_->setServoAddresses(!state_.lineBusy, whyNotOpen(Editor::servoAddresses, state_.set, texts_));
 }
 

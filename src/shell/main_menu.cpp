@@ -43,19 +43,18 @@ MainMenu::MainMenu(QMenuBar* bar) : QObject(bar), languages_(new QActionGroup(th
         if (tree[i].name.empty() && parent != nullptr)
             addSeparator(parent);
         else if (i + 1 < tree.size() && tree[i + 1].depth > tree[i].depth)
-            open.push_back(addMenu(bar, parent, tree[i].name));
+            open.push_back(addMenu(bar, parent, tree[i]));
         else
-            addItem(bar, parent, tree[i].name);
+            addItem(bar, parent, tree[i]);
     }
-    addShortcuts();
     addLanguages();
     bar->installEventFilter(this);
 }
 
 QAction* MainMenu::action(std::string_view name) const
 {
-    const auto found =
-        std::find_if(items_.begin(), items_.end(), [&](const Item& item) { return item.name == name; });
+    const auto found = std::find_if(items_.begin(), items_.end(),
+                                    [&](const Item& item) { return item.entry->name == name; });
     Q_ASSERT(found != items_.end());
     return found->action;
 }
@@ -64,15 +63,15 @@ void MainMenu::applyCaptions(const LanguageTables& texts)
 {
     const QString notAvailable = qtText(texts.caption(Caption::notAvailable));
     for (const Item& item : items_) {
-        item.action->setText(buttonText(texts.menuCaption(item.captionNumber)));
-        const bool missing = !item.opensMenu && availabilityOf(item.name) == Availability::notBuilt;
+        item.action->setText(buttonText(texts.menuCaption(item.entry->caption)));
+        const bool missing = !item.opensMenu && item.entry->availability == Availability::notBuilt;
         tell(*item.action, missing ? notAvailable : QString());
     }
 }
 
 Text MainMenu::captionOf(const LanguageTables& texts, std::string_view name) const
 {
-    return texts.menuCaption(menuCaptionNumber(name));
+    return texts.menuCaption(menuEntry(name)->caption);
 }
 
 void MainMenu::markLanguage(LanguageCode code)
@@ -85,7 +84,7 @@ void MainMenu::setAvailable(bool lineBusy, bool hasList, bool hasCurrentCv)
     for (const Item& item : items_) {
         if (item.opensMenu)
             continue;
-        switch (availabilityOf(item.name)) {
+        switch (item.entry->availability) {
         case Availability::notBuilt:
             item.action->setEnabled(false);
             break;
@@ -132,28 +131,23 @@ void MainMenu::addSeparator(QMenu* menu)
     menu->addSeparator()->setObjectName(QStringLiteral("mnu_space%1").arg(separators_));
 }
 
-QMenu* MainMenu::addMenu(QMenuBar* bar, QMenu* parent, std::string_view name)
+QMenu* MainMenu::addMenu(QMenuBar* bar, QMenu* parent, const MenuEntry& entry)
 {
     QMenu* const menu = parent != nullptr ? parent->addMenu(QString()) : bar->addMenu(QString());
-    menu->setObjectName(objectNameOf(name));
+    menu->setObjectName(objectNameOf(entry.name));
     menu->setToolTipsVisible(true);
-    menu->menuAction()->setObjectName(objectNameOf(name));
-    items_.push_back({name, menuCaptionNumber(name), menu->menuAction(), true});
+    menu->menuAction()->setObjectName(objectNameOf(entry.name));
+    items_.push_back({&entry, menu->menuAction(), true});
     return menu;
 }
 
-void MainMenu::addItem(QMenuBar* bar, QMenu* parent, std::string_view name)
+void MainMenu::addItem(QMenuBar* bar, QMenu* parent, const MenuEntry& entry)
 {
     QAction* const item = parent != nullptr ? parent->addAction(QString()) : bar->addAction(QString());
-    item->setObjectName(objectNameOf(name));
+    item->setObjectName(objectNameOf(entry.name));
     item->setMenuRole(QAction::NoRole); // it stays where it stands, on every system
-    items_.push_back({name, menuCaptionNumber(name), item, false});
-}
-
-void MainMenu::addShortcuts()
-{
-    for (const MenuShortcut& shortcut : menuShortcuts())
-        action(shortcut.name)->setShortcut(QKeySequence(QString::fromLatin1(shortcut.keys)));
+    item->setShortcut(QKeySequence(QString::fromLatin1(entry.keys)));
+    items_.push_back({&entry, item, false});
 }
 
 void MainMenu::addLanguages()

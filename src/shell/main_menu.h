@@ -19,6 +19,8 @@ class QMenuBar;
 namespace karvo
 {
 
+struct MenuEntry;
+
 class MainMenu : public QObject
 {
     Q_OBJECT
@@ -49,16 +51,14 @@ protected:
 
 private:
     struct Item {
-        std::string_view name;
-        std::size_t captionNumber;
+        const MenuEntry* entry;
         QAction* action;
         bool opensMenu;
     };
 
     void addSeparator(QMenu* menu);
-    QMenu* addMenu(QMenuBar* bar, QMenu* parent, std::string_view name);
-    void addItem(QMenuBar* bar, QMenu* parent, std::string_view name);
-    void addShortcuts();
+    QMenu* addMenu(QMenuBar* bar, QMenu* parent, const MenuEntry& entry);
+    void addItem(QMenuBar* bar, QMenu* parent, const MenuEntry& entry);
     void addLanguages();
 
     std::vector<Item> items_;

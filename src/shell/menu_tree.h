@@ -4,23 +4,12 @@
 #include "editors/editor_gate.h"
 
 #include <cstddef>
+#include <optional>
 #include <span>
 #include <string_view>
 
 namespace karvo
 {
-
-struct MenuEntry {
-    int depth;             // 0 in the menu bar
-    std::string_view name; // empty for a separator
-};
-
-// In design order. An entry followed by a deeper one is a menu.
-std::span<const MenuEntry> menuTree();
-
-// An item's caption is the entry of the menu-caption table with its running number, from 1; the entry of the
-// write's time-out is passed over. 0 for an unknown item.
-std::size_t menuCaptionNumber(std::string_view name);
 
 enum class Availability {
     notBuilt, // in no version yet
@@ -30,22 +19,20 @@ enum class Availability {
     withCurrentCv // the same, once a CV with a value is chosen
 };
 
-// Of items; menus can always be opened.
-Availability availabilityOf(std::string_view name);
+struct MenuEntry {
+    int depth;               // 0 in the menu bar
+    std::string_view name;   // empty for a separator
+    std::size_t caption = 0; // its entry in the menu-caption table
 
-// An item that can be used only where its editor opens.
-struct EditorItem {
-    std::string_view name;
-    Editor editor;
+    Availability availability = Availability::notBuilt; // of an item; menus can always be opened
+    const char* keys = "";                              // its shortcut, in the portable notation
+    std::optional<Editor> editor = {};                  // the item can be used only where this one opens
 };
 
-std::span<const EditorItem> editorItems();
+// In design order. An entry followed by a deeper one is a menu.
+std::span<const MenuEntry> menuTree();
 
-struct MenuShortcut {
-    std::string_view name;
-    const char* keys; // in the portable notation
-};
-
-std::span<const MenuShortcut> menuShortcuts();
+// None for an unknown name.
+const MenuEntry* menuEntry(std::string_view name);
 
 } // namespace karvo

@@ -137,7 +137,7 @@ TEST(MainMenu, StandsInDesignOrderAndWhatCanBeChosenHasAReceiver)
         const std::string name(entry.name);
         if (name.empty() || bench.item(name).menu() != nullptr)
             continue;
-        const bool isBuilt = availabilityOf(name) != Availability::notBuilt;
+        const bool isBuilt = entry.availability != Availability::notBuilt;
         const QAction& item = bench.item(name);
         EXPECT_EQ(Connections::of(item) > Connections::of(*unconnected.action(name)), isBuilt) << name;
         EXPECT_EQ(item.toolTip().toStdU16String() == notBuilt, !isBuilt) << name;
