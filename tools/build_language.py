@@ -73,9 +73,11 @@ class Ranges:
         owners = {}
         for room, bounds in self._section(table.name, "range").items():
             where = (table.name, "range", room)
-            if not _is_number_list(bounds) or len(bounds) != 2 or bounds[0] > bounds[1]:
-                raise self._source.error("a range is [first, last]", *where)
-            self._claim(table, owners, range(bounds[0], bounds[1] + 1), where)
+            several = isinstance(bounds, list) and not _is_number_list(bounds)
+            for pair in bounds if several else [bounds]:
+                if not _is_number_list(pair) or len(pair) != 2 or pair[0] > pair[1]:
+                    raise self._source.error("a range is [first, last], or several of them are a list", *where)
+                self._claim(table, owners, range(pair[0], pair[1] + 1), where)
         return owners
 
     def _read_prescribed(self, table):
