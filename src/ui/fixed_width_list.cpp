@@ -1,6 +1,7 @@
 #include "ui/fixed_width_list.h"
 
 #include "ui/fixed_width_font.h"
+#include "ui/item_text_color.h"
 
 #include <QApplication>
 #include <QEvent>
@@ -53,11 +54,8 @@ public:
         const QString name = index.data(nameRole).toString();
         if (name.isEmpty())
             return;
-        const bool chosen = option.state.testFlag(QStyle::State_Selected);
-        const auto group =
-            option.state.testFlag(QStyle::State_Active) ? QPalette::Active : QPalette::Inactive;
-        QColor color = option.palette.color(group, chosen ? QPalette::HighlightedText : QPalette::Text);
-        if (!chosen)
+        QColor color = itemTextColor(option);
+        if (!option.state.testFlag(QStyle::State_Selected))
             color.setAlphaF(mutedOpacity);
         painter->save();
         painter->setPen(color);

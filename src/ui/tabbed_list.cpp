@@ -1,5 +1,7 @@
 #include "ui/tabbed_list.h"
 
+#include "ui/item_text_color.h"
+
 #include <QApplication>
 #include <QEvent>
 #include <QPainter>
@@ -47,12 +49,9 @@ public:
         initStyleOption(&background, index);
         background.text.clear();
         option.widget->style()->drawControl(QStyle::CE_ItemViewItem, &background, painter, option.widget);
-        const bool chosen = option.state.testFlag(QStyle::State_Selected);
-        const auto group =
-            option.state.testFlag(QStyle::State_Active) ? QPalette::Active : QPalette::Inactive;
         painter->save();
         painter->setFont(fontOf(index, option.font));
-        painter->setPen(option.palette.color(group, chosen ? QPalette::HighlightedText : QPalette::Text));
+        painter->setPen(itemTextColor(option));
         paintParts(*painter, option.rect, partsOf(index));
         painter->restore();
     }
