@@ -78,10 +78,10 @@ Text generalHelp(const LanguageTables& texts)
                 usageLine(Text(programName) + u" COMMAND ...", texts) + u"\n" +
                 texts.caption(Caption::cliCommands) + u"\n";
     for (const Command& command : commands()) {
-        const Text operands = command.operands.empty() ? Text() : u" " + wide(command.operands);
-        help += row(wide(command.word) + operands, texts.caption(command.help));
+        const TextView gap = command.operands.empty() ? u"" : u" ";
+        help += row(joined({wide(command.word), gap, wide(command.operands)}), texts.caption(command.help));
     }
-    return help + u"\n" + optionRows(nullptr, texts) + u"\n" + texts.caption(Caption::cliMoreHelp);
+    return joined({help, u"\n", optionRows(nullptr, texts), u"\n", texts.caption(Caption::cliMoreHelp)});
 }
 
 Text helpOf(const Command& command, const LanguageTables& texts)
@@ -89,7 +89,7 @@ Text helpOf(const Command& command, const LanguageTables& texts)
     Text help = usageLine(usageOf(command), texts) + wrapped(texts.caption(command.help), 0);
     if (command.note)
         help += wrapped(texts.caption(*command.note), 0);
-    help += u"\n" + optionRows(&command, texts) + u"\n" + texts.caption(Caption::cliExitCodes) + u"\n";
+    help += joined({u"\n", optionRows(&command, texts), u"\n", texts.caption(Caption::cliExitCodes), u"\n"});
     for (const CommandExit& exit : command.exits)
         help += row(textFromNumber(exitNumber(exit.code)), texts.caption(exit.help));
     help.pop_back();
