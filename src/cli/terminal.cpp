@@ -46,8 +46,8 @@ bool TerminalPrompts::question(const Text& text, QuestionKind kind, ProposedAnsw
         output_.say(texts_.message(Message::notAnswered, {Text(yesOptionOf(kind))}));
         return false;
     }
-    const Text letters = u"[" + firstLetter(texts_.caption(Caption::yesButton)) + u"/" +
-                         firstLetter(texts_.caption(Caption::noButton)) + u"] ";
+    const Text letters = joined({u"[", firstLetter(texts_.caption(Caption::yesButton)), u"/",
+                                 firstLetter(texts_.caption(Caption::noButton)), u"] "});
     const auto answer = answerTo(letters);
     return answer && isYes(*answer);
 }

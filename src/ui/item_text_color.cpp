@@ -1,5 +1,6 @@
 #include "ui/item_text_color.h"
 
+#include <QPalette>
 #include <QStyle>
 #include <QStyleOptionViewItem>
 #include <QWidget>
