@@ -86,8 +86,7 @@ std::string meantName(const std::string& ofDos, const std::string& asItLies)
     std::string bytes;
     for (const char16_t character : textFromUtf8(asItLies))
         bytes += static_cast<char>(character);
-    const bool isUtf8 = utf8FromText(textFromUtf8(bytes)) == bytes;
-    return isUtf8 ? bytes : ofDos;
+    return isUtf8(bytes) ? bytes : ofDos;
 }
 
 // The names of all entries once more, as they lie.

@@ -89,13 +89,16 @@ inline std::string portable(std::string shown)
 // What a step does with the words behind its name, and what it shows then.
 using Steps = std::map<std::string, std::function<std::string(const std::string&)>>;
 
-// Carries out a file of steps, "name words|answers|shown": each one on the bench that the last "case" made.
+// Carries out a file of steps, "name words|answers|shown": each one on the bench that the last "case" made,
+// whose name stands in place of the answers. A bench may have something to check behind each step.
 template <typename Bench>
 void carryOut(const std::string& file)
 {
     std::optional<Bench> bench;
+    std::string name;
     for (const auto& [step, answers, shown] : casesOf<3>(file)) {
         if (step == "case") {
+            name = answers;
             bench.reset();
             bench.emplace();
             continue;
@@ -103,7 +106,10 @@ void carryOut(const std::string& file)
         bench->script(answers);
         const auto nameEnd = std::min(step.find(' '), step.size());
         const auto words = step.substr(std::min(nameEnd + 1, step.size()));
-        EXPECT_EQ(portable(bench->steps.at(step.substr(0, nameEnd))(words)), shown) << step << "|" << answers;
+        EXPECT_EQ(portable(bench->steps.at(step.substr(0, nameEnd))(words)), shown)
+            << name << ": " << step << "|" << answers;
+        if constexpr (requires { bench->checkStepsEnd(); })
+            bench->checkStepsEnd();
     }
 }
 

@@ -94,7 +94,7 @@ private:
     }
 
     // Shows what the act says of itself, and what the person was shown and asked.
-    void act(const std::string& name, const Step& doIt)
+    void act(const std::string& name, const Steps::mapped_type& doIt)
     {
         steps[name] = [this, doIt](Words words) {
             const bool wasBusy = state.lineBusy;
@@ -245,7 +245,7 @@ class SetStepsTest : public testing::TestWithParam<const char*>
 
 TEST_P(SetStepsTest, EachStepShowsWhatItShould)
 {
-    followSteps<SetSteps>(std::string("workbench/") + GetParam() + ".txt");
+    carryOut<SetSteps>(std::string("workbench/") + GetParam() + ".txt");
 }
 
 INSTANTIATE_TEST_SUITE_P(Files, SetStepsTest, testing::Values("set_lists", "set_files", "set_recovery"),

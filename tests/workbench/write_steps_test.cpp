@@ -87,7 +87,7 @@ private:
             return told(report_);
         });
     }
-    void addWrite(const std::string& name, const Step& write)
+    void addWrite(const std::string& name, const Steps::mapped_type& write)
     {
         steps[name] = [this, write](const std::string& words) {
             const bool wasBusy = state.lineBusy;
@@ -247,7 +247,7 @@ class WriteStepsTest : public testing::TestWithParam<const char*>
 
 TEST_P(WriteStepsTest, EachStepShowsWhatItShould)
 {
-    followSteps<WriteSteps>(std::string("workbench/") + GetParam() + ".txt");
+    carryOut<WriteSteps>(std::string("workbench/") + GetParam() + ".txt");
 }
 
 INSTANTIATE_TEST_SUITE_P(Files, WriteStepsTest,
