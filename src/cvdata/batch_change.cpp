@@ -180,13 +180,13 @@ void applyBatch(Files& files, const LanguageTables& texts, std::span<BatchFile> 
 
 Text refusalText(const BatchRow& row, const LanguageTables& texts)
 {
-    const Text arguments[] = {textFromNumber(row.cv), textFromNumber(row.lowerLimit),
-                              textFromNumber(row.upperLimit)};
     switch (row.refusal) {
     case BatchRefusal::notInList:
-        return filledIn(texts.message(Message::batchNotInList), arguments);
+        return texts.message(Message::batchNotInList, {textFromNumber(row.cv)});
     case BatchRefusal::outsideLimits:
-        return filledIn(texts.message(Message::batchOutsideLimits), arguments);
+        return texts.message(
+            Message::batchOutsideLimits,
+            {textFromNumber(row.cv), textFromNumber(row.lowerLimit), textFromNumber(row.upperLimit)});
     default:
         return {};
     }
@@ -194,19 +194,18 @@ Text refusalText(const BatchRow& row, const LanguageTables& texts)
 
 Text refusalText(const BatchFile& file, const LanguageTables& texts)
 {
-    const Text reason[] = {file.reason};
-    const Text size[] = {pathText(file.path), textFromNumber(textFileLimit / megabyte)};
     switch (file.refusal) {
     case BatchRefusal::cannotRead:
         return texts.message(Message::batchCannotRead);
     case BatchRefusal::tooLarge:
-        return filledIn(texts.message(Message::listFileTooLarge), size);
+        return texts.message(Message::listFileTooLarge,
+                             {pathText(file.path), textFromNumber(textFileLimit / megabyte)});
     case BatchRefusal::notAList:
         return texts.message(Message::batchNotAList);
     case BatchRefusal::changedMeanwhile:
         return texts.message(Message::batchChangedMeanwhile);
     case BatchRefusal::cannotSave:
-        return filledIn(texts.message(Message::batchCannotSave), reason);
+        return texts.message(Message::batchCannotSave, {file.reason});
     default:
         return {};
     }

@@ -105,10 +105,10 @@ std::optional<Text> comparisonRefusal(const CvSide& first, const CvSide& second,
         return std::nullopt;
     const bool smallFile = *second.processor == Processor::atmega168;
     const Text inFile = texts.message(smallFile ? Message::fileHasAtmega168 : Message::fileHasAtmega328);
-    const Text argument[] = {Text(processorName(*first.processor))};
-    const Text other = !first.isVehicle ? filledIn(texts.message(Message::firstListHasProcessor), argument)
-                                        : texts.message(smallFile ? Message::vehicleHasAtmega328
-                                                                  : Message::vehicleHasAtmega168);
+    const Text other =
+        !first.isVehicle
+            ? texts.message(Message::firstListHasProcessor, {Text(processorName(*first.processor))})
+            : texts.message(smallFile ? Message::vehicleHasAtmega328 : Message::vehicleHasAtmega168);
     return inFile + Text(lineBreak) + other + Text(lineBreak) + texts.message(Message::cannotCompare);
 }
 
@@ -141,9 +141,9 @@ Text likenessText(Likeness likeness, const LanguageTables& texts)
 
 Text countsText(const Comparison& comparison, const LanguageTables& texts)
 {
-    const Text counts[] = {textFromNumber(comparison.equal), textFromNumber(comparison.different),
-                           textFromNumber(comparison.onlyFirst), textFromNumber(comparison.onlySecond)};
-    return filledIn(texts.caption(Caption::comparedCounts), counts);
+    return texts.caption(Caption::comparedCounts,
+                         {textFromNumber(comparison.equal), textFromNumber(comparison.different),
+                          textFromNumber(comparison.onlyFirst), textFromNumber(comparison.onlySecond)});
 }
 
 std::vector<Text> comparisonReport(const Comparison& comparison, const LanguageTables& texts)

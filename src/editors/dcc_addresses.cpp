@@ -136,14 +136,12 @@ std::optional<Text> questionBefore(const TypedAddresses& addresses, const WriteP
 {
     if (std::none_of(plan.begin(), plan.end(),
                      [](const PlannedWrite& write) { return isAddressPart(write.cv); })) {
-        const Text words[] = {listOf(plan)};
-        return filledIn(texts.message(Message::noAddressTicked), words);
+        return texts.message(Message::noAddressTicked, {listOf(plan)});
     }
     const auto first = numberFromText(trimmed(addresses.first));
     if (!first || numberFromText(trimmed(addresses.second)) != first)
         return std::nullopt;
-    const Text words[] = {textFromNumber(*first)};
-    return filledIn(texts.message(Message::equalAddressesQuestion), words);
+    return texts.message(Message::equalAddressesQuestion, {textFromNumber(*first)});
 }
 
 Text plannedLine(const PlannedWrite& write)

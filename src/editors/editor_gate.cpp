@@ -113,18 +113,15 @@ std::optional<Text> whyNotOpen(const EditorNeeds& needs, const CvSet& set, const
         return needs.opensUnlisted ? std::nullopt : std::optional(texts.message(Message::editorNeedsList));
     const Text model(modelName(set.profile.model));
     if (!needs.models.empty() && !contains(needs.models, set.profile.model)) {
-        const Text words[] = {model, namesOf(needs.models)};
-        return filledIn(texts.message(Message::editorNotForModel), words);
+        return texts.message(Message::editorNotForModel, {model, namesOf(needs.models)});
     }
     const auto unused = cvsWithout(needs.cvs, [&](int cv) { return isUsed(set.table, cv); });
     if (!unused.empty()) {
-        const Text words[] = {model, namesOf(unused)};
-        return filledIn(texts.message(Message::editorLacksCvs), words);
+        return texts.message(Message::editorLacksCvs, {model, namesOf(unused)});
     }
     const auto unknown = cvsWithout(needs.cvs, [&](int cv) { return isCvValue(set.table.value(cv)); });
     if (needs.wantsValues && !unknown.empty()) {
-        const Text words[] = {namesOf(unknown)};
-        return filledIn(texts.message(Message::editorLacksValues), words);
+        return texts.message(Message::editorLacksValues, {namesOf(unknown)});
     }
     return std::nullopt;
 }

@@ -158,8 +158,7 @@ std::optional<Text> servoWithoutPower(LiveWindow window, const CvSet& set, const
     const WindowServos servos = servosOf(window);
     if (isReceiver || !value || !isUsed(set.table, fittingsCv) || (*value & servos.fitted) != 0)
         return std::nullopt;
-    const Text words[] = {textFromNumber(*value), Text(servos.name)};
-    return filledIn(texts.message(Message::servoWithoutPower), words);
+    return texts.message(Message::servoWithoutPower, {textFromNumber(*value), Text(servos.name)});
 }
 
 } // namespace karvo

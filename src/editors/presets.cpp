@@ -33,9 +33,9 @@ constexpr BasedPreset allBasedPresets[] = {{Caption::presetFaller, "FS_Faller_CV
 constexpr int baseSpeedCv = 2;
 constexpr int topSpeedCv = 5;
 
-void warn(Workbench& bench, Message message, std::span<const Text> arguments)
+void warn(Workbench& bench, Message message, std::initializer_list<Text> words)
 {
-    bench.prompts.message(filledIn(bench.state.texts.message(message), arguments), PromptIcon::warning);
+    bench.prompts.message(bench.state.texts.message(message, words), PromptIcon::warning);
 }
 
 // The CV set that a preset is loaded into, or saved from, stands and is of a kind that has its CVs.
@@ -65,16 +65,14 @@ std::optional<Bytes> readPresetFile(Workbench& bench, const std::filesystem::pat
 
 void tellFault(Workbench& bench, const std::filesystem::path& path, const SpeedStepFault& fault)
 {
-    const Text arguments[] = {pathText(path), textFromNumber(fault.line)};
     warn(bench,
          fault.kind == SpeedStepFault::Kind::tooLong ? Message::stepFileTooLong : Message::stepFileValueWrong,
-         arguments);
+         {pathText(path), textFromNumber(fault.line)});
 }
 
 void warnOfUnusable(Workbench& bench, const std::filesystem::path& path)
 {
-    const Text arguments[] = {pathText(path)};
-    warn(bench, Message::stepFileUnusable, arguments);
+    warn(bench, Message::stepFileUnusable, {pathText(path)});
 }
 
 // Nothing, after a message, when not a single record could be read.
@@ -117,8 +115,7 @@ bool mergeSteps(Workbench& bench, PresetMerge& merge, const std::filesystem::pat
         merge.take(record.cv, record.value);
     if (file->fault)
         tellFault(bench, path, *file->fault);
-    const Text name[] = {pathText(path)};
-    tellStepsOutside(bench, filledIn(bench.state.texts.message(Message::fileStepsOutsideLimits), name),
+    tellStepsOutside(bench, bench.state.texts.message(Message::fileStepsOutsideLimits, {pathText(path)}),
                      stepsOf(*file));
     return !file->fault;
 }
@@ -130,10 +127,8 @@ void mergeDistances(Workbench& bench, PresetMerge& merge, const std::filesystem:
     if (!content)
         return;
     const auto file = parseDistanceFile(*content);
-    if (const auto line = file.firstFault()) {
-        const Text arguments[] = {pathText(path), textFromNumber(*line)};
-        warn(bench, Message::distanceFileFaults, arguments);
-    }
+    if (const auto line = file.firstFault())
+        warn(bench, Message::distanceFileFaults, {pathText(path), textFromNumber(*line)});
     for (std::size_t i = 0; i < distanceCvCount; ++i) {
         if (file.values[i].empty())
             continue;
@@ -194,14 +189,13 @@ struct PresetPaths {
 // Before one's own files are replaced, and before the first that stand in front of the shipped ones.
 bool maySave(Workbench& bench, const PresetPaths& own, const PresetPaths& shipped)
 {
-    const LanguageTables& texts = bench.state.texts;
-    const Text paths[] = {pathText(own.steps), pathText(own.distances), pathText(shipped.steps),
-                          pathText(shipped.distances)};
-    if (bench.files.exists(own.steps) || bench.files.exists(own.distances))
-        return bench.prompts.question(filledIn(texts.message(Message::replacePresetsQuestion), paths));
-    if (bench.files.exists(shipped.steps) || bench.files.exists(shipped.distances))
-        return bench.prompts.question(filledIn(texts.message(Message::saveOverShippedQuestion), paths));
-    return true;
+    const bool replaces = bench.files.exists(own.steps) || bench.files.exists(own.distances);
+    if (!replaces && !bench.files.exists(shipped.steps) && !bench.files.exists(shipped.distances))
+        return true;
+    const auto question = replaces ? Message::replacePresetsQuestion : Message::saveOverShippedQuestion;
+    return bench.prompts.question(
+        bench.state.texts.message(question, {pathText(own.steps), pathText(own.distances),
+                                             pathText(shipped.steps), pathText(shipped.distances)}));
 }
 
 Text withoutUnderscoreBehindCi(Text name)
@@ -233,8 +227,7 @@ bool isAmongShipped(Workbench& bench, const UserFolder& folder, const std::files
 {
     if (!folder.isShipped(path))
         return false;
-    const Text words[] = {pathText(path)};
-    warn(bench, Message::shippedStaysAsItIs, words);
+    warn(bench, Message::shippedStaysAsItIs, {pathText(path)});
     return true;
 }
 
@@ -322,8 +315,7 @@ std::optional<BasedSpeedTable> readBasedPreset(Workbench& bench, const BasedPres
     const auto parsed = parseBasedSpeedTable(*content);
     if (const auto* const table = std::get_if<BasedSpeedTable>(&parsed))
         return *table;
-    const Text arguments[] = {pathText(path), textFromNumber(std::get<int>(parsed))};
-    warn(bench, Message::preFileWrong, arguments);
+    warn(bench, Message::preFileWrong, {pathText(path), textFromNumber(std::get<int>(parsed))});
     return std::nullopt;
 }
 

@@ -165,8 +165,7 @@ std::optional<Text> refusalOfLastStep(std::optional<int> typed, const CurvePoint
                texts.message(Message::lastStepTooCloseEnd);
     if (!before.middle || *typed >= *before.middle + lowestUpperRise)
         return std::nullopt;
-    const Text limit[] = {textFromNumber(*before.middle + lowestUpperRise)};
-    return filledIn(texts.message(Message::lastStepTooLow), limit);
+    return texts.message(Message::lastStepTooLow, {textFromNumber(*before.middle + lowestUpperRise)});
 }
 
 std::optional<Text> refusalOfMiddleStep(std::optional<int> typed, int first, int highest,
@@ -176,8 +175,7 @@ std::optional<Text> refusalOfMiddleStep(std::optional<int> typed, int first, int
     const int limit = highest - lowestUpperRise;
     if (typed && *typed >= lowest && *typed <= limit)
         return std::nullopt;
-    const Text limits[] = {textFromNumber(lowest), textFromNumber(limit)};
-    return filledIn(texts.message(Message::middleStepRange), limits);
+    return texts.message(Message::middleStepRange, {textFromNumber(lowest), textFromNumber(limit)});
 }
 
 } // namespace karvo

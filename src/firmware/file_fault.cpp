@@ -52,9 +52,8 @@ Caption reasonOf(FileFault fault)
 
 Text refusalText(const LanguageTables& texts, const std::filesystem::path& path, const FileRefusal& refusal)
 {
-    const Text arguments[] = {pathText(path), textFromNumber(refusal.line),
-                              texts.caption(reasonOf(refusal.fault))};
-    return filledIn(texts.message(Message::firmwareFileFault), arguments);
+    return texts.message(Message::firmwareFileFault, {pathText(path), textFromNumber(refusal.line),
+                                                      texts.caption(reasonOf(refusal.fault))});
 }
 
 } // namespace karvo

@@ -160,9 +160,8 @@ std::optional<Text> messageOf(const UnzipResult& result, const LanguageTables& t
     const auto number = messageNumberOf(result.end);
     if (!number)
         return std::nullopt;
-    const Text words[] = {result.about,
-                          result.error ? fileTroubleText(result.error, texts, files) : result.words};
-    return filledIn(texts.message(*number), words);
+    return texts.message(
+        *number, {result.about, result.error ? fileTroubleText(result.error, texts, files) : result.words});
 }
 
 } // namespace karvo

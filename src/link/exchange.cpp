@@ -42,16 +42,14 @@ void addLine(Text& text, TextView before, const Text& line)
 Text portRefusedText(const Link& link, const PortError& error)
 {
     const Text paragraph = Text(lineBreak) + Text(lineBreak);
-    const Text names[] = {u"COM" + textFromNumber(link.state.portNumber), error.device};
-    const bool named = error.device.empty() || error.device == names[0];
+    const Text port = u"COM" + textFromNumber(link.state.portNumber);
+    const bool named = error.device.empty() || error.device == port;
     const auto which = named ? Message::portRefusedByName : Message::portRefused;
     Text text = error.description;
-    addLine(text, paragraph, filledIn(link.texts.message(which), names));
+    addLine(text, paragraph, link.texts.message(which, {port, error.device}));
     addLine(text, lineBreak, link.texts.message(causeOf(error.fault)));
-    if (!error.accessGroup.empty()) {
-        const Text group[] = {error.accessGroup};
-        addLine(text, lineBreak, filledIn(link.texts.message(Message::accessGroupAdvice), group));
-    }
+    if (!error.accessGroup.empty())
+        addLine(text, lineBreak, link.texts.message(Message::accessGroupAdvice, {error.accessGroup}));
     addLine(text, paragraph, link.texts.message(Message::programEnds));
     if (link.unsavedWorkKept)
         addLine(text, lineBreak, link.texts.message(Message::unsavedWorkKept));

@@ -41,18 +41,17 @@ Text noReplyText(const Link& link)
     const LinkState& state = link.state;
     Text extent = link.texts.message(Message::nothingReceived);
     if (state.arrivedBytes != 0) {
-        const Text counts[] = {textFromNumber(static_cast<long long>(state.arrivedBytes)),
-                               textFromNumber(static_cast<long long>(state.awaitedBytes))};
-        extent = filledIn(link.texts.message(Message::bytesOfReply), counts);
+        extent = link.texts.message(Message::bytesOfReply,
+                                    {textFromNumber(static_cast<long long>(state.arrivedBytes)),
+                                     textFromNumber(static_cast<long long>(state.awaitedBytes))});
     }
     return joined({link.texts.message(Message::noReply), lineBreak, extent});
 }
 
 Text unknownDecoderText(const Link& link)
 {
-    const Text reply[] = {shownReply(link.state.lastReply)};
     return joined({link.texts.message(Message::unknownDecoder), lineBreak,
-                   filledIn(link.texts.message(Message::replyWas), reply)});
+                   link.texts.message(Message::replyWas, {shownReply(link.state.lastReply)})});
 }
 
 } // namespace karvo

@@ -143,17 +143,16 @@ std::optional<ListHit> Hauptform::chosenPlace() const
 
 void Hauptform::showVersion()
 {
-    const Text version[] = {Text(programVersion)};
-    bench_.prompts.message(filledIn(texts_.caption(Caption::versionText), version), PromptIcon::information);
+    bench_.prompts.message(texts_.caption(Caption::versionText, {Text(programVersion)}),
+                           PromptIcon::information);
 }
 
 void Hauptform::showAbout()
 {
-    const Text version[] = {Text(programVersion)};
     Text lines;
     for (const Caption line :
          {Caption::about1, Caption::about2, Caption::about3, Caption::about4, Caption::about5})
-        lines += (lines.empty() ? Text() : Text(lineBreak)) + filledIn(texts_.caption(line), version);
+        lines += (lines.empty() ? Text() : Text(lineBreak)) + texts_.caption(line, {Text(programVersion)});
     bench_.prompts.message(lines, PromptIcon::information);
 }
 

@@ -114,8 +114,7 @@ void Hauptform::loadOwn()
 
 void Hauptform::showLoaded(int changed, const Text& from)
 {
-    const Text words[] = {textFromNumber(changed), from};
-    bench_.view.showStatus(filledIn(texts_.caption(Caption::presetLoaded), words));
+    bench_.view.showStatus(texts_.caption(Caption::presetLoaded, {textFromNumber(changed), from}));
 }
 
 void Hauptform::savePresetOf(const Preset& preset)

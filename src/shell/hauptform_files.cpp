@@ -36,8 +36,7 @@ void Hauptform::save(bool (*saving)(Workbench&, const Text&), std::string_view i
 {
     if (!saving(bench_, menu_->captionOf(texts_, item)))
         return;
-    const Text path[] = {pathText(state_.set.listPath)};
-    bench_.view.showStatus(filledIn(texts_.caption(Caption::fileSaved), path));
+    bench_.view.showStatus(texts_.caption(Caption::fileSaved, {pathText(state_.set.listPath)}));
 }
 
 } // namespace karvo

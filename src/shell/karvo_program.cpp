@@ -89,8 +89,7 @@ bool KarvoProgram::start()
     window_->show();
     offerRecovery(bench_);
     if (!recoveryFolder_.empty() && !recovery_) {
-        const Text folder[] = {pathText(recoveryFolder_)};
-        prompts_.message(filledIn(state_.texts.message(Message::recoveryUnavailable), folder),
+        prompts_.message(state_.texts.message(Message::recoveryUnavailable, {pathText(recoveryFolder_)}),
                          PromptIcon::warning);
     }
     return true;

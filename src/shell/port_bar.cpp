@@ -145,8 +145,9 @@ void PortBar::showPort(int number)
 void PortBar::updateNote()
 {
     const bool absent = ports_->isAbsent();
-    const Text port[] = {typedText(ports_->currentText())};
-    note_->setText(absent ? qtText(filledIn(texts_.caption(Caption::portAbsentNote), port)) : QString());
+    note_->setText(absent
+                       ? qtText(texts_.caption(Caption::portAbsentNote, {typedText(ports_->currentText())}))
+                       : QString());
     note_->setVisible(absent);
     ports_->setAccessibleDescription(note_->text());
     if (absent)

@@ -43,8 +43,7 @@ void tellOfSettings(Workbench& bench)
     const auto place = bench.settings.unwritablePlace();
     if (!place)
         return;
-    const Text words[] = {*place};
-    bench.prompts.message(filledIn(bench.state.texts.message(Message::settingsNotStored), words),
+    bench.prompts.message(bench.state.texts.message(Message::settingsNotStored, {*place}),
                           PromptIcon::warning);
 }
 

@@ -284,9 +284,8 @@ void WindowPrompts::offerOther(QFileDialog& dialog, const FileRequest& request)
 
 bool WindowPrompts::mayReplace(const std::filesystem::path& path)
 {
-    const Text name[] = {pathText(path)};
     return !QFileInfo::exists(qtPath(path)) ||
-           question(filledIn(texts_.message(Message::replaceFileQuestion), name));
+           question(texts_.message(Message::replaceFileQuestion, {pathText(path)}));
 }
 
 // A box of the main window could come up behind a dialog that stands open over it.

@@ -45,9 +45,10 @@ Text withForm(const CvTable& table, const Text& address, const LanguageTables& t
 
 Text addressesText(const CvTable& table, bool hasSecond, const LanguageTables& texts)
 {
-    const Text both[] = {withForm(table, firstAddress(table), texts),
-                         withForm(table, secondAddress(table), texts)};
-    return hasSecond ? filledIn(texts.caption(Caption::bothAddresses), both) : both[0];
+    const Text first = withForm(table, firstAddress(table), texts);
+    if (!hasSecond)
+        return first;
+    return texts.caption(Caption::bothAddresses, {first, withForm(table, secondAddress(table), texts)});
 }
 
 } // namespace
@@ -61,14 +62,13 @@ Text addressNotice(const std::vector<WriteOutcome>& outcomes, const HeldBlock* h
         return texts.message(Message::addressUnknown);
     auto table = addressCvsOf(held->image);
     const bool hasSecond = held->profile.typeCode < firstReceiverTypeCode && answersToSecondAddress(table);
-    Text addresses[] = {addressesText(table, hasSecond, texts), {}};
+    const Text before = addressesText(table, hasSecond, texts);
     for (const WriteOutcome& outcome : outcomes) {
         if (isAddressCv(outcome.cv) && outcome.end == WriteEnd::unacknowledged)
             table.setValue(outcome.cv, outcome.value);
     }
-    addresses[1] = addressesText(table, hasSecond, texts);
-    const bool isCertain = addresses[0] == addresses[1];
-    return filledIn(texts.message(isCertain ? Message::addressNow : Message::addressUncertain), addresses);
+    const Text after = addressesText(table, hasSecond, texts);
+    return texts.message(before == after ? Message::addressNow : Message::addressUncertain, {before, after});
 }
 
 } // namespace karvo

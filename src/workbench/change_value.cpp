@@ -21,10 +21,9 @@ void reportOutsideLimits(Workbench& bench, int cv, TextView typed, const ValueLi
     const Text number = textFromNumber(cv);
     const Text lower = textFromNumber(limits.lower);
     const Text upper = textFromNumber(limits.upper);
-    const Text missing[] = {number, lower, upper};
-    const Text refused[] = {number, value, lower, upper};
-    bench.prompts.message(value.empty() ? filledIn(texts.message(Message::valueMissing), missing)
-                                        : filledIn(texts.message(Message::outsideLimits), refused),
+    bench.prompts.message(value.empty()
+                              ? texts.message(Message::valueMissing, {number, lower, upper})
+                              : texts.message(Message::outsideLimits, {number, value, lower, upper}),
                           PromptIcon::warning);
 }
 

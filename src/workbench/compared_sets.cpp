@@ -122,10 +122,9 @@ std::optional<CvSide> ComparedSets::firstSide() const
     if (!hasBenchSet())
         return std::nullopt;
     const CvSet& set = bench_.state.set;
-    const Text name[] = {set.loadedData};
     return sideOf(set, set.isOffline()
                            ? set.loadedData
-                           : filledIn(bench_.state.texts.caption(Caption::comparedVehicle), name));
+                           : bench_.state.texts.caption(Caption::comparedVehicle, {set.loadedData}));
 }
 
 std::optional<Model> ComparedSets::modelOfSides() const

@@ -18,21 +18,20 @@ namespace
 constexpr int optionalCv = 153;
 
 // Each read and each list would tell of it again.
-void tellOnce(Workbench& bench, const std::string& fileName, Message message,
-              std::initializer_list<Text> more = {})
+void tellOnce(Workbench& bench, const std::string& fileName, Message message, const Text& second = {},
+              const Text& third = {})
 {
     const auto path = bench.state.programFolder / fileName;
     if (!bench.state.faultyFiles.insert(path).second)
         return;
-    std::vector<Text> arguments = {pathText(path)};
-    arguments.insert(arguments.end(), more);
-    bench.prompts.message(filledIn(bench.state.texts.message(message), arguments), PromptIcon::warning);
+    bench.prompts.message(bench.state.texts.message(message, {pathText(path), second, third}),
+                          PromptIcon::warning);
 }
 
 void tellOfLines(Workbench& bench, const std::string& fileName, std::size_t count, int first)
 {
-    tellOnce(bench, fileName, Message::descriptionFaults,
-             {textFromNumber(static_cast<long long>(count)), textFromNumber(first)});
+    tellOnce(bench, fileName, Message::descriptionFaults, textFromNumber(static_cast<long long>(count)),
+             textFromNumber(first));
 }
 
 // Nothing, after a message, when it can not be read or is none.
@@ -144,9 +143,7 @@ std::optional<Description> loadDescription(Workbench& bench, const std::string& 
     }
     auto description = parseDescription(*content);
     if (!description) {
-        const Text arguments[] = {pathText(path)};
-        bench.prompts.message(filledIn(texts.message(Message::notADescription), arguments),
-                              PromptIcon::warning);
+        bench.prompts.message(texts.message(Message::notADescription, {pathText(path)}), PromptIcon::warning);
         return std::nullopt;
     }
     const auto companionName = textCompanionName(fileName, bench.state.language);
@@ -235,7 +232,7 @@ void reportFaults(Workbench& bench, const std::string& fileName, const std::vect
         return fault.kind == DescriptionFault::Kind::noEnd;
     });
     if (end != faults.end())
-        return tellOnce(bench, fileName, Message::descriptionCutOff, {textFromNumber(end->line)});
+        return tellOnce(bench, fileName, Message::descriptionCutOff, textFromNumber(end->line));
     const auto first = std::min_element(
         faults.begin(), faults.end(),
         [](const DescriptionFault& one, const DescriptionFault& other) { return one.line < other.line; });

@@ -14,9 +14,10 @@ bool saveContent(Workbench& bench, const std::filesystem::path& path, const Byte
     const auto error = bench.files.saveAtomically(path, content);
     if (!error)
         return true;
-    const Text words[] = {pathText(path), fileTroubleText(error, bench.state.texts, bench.files)};
-    bench.prompts.message(filledIn(bench.state.texts.message(Message::cannotSaveFile), words),
-                          PromptIcon::warning);
+    bench.prompts.message(
+        bench.state.texts.message(Message::cannotSaveFile,
+                                  {pathText(path), fileTroubleText(error, bench.state.texts, bench.files)}),
+        PromptIcon::warning);
     return false;
 }
 

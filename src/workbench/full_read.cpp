@@ -87,8 +87,8 @@ void showListFilled(Workbench& bench)
 {
     if (bench.state.link.typeCode == readOnlyReceiverCode)
         return bench.view.showStatus(bench.state.texts.caption(Caption::receiverOnlyRead));
-    const Text count[] = {textFromNumber(bench.state.set.rowCount)};
-    bench.view.showStatus(filledIn(bench.state.texts.caption(Caption::listFilled), count));
+    bench.view.showStatus(
+        bench.state.texts.caption(Caption::listFilled, {textFromNumber(bench.state.set.rowCount)}));
 }
 
 } // namespace

@@ -18,16 +18,15 @@ namespace karvo
 namespace
 {
 
-void warn(Workbench& bench, Message message, std::span<const Text> arguments)
+void warn(Workbench& bench, Message message, std::initializer_list<Text> words)
 {
-    bench.prompts.message(filledIn(bench.state.texts.message(message), arguments), PromptIcon::warning);
+    bench.prompts.message(bench.state.texts.message(message, words), PromptIcon::warning);
 }
 
 void showRefusal(Workbench& bench, const ListRefusal& refusal, const std::filesystem::path& path)
 {
-    const Text arguments[] = {pathText(path), textFromNumber(refusal.line)};
     warn(bench, refusal.kind == ListRefusal::Kind::noRow ? Message::notAListFile : Message::listFileTooLong,
-         arguments);
+         {pathText(path), textFromNumber(refusal.line)});
 }
 
 // Nothing after a message.
@@ -36,12 +35,10 @@ std::optional<Bytes> contentOf(Workbench& bench, const std::filesystem::path& pa
     auto content = bench.files.readWhole(path, textFileLimit);
     if (content)
         return content;
-    if (bench.files.sizeOf(path) > textFileLimit) {
-        const Text arguments[] = {pathText(path), textFromNumber(textFileLimit / megabyte)};
-        warn(bench, Message::listFileTooLarge, arguments);
-    } else {
+    if (bench.files.sizeOf(path) > textFileLimit)
+        warn(bench, Message::listFileTooLarge, {pathText(path), textFromNumber(textFileLimit / megabyte)});
+    else
         showCannotOpen(bench, path);
-    }
     return std::nullopt;
 }
 
@@ -217,8 +214,7 @@ bool takeListContent(Workbench& bench, std::span<const std::uint8_t> content,
         return false;
     const auto model = modelOfHeader(list->header());
     if (!model) {
-        const Text arguments[] = {pathText(path)};
-        warn(bench, Message::listWithoutModel, arguments);
+        warn(bench, Message::listWithoutModel, {pathText(path)});
         return false;
     }
     const Text notes = listNotes(*list, path, bench.state.texts);
@@ -238,13 +234,13 @@ bool saveListAs(Workbench& bench, const std::filesystem::path& path)
     }
     const auto named = withListExtension(path);
     if (named != path && bench.files.exists(named)) {
-        const Text name[] = {pathText(named)};
-        if (!bench.prompts.question(filledIn(bench.state.texts.message(Message::replaceFileQuestion), name)))
+        if (!bench.prompts.question(
+                bench.state.texts.message(Message::replaceFileQuestion, {pathText(named)})))
             return false;
     }
     if (const auto error = bench.files.saveAtomically(named, save_data(set))) {
-        const Text arguments[] = {pathText(named), fileTroubleText(error, bench.state.texts, bench.files)};
-        warn(bench, Message::cannotSaveFile, arguments);
+        warn(bench, Message::cannotSaveFile,
+             {pathText(named), fileTroubleText(error, bench.state.texts, bench.files)});
         return false;
     }
     set.listPath = named;

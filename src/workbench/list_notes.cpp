@@ -42,12 +42,11 @@ Text listNotes(const ListFile& list, const std::filesystem::path& path, const La
 {
     if (list.faults.empty())
         return {};
-    const Text file[] = {pathText(path)};
-    Text text = filledIn(texts.message(Message::listOpenedInPart), file);
+    Text text = texts.message(Message::listOpenedInPart, {pathText(path)});
     for (const auto& [kind, message] : notes) {
-        const Text arguments[] = {linesOf(list.faults, kind), list.unknownProcessor};
-        if (!arguments[0].empty())
-            text += Text(lineBreak) + filledIn(texts.message(message), arguments);
+        const Text lines = linesOf(list.faults, kind);
+        if (!lines.empty())
+            text += Text(lineBreak) + texts.message(message, {lines, list.unknownProcessor});
     }
     return text;
 }

@@ -137,10 +137,10 @@ Text questionAbout(Workbench& bench, const Kept& kept)
 {
     const auto& file = bench.state.recovery.file;
     const auto time = bench.files.changedAt(file);
-    const Text words[] = {nameOf(bench.state.texts, kept), time ? momentText(*time) : Text(u"---"),
-                          textFromNumber(static_cast<long long>(kept.before.size())),
-                          pathText(asidePath(bench.files, file))};
-    return filledIn(bench.state.texts.message(Message::recoveryQuestion), words);
+    return bench.state.texts.message(
+        Message::recoveryQuestion,
+        {nameOf(bench.state.texts, kept), time ? momentText(*time) : Text(u"---"),
+         textFromNumber(static_cast<long long>(kept.before.size())), pathText(asidePath(bench.files, file))});
 }
 
 } // namespace
@@ -157,9 +157,9 @@ void keepRecovery(Workbench& bench)
     recovery.holdsChanges = !error;
     if (!error || std::exchange(recovery.troubleShown, true))
         return;
-    const Text arguments[] = {pathText(recovery.file),
-                              fileTroubleText(error, bench.state.texts, bench.files)};
-    bench.prompts.message(filledIn(bench.state.texts.message(Message::recoveryNotKept), arguments),
+    bench.prompts.message(bench.state.texts.message(Message::recoveryNotKept,
+                                                    {pathText(recovery.file),
+                                                     fileTroubleText(error, bench.state.texts, bench.files)}),
                           PromptIcon::warning);
 }
 
@@ -182,9 +182,10 @@ bool offerRecovery(Workbench& bench)
         return false;
     }
     // Then it stays where it is, and nothing of this run is written over it.
-    const Text arguments[] = {pathText(file), fileTroubleText(error, bench.state.texts, bench.files)};
-    bench.prompts.message(filledIn(bench.state.texts.message(Message::recoveryNotKept), arguments),
-                          PromptIcon::warning);
+    bench.prompts.message(
+        bench.state.texts.message(Message::recoveryNotKept,
+                                  {pathText(file), fileTroubleText(error, bench.state.texts, bench.files)}),
+        PromptIcon::warning);
     bench.state.recovery.file.clear();
     return false;
 }

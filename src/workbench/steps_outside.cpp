@@ -50,8 +50,9 @@ Text stepsOutsideText(std::vector<StepOutside> steps, const LanguageTables& text
     }
     Text text;
     for (const auto& [limits, named] : byLimits) {
-        const Text words[] = {textFromNumber(limits.first), textFromNumber(limits.second), named};
-        text += Text(lineBreak) + filledIn(texts.message(Message::stepsOutsideLine), words);
+        text += Text(lineBreak) +
+                texts.message(Message::stepsOutsideLine,
+                              {textFromNumber(limits.first), textFromNumber(limits.second), named});
     }
     return text.erase(0, lineBreak.size());
 }

@@ -19,8 +19,7 @@ bool takeNumber(Workbench& bench, TextView typed)
     }
     if (bench.state.lineBusy)
         return true;
-    const Text number[] = {Text(trimmed(typed))};
-    bench.prompts.message(filledIn(bench.state.texts.message(Message::numberNotInList), number),
+    bench.prompts.message(bench.state.texts.message(Message::numberNotInList, {Text(trimmed(typed))}),
                           PromptIcon::warning);
     return false;
 }

@@ -99,8 +99,7 @@ std::optional<Text> otherBuildQuestion(const CvSet& set, const DecoderProfile& v
         return std::nullopt;
     Text lines;
     const auto add = [&](Message message, const Text& ofList, const Text& ofVehicle) {
-        const Text both[] = {ofList, ofVehicle};
-        lines += Text(lineBreak) + filledIn(texts.message(message), both);
+        lines += Text(lineBreak) + texts.message(message, {ofList, ofVehicle});
     };
     if (isOfOtherGeneration(set, vehicle))
         add(Message::otherGeneration, buildText(set.profile, texts), buildText(vehicle, texts));

@@ -61,8 +61,7 @@ bool keepBlock(Workbench& bench, const DecoderBlock& block, const KeepBackup& ke
             return false;
         const auto kept = keep(*set);
         if (kept.trouble) {
-            const Text arguments[] = {*kept.trouble};
-            bench.prompts.message(filledIn(state.texts.message(Message::backupFailed), arguments),
+            bench.prompts.message(state.texts.message(Message::backupFailed, {*kept.trouble}),
                                   PromptIcon::warning);
             return false;
         }

@@ -96,8 +96,9 @@ std::optional<WriteManyEnd> WriteGuard::identify()
     const Model model = modelOfTypeCode(state.link.typeCode);
     if (isOfModel(state.set, model))
         return std::nullopt;
-    const Text names[] = {typeText(state.set.profile, state.texts), Text(modelName(model))};
-    bench_.prompts.message(filledIn(state.texts.message(Message::otherModel), names), PromptIcon::warning);
+    bench_.prompts.message(state.texts.message(Message::otherModel, {typeText(state.set.profile, state.texts),
+                                                                     Text(modelName(model))}),
+                           PromptIcon::warning);
     return WriteManyEnd::otherModel;
 }
 

@@ -15,19 +15,19 @@ namespace
 
 constexpr std::size_t mostLines = 12; // a box has room for so many
 
+Caption captionOf(WriteSkip reason)
+{
+    if (reason == WriteSkip::notUsed)
+        return Caption::valueUnused;
+    return reason == WriteSkip::decodersOwn ? Caption::valueReadOnly : Caption::valueBeyondLimits;
+}
+
 Text lineOf(const WriteOutcome& outcome, const CvTable& table, const LanguageTables& texts)
 {
     const auto limits = limitsOf(table, outcome.cv);
-    const Text words[] = {u"CV" + textFromNumber(outcome.cv), textFromNumber(outcome.value),
-                          textFromNumber(limits.lower), textFromNumber(limits.upper)};
-    switch (limitsAgainst(table, outcome.cv, outcome.value)) {
-    case WriteSkip::notUsed:
-        return filledIn(texts.caption(Caption::valueUnused), words);
-    case WriteSkip::decodersOwn:
-        return filledIn(texts.caption(Caption::valueReadOnly), words);
-    default:
-        return filledIn(texts.caption(Caption::valueBeyondLimits), words);
-    }
+    return texts.caption(captionOf(limitsAgainst(table, outcome.cv, outcome.value)),
+                         {u"CV" + textFromNumber(outcome.cv), textFromNumber(outcome.value),
+                          textFromNumber(limits.lower), textFromNumber(limits.upper)});
 }
 
 std::vector<Text> linesOf(const std::vector<WriteOutcome>& beyond, const CvSet& set,
@@ -55,8 +55,9 @@ Text questionAbout(const std::vector<Text>& lines, const LanguageTables& texts)
     for (std::size_t i = 0; i < shown; ++i)
         question += Text(lineBreak) + lines[i];
     if (shown != lines.size()) {
-        const Text more[] = {textFromNumber(static_cast<long long>(lines.size() - shown))};
-        question += Text(lineBreak) + filledIn(texts.caption(Caption::furtherValues), more);
+        question +=
+            Text(lineBreak) + texts.caption(Caption::furtherValues,
+                                            {textFromNumber(static_cast<long long>(lines.size() - shown))});
     }
     return question + Text(lineBreak) + texts.message(Message::limitsQuestionLast);
 }
@@ -88,9 +89,9 @@ bool mayWriteWhatItLacks(Workbench& bench, const std::vector<WriteOutcome>& outc
 {
     std::vector<Text> lines;
     for (const WriteOutcome& outcome : outcomes) {
-        const Text words[] = {u"CV" + textFromNumber(outcome.cv), textFromNumber(outcome.value)};
         if (isDue(outcome) && lacksCv(vehicle, bench.state.set.table, outcome.cv))
-            lines.push_back(filledIn(bench.state.texts.caption(Caption::valueUnused), words));
+            lines.push_back(bench.state.texts.caption(
+                Caption::valueUnused, {u"CV" + textFromNumber(outcome.cv), textFromNumber(outcome.value)}));
     }
     return mayWrite(bench, questionAbout(lines, bench.state.texts));
 }

@@ -125,9 +125,8 @@ Text lowBatteryText(const WritePreview& preview, const ProgramState& state)
     if (!preview.lowBattery)
         return {};
     const bool comma = state.language != LanguageCode::english;
-    const Text volts[] = {voltsText(preview.lowBattery->measured, comma),
-                          voltsText(preview.lowBattery->level, comma)};
-    return filledIn(state.texts.caption(Caption::previewLowBattery), volts);
+    return state.texts.caption(Caption::previewLowBattery, {voltsText(preview.lowBattery->measured, comma),
+                                                            voltsText(preview.lowBattery->level, comma)});
 }
 
 std::optional<WritePlan> confirmPlan(ProgramState& state, WritePlan plan, WritePreview preview,

@@ -109,8 +109,7 @@ void addLeftOut(std::vector<Text>& lines, const WriteReport& report, const Langu
     }
     if (skips.empty())
         return;
-    const Text count[] = {numberText(skips.size())};
-    lines.push_back(filledIn(texts.caption(Caption::leftOutCount), count));
+    lines.push_back(texts.caption(Caption::leftOutCount, {numberText(skips.size())}));
     for (Text& reason : reasonsOf(skips, texts))
         lines.push_back(u"    " + std::move(reason));
 }
@@ -215,15 +214,15 @@ std::vector<Text> reasonsOf(std::span<const WriteSkip> skips, const LanguageTabl
 
 std::vector<Text> summaryOf(const WriteReport& report, const LanguageTables& texts)
 {
-    const Text counts[] = {numberText(report.countOf(WriteEnd::written)), numberText(report.countOfWanted())};
-    std::vector<Text> lines{filledIn(texts.caption(Caption::writeSummary), counts)};
+    std::vector<Text> lines{
+        texts.caption(Caption::writeSummary,
+                      {numberText(report.countOf(WriteEnd::written)), numberText(report.countOfWanted())})};
     addEnd(lines, report.end, texts);
     addLeftOut(lines, report, texts);
     if (!report.addressNotice.empty())
         lines.push_back(report.addressNotice);
-    const Text backup[] = {pathText(report.backup)};
     if (!report.backup.empty())
-        lines.push_back(filledIn(texts.caption(Caption::backupFile), backup));
+        lines.push_back(texts.caption(Caption::backupFile, {pathText(report.backup)}));
     return lines;
 }
 

@@ -193,9 +193,9 @@ private:
 
 void showSummary(Workbench& bench, const WriteReport& report)
 {
-    const Text counts[] = {textFromNumber(static_cast<long long>(report.countOf(WriteEnd::written))),
-                           textFromNumber(static_cast<long long>(report.countOfWanted()))};
-    bench.view.showStatus(filledIn(bench.state.texts.caption(Caption::writeSummary), counts));
+    bench.view.showStatus(bench.state.texts.caption(
+        Caption::writeSummary, {textFromNumber(static_cast<long long>(report.countOf(WriteEnd::written))),
+                                textFromNumber(static_cast<long long>(report.countOfWanted()))}));
 }
 
 std::vector<WriteOutcome> outcomesOf(const WritePlan& plan, const CvTable& table)
@@ -250,9 +250,9 @@ bool beganWithOtherDecoder(const WriteReport& report, const std::vector<WriteOut
 
 void reportOtherDecoder(Workbench& bench, const Text& expected)
 {
-    const Text identifications[] = {bench.state.link.identification, expected};
-    bench.prompts.message(filledIn(bench.state.texts.message(Message::otherDecoder), identifications),
-                          PromptIcon::warning);
+    bench.prompts.message(
+        bench.state.texts.message(Message::otherDecoder, {bench.state.link.identification, expected}),
+        PromptIcon::warning);
 }
 
 // Where the vehicle was changed without a sign of it, the first write finds out, and nothing has been

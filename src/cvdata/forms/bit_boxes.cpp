@@ -25,8 +25,8 @@ QString boxText(const CvDetails& details, std::size_t bit, const LanguageTables&
 {
     if (!details.bits[bit].empty())
         return buttonText(alignedWeight(bit) + details.bits[bit]);
-    const Text number[] = {textFromNumber(static_cast<long long>(bit))};
-    return buttonText(alignedWeight(bit) + filledIn(texts.caption(Caption::unnamedBit), number));
+    return buttonText(alignedWeight(bit) +
+                      texts.caption(Caption::unnamedBit, {textFromNumber(static_cast<long long>(bit))}));
 }
 
 } // namespace

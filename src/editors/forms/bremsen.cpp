@@ -178,9 +178,9 @@ std::optional<DistanceFile> Bremsen::read(const std::filesystem::path& path)
     }
     auto file = parseDistanceFile(*content);
     if (const auto line = file.firstFault()) {
-        const Text arguments[] = {pathText(path), textFromNumber(*line)};
-        bench_.prompts.message(filledIn(texts_.message(Message::distanceFileFaults), arguments),
-                               PromptIcon::warning);
+        bench_.prompts.message(
+            texts_.message(Message::distanceFileFaults, {pathText(path), textFromNumber(*line)}),
+            PromptIcon::warning);
     }
     return file;
 }

@@ -157,8 +157,10 @@ bool Fahrstufen::takeField(QLineEdit& field, int step)
     if (telling_)
         return false;
     telling_ = true;
-    const Text words[] = {textFromNumber(step), textFromNumber(lowestSpeed), textFromNumber(highest_)};
-    bench_.prompts.message(filledIn(texts_.message(Message::stepOutsideRange), words), PromptIcon::warning);
+    bench_.prompts.message(
+        texts_.message(Message::stepOutsideRange,
+                       {textFromNumber(step), textFromNumber(lowestSpeed), textFromNumber(highest_)}),
+        PromptIcon::warning);
     telling_ = false;
     field.setFocus();
     field.selectAll();
@@ -178,10 +180,10 @@ void Fahrstufen::takeOver()
 {
     if (!takeFields())
         return;
-    const Text count[] = {textFromNumber(edit_.Uebernehmen(bench_))};
-    bench_.view.showStatus(filledIn(texts_.caption(Caption::stepsTaken), count));
+    const Text taken = texts_.caption(Caption::stepsTaken, {textFromNumber(edit_.Uebernehmen(bench_))});
+    bench_.view.showStatus(taken);
     showValues();
-    note_->setText(qtText(filledIn(texts_.caption(Caption::stepsTaken), count)));
+    note_->setText(qtText(taken));
 }
 
 void Fahrstufen::reset()

@@ -50,8 +50,7 @@ std::vector<TypedServoAddress> Servo_Addresse::typed() const
 
 Text Servo_Addresse::refusalOf(int servo) const
 {
-    const Text words[] = {textFromNumber(servo)};
-    return filledIn(texts_.message(Message::servoAddressWrong), words);
+    return texts_.message(Message::servoAddressWrong, {textFromNumber(servo)});
 }
 
 // Also while the window is being built: then nothing is typed yet, and the lines are made at its end.
