@@ -72,7 +72,7 @@ void printDecoder(Output& output, const ProgramState& state)
 {
     const Text model(modelName(modelOfTypeCode(state.link.typeCode)));
     output.put(QStringLiteral("identification"), toQString(state.link.identification));
-    output.put(QStringLiteral("typeCode"), state.link.typeCode);
+    output.put(QStringLiteral("typeCode"), numberOf(state.link.typeCode));
     output.put(QStringLiteral("model"), toQString(model));
     output.line(model + u" (" + state.link.identification + u")");
 }

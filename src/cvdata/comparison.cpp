@@ -2,6 +2,7 @@
 
 #include "cvdata/csv_export.h"
 #include "cvdata/list_file.h"
+#include "cvdata/speed_cvs.h"
 #include "program/text_lines.h"
 
 namespace karvo
@@ -56,10 +57,10 @@ std::vector<std::pair<int, Text>> labels(SpeedSteps steps)
 {
     std::vector<std::pair<int, Text>> all;
     for (int cv = 1; cv <= CvTable::lastRow; ++cv) {
-        const bool isStep = steps == SpeedSteps::asSteps && cv >= firstSpeedStepCv && cv <= lastSpeedStepCv;
+        const bool isStep = steps == SpeedSteps::asSteps && isSpeedStepCv(cv);
         if (!isStep)
             all.emplace_back(cv, comparedCvLabel(cv));
-        for (int step = 1; isStep && cv == firstSpeedStepCv && step <= speedSteps; ++step)
+        for (int step = 1; isStep && cv == firstSpeedStepCv && step <= speedStepCount; ++step)
             all.emplace_back(cvOfSpeedStep(step), comparedStepLabel(step));
     }
     return all;

@@ -54,9 +54,9 @@ Generation kv04Generation(TextView identification, int firmware)
     return firmware == 2 ? Generation::until2008Second : Generation::until2008Last;
 }
 
-Generation datedGeneration(int typeCode, const FirmwareDate& date)
+Generation datedGeneration(TypeCode typeCode, const FirmwareDate& date)
 {
-    if (typeCode != 4 && isFrom(date, 2012, 11))
+    if (typeCode != TypeCode::kv04From2010 && isFrom(date, 2012, 11))
         return Generation::november2012;
     return isFrom(date, 2010, 5) ? Generation::may2010 : Generation::undated;
 }
@@ -77,19 +77,19 @@ Generation newerGeneration(const CvImage& image)
     return firmware == 5 ? Generation::f5 : Generation::standard;
 }
 
-Generation generationOf(int typeCode, TextView identification, const CvImage& image)
+Generation generationOf(TypeCode typeCode, TextView identification, const CvImage& image)
 {
     switch (typeCode) {
-    case 0:
+    case TypeCode::kv04:
         return kv04Generation(identification, image[firmwareCv]);
-    case 4:
-    case 5:
-    case 6:
+    case TypeCode::kv04From2010:
+    case TypeCode::kv05From2010:
+    case TypeCode::kv06From2010:
         return datedGeneration(typeCode, dateOf(image));
-    case 7:
-    case 8:
+    case TypeCode::kv07:
+    case TypeCode::kv08:
         return newerGeneration(image);
-    case 57:
+    case TypeCode::trailer:
         return image[firmwareCv] <= 1 ? Generation::v1 : Generation::standard;
     default:
         return Generation::standard;
@@ -104,23 +104,23 @@ bool DecoderProfile::isOlderKv04() const
            generation == Generation::until2008Last;
 }
 
-Model modelOfTypeCode(int typeCode)
+Model modelOfTypeCode(TypeCode typeCode)
 {
     switch (typeCode) {
-    case 0:
-    case 4:
+    case TypeCode::kv04:
+    case TypeCode::kv04From2010:
         return Model::kv04;
-    case 1:
-    case 5:
+    case TypeCode::kv05:
+    case TypeCode::kv05From2010:
         return Model::kv05;
-    case 2:
-    case 6:
+    case TypeCode::kv06:
+    case TypeCode::kv06From2010:
         return Model::kv06;
-    case 7:
+    case TypeCode::kv07:
         return Model::kv07;
-    case 8:
+    case TypeCode::kv08:
         return Model::kv08;
-    case 57:
+    case TypeCode::trailer:
         return Model::trailer;
     default:
         return Model::receiver;
@@ -133,7 +133,7 @@ Processor usualProcessor(Model model)
     return small ? Processor::atmega168 : Processor::atmega328;
 }
 
-DecoderProfile profileOf(int typeCode, TextView identification, const CvImage& image,
+DecoderProfile profileOf(TypeCode typeCode, TextView identification, const CvImage& image,
                          const ReceiverValues& receiver)
 {
     DecoderProfile profile;

@@ -39,7 +39,7 @@ struct FirmwareDate {
 };
 
 struct DecoderProfile {
-    int typeCode = 0;
+    TypeCode typeCode = TypeCode::kv04;
     Model model = Model::kv07;
     Generation generation = Generation::standard;
     Processor processor = Processor::atmega328;
@@ -53,14 +53,11 @@ struct DecoderProfile {
     bool isOlderKv04() const;
 };
 
-// Receivers, and whatever is built like them, have type codes from here on.
-inline constexpr int firstReceiverTypeCode = 80;
-
-DecoderProfile profileOf(int typeCode, TextView identification, const CvImage& image,
+DecoderProfile profileOf(TypeCode typeCode, TextView identification, const CvImage& image,
                          const ReceiverValues& receiver);
 
 // Any type code without a decoder of its own is a receiver's.
-Model modelOfTypeCode(int typeCode);
+Model modelOfTypeCode(TypeCode typeCode);
 
 // The processor of a decoder that does not say which it has.
 Processor usualProcessor(Model model);

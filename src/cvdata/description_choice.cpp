@@ -1,7 +1,8 @@
 #include "cvdata/description_choice.h"
 
+#include "cvdata/language_suffix.h"
+
 #include <algorithm>
-#include <array>
 #include <iterator>
 
 namespace karvo
@@ -12,25 +13,14 @@ namespace
 
 using namespace std::string_literals;
 
-// In the order of the language codes.
-constexpr std::array<std::string_view, 5> attachedSuffixes = {"", "nl", "en", "es", "fr"};
-constexpr std::array<std::string_view, 5> receiverSuffixes = {"", "_nl", "_en", "_es", "_fr"};
-constexpr std::array<std::string_view, 5> companionSuffixes = {"", "_NL", "_EN", "_ES", "_FR"};
-
-std::size_t indexOf(LanguageCode language)
+std::string withSuffix(const std::string& stem, SuffixForm form, LanguageCode language)
 {
-    return static_cast<std::size_t>(language) - 1;
-}
-
-std::string withSuffix(std::string stem, const std::array<std::string_view, 5>& suffixes,
-                       LanguageCode language)
-{
-    return std::move(stem) + std::string(suffixes[indexOf(language)]) + ".txt";
+    return stem + languageSuffix(form, language) + ".txt";
 }
 
 std::string datedFileName(const DecoderProfile& profile)
 {
-    const auto code = std::to_string(profile.typeCode);
+    const auto code = std::to_string(numberOf(profile.typeCode));
     switch (profile.generation) {
     case Generation::november2012:
         return "CV_Standart_November12_" + code + ".txt";
@@ -46,19 +36,19 @@ std::string newerFileName(const DecoderProfile& profile, LanguageCode language)
     const std::string stem = profile.model == Model::kv07 ? "CV_Standart_kv07" : "CV_Standart_kv08";
     switch (profile.generation) {
     case Generation::laneControl:
-        return withSuffix(stem + "LC", attachedSuffixes, language);
+        return withSuffix(stem + "LC", SuffixForm::attached, language);
     case Generation::tacho:
         return stem + "Tacho.txt";
     case Generation::v1:
-        return withSuffix(stem + "_V1", attachedSuffixes, language);
+        return withSuffix(stem + "_V1", SuffixForm::attached, language);
     case Generation::f3:
-        return withSuffix(stem + "_F3", attachedSuffixes, language);
+        return withSuffix(stem + "_F3", SuffixForm::attached, language);
     case Generation::f4:
-        return withSuffix(stem + "_F4", attachedSuffixes, language);
+        return withSuffix(stem + "_F4", SuffixForm::attached, language);
     case Generation::f5:
-        return withSuffix(stem + "_F5", attachedSuffixes, language);
+        return withSuffix(stem + "_F5", SuffixForm::attached, language);
     default:
-        return withSuffix(stem, attachedSuffixes, language);
+        return withSuffix(stem, SuffixForm::attached, language);
     }
 }
 
@@ -96,26 +86,26 @@ constexpr OfflineList offlineTable[] = {
     {"mnu_KV04_FW_08", Model::kv04, Generation::until2008First, "CV_KV04_FW_V"},
 };
 
-int offlineTypeCode(Model model)
+TypeCode offlineTypeCode(Model model)
 {
     switch (model) {
     case Model::kv04:
-        return 0;
+        return TypeCode::kv04;
     case Model::kv05:
-        return 1;
+        return TypeCode::kv05;
     case Model::kv06:
-        return 2;
+        return TypeCode::kv06;
     case Model::kv07:
-        return 7;
+        return TypeCode::kv07;
     case Model::kv08:
-        return 8;
+        return TypeCode::kv08;
     case Model::trailer:
-        return 57;
+        return TypeCode::trailer;
     case Model::receiver:
     case Model::xtModule:
         break;
     }
-    return firstReceiverTypeCode;
+    return TypeCode::receiver;
 }
 
 } // namespace
@@ -123,24 +113,24 @@ int offlineTypeCode(Model model)
 std::string descriptionFileName(const DecoderProfile& profile, LanguageCode language)
 {
     switch (profile.typeCode) {
-    case 0:
+    case TypeCode::kv04:
         return kv04FileName(profile.generation);
-    case 1:
+    case TypeCode::kv05:
         return "CV_Standart172_v1_5.txt";
-    case 2:
+    case TypeCode::kv06:
         return "CV_Standart172_v1_6.txt";
-    case 4:
-    case 5:
-    case 6:
+    case TypeCode::kv04From2010:
+    case TypeCode::kv05From2010:
+    case TypeCode::kv06From2010:
         return datedFileName(profile);
-    case 7:
-    case 8:
+    case TypeCode::kv07:
+    case TypeCode::kv08:
         return newerFileName(profile, language);
-    case 57:
+    case TypeCode::trailer:
         return withSuffix(profile.generation == Generation::v1 ? "CV_Standart_an07_V1" : "CV_Standart_an07",
-                          attachedSuffixes, language);
+                          SuffixForm::attached, language);
     default:
-        return withSuffix("CV_Standart_receiver", receiverSuffixes, language);
+        return withSuffix("CV_Standart_receiver", SuffixForm::small, language);
     }
 }
 
@@ -156,7 +146,7 @@ std::string textCompanionName(std::string_view fileName, LanguageCode language)
     if (language == LanguageCode::german || (hasLanguageForms && !germanOnly))
         return {};
     const auto stem = fileName.substr(0, fileName.rfind('.'));
-    return withSuffix(std::string(stem), companionSuffixes, language);
+    return withSuffix(std::string(stem), SuffixForm::capital, language);
 }
 
 const OfflineList* offlineListOf(std::string_view menuItem)

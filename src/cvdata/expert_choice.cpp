@@ -1,8 +1,7 @@
 #include "cvdata/expert_choice.h"
 
+#include "cvdata/language_suffix.h"
 #include "cvdata/receiver_releases.h"
-
-#include <array>
 
 namespace karvo
 {
@@ -10,24 +9,13 @@ namespace karvo
 namespace
 {
 
-// In the order of the language codes.
-using Suffixes = std::array<std::string_view, 5>;
-constexpr Suffixes capitalSuffixes = {"", "_NL", "_EN", "_ES", "_FR"};
-constexpr Suffixes smallSuffixes = {"", "_nl", "_en", "_es", "_fr"};
-constexpr Suffixes attachedSuffixes = {"", "nl", "en", "es", "fr"};
-
-std::string suffixOf(const Suffixes& suffixes, LanguageCode language)
-{
-    return std::string(suffixes[static_cast<std::size_t>(language) - 1]);
-}
-
 std::string newerExpertFileName(const DecoderProfile& profile, LanguageCode language)
 {
     const std::string stem = profile.model == Model::kv07 ? "CV_exp_kv07" : "CV_exp_kv08";
-    const std::string suffix = suffixOf(capitalSuffixes, language) + ".txt";
+    const std::string suffix = languageSuffix(SuffixForm::capital, language) + ".txt";
     switch (profile.generation) {
     case Generation::laneControl:
-        return stem + "LC" + suffixOf(attachedSuffixes, language) + ".txt";
+        return stem + "LC" + languageSuffix(SuffixForm::attached, language) + ".txt";
     case Generation::tacho:
         return stem + "Tacho.txt";
     case Generation::v1:
@@ -46,7 +34,7 @@ std::string newerExpertFileName(const DecoderProfile& profile, LanguageCode lang
 // Two names are odd, and installed under these very names.
 std::string receiverExpertFileName(const DecoderProfile& profile, LanguageCode language)
 {
-    const std::string suffix = suffixOf(smallSuffixes, language);
+    const std::string suffix = languageSuffix(SuffixForm::small, language);
     const bool dutch = language == LanguageCode::dutch;
     const auto release = releaseOf(profile);
     if (!release)
@@ -68,7 +56,7 @@ std::string receiverExpertFileName(const DecoderProfile& profile, LanguageCode l
 
 std::string datedExpertFileName(const DecoderProfile& profile)
 {
-    const auto code = std::to_string(profile.typeCode);
+    const auto code = std::to_string(numberOf(profile.typeCode));
     const bool november = profile.generation == Generation::november2012;
     return (november ? "CV_exp_November12_" : "CV_exp_Mai10_") + code + ".txt";
 }
@@ -78,22 +66,22 @@ std::string datedExpertFileName(const DecoderProfile& profile)
 std::string expertFileName(const DecoderProfile& profile, LanguageCode language)
 {
     switch (profile.typeCode) {
-    case 0:
+    case TypeCode::kv04:
         return profile.generation == Generation::from2009 ? "CV_exp_v1.txt" : "CV_exp.txt";
-    case 1:
+    case TypeCode::kv05:
         return "CV_exp_v1_5.txt";
-    case 2:
+    case TypeCode::kv06:
         return "CV_exp_v1_6.txt";
-    case 4:
-    case 5:
-    case 6:
+    case TypeCode::kv04From2010:
+    case TypeCode::kv05From2010:
+    case TypeCode::kv06From2010:
         return datedExpertFileName(profile);
-    case 7:
-    case 8:
+    case TypeCode::kv07:
+    case TypeCode::kv08:
         return newerExpertFileName(profile, language);
-    case 57: {
+    case TypeCode::trailer: {
         const std::string stem = profile.generation == Generation::v1 ? "CV_exp_an07_V1" : "CV_exp_an07";
-        return stem + suffixOf(capitalSuffixes, language) + ".txt";
+        return stem + languageSuffix(SuffixForm::capital, language) + ".txt";
     }
     default:
         return receiverExpertFileName(profile, language);

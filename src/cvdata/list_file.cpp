@@ -3,6 +3,7 @@
 #include "cvdata/description_fields.h"
 #include "cvdata/description_file.h"
 #include "cvdata/list_header.h"
+#include "cvdata/speed_cvs.h"
 #include "program/text_lines.h"
 
 #include <algorithm>
@@ -20,7 +21,6 @@ using Kind = ListFault::Kind;
 constexpr TextView fileEnd = u"Ende FS";
 constexpr TextView firmwareLabel = u"Firmware_Version: ";
 constexpr TextView receiverLine = u"80";
-constexpr int speedStepCount = 28;
 constexpr std::size_t ownTrailerLines = 5; // at most
 
 bool isProcessorLine(TextView line)
@@ -185,13 +185,10 @@ Text rowLine(TextView line, const CvTable& table, int row)
     return saved.append(behindFields(line, std::min<std::size_t>(fields.size(), 3)));
 }
 
-// A read-only receiver (type code 81) takes no write. Its last row only acts when it is written: it is not
-// kept.
-constexpr int readOnlyReceiverTypeCode = 81;
-
+// A read-only receiver takes no write. Its last row only acts when it is written: it is not kept.
 int rowsToSave(const CvSet& set)
 {
-    return set.profile.typeCode == readOnlyReceiverTypeCode ? set.rowCount - 1 : set.rowCount;
+    return set.profile.typeCode == TypeCode::readOnlyReceiver ? set.rowCount - 1 : set.rowCount;
 }
 
 void addRows(std::vector<Text>& file, const CvSet& set)
@@ -215,7 +212,7 @@ void addOwnTrailer(std::vector<Text>& file, const DecoderProfile& profile)
 {
     constexpr int lowestNamedVersion = 4;
     file.emplace_back(processorName(profile.processor));
-    if (profile.typeCode >= firstReceiverTypeCode)
+    if (isReceiver(profile.typeCode))
         file.emplace_back(receiverLine);
     if (profile.firmwareVersion >= lowestNamedVersion) {
         file.push_back(Text(firmwareLabel) + textFromNumber(profile.firmwareVersion));

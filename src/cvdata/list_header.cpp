@@ -16,41 +16,41 @@ constexpr TextView moduleName = u"KV05-XT";
 struct HeaderForm {
     TextView model;
     TextView generation; // the words behind the model
-    int typeCode;
+    TypeCode typeCode;
     Generation meaning;
 };
 
 // A model's first form also stands for words that are not listed here.
 constexpr HeaderForm forms[] = {
-    {u"KV04", u"172", 0, Generation::from2009},
-    {u"KV04", u"180", 0, Generation::until2008First},
-    {u"KV04", u"180 V1", 0, Generation::until2008Second},
-    {u"KV04", u"172 Mai10", 4, Generation::undated},
-    {u"KV04", u"Mai10", 4, Generation::may2010},
-    {u"KV05", u"", 1, Generation::standard},
-    {u"KV05", u"172 Mai10", 5, Generation::undated},
-    {u"KV05", u"Mai10", 5, Generation::may2010},
-    {u"KV05", u"November12", 5, Generation::november2012},
-    {u"KV06", u"", 2, Generation::standard},
-    {u"KV06", u"172 Mai10", 6, Generation::undated},
-    {u"KV06", u"Mai10", 6, Generation::may2010},
-    {u"KV06", u"November12", 6, Generation::november2012},
-    {u"KV07", u"", 7, Generation::standard},
-    {u"KV07", u"LC", 7, Generation::laneControl},
-    {u"KV07", u"Tacho", 7, Generation::tacho},
-    {u"KV07", u"F3", 7, Generation::f3},
-    {u"KV07", u"F4", 7, Generation::f4},
-    {u"KV07", u"F5", 7, Generation::f5},
-    {u"KV07", u"V1", 7, Generation::v1},
-    {u"KV08", u"", 8, Generation::standard},
-    {u"KV08", u"LC", 8, Generation::laneControl},
-    {u"KV08", u"Tacho", 8, Generation::tacho},
-    {u"KV08", u"F3", 8, Generation::f3},
-    {u"KV08", u"F4", 8, Generation::f4},
-    {u"KV08", u"F5", 8, Generation::f5},
-    {u"KV08", u"V1", 8, Generation::v1},
-    {u"AN07", u"", 57, Generation::standard},
-    {u"AN07", u"V1", 57, Generation::v1},
+    {u"KV04", u"172", TypeCode::kv04, Generation::from2009},
+    {u"KV04", u"180", TypeCode::kv04, Generation::until2008First},
+    {u"KV04", u"180 V1", TypeCode::kv04, Generation::until2008Second},
+    {u"KV04", u"172 Mai10", TypeCode::kv04From2010, Generation::undated},
+    {u"KV04", u"Mai10", TypeCode::kv04From2010, Generation::may2010},
+    {u"KV05", u"", TypeCode::kv05, Generation::standard},
+    {u"KV05", u"172 Mai10", TypeCode::kv05From2010, Generation::undated},
+    {u"KV05", u"Mai10", TypeCode::kv05From2010, Generation::may2010},
+    {u"KV05", u"November12", TypeCode::kv05From2010, Generation::november2012},
+    {u"KV06", u"", TypeCode::kv06, Generation::standard},
+    {u"KV06", u"172 Mai10", TypeCode::kv06From2010, Generation::undated},
+    {u"KV06", u"Mai10", TypeCode::kv06From2010, Generation::may2010},
+    {u"KV06", u"November12", TypeCode::kv06From2010, Generation::november2012},
+    {u"KV07", u"", TypeCode::kv07, Generation::standard},
+    {u"KV07", u"LC", TypeCode::kv07, Generation::laneControl},
+    {u"KV07", u"Tacho", TypeCode::kv07, Generation::tacho},
+    {u"KV07", u"F3", TypeCode::kv07, Generation::f3},
+    {u"KV07", u"F4", TypeCode::kv07, Generation::f4},
+    {u"KV07", u"F5", TypeCode::kv07, Generation::f5},
+    {u"KV07", u"V1", TypeCode::kv07, Generation::v1},
+    {u"KV08", u"", TypeCode::kv08, Generation::standard},
+    {u"KV08", u"LC", TypeCode::kv08, Generation::laneControl},
+    {u"KV08", u"Tacho", TypeCode::kv08, Generation::tacho},
+    {u"KV08", u"F3", TypeCode::kv08, Generation::f3},
+    {u"KV08", u"F4", TypeCode::kv08, Generation::f4},
+    {u"KV08", u"F5", TypeCode::kv08, Generation::f5},
+    {u"KV08", u"V1", TypeCode::kv08, Generation::v1},
+    {u"AN07", u"", TypeCode::trailer, Generation::standard},
+    {u"AN07", u"V1", TypeCode::trailer, Generation::v1},
 };
 
 std::vector<TextView> wordsOf(TextView text)
@@ -91,7 +91,7 @@ DecoderProfile profileOf(const HeaderForm& form)
 DecoderProfile moduleProfile()
 {
     DecoderProfile profile;
-    profile.typeCode = firstReceiverTypeCode;
+    profile.typeCode = TypeCode::receiver;
     profile.model = Model::xtModule;
     return profile;
 }

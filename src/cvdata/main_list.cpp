@@ -4,6 +4,7 @@
 #include "cvdata/changes.h"
 #include "cvdata/cv_use.h"
 #include "cvdata/dcc_address.h"
+#include "cvdata/speed_cvs.h"
 
 #include <algorithm>
 #include <iterator>
@@ -130,7 +131,7 @@ void addSpeedTable(MainList& list, const ListSource& source, SpeedTable form)
                  .lastCv = lastSpeedStepCv});
         return;
     }
-    for (int step = 1; step <= speedSteps; ++step)
+    for (int step = 1; step <= speedStepCount; ++step)
         addLine(list, source, speedStepLine(source, step));
 }
 
@@ -168,7 +169,7 @@ MainList fill_list1(const ListSource& source)
 
 bool hasSpeedTable(const CvTable& table)
 {
-    for (int step = 1; step <= speedSteps; ++step) {
+    for (int step = 1; step <= speedStepCount; ++step) {
         if (!isUsed(table, cvOfSpeedStep(step)))
             return false;
     }

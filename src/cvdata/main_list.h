@@ -53,19 +53,6 @@ Text speedStepLabel(int step);
 // A speed step as a line, without a mark.
 ListLine speedStepLine(const CvTable& table, int step, const Text& value, const Text& unit);
 
-// Speed step n (1 to 28) is CV (98 - n), and the other way round.
-constexpr int cvOfSpeedStep(int step)
-{
-    return 98 - step;
-}
-constexpr int firstSpeedStepCv = 70;
-constexpr int lastSpeedStepCv = 97;
-inline constexpr int speedSteps = 28;
-constexpr bool isSpeedStepCv(int cv)
-{
-    return cv >= firstSpeedStepCv && cv <= lastSpeedStepCv;
-}
-
 // A speed step's value in a reply that carries the speed table itself: step 1 at position 55, step 28 at
 // position 1, counted from 1. Nothing for a reply that is none, such as a whole block.
 std::optional<int> speedStepInReply(std::span<const std::uint8_t> reply, int step);

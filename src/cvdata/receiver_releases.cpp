@@ -85,7 +85,7 @@ Text dateOf(TextView mark)
 
 std::optional<ReceiverRelease> releaseOf(const DecoderProfile& profile)
 {
-    if (profile.typeCode < firstReceiverTypeCode || !profile.firmwareDate.isRecorded())
+    if (!isReceiver(profile.typeCode) || !profile.firmwareDate.isRecorded())
         return std::nullopt;
     auto newest = ReceiverRelease::earlier;
     for (const Release& release : releases) {

@@ -1,6 +1,7 @@
 #include "cvdata/text_report.h"
 
 #include "cvdata/changes.h"
+#include "cvdata/speed_cvs.h"
 #include "program/path_text.h"
 
 #include <algorithm>
@@ -28,7 +29,7 @@ MainList withEveryCv(const CvSet& set, const LanguageTables& texts)
     MainList lines;
     for (const ListLine& line : set.list) {
         lines.push_back(line);
-        for (int step = 1; line.lastCv != 0 && step <= speedSteps; ++step) {
+        for (int step = 1; line.lastCv != 0 && step <= speedStepCount; ++step) {
             const int cv = cvOfSpeedStep(step);
             lines.push_back(speedStepLine(set.table, step, set.table.at(cv, Column::value),
                                           texts.message(Message::unitOfSpeedStep)));

@@ -1,6 +1,7 @@
 #include "editors/editor_gate.h"
 
 #include "cvdata/cv_use.h"
+#include "cvdata/speed_cvs.h"
 
 #include <algorithm>
 #include <vector>
@@ -20,8 +21,8 @@ constexpr Model receivers[] = {Model::receiver, Model::xtModule};
 constexpr CvRange addressCvs[] = {{1, 1}, {3, 3}, {15, 18}, {29, 29}};
 constexpr OptionalCvs secondAddressSwitch[] = {{{21, 21}, vehicles}}; // a receiver has none
 constexpr CvRange distanceCvs[] = {{48, 48}, {52, 54}};
-constexpr CvRange speedStepCvs[] = {{70, 97}};
-constexpr CvRange baseAndTopCvs[] = {{2, 2}, {5, 5}};
+constexpr CvRange speedStepCvs[] = {{firstSpeedStepCv, lastSpeedStepCv}};
+constexpr CvRange baseAndTopCvs[] = {{baseSpeedCv, baseSpeedCv}, {topSpeedCv, topSpeedCv}};
 constexpr CvRange positionCvs[] = {{172, 173}, {176, 176}};
 constexpr CvRange timeCvs[] = {{173, 175}}; // the times are tried from the position in CV173
 constexpr CvRange firstServoAddress[] = {{11, 12}};

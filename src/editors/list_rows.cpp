@@ -1,5 +1,6 @@
 #include "editors/list_rows.h"
 
+#include "cvdata/speed_cvs.h"
 #include "editors/speed_curves.h"
 
 #include <algorithm>

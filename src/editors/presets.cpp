@@ -1,6 +1,7 @@
 #include "editors/presets.h"
 
 #include "cvdata/main_list.h"
+#include "cvdata/speed_cvs.h"
 #include "editors/distance_table.h"
 #include "editors/editor_gate.h"
 #include "editors/preset_merge.h"
@@ -29,9 +30,6 @@ constexpr BasedPreset allBasedPresets[] = {{Caption::presetFaller, "FS_Faller_CV
                                            {Caption::preTableCi26Small, "FS_CI26_12_CV2_CV5.fcr"},
                                            {Caption::preTableCi26Large, "FS_CI26_24_CV2_CV5.fcr"},
                                            {Caption::preTableCi46Small, "FS_CI46_12_CV2_CV5.fcr"}};
-
-constexpr int baseSpeedCv = 2;
-constexpr int topSpeedCv = 5;
 
 void warn(Workbench& bench, Message message, std::initializer_list<Text> words)
 {

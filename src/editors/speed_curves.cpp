@@ -1,5 +1,7 @@
 #include "editors/speed_curves.h"
 
+#include "cvdata/speed_cvs.h"
+
 #include <algorithm>
 #include <cmath>
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "cvdata/decoder_profile.h"
+#include "cvdata/speed_cvs.h"
 #include "language/language_tables.h"
 
 #include <array>
@@ -10,8 +11,6 @@
 
 namespace karvo
 {
-
-inline constexpr int speedStepCount = 28;
 
 // A motor value, 0 to 255, for each step; index 0 is step 1.
 using SpeedTable = std::array<int, speedStepCount>;

@@ -1,6 +1,7 @@
 #include "editors/speed_step_file.h"
 
 #include "cvdata/main_list.h"
+#include "cvdata/speed_cvs.h"
 #include "program/text_lines.h"
 
 #include <algorithm>
@@ -16,8 +17,6 @@ constexpr TextView header = u"CV-Nummer;CV-Wert;CV-Text";
 constexpr int lowestCv = 10;
 constexpr int highestCv = 99;
 constexpr int highestValue = 255;
-constexpr int baseSpeedCv = 2;
-constexpr int topSpeedCv = 5;
 
 bool isBlank(TextView line)
 {

@@ -1,6 +1,7 @@
 #include "editors/step_edit.h"
 
 #include "cvdata/changes.h"
+#include "cvdata/speed_cvs.h"
 #include "editors/list_rows.h"
 #include "workbench/describe.h"
 #include "workbench/steps_outside.h"
@@ -12,9 +13,6 @@ namespace karvo
 
 namespace
 {
-
-constexpr int baseSpeedCv = 2;
-constexpr int topSpeedCv = 5;
 
 // A list of other hands may know no limits: the editor has some of its own.
 ValueLimits limitsOfStep(const CvSet& set, int step)

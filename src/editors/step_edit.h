@@ -1,6 +1,7 @@
 // The speed table while a person works on it: what is shown, what was taken over last, and what differs.
 #pragma once
 
+#include "cvdata/speed_cvs.h"
 #include "editors/speed_step_file.h"
 #include "workbench/workbench.h"
 

@@ -21,16 +21,15 @@ using namespace std::chrono_literals;
 
 constexpr std::chrono::milliseconds betweenLetters = 10ms; // a minimum: the interface's receiver is slow
 constexpr std::size_t identificationLength = 2;
-constexpr int receiverCode = 80;
 
 struct ChosenUpdate {
     std::filesystem::path path;
     UpdateFile file;
 };
 
-bool isUpdatable(std::optional<int> model)
+bool isUpdatable(std::optional<TypeCode> model)
 {
-    return model && (*model == 7 || *model == 8 || *model == receiverCode);
+    return model && (isKv07OrKv08(*model) || *model == TypeCode::receiver);
 }
 
 // `more`: a line below, of what that means and what to do.
@@ -94,7 +93,7 @@ std::optional<UpdateEnd> awaitReplyOrReport(Workbench& bench, std::size_t count,
 }
 
 // The decoder's type code, or why it can not be updated.
-std::variant<int, UpdateEnd> askModel(Workbench& bench)
+std::variant<TypeCode, UpdateEnd> askModel(Workbench& bench)
 {
     LinkState& state = bench.state.link;
     bench.port.readAll(); // what is left of an exchange before
@@ -110,7 +109,7 @@ std::variant<int, UpdateEnd> askModel(Workbench& bench)
 }
 
 // All that is unusual stands in one question.
-bool mayBeSent(Workbench& bench, const ChosenUpdate& update, int model)
+bool mayBeSent(Workbench& bench, const ChosenUpdate& update, TypeCode model)
 {
     const LanguageTables& texts = bench.state.texts;
     auto findings = otherModelsIn(texts, update.file, update.path, model);
@@ -228,7 +227,7 @@ UpdateEnd sendChosen(Workbench& bench, const UpdateSetup& setup, const ChosenUpd
     if (const auto* const end = std::get_if<UpdateEnd>(&model))
         return *end;
     setup.observer.showHeader(updateHeaderText(bench.state.texts, update.file));
-    if (!mayBeSent(bench, update, std::get<int>(model)))
+    if (!mayBeSent(bench, update, std::get<TypeCode>(model)))
         return UpdateEnd::declined;
     if (setup.observer.stopRequested()) {
         bench.prompts.message(bench.state.texts.message(Message::updateStoppedBefore));

@@ -75,10 +75,9 @@ Text shownName(const LanguageTables& texts, const Text& model)
     return model == receiver ? texts.caption(Caption::modelReceiver) : model;
 }
 
-Text modelOf(int typeCode)
+Text modelOf(TypeCode typeCode)
 {
-    constexpr int receiverCode = 80;
-    return typeCode == receiverCode ? Text(receiver) : u"KV0" + textFromNumber(typeCode);
+    return typeCode == TypeCode::receiver ? Text(receiver) : u"KV0" + textFromNumber(numberOf(typeCode));
 }
 
 } // namespace
@@ -112,7 +111,7 @@ std::vector<Text> unusualIn(const LanguageTables& texts, const UpdateFile& file)
 }
 
 std::vector<Text> otherModelsIn(const LanguageTables& texts, const UpdateFile& file,
-                                const std::filesystem::path& path, int typeCode)
+                                const std::filesystem::path& path, TypeCode typeCode)
 {
     const Text own = modelOf(typeCode);
     std::vector<Text> findings;

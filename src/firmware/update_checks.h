@@ -2,6 +2,7 @@
 #pragma once
 
 #include "firmware/update_file.h"
+#include "link/type_code.h"
 
 #include <filesystem>
 
@@ -15,9 +16,9 @@ Text updateHeaderText(const LanguageTables& texts, const UpdateFile& file);
 // last, no line end behind the last line, more than 4,096 records. Empty when there is nothing.
 std::vector<Text> unusualIn(const LanguageTables& texts, const UpdateFile& file);
 
-// Where the header or the file's name speaks of another model than the decoder's, by its type code: 7, 8
-// or 80. A text that names none, or the decoder's too, is no finding.
+// Where the header or the file's name speaks of another model than the decoder's: KV07, KV08
+// or receiver. A text that names none, or the decoder's too, is no finding.
 std::vector<Text> otherModelsIn(const LanguageTables& texts, const UpdateFile& file,
-                                const std::filesystem::path& path, int typeCode);
+                                const std::filesystem::path& path, TypeCode typeCode);
 
 } // namespace karvo

@@ -15,30 +15,30 @@ const Bytes identifyCommand = {'%'};
 
 struct Entry {
     std::string_view reply;
-    int typeCode;
+    TypeCode typeCode;
 };
 
 constexpr Entry identifications[] = {
-    {"04", 0},
-    {"14", 0},
-    {"15", 1},
-    {"16", 2},
-    {"24", 4},
-    {"25", 5},
-    {"26", 6},
-    {"27", 7},
-    {"28", 8},
-    {"80", 80},
-    {"81", readOnlyReceiverCode},
-    {"A7", 57},
+    {"04", TypeCode::kv04},
+    {"14", TypeCode::kv04},
+    {"15", TypeCode::kv05},
+    {"16", TypeCode::kv06},
+    {"24", TypeCode::kv04From2010},
+    {"25", TypeCode::kv05From2010},
+    {"26", TypeCode::kv06From2010},
+    {"27", TypeCode::kv07},
+    {"28", TypeCode::kv08},
+    {"80", TypeCode::receiver},
+    {"81", TypeCode::readOnlyReceiver},
+    {"A7", TypeCode::trailer},
 };
 
 } // namespace
 
-std::optional<int> typeCodeOf(const Bytes& reply, ReadOnlyReceiver readOnlyReceiver)
+std::optional<TypeCode> typeCodeOf(const Bytes& reply, ReadOnlyReceiver readOnlyReceiver)
 {
     for (const Entry& entry : identifications) {
-        if (entry.typeCode == readOnlyReceiverCode && readOnlyReceiver == ReadOnlyReceiver::refused)
+        if (entry.typeCode == TypeCode::readOnlyReceiver && readOnlyReceiver == ReadOnlyReceiver::refused)
             continue;
         if (std::equal(reply.begin(), reply.end(), entry.reply.begin(), entry.reply.end()))
             return entry.typeCode;
@@ -46,9 +46,9 @@ std::optional<int> typeCodeOf(const Bytes& reply, ReadOnlyReceiver readOnlyRecei
     return std::nullopt;
 }
 
-std::size_t blockReplyLength(int typeCode)
+std::size_t blockReplyLength(TypeCode typeCode)
 {
-    return typeCode == 7 || typeCode == 8 ? 1025 : 513;
+    return isKv07OrKv08(typeCode) ? 1025 : 513;
 }
 
 ExchangeEnd askForPresence(Link& link, Pointer pointer)

@@ -8,8 +8,6 @@
 namespace karvo
 {
 
-// Type code 81 answers a full read only; a write takes it for unknown.
-inline constexpr int readOnlyReceiverCode = 81;
 enum class ReadOnlyReceiver { refused, accepted };
 
 enum class IdentificationEnd {
@@ -20,10 +18,10 @@ enum class IdentificationEnd {
 };
 
 // The type code of a whole reply to "%".
-std::optional<int> typeCodeOf(const Bytes& reply, ReadOnlyReceiver readOnlyReceiver);
+std::optional<TypeCode> typeCodeOf(const Bytes& reply, ReadOnlyReceiver readOnlyReceiver);
 
 // Bytes of a block read's reply, check byte included.
-std::size_t blockReplyLength(int typeCode);
+std::size_t blockReplyLength(TypeCode typeCode);
 
 // Asks with "%" whether a decoder is there; its whole reply stands in LinkState::lastReply. The port must be
 // open.

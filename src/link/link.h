@@ -2,6 +2,7 @@
 #pragma once
 
 #include "language/language_tables.h"
+#include "link/type_code.h"
 #include "program/prompts.h"
 #include "program/serial_port.h"
 #include "program/view.h"
@@ -28,7 +29,7 @@ struct LinkState {
     std::chrono::milliseconds timeOutInterval = usualTimeOut;
     int run = 0;                                      // the run of exchanges without a fault that now lasts
     std::optional<std::chrono::microseconds> lastUse; // its last exchange; see lineRunLasts()
-    int typeCode = 0;                                 // see docs/protocol.md, "The line"
+    TypeCode typeCode = TypeCode::kv04;               // of the decoder that was identified last
     Text identification;            // the two characters of the last identification that was recognised
     bool identified = false;        // a decoder has been identified since the program started
     bool interfaceAnswered = false; // the programming interface has answered an exchange
@@ -43,7 +44,7 @@ struct LinkState {
 // Index n holds CV n. A read fills 1 to 512 or 1 to 1024.
 using CvImage = std::array<std::uint8_t, 1112>;
 
-// Single values that a read of a receiver (type code 80 and above) keeps.
+// Single values that a read of a receiver keeps.
 struct ReceiverValues {
     int firmwareVersion = 0;
     int firmwareLevel = 3; // for all other decoders it stays 3

@@ -15,7 +15,6 @@ namespace
 const Bytes identifyCommand = {'%'};
 const Bytes liveCommand = {'E', 'W', 'M'};
 constexpr std::size_t identificationLength = 2;
-constexpr int trailerCode = 57; // trailers have nothing that could follow
 
 std::optional<LiveEnd> exchange(Link& link, const Bytes& command, ReplyLength length)
 {
@@ -40,7 +39,7 @@ std::optional<LiveEnd> identify(Link& link)
         return end;
     noteWhoAnswered(link);
     const auto typeCode = typeCodeOf(link.state.lastReply, ReadOnlyReceiver::refused);
-    if (!typeCode || *typeCode == trailerCode)
+    if (!typeCode || *typeCode == TypeCode::trailer) // a trailer has nothing that could follow
         return LiveEnd::unknownDecoder;
     link.state.typeCode = *typeCode;
     return std::nullopt;

@@ -5,18 +5,11 @@
 namespace karvo
 {
 
-namespace
-{
-
-constexpr int firstReceiverCode = 80;
-
-} // namespace
-
 // The order matters where a later value replaces an earlier one: CV73 that of CV479, CV72 the constant.
-ReceiverValues receiverValuesOf(int typeCode, const CvImage& image)
+ReceiverValues receiverValuesOf(TypeCode typeCode, const CvImage& image)
 {
     ReceiverValues values;
-    if (typeCode < firstReceiverCode)
+    if (!isReceiver(typeCode))
         return values;
     values.firmwareVersion = image[479];
     values.cv478 = image[478];

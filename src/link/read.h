@@ -12,6 +12,6 @@ namespace karvo
 ReadEnd readDecoder(Link& link, CvImage& image, ReceiverValues& receiver);
 
 // The single values that go with an image: of a receiver those of its block, of any other decoder none.
-ReceiverValues receiverValuesOf(int typeCode, const CvImage& image);
+ReceiverValues receiverValuesOf(TypeCode typeCode, const CvImage& image);
 
 } // namespace karvo

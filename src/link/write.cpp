@@ -12,17 +12,11 @@ namespace
 
 const Bytes writeCommand = {'E', 'W', 'S'};
 
-constexpr int receiverCode = 80;
 constexpr int levelledCv = 99; // firmware below its level does not know this CV
 constexpr int lowestFirmwareLevel = 3;
 constexpr int restartCv = 161; // the decoder restarts instead of acknowledging it
 constexpr int firstSilentCv = 243;
 constexpr int lastSilentCv = 246;
-
-bool isReceiver(const Link& link)
-{
-    return link.state.typeCode == receiverCode;
-}
 
 Text resetQuestion(const Link& link)
 {
@@ -33,7 +27,7 @@ Text resetQuestion(const Link& link)
     add(Message::resetQuestion1);
     add(Message::resetQuestion2);
     add(Message::resetQuestion3);
-    if (!isReceiver(link)) {
+    if (link.state.typeCode != TypeCode::receiver) {
         add(Message::resetOfDecoder1);
         add(Message::resetOfDecoder2);
     }
@@ -58,7 +52,7 @@ void tellNoReply(Link& link)
 
 WriteEnd reportSilence(Link& link, const SilenceCaptions& captions)
 {
-    const bool newer = link.state.typeCode == 7 || link.state.typeCode == 8;
+    const bool newer = isKv07OrKv08(link.state.typeCode);
     tellNoReply(link);
     link.view.showStatus(link.texts.caption(newer ? captions.newerModels : captions.others));
     return WriteEnd::noReply;
@@ -123,7 +117,7 @@ void noticeSuccess(Link& link, int cv)
 void tellAfterReset(Link& link, WriteEnd end)
 {
     Message message = Message::resetSent;
-    if (isReceiver(link))
+    if (link.state.typeCode == TypeCode::receiver)
         message = end == WriteEnd::written ? Message::resetAcknowledged : Message::resetNotAcknowledged;
     link.prompts.message(link.texts.message(message), PromptIcon::information);
 }

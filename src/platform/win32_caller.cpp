@@ -1,6 +1,7 @@
 #include "platform/caller.h"
 
 #include "platform/console.h"
+#include "platform/win32_wide.h"
 
 #include <memory>
 
@@ -16,12 +17,6 @@ namespace karvo
 
 namespace
 {
-
-std::wstring wide(const std::string& utf8)
-{
-    const Text text = textFromUtf8(utf8);
-    return {text.begin(), text.end()};
-}
 
 bool isRedirected(DWORD stream)
 {

@@ -1,5 +1,7 @@
 #include "platform/console.h"
 
+#include "platform/win32_wide.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -60,10 +62,8 @@ bool isTerminal(StandardStream stream)
 
 std::error_code print(StandardStream stream, const std::string& utf8)
 {
-    if (isTerminal(stream)) {
-        const Text text = textFromUtf8(utf8);
-        return show(handleOf(stream), std::wstring(text.begin(), text.end()));
-    }
+    if (isTerminal(stream))
+        return show(handleOf(stream), wide(utf8));
     errno = 0;
     // The library's text mode makes CR LF of each line end.
     auto* const file = stream == StandardStream::out ? stdout : stderr;

@@ -1,6 +1,7 @@
 #include "platform/win32_serial_device.h"
 
 #include "platform/system_words.h"
+#include "platform/win32_wide.h"
 
 #include <string>
 
@@ -40,9 +41,8 @@ PortFault portFault(DWORD error)
 Win32Handle openDevice(const Text& name)
 {
     const Text path = name.starts_with(u"\\\\") ? name : u"\\\\.\\" + name;
-    const std::wstring wide(path.begin(), path.end());
-    const HANDLE device = ::CreateFileW(wide.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
-                                        FILE_FLAG_OVERLAPPED, nullptr);
+    const HANDLE device = ::CreateFileW(wide(path).c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
+                                        OPEN_EXISTING, FILE_FLAG_OVERLAPPED, nullptr);
     return Win32Handle(device == INVALID_HANDLE_VALUE ? nullptr : device);
 }
 

@@ -152,7 +152,7 @@ void Hauptform::showAvailability()
     const bool hasCurrentCv = hasList && cv >= 1 && cv <= CvTable::lastRow && set.table.value(cv).has_value();
     menu_->setAvailable(state_.lineBusy, hasList, hasCurrentCv);
     showEditorReasons();
-    const bool writable = state_.link.typeCode != readOnlyReceiverCode;
+    const bool writable = state_.link.typeCode != TypeCode::readOnlyReceiver;
     const auto whyNot = writable ? std::nullopt : std::optional(texts_.caption(Caption::receiverOnlyRead));
     for (const char* const item : {"mnu_write_single", "mnu_write_all", "mnu_reset"})
         menu_->setReason(item, whyNot);

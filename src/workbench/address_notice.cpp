@@ -61,7 +61,7 @@ Text addressNotice(const std::vector<WriteOutcome>& outcomes, const HeldBlock* h
     if (held == nullptr)
         return texts.message(Message::addressUnknown);
     auto table = addressCvsOf(held->image);
-    const bool hasSecond = held->profile.typeCode < firstReceiverTypeCode && answersToSecondAddress(table);
+    const bool hasSecond = !isReceiver(held->profile.typeCode) && answersToSecondAddress(table);
     const Text before = addressesText(table, hasSecond, texts);
     for (const WriteOutcome& outcome : outcomes) {
         if (isAddressCv(outcome.cv) && outcome.end == WriteEnd::unacknowledged)

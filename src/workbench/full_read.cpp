@@ -85,7 +85,7 @@ bool showReadDecoder(Workbench& bench, const DecoderProfile& profile)
 
 void showListFilled(Workbench& bench)
 {
-    if (bench.state.link.typeCode == readOnlyReceiverCode)
+    if (bench.state.link.typeCode == TypeCode::readOnlyReceiver)
         return bench.view.showStatus(bench.state.texts.caption(Caption::receiverOnlyRead));
     bench.view.showStatus(
         bench.state.texts.caption(Caption::listFilled, {textFromNumber(bench.state.set.rowCount)}));

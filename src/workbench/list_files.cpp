@@ -60,7 +60,7 @@ DecoderProfile profileOf(const ListModel& model, const ListFile& list)
     // A version below 4 stands in the header alone.
     if (!versionInHeader(list.header()))
         profile.firmwareVersion = list.firmwareVersion.value_or(0);
-    if (profile.typeCode >= firstReceiverTypeCode)
+    if (isReceiver(profile.typeCode))
         profile.firmwareLevel = list.table.value(receiverLevelCv).value_or(profile.firmwareLevel);
     return profile;
 }

@@ -1,6 +1,7 @@
 #include "workbench/steps_outside.h"
 
 #include "cvdata/main_list.h"
+#include "cvdata/speed_cvs.h"
 
 #include <algorithm>
 #include <map>

@@ -4,6 +4,7 @@
 #include "cvdata/dcc_address.h"
 #include "cvdata/main_list.h"
 #include "cvdata/receiver_releases.h"
+#include "cvdata/speed_cvs.h"
 #include "link/series_write.h"
 
 #include <algorithm>

@@ -4,6 +4,7 @@
 #include "cvdata/cv_use.h"
 #include "cvdata/dcc_address.h"
 #include "cvdata/main_list.h"
+#include "cvdata/speed_cvs.h"
 #include "link/series_write.h"
 #include "workbench/write_report.h"
 

@@ -34,7 +34,7 @@ std::string nameOf(const DecoderProfile& profile)
 DecoderProfile profileFor(const std::string& typeCode, const std::string& generation)
 {
     DecoderProfile profile;
-    profile.typeCode = std::stoi(typeCode);
+    profile.typeCode = TypeCode{std::stoi(typeCode)};
     profile.model = modelOfTypeCode(profile.typeCode);
     while (nameOf(profile).find(" " + generation + " ") == std::string::npos)
         profile.generation = static_cast<Generation>(static_cast<int>(profile.generation) + 1);
@@ -50,7 +50,7 @@ DecoderProfile profileRead(const std::string& typeCode, const std::string& ident
     char equals = 0;
     for (std::size_t cv = 0, value = 0; values >> cv >> equals >> value;)
         image[cv] = static_cast<std::uint8_t>(value);
-    return profileOf(std::stoi(typeCode), textFromUtf8(identification), image, {});
+    return profileOf(TypeCode{std::stoi(typeCode)}, textFromUtf8(identification), image, {});
 }
 
 TEST(DecoderProfileTest, FollowsFromIdentificationAndMemory)
@@ -72,7 +72,7 @@ TEST(DecoderProfileTest, IsNamedByTheHeaderOfAListWhichMayBeAddedTo)
     for (const auto& [header, expected] : casesOf<2>("cvdata/headers.txt")) {
         const auto named = modelOfHeader(textFromUtf8(header));
         const auto profile = named ? named->profile : DecoderProfile();
-        EXPECT_EQ(named ? std::to_string(profile.typeCode) + " " + nameOf(profile) +
+        EXPECT_EQ(named ? std::to_string(numberOf(profile.typeCode)) + " " + nameOf(profile) +
                               std::to_string(profile.firmwareVersion) + (named->isPreset ? " preset" : "")
                         : "",
                   expected);

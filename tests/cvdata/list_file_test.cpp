@@ -33,7 +33,7 @@ CvSet setOf(const Bytes& description, int typeCode, int firmware, Processor proc
     set.descriptionLines = std::move(parsed->lines);
     set.rowCount = parsed->rowCount;
     set.table = std::move(parsed->table);
-    set.profile.typeCode = typeCode;
+    set.profile.typeCode = TypeCode{typeCode};
     set.profile.firmwareVersion = firmware;
     set.profile.processor = processor;
     return set;

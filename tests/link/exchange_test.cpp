@@ -92,8 +92,8 @@ TEST(IdentificationTest, EachReplyHasItsTypeCode)
                                               {"24", 4}, {"25", 5},  {"26", 6},  {"27", 7},
                                               {"28", 8}, {"80", 80}, {"81", 81}, {"A7", 57}};
     for (const auto& [reply, code] : codes) {
-        EXPECT_EQ(typeCodeOf(bytesOf(reply), ReadOnlyReceiver::accepted), code) << reply;
-        EXPECT_EQ(blockReplyLength(code), code == 7 || code == 8 ? 1025u : 513u) << reply;
+        EXPECT_EQ(typeCodeOf(bytesOf(reply), ReadOnlyReceiver::accepted), TypeCode{code}) << reply;
+        EXPECT_EQ(blockReplyLength(TypeCode{code}), code == 7 || code == 8 ? 1025u : 513u) << reply;
     }
     EXPECT_EQ(typeCodeOf({'8', '1'}, ReadOnlyReceiver::refused), std::nullopt);
     for (const char* const reply : {"", "2", "27\r", "a7", "57"})
@@ -102,18 +102,18 @@ TEST(IdentificationTest, EachReplyHasItsTypeCode)
 
 TEST_F(ExchangeTest, TheSecondCharacterOfAnIdentificationMayComeFiftyMillisecondsLater)
 {
-    bench.state.typeCode = 8;
+    bench.state.typeCode = TypeCode::kv08;
     bench.line.replyInPieces({{5ms, {'2'}}, {80ms, {'7'}}});
     EXPECT_EQ(IdentifyDecoder(bench.link, ReadOnlyReceiver::accepted), IdentificationEnd::unknown);
     EXPECT_EQ(bench.line.now(), 55ms);
-    EXPECT_EQ(bench.state.typeCode, 8);
+    EXPECT_EQ(bench.state.typeCode, TypeCode::kv08);
     EXPECT_FALSE(bench.state.identified);
     EXPECT_EQ(bench.journal.back(), "message unknown decoder\r\nreply \"2\"");
 
     bench.line.replyInPieces({{5ms, {'2'}}, {54ms, {'7'}}});
     EXPECT_EQ(IdentifyDecoder(bench.link, ReadOnlyReceiver::accepted), IdentificationEnd::identified);
     EXPECT_EQ(bench.line.now(), 109ms);
-    EXPECT_EQ(bench.state.typeCode, 7);
+    EXPECT_EQ(bench.state.typeCode, TypeCode::kv07);
     EXPECT_EQ(bench.state.identification, u"27");
     EXPECT_TRUE(bench.state.identified);
     EXPECT_TRUE(bench.state.lastReply.empty());
@@ -126,7 +126,7 @@ TEST(LiveValueTest, ThreeExchangesInTheirOrderOrAFaultThatIsTold)
     for (const auto& [replies, end, exchanges, told] : test::casesOf<4>("link/live_values.txt")) {
         LinkBench bench;
         test::setText(bench.texts, 294, u"m294");
-        bench.state.typeCode = 33;
+        bench.state.typeCode = TypeCode{33};
         std::istringstream each(replies);
         for (std::string reply; std::getline(each, reply, ',');)
             bench.line.replyWith(bytesOf(reply));
@@ -135,7 +135,7 @@ TEST(LiveValueTest, ThreeExchangesInTheirOrderOrAFaultThatIsTold)
         const auto count = std::stoi(exchanges);
         EXPECT_EQ(joined(bench.journal),
                   std::accumulate(sent.begin(), sent.begin() + count, std::string("open 1")) + told);
-        EXPECT_EQ(bench.state.typeCode, count > 1 ? 7 : 33);
+        EXPECT_EQ(bench.state.typeCode, count > 1 ? TypeCode::kv07 : TypeCode{33});
         EXPECT_FALSE(bench.state.timeOut);
         EXPECT_TRUE(bench.line.isOpen());
     }

@@ -53,14 +53,14 @@ std::vector<Piece> at(std::chrono::milliseconds time, const Bytes& bytes)
 TEST(ReadTest, TakesTheWholeBlockAndNothingBehindIt)
 {
     // The full read gives the long block ten seconds; the other one never does, and takes the type as it is.
-    const std::tuple<Kind, std::size_t, std::chrono::milliseconds, int> cases[] = {
-        {full, 512, 4900ms, 1},
-        {full, 1024, 9900ms, 8},
-        {forSave, 512, 4900ms, 1},
-        {forSave, 1024, 4900ms, 7}};
+    const std::tuple<Kind, std::size_t, std::chrono::milliseconds, TypeCode> cases[] = {
+        {full, 512, 4900ms, TypeCode::kv05},
+        {full, 1024, 9900ms, TypeCode::kv08},
+        {forSave, 512, 4900ms, TypeCode::kv05},
+        {forSave, 1024, 4900ms, TypeCode::kv07}};
     for (const auto& [kind, length, time, typeCode] : cases) {
         ReadBench bench(kind);
-        bench.state.typeCode = length == 512 ? 1 : 7;
+        bench.state.typeCode = length == 512 ? TypeCode::kv05 : TypeCode::kv07;
         const Bytes block = blockOf(length);
         bench.answer(length == 512 ? "15" : "28", at(time, block));
         EXPECT_EQ(bench.readIt(), read);
@@ -85,7 +85,7 @@ TEST(ReadTest, AFaultIsToldAndLeavesTheImageAloneAndTheNextReadWorks)
          test::casesOf<7>("link/read_faults.txt")) {
         ReadBench bench(kind == "full" ? full : forSave);
         const CvImage before = bench.image;
-        bench.state.typeCode = std::stoi(typeCode);
+        bench.state.typeCode = TypeCode{std::stoi(typeCode)};
         std::istringstream fields(block);
         std::size_t length = 0;
         std::string state;
@@ -106,7 +106,7 @@ TEST(ReadTest, AFaultIsToldAndLeavesTheImageAloneAndTheNextReadWorks)
         EXPECT_FALSE(bench.state.timeOut);
         EXPECT_EQ(bench.state.timeOutInterval, 5000ms);
         EXPECT_EQ(bench.line.isOpen(), state != "hangup" && !presence.empty());
-        bench.state.typeCode = 1;
+        bench.state.typeCode = TypeCode::kv05;
         bench.answer("15", at(0ms, blockOf(512)));
         EXPECT_EQ(bench.readIt(), read);
     }
@@ -138,7 +138,7 @@ TEST(ReadTest, AStopEndsItSilentlyAndTheNextReadDoesNotMeetTheRest)
         test::setCaption(bench.texts, 150, u"stopped");
         bool stop = false;
         bench.link.stopRequested = &stop;
-        bench.state.typeCode = 7;
+        bench.state.typeCode = TypeCode::kv07;
         int waits = 0;
         bench.line.onWait([&stop, &waits, last = wait] { stop = stop || ++waits == last; });
         const Bytes block = blockOf(1024);
@@ -163,7 +163,7 @@ TEST(ReadTest, AReceiversSingleValuesComeFromItsBlock)
         image[static_cast<std::size_t>(cv)] = static_cast<std::uint8_t>(value);
     for (const bool isReceiver : {false, true}) {
         const auto [version, level, cv478, cv74, cv77, cv78, cv80] =
-            receiverValuesOf(isReceiver ? 80 : 57, image);
+            receiverValuesOf(isReceiver ? TypeCode::receiver : TypeCode::trailer, image);
         EXPECT_EQ((std::vector{version, level, cv74, cv77, cv78, cv80, cv478}),
                   isReceiver ? (std::vector{9, 2, 11, 12, 13, 14, 15}) : (std::vector{0, 3, 0, 0, 0, 0, 0}));
     }

@@ -60,7 +60,7 @@ TEST_F(WriteTest, IdentifiesEachTimeAndSendsCvMinusOneValueAndTheirSum)
         EXPECT_EQ(bench.passed(), "status writing CV" + std::to_string(command.cv) + ", " +
                                       std::exchange(opening, "") + "write 37, write 69 87 83, write " +
                                       frame + ", status c873");
-        EXPECT_EQ(bench.state.typeCode, 7);
+        EXPECT_EQ(bench.state.typeCode, TypeCode::kv07);
     }
 }
 
@@ -72,7 +72,7 @@ TEST_F(WriteTest, EachFaultEndsTheWriteWithItsWords)
     bench.state.noticeAfterWrite = true;
     for (const auto& [typeCode, values, onlyFor, replies, end, tail] :
          test::casesOf<6>("link/write_faults.txt")) {
-        bench.state.typeCode = std::stoi(typeCode);
+        bench.state.typeCode = TypeCode{std::stoi(typeCode)};
         WriteCommand command{0, 0, 0, textFromUtf8(onlyFor)};
         std::istringstream(values) >> command.cv >> command.value >> command.firmwareLevel;
         std::istringstream each(replies);
@@ -105,7 +105,7 @@ TEST_F(WriteTest, TheResetAsksFirstAndEndsWithTheMessageOfItsKind)
     };
     bench.state.noticeAfterWrite = true; // a reset has no notice
     for (const auto& [typeCode, question, identification, replies, end, passed] : cases) {
-        bench.state.typeCode = typeCode;
+        bench.state.typeCode = TypeCode{typeCode};
         bench.prompts.answer(false);
         EXPECT_EQ(writeCv(bench.link, {59, 1}), refusedByUser);
         EXPECT_EQ(bench.passed(), std::string("question m88\r\nm89\r\nm90\r\n") + question);

@@ -13,8 +13,8 @@ using enum Generation;
 static DecoderProfile profileOf(int typeCode, Generation generation, Known processor)
 {
     DecoderProfile made;
-    made.typeCode = typeCode;
-    made.model = modelOfTypeCode(typeCode);
+    made.typeCode = TypeCode{typeCode};
+    made.model = modelOfTypeCode(made.typeCode);
     made.generation = generation;
     made.processorIsRead = processor.has_value();
     made.processor = processor.value_or(Processor::atmega328);

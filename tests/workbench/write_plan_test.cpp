@@ -43,7 +43,7 @@ struct PlannedList {
             EXPECT_EQ(write.held, block[static_cast<std::size_t>(write.cv)]);
         if (what == "vehicle") {
             const int date = numbers[0];
-            DecoderProfile vehicle{.typeCode = firstReceiverTypeCode, .firmwareDate = {}};
+            DecoderProfile vehicle{.typeCode = TypeCode::receiver, .firmwareDate = {}};
             if (date != 0)
                 vehicle.firmwareDate = {2000 + date / 10000, date / 100 % 100, date % 100};
             leaveOutWhatItLacks(plan, table, vehicle);

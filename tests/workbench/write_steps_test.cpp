@@ -228,7 +228,8 @@ private:
             const CvSet& set = kept.back();
             EXPECT_FALSE(set.isOffline());
             return std::to_string(kept.size()) + ": " + std::to_string(*set.table.value(std::stoi(cv))) +
-                   " " + set.descriptionPath.filename().string() + " " + std::to_string(set.profile.typeCode);
+                   " " + set.descriptionPath.filename().string() + " " +
+                   std::to_string(numberOf(set.profile.typeCode));
         };
         steps["value"] = [this](auto& cv) { return std::to_string(*state.set.table.value(std::stoi(cv))); };
         steps["held"] = [this](auto& cv) { return std::to_string(state.image[std::stoul(cv)]); };

@@ -1,5 +1,6 @@
 #include "editors/forms/fahrstufen.h"
 
+#include "cvdata/speed_cvs.h"
 #include "editors/forms/pre_fahrstufen.h"
 #include "editors/forms/step_graph.h"
 #include "ui/captions.h"

@@ -2,6 +2,7 @@
 // list.
 #pragma once
 
+#include "cvdata/speed_cvs.h"
 #include "editors/curve_questions.h"
 #include "editors/step_edit.h"
 #include "ui/editor_dialog.h"

@@ -1,4 +1,5 @@
 // The controls of the speed-step editor.
+#include "cvdata/speed_cvs.h"
 #include "editors/forms/fahrstufen.h"
 #include "editors/forms/step_graph.h"
 #include "ui/captions.h"

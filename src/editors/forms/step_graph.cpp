@@ -1,5 +1,7 @@
 #include "editors/forms/step_graph.h"
 
+#include "cvdata/speed_cvs.h"
+
 #include <QAccessible>
 #include <QAccessibleWidget>
 #include <QMouseEvent>
