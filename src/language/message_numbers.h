@@ -254,6 +254,18 @@ enum class Message {
     interruptBreaksUpdate = 950,
     noSimulatedDecoder = 951,
     noSimulatedFault = 952,
+    busAutomaticsOff = 815,
+    doorLightAfterStop = 816, // {1}, {2}: times, as in the next
+    doorLightPastStop = 817,
+    flashesLongerThanStop = 818, // {1}: flashes, {2}, {3}: times
+    lightsOutInStop = 819,       // {1}: a time
+    stopsPassed = 820,           // {1}: how many
+    fireAutomaticsOff = 821,
+    frontBeaconUnpowered = 822,
+    highBeamUnpowered = 823,
+    noBeaconOnRun = 824,
+    runEndsWithStart = 825,
+    lampsNotInForce = 826, // {1}: CV9 and its word
 };
 
 } // namespace karvo

@@ -1,6 +1,7 @@
 """What the project's own sources of the CVs come to in the installed files."""
 
 import tempfile
+import tomllib
 import unittest
 from pathlib import Path
 
@@ -37,6 +38,14 @@ class Knowledge(unittest.TestCase):
             self.assertEqual(self.field(file.name, 2, 2, 5), self.field(file.name, 2, 97, 70), file)
         self.assertEqual(self.field("CV_Standart172.txt", 3, 11, 12, 13, 14), ["Nicht belegt"] * 4)
         self.assertEqual(self.field("CV_Standart172.txt", 2, 153), [""])
+
+    def test_a_picture_names_the_lights_as_the_table_of_outputs_does(self):
+        data = TOOLS.parent / "data"
+        lights = tomllib.loads((data / "cv/outputs.toml").read_text("utf-8"))["light"]
+        captions = tomllib.loads((data / "language/captions/editors.toml").read_text("utf-8"))["entry"]
+        named = sorted((entry for entry in captions if 455 <= entry["number"] <= 470), key=lambda entry: entry["number"])
+        for light, caption in zip(lights, named, strict=True):
+            self.assertLessEqual(light.items() - {("output", light.get("output"))}, caption.items())
 
     def test_what_decides_over_a_write_is_marked(self):
         read_only = dict.fromkeys([7, 8], "mark=read-only")
