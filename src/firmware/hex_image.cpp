@@ -1,7 +1,6 @@
 #include "firmware/hex_image.h"
 
-#include "firmware/hex_digits.h"
-#include "program/check_byte.h"
+#include "program/bytes.h"
 #include "program/text_lines.h"
 
 #include <algorithm>

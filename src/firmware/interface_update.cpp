@@ -1,12 +1,11 @@
 #include "firmware/interface_update.h"
 
 #include "firmware/firmware_file.h"
-#include "firmware/hex_digits.h"
-#include "firmware/reply_wait.h"
 #include "firmware/update_checks.h"
 #include "firmware/update_transfer.h"
 #include "link/exchange.h"
 #include "link/identification.h"
+#include "program/bytes.h"
 #include "program/path_text.h"
 #include "workbench/line_use.h"
 #include "workbench/recovery.h"

@@ -1,6 +1,6 @@
 #include "firmware/update_file.h"
 
-#include "firmware/hex_digits.h"
+#include "program/bytes.h"
 #include "program/text_lines.h"
 
 #include <algorithm>

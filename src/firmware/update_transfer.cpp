@@ -1,6 +1,6 @@
 #include "firmware/update_transfer.h"
 
-#include "firmware/reply_wait.h"
+#include "link/exchange.h"
 
 #include <numeric>
 

@@ -1,7 +1,6 @@
 #include "firmware/upload.h"
 
 #include "firmware/firmware_file.h"
-#include "firmware/reply_wait.h"
 #include "firmware/stk500.h"
 #include "link/exchange.h"
 #include "workbench/line_use.h"

@@ -1,6 +1,6 @@
 #include "firmware/upload_verdict.h"
 
-#include "firmware/hex_digits.h"
+#include "program/bytes.h"
 
 namespace karvo
 {

@@ -191,6 +191,19 @@ ExchangeEnd Exchange(Link& link, const Bytes& command, ReplyLength replyLength, 
     return ExchangeEnd::replied;
 }
 
+ReplyEnd awaitReply(Link& link, std::size_t count)
+{
+    const auto arrived = [&] { return !link.port.isOpen() || link.port.bytesWaiting() >= count; };
+    const auto result = link.wait.until(arrived, link.state.timeOutInterval);
+    const bool lost = !link.port.isOpen();
+    link.state.lastReply = link.port.readAll();
+    if (result == WaitResult::ended)
+        return ReplyEnd::ended;
+    if (lost)
+        return ReplyEnd::lineLost;
+    return result == WaitResult::met ? ReplyEnd::replied : ReplyEnd::timedOut;
+}
+
 bool lineRunLasts(const Link& link, int run)
 {
     const LinkState& state = link.state;

@@ -44,6 +44,13 @@ bool openWith(Link& link, const LineSettings& settings);
 ExchangeEnd Exchange(Link& link, const Bytes& command, ReplyLength replyLength,
                      Pointer pointer = Pointer::unchanged);
 
+enum class ReplyEnd { replied, timedOut, lineLost, ended };
+
+// The wait of those who send in another way, and do not examine the reply: until at least `count` bytes are
+// there, for at most LinkState::timeOutInterval. All that has come stands in LinkState::lastReply then,
+// whatever the end.
+ReplyEnd awaitReply(Link& link, std::size_t count);
+
 // A run of the line: exchanges without a fault on a port that stays open, none of them more than a minute
 // behind the one before, and always the same decoder that answers. While it lasts, the vehicle on the line is
 // taken for the one that was met in it. LinkState::run is its number.

@@ -2,7 +2,7 @@
 
 #include "link/fault_text.h"
 #include "link/identification.h"
-#include "program/check_byte.h"
+#include "program/bytes.h"
 
 #include <optional>
 

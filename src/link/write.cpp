@@ -2,7 +2,7 @@
 
 #include "link/fault_text.h"
 #include "link/identification.h"
-#include "program/check_byte.h"
+#include "program/bytes.h"
 
 namespace karvo
 {
@@ -135,6 +135,21 @@ WriteEnd send(Link& link, const WriteCommand& command)
     return sendValue(link, command);
 }
 
+constexpr std::chrono::milliseconds pauseAfterWrite{100};
+
+// No notices of success as long as it lives.
+class SeriesUnderWay
+{
+public:
+    explicit SeriesUnderWay(LinkState& state) : state_(state) { state_.seriesUnderWay = true; }
+    ~SeriesUnderWay() { state_.seriesUnderWay = false; }
+    SeriesUnderWay(const SeriesUnderWay&) = delete;
+    SeriesUnderWay& operator=(const SeriesUnderWay&) = delete;
+
+private:
+    LinkState& state_;
+};
+
 } // namespace
 
 Text writtenNotice(int cv, const LanguageTables& texts)
@@ -189,6 +204,22 @@ WriteEnd writeCv(Link& link, const WriteCommand& command)
     if (command.cv == resetCv && (end == WriteEnd::written || end == WriteEnd::frameRefused))
         tellAfterReset(link, end);
     return end;
+}
+
+std::array<WriteEnd, seriesLength> writeSeries(Link& link, const std::array<int, seriesLength>& values,
+                                               const Text& onlyFor)
+{
+    std::array<WriteEnd, seriesLength> ends;
+    ends.fill(WriteEnd::ended);
+    const SeriesUnderWay quiet(link.state);
+    for (std::size_t i = 0; i < seriesLength; ++i) {
+        const int cv = firstSeriesCv + static_cast<int>(i);
+        link.view.showStatus(link.view.statusText() + u" " + textFromNumber(cv) + u" ");
+        ends[i] = writeCv(link, {.cv = cv, .value = values[i], .onlyFor = onlyFor});
+        if (ends[i] == WriteEnd::ended || link.wait.pause(pauseAfterWrite) == WaitResult::ended)
+            break;
+    }
+    return ends;
 }
 
 } // namespace karvo

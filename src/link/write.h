@@ -1,8 +1,9 @@
-// Writing one CV (docs/protocol.md, "The line").
+// Writing one CV, and a series of them (docs/protocol.md, "The line").
 #pragma once
 
 #include "link/link.h"
 
+#include <array>
 #include <optional>
 
 namespace karvo
@@ -61,5 +62,16 @@ std::optional<WriteEnd> identifyForWrite(Link& link);
 // Guards the write unless that has been done, identifies the decoder, announces the value and sends it, once.
 // The port stays open.
 WriteEnd writeCv(Link& link, const WriteCommand& command);
+
+// The series of CV167 to CV171, which belong together: kind and numbers of a vehicle.
+inline constexpr int firstSeriesCv = 167;
+inline constexpr int lastSeriesCv = 171;
+inline constexpr std::size_t seriesLength = lastSeriesCv - firstSeriesCv + 1;
+
+// Writes the five values in order, with a pause after each and without a notice of success. A failure is
+// shown, and the next CV follows. After the end of the program nothing more is sent; what was not sent is
+// `ended`.
+std::array<WriteEnd, seriesLength> writeSeries(Link& link, const std::array<int, seriesLength>& values,
+                                               const Text& onlyFor);
 
 } // namespace karvo

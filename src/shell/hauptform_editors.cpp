@@ -1,7 +1,7 @@
 // The editors of vehicle functions in the main window.
 #include "editors/forms/bremsen.h"
 #include "editors/forms/dcc_adresse.h"
-#include "editors/forms/fahrstufen_f5.h"
+#include "editors/forms/fahrstufen.h"
 #include "editors/forms/servo_addresse.h"
 #include "editors/presets.h"
 #include "program/path_text.h"

@@ -1,6 +1,6 @@
 // Changing values in the main window, and writing them.
 #include "cvdata/forms/cv_panel.h"
-#include "link/series_write.h"
+#include "link/write.h"
 #include "shell/hauptform.h"
 #include "shell/status_line.h"
 #include "shell/write_report_dialog.h"

@@ -1,7 +1,7 @@
 #include "workbench/write_guard.h"
 
 #include "link/exchange.h"
-#include "link/save_path_read.h"
+#include "link/read.h"
 #include "workbench/describe.h"
 #include "workbench/vehicle_match.h"
 

@@ -5,7 +5,7 @@
 #include "cvdata/main_list.h"
 #include "cvdata/receiver_releases.h"
 #include "cvdata/speed_cvs.h"
-#include "link/series_write.h"
+#include "link/write.h"
 
 #include <algorithm>
 #include <functional>

@@ -5,7 +5,7 @@
 #include "cvdata/dcc_address.h"
 #include "cvdata/main_list.h"
 #include "cvdata/speed_cvs.h"
-#include "link/series_write.h"
+#include "link/write.h"
 #include "workbench/write_report.h"
 
 #include <algorithm>

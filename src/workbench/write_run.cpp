@@ -3,7 +3,7 @@
 #include "cvdata/changes.h"
 #include "cvdata/dcc_address.h"
 #include "cvdata/main_list.h"
-#include "link/series_write.h"
+#include "link/write.h"
 #include "workbench/address_notice.h"
 #include "workbench/describe.h"
 #include "workbench/write_limits.h"

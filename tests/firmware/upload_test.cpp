@@ -1,7 +1,7 @@
 // The upload to the boot loader: what is sent, what the replies say, and what is told of them.
-#include "firmware/hex_digits.h"
 #include "firmware/upload_verdict.h"
 #include "link/exchange.h"
+#include "program/bytes.h"
 #include "support/case_table.h"
 #include "support/hex_file.h"
 #include "support/test_bench.h"

@@ -1,5 +1,4 @@
 #include "link/read.h"
-#include "link/save_path_read.h"
 #include "support/case_table.h"
 #include "support/link_bench.h"
 #include "support/memory_files.h"

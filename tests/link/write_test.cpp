@@ -1,4 +1,3 @@
-#include "link/series_write.h"
 #include "link/write.h"
 #include "support/case_table.h"
 #include "support/link_bench.h"

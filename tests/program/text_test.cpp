@@ -1,5 +1,4 @@
-#include "program/binary_text.h"
-#include "program/check_byte.h"
+#include "program/bytes.h"
 #include "program/clock.h"
 #include "program/path_text.h"
 #include "program/text.h"

@@ -1,4 +1,4 @@
-#include "editors/forms/fahrstufen_f5.h"
+#include "editors/forms/fahrstufen.h"
 #include "editors/forms/step_graph.h"
 
 #include "shell/window_bench.h"

@@ -1,7 +1,7 @@
 // HEX files for the boot loader, made up.
 #pragma once
 
-#include "firmware/hex_digits.h"
+#include "program/bytes.h"
 #include "program/text.h"
 #include "support/memory_files.h"
 

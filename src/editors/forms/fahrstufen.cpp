@@ -23,6 +23,8 @@ SpeedTable startValues(const ProgramState& state)
     return state.speedStepViews > 0 ? speedTableOf(state.link.lastReply) : speedTableOf(state.set.table);
 }
 
+constexpr int highestOfF5Scale = 120;
+
 } // namespace
 
 Fahrstufen::Fahrstufen(Workbench& bench, QWidget* parent)
@@ -191,6 +193,16 @@ void Fahrstufen::reset()
 {
     edit_.reset();
     showValues();
+}
+
+FahrstufenF5::FahrstufenF5(Workbench& bench, QWidget* parent)
+    : Fahrstufen(bench, QStringLiteral("FahrstufenF5"), parent)
+{
+}
+
+void FahrstufenF5::drawbargraphF5()
+{
+    drawUpTo(highestOfF5Scale);
 }
 
 } // namespace karvo

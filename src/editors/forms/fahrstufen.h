@@ -85,4 +85,17 @@ private:
     bool telling_ = false; // a refusal is being shown
 };
 
+// The same for the generation F5: lower limits, and a scale of its own.
+class FahrstufenF5 : public Fahrstufen
+{
+    Q_OBJECT
+
+public:
+    explicit FahrstufenF5(Workbench& bench, QWidget* parent = nullptr);
+
+protected:
+    void drawbargraph() override { drawbargraphF5(); }
+    void drawbargraphF5();
+};
+
 } // namespace karvo

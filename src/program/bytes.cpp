@@ -1,7 +1,25 @@
-#include "firmware/hex_digits.h"
+#include "program/bytes.h"
+
+#include <algorithm>
+#include <numeric>
 
 namespace karvo
 {
+
+std::uint8_t checkByte(std::span<const std::uint8_t> bytes)
+{
+    return static_cast<std::uint8_t>(std::accumulate(bytes.begin(), bytes.end(), 0u) & 0xFFu);
+}
+
+Text binaryText(unsigned value)
+{
+    Text digits;
+    for (; value != 0; value /= 2)
+        digits += value % 2 != 0 ? u'1' : u'0';
+    digits.append(digits.size() < 8 ? 8 - digits.size() : 0, u'0');
+    std::reverse(digits.begin(), digits.end());
+    return digits;
+}
 
 std::optional<unsigned> hexDigit(char16_t character)
 {
