@@ -13,13 +13,13 @@ import sys
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent))
+from cv_kinds import group_field, unit_field, words_field
 from cv_models import NUMBERS, WEIGHTS, Models, Row, check_row
 from cv_text import LANGUAGES, check_text, refuse_unknown
 from text_file import SourceError, TomlSource, write_if_changed
 
 LINE_END = "\r\n"
 FIELDS = 16
-MARKS_FIELD = 14
 DESCRIBED = ("name", "help", "values", "advice")
 CV_SHOWN_AS_MISSING = 153
 SPEED_MARK = "Anfang FS"
@@ -51,8 +51,8 @@ def joined(fields):
 def description_line(number, row, language):
     name, *texts = [row.values[key][language] if key in row.values else "" for key in DESCRIBED]
     default, *limits = [str(row.values[key]) for key in NUMBERS]
-    fields = [str(number), default, name, *limits, *texts, bits_field(row, language)]
-    return joined(fields + [""] * (MARKS_FIELD - 1 - len(fields)) + [marks_field(row)])
+    kind = [group_field(row), words_field(row, language), unit_field(row), marks_field(row)]
+    return joined([str(number), default, name, *limits, *texts, bits_field(row, language), *kind])
 
 
 def unused_row(model, number):

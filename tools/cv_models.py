@@ -4,6 +4,7 @@ A row (all that is known of one CV) may be refined from base to model key by key
 names the file and the line of the block.
 """
 
+from cv_kinds import check_kind, check_words
 from cv_outputs import Outputs
 from cv_text import LANGUAGES, check_languages, check_text, refuse_unknown
 from text_file import TomlSource
@@ -29,24 +30,26 @@ LOWEST_FIRST_STEP = 3
 
 MODEL_KEYS = {"name", "header", "base", "adds", "abstract", "rows", "remove", "release", "top_speed", "speed_steps"}
 ADDITION_KEYS = {"name", "rows", "remove", "top_speed", "speed_steps"}
-CV_KEYS = {"number", "bits", "mark", *NUMBERS, *TEXTS}
+KIND = ("group", "unit", "choice", "special", "named")
+CV_KEYS = {"number", "bits", "mark", *KIND, *NUMBERS, *TEXTS}
 SERIES_KEYS = CV_KEYS - {"number"} | {"from", "to", "first"}
 
 
 class Row:
     """What is known of one CV; `values` holds numbers, and texts by language, under their keys in the source.
 
-    Over a base, a value replaces the base's; bits do so one by one, an empty bit takes the base's away. A default
-    without a factory value is the factory value too.
+    Over a base, a value replaces the base's; bits and named values do so one by one, an empty one takes the base's
+    away. A default without a factory value is the factory value too.
     """
 
     def __init__(self, source, where, values, base=None):
         self.source = source
         self.where = where
         self.values = dict(base.values) if base else {}
-        bits = {**self.values.get("bits", {}), **values.get("bits", {})}
+        merged = {key: {**self.values.get(key, {}), **values.get(key, {})} for key in ("bits", "named")}
         self.values.update(values)
-        self.values["bits"] = {weight: texts for weight, texts in bits.items() if texts}
+        for key, texts in merged.items():
+            self.values[key] = {name: words for name, words in texts.items() if words}
         if "default" in values:
             self.values["factory"] = values.get("factory", values["default"])
 
@@ -119,12 +122,12 @@ def check_needed(source, table, *where):
 
 def words_of(table):
     """The texts of a bit or a remark, without what they are for."""
-    return {key: text for key, text in table.items() if key not in ("cvs", "needs")}
+    return {key: text for key, text in table.items() if key not in ("cvs", "needs", "group")}
 
 
 def check_block(source, block, known, *where):
     refuse_unknown(source, block, known, *where)
-    for key in known - {"bits", "mark", *TEXTS} & block.keys():
+    for key in known - {"bits", "mark", *KIND, *TEXTS} & block.keys():
         if type(block[key]) is not int:
             raise source.error(f"'{key}' is no whole number", *where, key)
     for key in TEXTS:
@@ -139,6 +142,7 @@ def check_block(source, block, known, *where):
         if texts != {}:
             check_needed(source, texts, *where, "bits", weight)
             check_languages(source, words_of(texts), *where, "bits", weight)
+    check_kind(source, block, *where)
 
 
 def check_settings(source):
@@ -167,7 +171,7 @@ def expand_series(block):
     """Yields CV number and values of each member; `{n}` in the texts counts from `first` on, whichever way CVs run."""
     step = 1 if block["to"] >= block["from"] else -1
     for index, number in enumerate(range(block["from"], block["to"] + step, step)):
-        values = {key: block[key] for key in (*NUMBERS, "mark", "bits") if key in block}
+        values = {key: block[key] for key in (*NUMBERS, *KIND, "mark", "bits") if key in block}
         for key in TEXTS:
             if key in block:
                 values[key] = with_number(block[key], block.get("first", 1) + index)
@@ -353,6 +357,7 @@ def check_row(row):
         raise row.error(f"the bits together are above the upper limit {upper}", "bits")
     if bits and row.values["factory"] & ~bits:
         raise row.error(f"the factory value {row.values['factory']} sets a bit without a meaning", "factory")
+    check_words(row)
 
 
 def check_speed_steps(model):

@@ -50,13 +50,17 @@ class Outputs:
 
     def check_numbered(self, row):
         """A text "Ausgang 3, Bremslicht" is the table's."""
-        for weight, texts in row.values["bits"].items():
-            for light in self.lights:
-                expected = self.numbered(light)
-                if texts[LANGUAGES[0]].startswith(expected[LANGUAGES[0]].split(",")[0] + ","):
-                    for language in LANGUAGES:
-                        if texts[language].lower() != expected[language].lower():
-                            raise row.error(f"expected '{expected[language]}'", "bits", weight)
+        for key in ("bits", "named"):
+            for name, texts in row.values[key].items():
+                self.check_texts(row, texts, key, name)
+
+    def check_texts(self, row, texts, *where):
+        for light in self.lights:
+            expected = self.numbered(light)
+            if texts[LANGUAGES[0]].startswith(expected[LANGUAGES[0]].split(",")[0] + ","):
+                for language in LANGUAGES:
+                    if texts[language].lower() != expected[language].lower():
+                        raise row.error(f"expected '{expected[language]}'", *where)
 
     def numbered(self, light):
         known = self.source.data["known"]

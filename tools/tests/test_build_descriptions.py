@@ -69,6 +69,23 @@ class Descriptions(FolderTest):
         self.change("kv07.toml", '"240216"', '"010915"')
         self.assertEqual(self.written("CV_Standart_kv07.txt")[2], b"2;0;Nicht belegt;0;255;;Lassen.;-;;;;;;;;;")
 
+    def test_groups_words_and_units_stand_in_fields_11_to_13(self):
+        words = {"de": "nie", "nl": "nooit", "en": "never", "es": "nunca", "fr": "jamais"}
+        for language, word in words.items():
+            self.change("common.toml", f'{language} = "3 ', f'{language} = "3 = {word}, 9 ')
+        self.change("common.toml", "factory = 6", 'factory = 6\ngroup = ["bus", "fire"]\nunit = "0.1 s"\nspecial = [3]')
+        for weight in (2, 128):
+            self.change("common.toml", f"\n{weight} = {{ ", f'\n{weight} = {{ group = "servo", ')
+        kinds = [self.written("CV_Standart_kv07es.txt")[number].split(b";")[10:13] for number in (2, 21)]
+        self.assertEqual(kinds, [[b"group=bus,fire", b"special=3:nunca", b"unit=0.1 s"], [b"group=servo:130", b"", b""]])
+        self.change("common.toml", 'unit = "0.1 s"\nspecial', "choice")
+        all_words = ", ".join(f'{language} = "{{n}}:9"' for language in words)
+        with (self.source / "kv07.toml").open("a") as file:
+            file.write(f"\n[[cv]]\nnumber = 2\nnamed.4-7 = {{ {all_words} }}\nnamed.9-139 = {{ first = 1, {all_words} }}\n")
+        field = self.field(12, 2)[0]
+        self.assertTrue(field.startswith(b"choice=3:nie|4:4:9|5:5:9|6:6:9|7:7:9|9:1:9|"), field)
+        self.assertTrue(field.endswith(b"|139:131:9"), field)
+
     def test_presets_and_additions_stand_over_the_base(self):
         self.change("kv07.toml", "rows = 176", 'adds = ["tacho"]')
         self.assertEqual(self.written("CV_KV07_Bus_V1.txt")[0], b"Standard KV07 Bus V1")

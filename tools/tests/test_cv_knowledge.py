@@ -76,6 +76,7 @@ class Knowledge(unittest.TestCase):
             self.assertLess(len(lines), 552, path)
             self.assertGreaterEqual(len(rows), 176, path)
             self.assertEqual([(row[0], len(row)) for row in rows], [(str(n), 17) for n in range(1, last)], path)
+            self.assertEqual([row for row in rows if bool(row[5]) != row[10].startswith("group=")], [], path)
             self.assertEqual({tuple(row[3:6]) for row in rows if row[2] in UNUSED}, {("0", "255", "")}, path)
 
     def test_expert_lines_tell_what_happens_inside_of_cvs_that_the_decoder_has(self):
