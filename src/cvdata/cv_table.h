@@ -20,8 +20,11 @@ enum class Column {
     explanation = 7,
     values = 8, // what the values mean
     advice = 9,
-    bits = 10,  // up to eight lines, the bit of weight 1 first; empty for a CV that is no set of switches
-    marks = 14, // "mark=" and the words that cv_use.h knows, separated by commas
+    bits = 10,   // up to eight lines, the bit of weight 1 first; empty for a CV that is no set of switches
+    groups = 11, // "group=" and what cv_kind.h knows, as the two that follow
+    words = 12,  // "choice=" or "special=": words of single values
+    unit = 13,   // "unit=", what 1 stands for
+    marks = 14,  // "mark=" and the words that cv_use.h knows, separated by commas
     sharedValue = 15 // a copy of the value, where it belongs to two CVs
 };
 

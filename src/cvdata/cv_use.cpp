@@ -1,5 +1,7 @@
 #include "cvdata/cv_use.h"
 
+#include "cvdata/cv_kind.h"
+
 #include <algorithm>
 
 namespace karvo
@@ -12,7 +14,6 @@ constexpr int lowestValue = 0;
 constexpr int highestValue = 255;
 constexpr int firmwareCv = 7;
 constexpr int makerCv = 8;
-constexpr TextView markPrefix = u"mark=";
 constexpr TextView readOnlyMark = u"read-only";
 constexpr TextView fromMark = u"from=";
 
@@ -73,15 +74,6 @@ bool isReadOnly(const CvTable& table, int cv)
 TextView firstFirmwareOf(const CvTable& table, int cv)
 {
     return markThatBegins(table.at(cv, Column::marks), fromMark).value_or(TextView());
-}
-
-bool hasMarks(const CvTable& table)
-{
-    for (int cv = 1; cv <= CvTable::lastRow; ++cv) {
-        if (table.at(cv, Column::marks).starts_with(markPrefix))
-            return true;
-    }
-    return false;
 }
 
 } // namespace karvo

@@ -36,8 +36,4 @@ bool isReadOnly(const CvTable& table, int cv);
 // where every firmware has it.
 TextView firstFirmwareOf(const CvTable& table, int cv);
 
-// Whether a description or a list file marks CVs at all. Fields that mean something else to others are no
-// marks.
-bool hasMarks(const CvTable& table);
-
 } // namespace karvo

@@ -73,7 +73,7 @@ std::optional<Description> readDescription(Workbench& bench, const std::string& 
 void takeTexts(CvTable& table, int row, const CvTable& other, int otherRow)
 {
     for (const Column column :
-         {Column::text, Column::explanation, Column::values, Column::advice, Column::bits})
+         {Column::text, Column::explanation, Column::values, Column::advice, Column::bits, Column::words})
         table.at(row, column) = other.at(otherRow, column);
 }
 

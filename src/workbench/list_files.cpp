@@ -1,6 +1,7 @@
 #include "workbench/list_files.h"
 
 #include "cvdata/changes.h"
+#include "cvdata/cv_kind.h"
 #include "cvdata/cv_use.h"
 #include "cvdata/description_choice.h"
 #include "cvdata/expert_choice.h"
@@ -79,18 +80,33 @@ void addModelsFields(CvTable& table, const CvTable& model, int row)
     }
 }
 
+// The fields that this program has given a meaning of its own since there are lists.
+constexpr Column laterColumns[] = {Column::groups, Column::words, Column::unit, Column::marks};
+
+std::vector<Column> columnsWithout(const CvTable& table)
+{
+    std::vector<Column> columns;
+    for (const Column column : laterColumns) {
+        if (!carries(table, column))
+            columns.push_back(column);
+    }
+    return columns;
+}
+
 // A list of other hands may hold numbers, values and names alone, and one that was saved before there were
-// marks has none: they are the model's then. In the file nothing is added by this.
+// marks, groups, words and units has none: they are the model's then. In the file nothing is added by this.
 void addModelsFields(CvTable& table, const CvTable& model)
 {
-    const bool takesMarks = !hasMarks(table);
+    const auto takenColumns = columnsWithout(table);
     for (int row = 1; row <= CvTable::lastRow; ++row) {
         if (!table.describes(row) || !model.describes(row))
             continue;
         if (lacksFields(table, row))
             addModelsFields(table, model, row);
-        if (takesMarks && isUsed(table, row))
-            table.at(row, Column::marks) = model.at(row, Column::marks);
+        if (!isUsed(table, row))
+            continue;
+        for (const Column column : takenColumns)
+            table.at(row, column) = model.at(row, column);
     }
 }
 
@@ -100,7 +116,7 @@ bool isComplete(const CvTable& table)
         if (lacksFields(table, row))
             return false;
     }
-    return hasMarks(table);
+    return columnsWithout(table).empty();
 }
 
 void completeFromModel(Workbench& bench, CvSet& set)

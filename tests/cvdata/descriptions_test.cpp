@@ -1,7 +1,9 @@
 // Which decoder it is, which files describe it, and what they tell of a CV.
 #include "cvdata/cv_details.h"
+#include "cvdata/cv_kind.h"
 #include "cvdata/cv_use.h"
 #include "cvdata/description_choice.h"
+#include "cvdata/description_fields.h"
 #include "cvdata/expert_choice.h"
 #include "cvdata/expert_file.h"
 #include "cvdata/list_header.h"
@@ -155,11 +157,46 @@ TEST(CvUseTest, MarksAreWordsOfTheirFieldAndNothingElseIsOne)
         CvTable table;
         table.at(1, Column::marks) = textFromUtf8(field);
         const auto from = utf8FromText(firstFirmwareOf(table, 1));
-        EXPECT_EQ(std::string(hasMarks(table) ? "marks" : "") + (isReadOnly(table, 1) ? " read-only" : "") +
-                      (from.empty() ? "" : " " + from),
+        EXPECT_EQ(std::string(carries(table, Column::marks) ? "marks" : "") +
+                      (isReadOnly(table, 1) ? " read-only" : "") + (from.empty() ? "" : " " + from),
                   words);
         EXPECT_TRUE(isReadOnly(table, 7) && isReadOnly(table, 8));
     }
+}
+
+// What the fields of kinds.txt come to.
+std::string told(const CvKind& kind)
+{
+    std::string text;
+    for (const GroupShare& share : kind.groups)
+        text += utf8FromText(wordOf(share.group)) +
+                (share.bits == 255 ? "" : ":" + std::to_string(share.bits)) + " ";
+    for (const auto* const words : {&kind.choices, &kind.specials}) {
+        text += words->empty() ? "" : words == &kind.choices ? "choice " : "special ";
+        for (const NamedValue& named : *words)
+            text += std::to_string(named.value) + ":" + utf8FromText(named.word) + " ";
+    }
+    text += kind.unit ? "unit " : "";
+    for (const int value : {0, 7, 128}) {
+        const Text word(kind.wordOfValue(value));
+        const Text shown = !word.empty() ? word : kind.unit ? inUnit(value, *kind.unit, false) : Text();
+        text += std::to_string(value) + (shown.empty() ? "" : "=" + utf8FromText(shown)) + " ";
+    }
+    text.pop_back();
+    return text;
+}
+
+TEST(CvKindTest, TheFieldsTellGroupsWordsAndUnitAndWhatIsNotSoundIsLeftOut)
+{
+    for (const auto& [fields, words] : casesOf<2>("cvdata/kinds.txt")) {
+        CvTable table;
+        const Text line = textFromUtf8(fields + ";");
+        int column = static_cast<int>(Column::groups);
+        for (const TextView field : fieldsOf(line))
+            table.at(1, column++) = field;
+        EXPECT_EQ(told(kindOf(table, 1)), words) << fields;
+    }
+    EXPECT_EQ(inUnit(45, {1, 10, u"s"}, true) + inUnit(165, {20, 1, u"mV"}, true), u"4,5 s3,30 V");
 }
 
 TEST(ExpertFileTest, EntriesAreFoundByTheirNumberAndFaultsByTheirLine)

@@ -1,4 +1,5 @@
 // Every simulated decoder in every language, read from the real program folder, and the files in that folder.
+#include "cvdata/cv_kind.h"
 #include "cvdata/cv_use.h"
 #include "language/language_loader.h"
 #include "support/case_table.h"
@@ -140,15 +141,17 @@ TEST(EveryDecoderCasesTest, NoSimulatedDecoderIsLeftOut)
     EXPECT_EQ(casesOf<4>("decoders.txt").size(), sim::decoderNames().size());
 }
 
-// A list file of the set, opened again; without marks as before there were any.
+// A list file of the set, opened again; without marks, groups, words and units as before there were any.
 class ReceiverTest : public EveryDecoderTest
 {
 protected:
     void reopen(bool withMarks)
     {
         auto content = textFromWindows1252(listFileContent(state_.set));
-        for (auto at = content.find(u"mark="); !withMarks && at != Text::npos; at = content.find(u"mark="))
-            content.erase(at, content.find(u';', at) - at);
+        for (const TextView own : {u"mark=", u"group=", u"choice=", u"special=", u"unit="}) {
+            for (auto at = content.find(own); !withMarks && at != Text::npos; at = content.find(own))
+                content.erase(at, content.find(u';', at) - at);
+        }
         ASSERT_TRUE(onBench("kv07", [&](auto& bench) {
             return takeListContent(bench, *windows1252FromText(content), "receiver.kvr");
         }));
@@ -197,8 +200,12 @@ TEST_F(ReceiverTest, WhatItsFirmwareLacksIsUnusedThereInItsListsAndInEachLanguag
             EXPECT_EQ(lacking(), expectedInList) << decoder << withMarks;
             EXPECT_EQ(remarks(), isUsed(state_.set.table, 43)) << decoder << withMarks;
             EXPECT_TRUE(isReadOnly(state_.set.table, 72)) << withMarks;
+            EXPECT_EQ(inUnit(10, kindOf(state_.set.table, 77).unit.value_or(CvUnit()), false), u"1 s");
+            EXPECT_EQ(kindOf(state_.set.table, 9).wordOfValue(1), withMarks ? u"desvío" : u"turnout");
+            EXPECT_EQ(kindOf(state_.set.table, 77).groups.front().group, CvGroup::returnTimes);
             use(languageCases[2]);
             changeWords();
+            EXPECT_EQ(kindOf(state_.set.table, 9).wordOfValue(1), u"turnout");
             EXPECT_EQ(lacking(), expectedInList) << decoder << withMarks;
         }
     }
