@@ -5,7 +5,6 @@
 #include "cvdata/description_choice.h"
 #include "platform/text_conversion.h"
 
-#include <QCommandLineParser>
 #include <QFileInfo>
 #include <QRegularExpression>
 
@@ -35,20 +34,12 @@ std::optional<int> portOf(const QString& word)
     return isNumber && number >= 1 && number <= 31 ? std::optional<int>(number) : std::nullopt;
 }
 
-QString nameOf(const CommandOption& option)
+QStringList qtStrings(const std::vector<std::string>& words)
 {
-    return QString::fromLatin1(option.name.data(), static_cast<qsizetype>(option.name.size()));
-}
-
-void addOptions(QCommandLineParser& parser)
-{
-    for (const CommandOption& option : commandOptions()) {
-        const QString name = nameOf(option);
-        const QStringList names =
-            option.name == "help" ? QStringList{QStringLiteral("h"), name} : QStringList{name};
-        parser.addOption(option.value.empty() ? QCommandLineOption(names)
-                                              : QCommandLineOption(names, {}, QStringLiteral("value")));
-    }
+    QStringList list;
+    for (const std::string& word : words)
+        list.append(QString::fromStdString(word));
+    return list;
 }
 
 Text wide(std::string_view word)
@@ -62,8 +53,8 @@ class Reader
 public:
     using Fault = std::optional<Text>;
 
-    Reader(const QCommandLineParser& parser, const Command& command, const LanguageTables& texts)
-        : parser_(parser), command_(command), texts_(texts)
+    Reader(const CommandWords& words, const Command& command, const LanguageTables& texts)
+        : words_(words), command_(command), texts_(texts)
     {
     }
 
@@ -82,13 +73,13 @@ private:
     {
         return texts_.message(message, values);
     }
-    bool isSet(const char* option) const { return parser_.isSet(QLatin1String(option)); }
-    QString value(const char* option) const { return parser_.value(QLatin1String(option)); }
+    bool isSet(const char* option) const { return words_.has(option); }
+    QString value(const char* option) const { return QString::fromStdString(words_.value(option)); }
 
     Fault countWords()
     {
         arguments_.command = command_.command;
-        arguments_.operands = parser_.positionalArguments().mid(1);
+        arguments_.operands = qtStrings(words_.plain()).mid(1);
         if (arguments_.operands.size() > command_.mostOperands)
             return say(Message::tooManyArguments,
                        {toText(arguments_.operands.at(command_.mostOperands)), usageOf(command_)});
@@ -101,7 +92,7 @@ private:
     Fault refuseUnheeded()
     {
         for (const CommandOption& option : commandOptions()) {
-            if (parser_.isSet(nameOf(option)) && !isHeeded(command_, option.name))
+            if (words_.has(option.name) && !isHeeded(command_, option.name))
                 return say(Message::optionNotHeeded, {u"--" + wide(option.name), wide(command_.word)});
         }
         return std::nullopt;
@@ -109,7 +100,7 @@ private:
 
     Fault takeLine()
     {
-        arguments_.portMappings = parser_.values(QStringLiteral("map-port"));
+        arguments_.portMappings = qtStrings(words_.values("map-port"));
         arguments_.simulatedDecoder = value("simulate");
         arguments_.fault = value("fault");
         arguments_.unpaced = isSet("no-pace");
@@ -150,12 +141,12 @@ private:
 
     Fault takeForced()
     {
-        for (const QString& word : parser_.values(QStringLiteral("force"))) {
-            if (word == QLatin1String("limits"))
+        for (const std::string& word : words_.values("force")) {
+            if (word == "limits")
                 arguments_.forced.insert(QuestionKind::limits);
-            else if (word == QLatin1String("vehicle"))
+            else if (word == "vehicle")
                 arguments_.forced.insert(QuestionKind::vehicle);
-            else if (word == QLatin1String("backup"))
+            else if (word == "backup")
                 arguments_.forced.insert(QuestionKind::backup);
             else
                 return say(Message::forceWords);
@@ -223,7 +214,7 @@ private:
         return std::nullopt;
     }
 
-    const QCommandLineParser& parser_;
+    const CommandWords& words_;
     const Command& command_;
     const LanguageTables& texts_;
     CliArguments arguments_;
@@ -234,80 +225,67 @@ CliParseResult wrong(Message message, std::initializer_list<Text> values, const 
     return {std::nullopt, texts.message(message, values), true};
 }
 
-CliParseResult wrongCommand(const QString& word, const LanguageTables& texts)
+CliParseResult wrongCommand(const std::string& word, const LanguageTables& texts)
 {
     std::vector<std::string_view> words;
     for (const Command& command : commands())
         words.push_back(command.word);
-    const auto nearest = nearestWord(word.toStdString(), words);
+    const auto nearest = nearestWord(word, words);
     if (nearest.empty())
-        return wrong(Message::unknownCommand, {toText(word), commandWords()}, texts);
-    return wrong(Message::unknownCommandNearest, {toText(word), wide(nearest), commandWords()}, texts);
+        return wrong(Message::unknownCommand, {wide(word), commandWords()}, texts);
+    return wrong(Message::unknownCommandNearest, {wide(word), wide(nearest), commandWords()}, texts);
 }
 
-// An option without the value that it needs, or with one that it does not take.
-CliParseResult wrongValue(const QStringList& words, const LanguageTables& texts)
+// `command`: as typed; empty where there is none.
+CliParseResult unknownOption(const std::string& typed, const std::string& command,
+                             const LanguageTables& texts)
 {
-    for (const CommandOption& option : commandOptions()) {
-        const QString name = QStringLiteral("--") + nameOf(option);
-        if (words.last() == name)
-            return wrong(Message::optionNeedsValue, {toText(name), wide(option.value)}, texts);
-        const QStringList typed = words.filter(name + QLatin1Char('='));
-        if (option.value.empty() && !typed.isEmpty())
-            return wrong(Message::tooManyArguments, {toText(typed.first()), toText(name)}, texts);
-    }
-    return wrong(Message::unknownOption, {toText(words.last()), Text()}, texts);
-}
-
-CliParseResult wrongOption(const QCommandLineParser& parser, const QStringList& words,
-                           const LanguageTables& texts)
-{
-    if (parser.unknownOptionNames().isEmpty())
-        return wrongValue(words, texts);
     std::vector<std::string_view> names;
     for (const CommandOption& option : commandOptions())
         names.push_back(option.name);
-    const QString name = parser.unknownOptionNames().first();
-    const Text typed = (name.size() == 1 ? u"-" : u"--") + toText(name);
-    if (const auto nearest = nearestWord(name.toStdString(), names); !nearest.empty())
-        return wrong(Message::unknownOptionNearest, {typed, u"--" + wide(nearest)}, texts);
-    const QString command = parser.positionalArguments().value(0);
-    const bool known = commandOf(command.toStdString()) != nullptr;
-    return wrong(Message::unknownOption, {typed, known ? toText(command) + u" " : Text()}, texts);
+    const auto name = std::string_view(typed).substr(typed.starts_with("--") ? 2 : 1);
+    if (const auto nearest = nearestWord(name, names); !nearest.empty())
+        return wrong(Message::unknownOptionNearest, {wide(typed), u"--" + wide(nearest)}, texts);
+    const bool known = commandOf(command) != nullptr;
+    return wrong(Message::unknownOption, {wide(typed), known ? wide(command) + u" " : Text()}, texts);
+}
+
+CliParseResult wrongWord(const WordFault& fault, const std::string& command, const LanguageTables& texts)
+{
+    switch (fault.kind) {
+    case WordFault::Kind::needsValue:
+        return wrong(Message::optionNeedsValue, {wide(fault.typed), wide(fault.form->value)}, texts);
+    case WordFault::Kind::takesNoValue:
+        return wrong(Message::tooManyArguments, {wide(fault.typed), u"--" + wide(fault.form->name)}, texts);
+    case WordFault::Kind::unknownOption:
+        break;
+    }
+    return unknownOption(fault.typed, command, texts);
 }
 
 } // namespace
 
-CliParseResult parseCliArguments(const QStringList& words, const LanguageTables& texts)
+CliParseResult parseCliArguments(const CommandWords& words, const LanguageTables& texts)
 {
-    QCommandLineParser parser;
-    addOptions(parser);
-    if (!parser.parse(words))
-        return wrongOption(parser, words, texts);
-    if (parser.isSet(QStringLiteral("version")))
+    const std::string word = words.plain().empty() ? std::string() : words.plain().front();
+    if (words.fault())
+        return wrongWord(*words.fault(), word, texts);
+    if (words.has("version"))
         return {std::nullopt, u"karvo-cli " + wide(KARVO_VERSION), false};
-    const QString word = parser.positionalArguments().value(0);
-    const Command* const command = commandOf(word.toStdString());
-    if (parser.isSet(QStringLiteral("help")) && (word.isEmpty() || command != nullptr))
+    const Command* const command = commandOf(word);
+    if (words.has("help") && (word.empty() || command != nullptr))
         return {std::nullopt, command == nullptr ? generalHelp(texts) : helpOf(*command, texts), false};
-    if (word.isEmpty())
+    if (word.empty())
         return wrong(Message::commandNeeded, {commandWords()}, texts);
     if (command == nullptr)
         return wrongCommand(word, texts);
-    return Reader(parser, *command, texts).read();
+    return Reader(words, *command, texts).read();
 }
 
-QString earlyValue(const QStringList& words, const QString& option)
+CommandWords cliWords(const std::vector<std::string>& words)
 {
-    const QString name = QStringLiteral("--") + option;
-    QString value;
-    for (qsizetype i = 0; i < words.size(); ++i) {
-        if (words.at(i) == name)
-            value = words.value(i + 1);
-        else if (words.at(i).startsWith(name + QLatin1Char('=')))
-            value = words.at(i).mid(name.size() + 1);
-    }
-    return value;
+    static const auto forms = formsOf(commandOptions());
+    return {words, forms, SingleDash::startsOption};
 }
 
 } // namespace karvo

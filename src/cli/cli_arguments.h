@@ -3,6 +3,7 @@
 
 #include "cvdata/batch_change.h"
 #include "language/language_tables.h"
+#include "program/command_words.h"
 #include "program/prompts.h"
 
 #include <QString>
@@ -44,10 +45,10 @@ struct CliParseResult {
     bool wrong = false;                    // `text` tells what is wrong
 };
 
-CliParseResult parseCliArguments(const QStringList& words, const LanguageTables& texts);
+// The words behind the program's name. They are split before they are understood: the language and the
+// program folder are needed to say what is wrong with them.
+CommandWords cliWords(const std::vector<std::string>& words);
 
-// The value of an option before all words are understood: the language and the program folder are needed for
-// the words of what is wrong. The last one counts; empty when the option is not there.
-QString earlyValue(const QStringList& words, const QString& option);
+CliParseResult parseCliArguments(const CommandWords& words, const LanguageTables& texts);
 
 } // namespace karvo

@@ -43,7 +43,9 @@ Text row(const Text& left, const Text& right)
 
 Text withValue(const CommandOption& option)
 {
-    const Text start = option.name == "help" ? u"-h, --help" : u"--" + wide(option.name);
+    Text start =
+        option.letter == 0 ? Text() : joined({u"-", Text(1, static_cast<char16_t>(option.letter)), u", "});
+    start += joined({u"--", wide(option.name)});
     return option.value.empty() ? start : start + u" " + wide(option.value);
 }
 

@@ -5,6 +5,7 @@
 #include "cli/cli_arguments.h"
 #include "cli/exit_code.h"
 #include "language/text_numbers.h"
+#include "program/command_words.h"
 
 #include <optional>
 #include <span>
@@ -13,9 +14,7 @@
 namespace karvo
 {
 
-struct CommandOption {
-    std::string_view name;  // without "--"
-    std::string_view value; // what stands for its value in the help; empty for a switch
+struct CommandOption : OptionForm {
     Caption help;
 };
 

@@ -11,6 +11,7 @@
 #include "language/first_start.h"
 #include "language/language_loader.h"
 #include "link/port_choice.h"
+#include "platform/caller.h"
 #include "platform/console.h"
 #include "platform/qt_files.h"
 #include "platform/qt_settings.h"
@@ -129,10 +130,10 @@ ExitCode runWith(const CliArguments& arguments, ProgramState& state, QtSettings&
 }
 
 // In the language that the words ask for, else the stored one. What is wrong when a file is missing.
-std::optional<Text> loadTexts(const QStringList& words, ProgramState& state, const Settings& settings,
+std::optional<Text> loadTexts(const CommandWords& words, ProgramState& state, const Settings& settings,
                               Output& output)
 {
-    const auto wanted = languageFromName(earlyValue(words, QStringLiteral("language")).toStdString());
+    const auto wanted = languageFromName(words.value("language"));
     state.language = wanted.value_or(storedLanguage(settings));
     QtFiles files;
     const auto loaded = loadLanguage(state.texts, state.language, state.programFolder, files);
@@ -143,16 +144,16 @@ std::optional<Text> loadTexts(const QStringList& words, ProgramState& state, con
     return std::nullopt;
 }
 
-ExitCode start(const QStringList& words, ProgramState& state, const Command*& command, Output& output)
+ExitCode start(const CommandWords& words, ProgramState& state, const Command*& command, Output& output)
 {
-    QtSettings settings(earlyValue(words, QStringLiteral("settings")));
-    const QString folder = earlyValue(words, QStringLiteral("program-folder"));
+    QtSettings settings(QString::fromStdString(words.value("settings")));
+    const QString folder = QString::fromStdString(words.value("program-folder"));
     state.programFolder = toPath(folder.isEmpty() ? QCoreApplication::applicationDirPath() : folder);
     const auto missing = loadTexts(words, state, settings, output);
     const auto parsed = parseCliArguments(words, state.texts);
     if (parsed.arguments)
         command = &commandOf(parsed.arguments->command);
-    if (missing && !words.contains(QStringLiteral("--version"))) {
+    if (missing && !words.has("version")) {
         output.say(*missing);
         return command != nullptr && command->command == CliCommand::compare ? ExitCode::cannotCompare
                                                                              : ExitCode::fileTrouble;
@@ -187,8 +188,9 @@ int main(int argc, char** argv)
 {
     holdStandardStreams();
     const QCoreApplication application(argc, argv);
-    const QStringList words = QCoreApplication::arguments();
-    Output output(words.contains(QStringLiteral("--json")) ? Output::Form::json : Output::Form::lines);
+    const auto arguments = argumentsOf(argc, argv);
+    const CommandWords words = cliWords(arguments);
+    Output output(words.has("json") ? Output::Form::json : Output::Form::lines);
     ProgramState state;
     const Command* command = nullptr;
     const ExitCode code = start(words, state, command, output);

@@ -2,6 +2,7 @@
 // device.
 #include "cli/line_log.h"
 #include "cli/pseudo_terminal.h"
+#include "program/command_words.h"
 #include "simulator/simulator.h"
 
 #include <algorithm>
@@ -68,56 +69,57 @@ sim::Decoder decoderFrom(std::string_view name)
     throw UsageError{"unknown model \"" + std::string(name) + "\", --list names them"};
 }
 
-Options parse(std::span<char* const> arguments)
+std::vector<HelpedOption> commandOptions()
 {
+    std::string faults = "one of:";
+    for (const auto name : sim::faultNames())
+        faults += " " + std::string(name);
+    return {
+        {{"pace", "line"}, "at the rate that the program sets, as the real line (the usual)"},
+        {{"pace", "none"}, "answers come at once"},
+        {{"fault", "NAME"},
+         faults + "\nAfter hang-up the device comes back a second later; its path is printed again."},
+        {{"log", "FILE"}, "a line for each command (>) and each reply (<): seconds, a word, the bytes"},
+        {{"list", ""}, "the names of all models"},
+        {{"help", ""}, ""},
+        {{"version", ""}, ""},
+    };
+}
+
+Options parse(const std::vector<std::string>& arguments)
+{
+    const auto forms = formsOf(commandOptions());
+    const CommandWords words(arguments, forms, SingleDash::startsOption);
+    if (words.fault())
+        throw UsageError{faultText(*words.fault())};
+    if (words.plain().size() > 1)
+        throw UsageError{"one model only, \"" + words.plain()[1] + "\" is a second one"};
     Options options;
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const std::string_view argument = arguments[i];
-        const auto value = [&]() -> std::string_view {
-            if (++i == arguments.size())
-                throw UsageError{std::string(argument) + " needs a value"};
-            return arguments[i];
-        };
-        if (argument == "--fault")
-            options.fault = faultFrom(value());
-        else if (argument == "--pace")
-            options.pace = paceFrom(value());
-        else if (argument == "--log")
-            options.log = value();
-        else if (argument == "--list")
-            options.list = true;
-        else if (argument == "--help")
-            options.help = true;
-        else if (argument == "--version")
-            options.version = true;
-        else if (argument.starts_with('-'))
-            throw UsageError{"unknown option " + std::string(argument)};
-        else if (options.decoder)
-            throw UsageError{"one model only, \"" + std::string(argument) + "\" is a second one"};
-        else
-            options.decoder = decoderFrom(argument);
-    }
+    if (words.has("fault"))
+        options.fault = faultFrom(words.value("fault"));
+    if (words.has("pace"))
+        options.pace = paceFrom(words.value("pace"));
+    if (words.has("log"))
+        options.log = words.value("log");
+    options.list = words.has("list");
+    options.help = words.has("help");
+    options.version = words.has("version");
+    if (!words.plain().empty())
+        options.decoder = decoderFrom(words.plain().front());
     return options;
 }
 
 void printHelp()
 {
-    std::cout << "karvo-sim MODEL [--fault NAME] [--pace line|none] [--log FILE]\n"
-                 "karvo-sim --list | --help | --version\n\n"
-                 "Simulates a programming interface with a decoder on it. The first line printed is the path "
-                 "of the\n"
-                 "serial device to open; it may be closed and opened again. Ends with Ctrl+C.\n\n"
-                 "  --pace line   at the rate that the program sets, as the real line (the usual)\n"
-                 "  --pace none   answers come at once\n"
-                 "  --fault NAME  one of:";
-    for (const auto name : sim::faultNames())
-        std::cout << ' ' << name;
+    constexpr std::size_t helpColumn = 16;
     std::cout
-        << "\n                After hang-up the device comes back a second later; its path is printed "
-           "again.\n"
-           "  --log FILE    a line for each command (>) and each reply (<): seconds, a word, the bytes\n"
-           "  --list        the names of all models\n\n"
-           "At 115200 baud the decoder's boot loader answers, at any other rate the interface. Until a "
+        << "karvo-sim MODEL [--fault NAME] [--pace line|none] [--log FILE]\n"
+           "karvo-sim --list | --help | --version\n\n"
+           "Simulates a programming interface with a decoder on it. The first line printed is the path "
+           "of the\n"
+           "serial device to open; it may be closed and opened again. Ends with Ctrl+C.\n\n"
+        << optionRows(commandOptions(), helpColumn)
+        << "\nAt 115200 baud the decoder's boot loader answers, at any other rate the interface. Until a "
            "program sets a\n"
            "rate it is 4800.\n\n"
            "Exit codes: 0 ended by a signal, 1 the system gave no pseudo terminal or the log can not be "
@@ -247,8 +249,7 @@ int run(const Options& options)
 int main(int count, char** arguments)
 {
     try {
-        const std::span all(arguments, static_cast<std::size_t>(count));
-        return karvo::run(karvo::parse(all.subspan(std::min<std::size_t>(1, all.size()))));
+        return karvo::run(karvo::parse({arguments + std::min(1, count), arguments + count}));
     } catch (const karvo::UsageError& error) {
         std::cerr << "karvo-sim: " << error.message << '\n';
         return karvo::exitUsage;

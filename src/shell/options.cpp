@@ -1,5 +1,6 @@
 #include "shell/options.h"
 
+#include "program/command_words.h"
 #include "simulator/decoder.h"
 
 namespace karvo
@@ -8,99 +9,61 @@ namespace karvo
 namespace
 {
 
-// The option's value: behind "=", or the next argument. Nothing where neither is there.
-class Arguments
+const std::vector<HelpedOption>& options()
 {
-public:
-    explicit Arguments(const std::vector<std::string>& arguments) : arguments_(arguments) {}
-
-    bool next()
-    {
-        if (at_ == arguments_.size())
-            return false;
-        name_ = arguments_[at_++];
-        attached_.reset();
-        const auto equals = name_.find('=');
-        if (name_.starts_with("--") && equals != std::string::npos) {
-            attached_ = name_.substr(equals + 1);
-            name_.resize(equals);
-        }
-        return true;
-    }
-
-    const std::string& name() const { return name_; }
-    bool hasAttachedValue() const { return attached_.has_value(); }
-
-    std::optional<std::string> value()
-    {
-        if (attached_ || at_ == arguments_.size())
-            return attached_;
-        return arguments_[at_++];
-    }
-
-private:
-    const std::vector<std::string>& arguments_;
-    std::size_t at_ = 0;
-    std::string name_;
-    std::optional<std::string> attached_;
-};
-
-bool* flagOf(Options& options, const std::string& name)
-{
-    if (name == "--help" || name == "-h")
-        return &options.help;
-    if (name == "--version" || name == "-v")
-        return &options.version;
-    return name == "--read" ? &options.read : nullptr;
+    static const std::vector<HelpedOption> all = {
+        {{"simulate", "MODEL"}, "work with a simulated programming interface and this decoder on it"},
+        {{"map-port", "COM5=DEVICE"}, "the device behind a port's name, for this run; may be repeated"},
+        {{"language", "CODE"}, "speak de, nl, en, es or fr from now on"},
+        {{"program-folder", "DIR"}, "where the text files lie; else beside the program"},
+        {{"settings", "FILE"}, "keep language, port and all else in this file, not in your own settings"},
+        {{"read", ""}, "read the decoder as soon as the window is there"},
+        {{"help", "", 'h'}, "show this text"},
+        {{"version", "", 'v'}, "show the version"},
+    };
+    return all;
 }
 
-bool takesValue(const std::string& name)
+std::string errorText(const WordFault& fault)
 {
-    return name == "--simulate" || name == "--map-port" || name == "--program-folder" ||
-           name == "--settings" || name == "--language";
+    return (fault.form == nullptr ? "" : "option ") + faultText(fault);
 }
 
-void takeValue(Options& options, const std::string& name, const std::string& value)
+std::string errorIn(const CommandWords& words, std::span<const OptionForm> forms)
 {
-    if (name == "--map-port")
-        options.mapPorts.push_back(value);
-    else if (name == "--language")
-        options.language = value;
-    else if (name == "--settings")
-        options.settingsFile = value;
-    else
-        (name == "--simulate" ? options.simulate : options.programFolder) = value;
+    if (words.fault())
+        return errorText(*words.fault());
+    for (const OptionForm& form : forms) {
+        if (!form.value.empty() && words.has(form.name) && words.value(form.name).empty())
+            return errorText({WordFault::Kind::needsValue, {}, &form});
+    }
+    return {};
 }
 
 } // namespace
 
 Options parseOptions(const std::vector<std::string>& arguments)
 {
-    Options options;
-    Arguments rest(arguments);
-    while (options.error.empty() && rest.next()) {
-        const std::string name = rest.name();
-        if (bool* const flag = flagOf(options, name)) {
-            *flag = true;
-            if (rest.hasAttachedValue())
-                options.error = "option " + name + " takes no value";
-        } else if (takesValue(name)) {
-            const auto value = rest.value();
-            if (value && !value->empty())
-                takeValue(options, name, *value);
-            else
-                options.error = "option " + name + " needs a value";
-        } else if (name.starts_with("--")) {
-            options.error = "unknown option " + name;
-        } else {
-            options.others.push_back(name);
-        }
-    }
-    return options;
+    const auto forms = formsOf(options());
+    const CommandWords words(arguments, forms, SingleDash::isWord);
+    const auto valueOf = [&](std::string_view option) {
+        return words.has(option) ? std::optional(words.value(option)) : std::nullopt;
+    };
+    return {.help = words.has("help"),
+            .version = words.has("version"),
+            .read = words.has("read"),
+            .simulate = valueOf("simulate"),
+            .mapPorts = words.values("map-port"),
+            .programFolder = valueOf("program-folder"),
+            .settingsFile = valueOf("settings"),
+            .language = valueOf("language"),
+            .others = words.plain(),
+            .error = errorIn(words, forms)};
 }
 
 std::string helpText()
 {
+    constexpr std::size_t helpColumn = 26;
     std::string models;
     std::size_t column = 0;
     for (const std::string& name : sim::decoderNames()) {
@@ -113,19 +76,8 @@ std::string helpText()
     }
     return "Usage: karvo [options]\n"
            "Reads the CVs of a Karvo vehicle, explains them and writes changes back.\n"
-           "\n"
-           "  --simulate MODEL        work with a simulated programming interface and this decoder on it\n"
-           "  --map-port COM5=DEVICE  the device behind a port's name, for this run; may be repeated\n"
-           "  --language CODE         speak de, nl, en, es or fr from now on\n"
-           "  --program-folder DIR    where the text files lie; else beside the program\n"
-           "  --settings FILE         keep language, port and all else in this file, not in your own "
-           "settings\n"
-           "  --read                  read the decoder as soon as the window is there\n"
-           "  --help                  show this text\n"
-           "  --version               show the version\n"
-           "\n"
-           "Models:" +
-           models + "\n";
+           "\n" +
+           optionRows(options(), helpColumn) + "\nModels:" + models + "\n";
 }
 
 } // namespace karvo

@@ -5,6 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <iterator>
+#include <sstream>
+
 namespace karvo
 {
 namespace
@@ -23,9 +26,9 @@ LanguageTables numbers()
 
 CliParseResult parse(const char* line)
 {
-    return parseCliArguments(
-        (QStringLiteral("karvo-cli ") + QLatin1String(line)).split(QLatin1Char(' '), Qt::SkipEmptyParts),
-        numbers());
+    std::istringstream each(line);
+    const std::vector<std::string> words{std::istream_iterator<std::string>(each), {}};
+    return parseCliArguments(cliWords(words), numbers());
 }
 
 TEST(CliArgumentsTest, TakesCommandsOptionsFilesAndChangesInAnyOrder)
