@@ -40,8 +40,8 @@ MainMenu::MainMenu(QMenuBar* bar) : QObject(bar), languages_(new QActionGroup(th
         const auto depth = static_cast<std::size_t>(tree[i].depth);
         open.resize(depth);
         QMenu* const parent = open.empty() ? nullptr : open.back();
-        if (tree[i].name.empty() && parent != nullptr)
-            addSeparator(parent);
+        if (tree[i].isSeparator())
+            addSeparator(parent, tree[i]);
         else if (i + 1 < tree.size() && tree[i + 1].depth > tree[i].depth)
             open.push_back(addMenu(bar, parent, tree[i]));
         else
@@ -64,14 +64,9 @@ void MainMenu::applyCaptions(const LanguageTables& texts)
     const QString notAvailable = qtText(texts.caption(Caption::notAvailable));
     for (const Item& item : items_) {
         item.action->setText(buttonText(texts.menuCaption(item.entry->caption)));
-        const bool missing = !item.opensMenu && item.entry->availability == Availability::notBuilt;
+        const bool missing = !item.opensMenu && item.entry->handler == nullptr;
         tell(*item.action, missing ? notAvailable : QString());
     }
-}
-
-Text MainMenu::captionOf(const LanguageTables& texts, std::string_view name) const
-{
-    return texts.menuCaption(menuEntry(name)->caption);
 }
 
 void MainMenu::markLanguage(LanguageCode code)
@@ -81,26 +76,22 @@ void MainMenu::markLanguage(LanguageCode code)
 
 void MainMenu::setAvailable(bool lineBusy, bool hasList, bool hasCurrentCv)
 {
-    for (const Item& item : items_) {
-        if (item.opensMenu)
-            continue;
-        switch (item.entry->availability) {
-        case Availability::notBuilt:
-            item.action->setEnabled(false);
-            break;
+    const auto isAvailable = [&](const MenuEntry& entry) {
+        switch (entry.availability) {
         case Availability::always:
-            item.action->setEnabled(true);
-            break;
+            return true;
         case Availability::idle:
-            item.action->setEnabled(!lineBusy);
-            break;
+            return !lineBusy;
         case Availability::withList:
-            item.action->setEnabled(!lineBusy && hasList);
-            break;
+            return !lineBusy && hasList;
         case Availability::withCurrentCv:
-            item.action->setEnabled(!lineBusy && hasCurrentCv);
-            break;
+            return !lineBusy && hasCurrentCv;
         }
+        return false;
+    };
+    for (const Item& item : items_) {
+        if (!item.opensMenu)
+            item.action->setEnabled(item.entry->handler != nullptr && isAvailable(*item.entry));
     }
 }
 
@@ -125,10 +116,9 @@ bool MainMenu::eventFilter(QObject* watched, QEvent* event)
     return QObject::eventFilter(watched, event);
 }
 
-void MainMenu::addSeparator(QMenu* menu)
+void MainMenu::addSeparator(QMenu* menu, const MenuEntry& entry)
 {
-    ++separators_;
-    menu->addSeparator()->setObjectName(QStringLiteral("mnu_space%1").arg(separators_));
+    menu->addSeparator()->setObjectName(objectNameOf(entry.name));
 }
 
 QMenu* MainMenu::addMenu(QMenuBar* bar, QMenu* parent, const MenuEntry& entry)
@@ -147,6 +137,8 @@ void MainMenu::addItem(QMenuBar* bar, QMenu* parent, const MenuEntry& entry)
     item->setObjectName(objectNameOf(entry.name));
     item->setMenuRole(QAction::NoRole); // it stays where it stands, on every system
     item->setShortcut(QKeySequence(QString::fromLatin1(entry.keys)));
+    if (entry.handler != nullptr)
+        connect(item, &QAction::triggered, this, [this, &entry] { emit chosen(entry); });
     items_.push_back({&entry, item, false});
 }
 

@@ -33,9 +33,6 @@ public:
 
     void applyCaptions(const LanguageTables& texts);
 
-    // What an item is called: the title of what it opens.
-    Text captionOf(const LanguageTables& texts, std::string_view name) const;
-
     // Ticks the item of the language and clears the other four.
     void markLanguage(LanguageCode code);
 
@@ -44,6 +41,10 @@ public:
 
     // Disables an item for a reason, which it tells; without one it stays as it is and tells nothing.
     void setReason(std::string_view name, const std::optional<Text>& reason);
+
+signals:
+    // An item that has a handler.
+    void chosen(const karvo::MenuEntry& item);
 
 protected:
     // A disabled item of the bar is never highlighted, so its reason is told when the mouse comes over it.
@@ -56,13 +57,12 @@ private:
         bool opensMenu;
     };
 
-    void addSeparator(QMenu* menu);
+    static void addSeparator(QMenu* menu, const MenuEntry& entry);
     QMenu* addMenu(QMenuBar* bar, QMenu* parent, const MenuEntry& entry);
     void addItem(QMenuBar* bar, QMenu* parent, const MenuEntry& entry);
     void addLanguages();
 
     std::vector<Item> items_;
-    int separators_ = 0;
     QActionGroup* languages_;
 };
 

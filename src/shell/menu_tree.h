@@ -1,4 +1,4 @@
-// The menu of the main window: every item in its place, and when it can be used.
+// The menu of the main window: every item in its place, when it can be used, and what it does.
 #pragma once
 
 #include "editors/editor_gate.h"
@@ -11,8 +11,9 @@
 namespace karvo
 {
 
+struct Controllers;
+
 enum class Availability {
-    notBuilt, // in no version yet
     always,
     idle,         // while no operation has the line
     withList,     // the same, once a list stands
@@ -20,13 +21,19 @@ enum class Availability {
 };
 
 struct MenuEntry {
-    int depth;               // 0 in the menu bar
-    std::string_view name;   // empty for a separator
-    std::size_t caption = 0; // its entry in the menu-caption table
+    // Runs once what is typed in the main window has been settled.
+    using Handler = void (*)(Controllers&, const MenuEntry&);
 
-    Availability availability = Availability::notBuilt; // of an item; menus can always be opened
-    const char* keys = "";                              // its shortcut, in the portable notation
-    std::optional<Editor> editor = {};                  // the item can be used only where this one opens
+    int depth;               // 0 in the menu bar
+    std::string_view name;   // its object name
+    std::size_t caption = 0; // its entry in the menu-caption table; 0 for a separator
+
+    Availability availability = Availability::always; // of an item; menus can always be opened
+    Handler handler = nullptr;                        // an item without one is in no version yet
+    const char* keys = "";                            // its shortcut, in the portable notation
+    std::optional<Editor> editor = {};                // the item can be used only where this one opens
+
+    constexpr bool isSeparator() const { return caption == 0; }
 };
 
 // In design order. An entry followed by a deeper one is a menu.
@@ -34,5 +41,8 @@ std::span<const MenuEntry> menuTree();
 
 // None for an unknown name.
 const MenuEntry* menuEntry(std::string_view name);
+
+// What an item of the tree is called: the title of what it opens.
+Text menuCaption(const LanguageTables& texts, std::string_view name);
 
 } // namespace karvo

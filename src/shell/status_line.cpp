@@ -34,7 +34,8 @@ StatusLine::StatusLine(bool simulated, QWidget* parent)
       progress_(new QProgressBar(this)),
       stop_(new QPushButton(this)),
       sign_(newLabel("LineSign", this)),
-      version_(newLabel("Version", this))
+      version_(newLabel("Version", this)),
+      blinkTimer_(this)
 {
     progress_->setObjectName(QStringLiteral("Progress"));
     progress_->setMaximumHeight(status_->fontMetrics().height() + 4);
@@ -47,6 +48,9 @@ StatusLine::StatusLine(bool simulated, QWidget* parent)
     });
     auto* const escape = new QShortcut(QKeySequence(Qt::Key_Escape), stop_);
     connect(escape, &QShortcut::activated, stop_, &QPushButton::click);
+    blinkTimer_.setObjectName(QStringLiteral("Timer2"));
+    blinkTimer_.setInterval(750);
+    connect(&blinkTimer_, &QTimer::timeout, this, &StatusLine::blink);
     sign_->setFixedWidth(sign_->fontMetrics().horizontalAdvance(filledSign) + 4);
     sign_->setAlignment(Qt::AlignCenter);
     status_->setIndent(status_->fontMetrics().averageCharWidth());
@@ -160,9 +164,15 @@ void StatusLine::blink()
     sign_->setText(QString(sign_->text() == QString(filledSign) ? QChar(hollowSign) : QChar(filledSign)));
 }
 
-void StatusLine::stopBlinking()
+void StatusLine::setLineBusy(bool busy)
 {
-    sign_->clear();
+    if (busy) {
+        blink();
+        blinkTimer_.start();
+    } else {
+        blinkTimer_.stop();
+        sign_->clear();
+    }
 }
 
 } // namespace karvo

@@ -5,6 +5,7 @@
 
 #include <QPointer>
 #include <QStatusBar>
+#include <QTimer>
 
 #include <cstddef>
 
@@ -37,14 +38,14 @@ public:
 
     void showVersion(const QString& version);
 
-    // A sign that changes its shape with every call while the line is in use.
-    void blink();
-    void stopBlinking();
+    // A sign changes its shape while the line is in use.
+    void setLineBusy(bool busy);
 
 signals:
     void stopWanted();
 
 private:
+    void blink();
     void offerStop();
     void withdrawStop();
     void showStopping(bool stopping);
@@ -60,6 +61,7 @@ private:
     QString stoppingCaption_;
     QPointer<QWidget> focusBefore_; // what had the keyboard before the button took it
     bool reading_ = false;
+    QTimer blinkTimer_;       // "Timer2"
     std::size_t toWrite_ = 0; // of the write of many under way
 };
 

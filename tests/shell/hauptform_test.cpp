@@ -1,7 +1,6 @@
 // The window itself: its port, its languages, its menu, and what it remembers.
-#include "shell/main_menu.h"
-#include "shell/menu_tree.h"
 #include "shell/window_bench.h"
+#include "ui/captions.h"
 
 #include <QAccessible>
 #include <QHelpEvent>
@@ -98,50 +97,34 @@ TEST(Hauptform, RemembersItsPlace)
     EXPECT_NE(Hauptform(bench.windowSetup()).size(), QSize(901, 603));
 }
 
-// Every item below a widget, as the golden file has it; separators are counted.
-static std::string menuText(const QWidget& menu, int depth, int& separators)
+// Every item below a widget, as the golden file has it: "*" stands behind one that is in no version yet.
+static std::string menuText(const QWidget& menu, int depth, const QString& notBuilt)
 {
     std::string text;
     for (const QAction* action : menu.actions()) {
-        const std::string name = action->objectName().toStdString();
-        if (action->isSeparator()) {
-            EXPECT_EQ(name, "mnu_space" + std::to_string(++separators));
-            continue;
-        }
-        const auto caption = action->text().replace(QStringLiteral("&&"), QStringLiteral("&")).toStdString();
-        text += std::string(static_cast<std::size_t>(2 * depth), ' ') + name + ": " + caption + "\n";
+        text += std::string(static_cast<std::size_t>(2 * depth), ' ') + action->objectName().toStdString();
+        if (!action->isSeparator())
+            text += ": " + action->text().replace(QStringLiteral("&&"), QStringLiteral("&")).toStdString();
+        text += action->toolTip() == notBuilt ? " *\n" : "\n";
         if (action->menu() != nullptr)
-            text += menuText(*action->menu(), depth + 1, separators);
+            text += menuText(*action->menu(), depth + 1, notBuilt);
     }
     return text;
 }
 
-// How many are told when the item is chosen; its menu and its group are among them.
-struct Connections : QAction {
-    static int of(const QAction& item) { return (item.*&Connections::receivers)(SIGNAL(triggered(bool))); }
-};
-
-TEST(MainMenu, StandsInDesignOrderAndWhatCanBeChosenHasAReceiver)
+TEST(MainMenu, StandsInDesignOrderAndTellsWhatIsNotBuilt)
 {
     WindowBench bench;
-    int separators = 0;
+    const QString notBuilt = qtText(bench.state.texts.caption(Caption::notAvailable));
     std::ifstream file(std::filesystem::path(KARVO_SOURCE_FOLDER) / "tests" / "data" / "menu.txt");
-    EXPECT_EQ(menuText(*bench.window->menuBar(), 0, separators),
+    EXPECT_EQ(menuText(*bench.window->menuBar(), 0, notBuilt),
               std::string(std::istreambuf_iterator<char>(file), {}));
     bench.showOfflineList();
     bench.chooseCv(2);
-    QMenuBar bare;
-    const MainMenu unconnected(&bare);
-    const auto notBuilt = bench.state.texts.caption(Caption::notAvailable);
-    for (const MenuEntry& entry : menuTree()) {
-        const std::string name(entry.name);
-        if (name.empty() || bench.item(name).menu() != nullptr)
-            continue;
-        const bool isBuilt = entry.availability != Availability::notBuilt;
-        const QAction& item = bench.item(name);
-        EXPECT_EQ(Connections::of(item) > Connections::of(*unconnected.action(name)), isBuilt) << name;
-        EXPECT_EQ(item.toolTip().toStdU16String() == notBuilt, !isBuilt) << name;
-        EXPECT_EQ(item.isEnabled(), isBuilt && item.statusTip().isEmpty()) << name;
+    for (const auto* item : bench.window->menuBar()->findChildren<QAction*>()) {
+        const bool isItem = item->menu() == nullptr && !item->isSeparator();
+        EXPECT_TRUE(!isItem || item->isEnabled() == item->statusTip().isEmpty())
+            << item->objectName().toStdString();
     }
 }
 

@@ -1,0 +1,26 @@
+#include "shell/controllers.h"
+
+#include <QMainWindow>
+
+namespace karvo
+{
+
+Controllers::Controllers(const MainWindowSetup& setup, const MainWidgets& in)
+    : display(setup.bench.state, setup.view, in),
+      entry(setup.bench, display, in.list, in.panel),
+      operations(setup.bench, setup.view, in.window, entry, in.statusLine),
+      reading(setup.bench, in.window, operations, entry, in.portBar, in.staleNotice),
+      port(setup.bench, in.window, entry, in.portBar, setup.listPortDevices, setup.listNewPorts),
+      writing(setup.bench, in.window, operations, entry, in.panel, setup.keepBackup),
+      files(setup.bench, in.window, display, entry, reading, setup.clock),
+      editors(setup.bench, in.window, operations, entry, writing, in.portBar),
+      presets(setup.bench, writing),
+      firmware(setup.bench, in.window, display, operations, setup.clock),
+      downloads(setup.bench, in.window, operations, setup.archive, setup.downloader),
+      search(setup.bench, in.window, entry),
+      language(setup.bench, in.menu, display, setup.useQtTexts),
+      help(setup.bench.state, setup.bench.prompts, in.window)
+{
+}
+
+} // namespace karvo
