@@ -99,11 +99,16 @@ TEST(HauptformRead, StopsByButtonAndByEscapeAndUnwindsBeforeItCloses)
         EXPECT_EQ(bench.text("Status"), utf8FromText(bench.state.texts.caption(Caption::readStopped)));
     }
     ReadBench bench(sim::Fault::silence);
+    bench.state.recovery.file = "recovery.kvr";
+    bench.showOfflineList();
+    bench.change(2, 77);
+    bench.expectBox(Message::unsavedChangesQuestion, "Verwerfen");
     bench.readUntil([&] {
         bench.window->close();
         EXPECT_TRUE(bench.window->isVisible());
     });
     EXPECT_FALSE(bench.window->isVisible());
+    EXPECT_EQ(bench.files.content.count("recovery.kvr"), 1U) << "the read has not replaced it";
 }
 
 TEST(HauptformRead, OffersNoWriteToAReceiverThatCanBeReadOnly)

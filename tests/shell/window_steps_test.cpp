@@ -63,6 +63,7 @@ private:
     void addPreparations()
     {
         prepare("put", [this](Words name, Words content) { put(name, content); });
+        prepare("missing", [this](Words name, Words) { files.content.erase(state.programFolder / name); });
         prepare("upper", [this](Words cv, Words limit) {
             state.set.table.at(std::stoi(cv), Column::upperLimit) = textFromUtf8(limit);
         });
