@@ -98,7 +98,7 @@ ExitCode writeFromList(CommandRun& run)
 ExitCode showChosen(CommandRun& run, const std::vector<int>& cvs)
 {
     const ProgramState& state = run.bench.state;
-    auto plan = planOfChosen(state.set.table, cvs);
+    auto plan = planOfChosen(state.set, cvs);
     std::vector<WriteOutcome> outcomes;
     for (PlannedWrite& write : plan) {
         write.held = state.image[static_cast<std::size_t>(write.cv)];

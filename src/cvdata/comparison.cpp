@@ -81,7 +81,7 @@ CvSide sideOf(const ListFile& file, const Text& name)
 
 SpeedSteps speedStepsOf(Model model)
 {
-    return model == Model::receiver || model == Model::xtModule ? SpeedSteps::asRows : SpeedSteps::asSteps;
+    return isReceiver(model) ? SpeedSteps::asRows : SpeedSteps::asSteps;
 }
 
 Comparison compare(const CvSide& first, const CvSide& second, const CvTable& words, SpeedSteps steps)

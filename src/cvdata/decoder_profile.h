@@ -12,6 +12,12 @@ namespace karvo
 
 enum class Model { kv04, kv05, kv06, kv07, kv08, trailer, receiver, xtModule };
 
+// A receiver by the roadside, or the module that is built like one.
+constexpr bool isReceiver(Model model)
+{
+    return model == Model::receiver || model == Model::xtModule;
+}
+
 enum class Generation {
     standard,
     until2008First,

@@ -58,7 +58,7 @@ constexpr ServoLine servoLines[] = {{12, u"CV12 = Servo 1 Adresse ", u"    A-Ser
 const ServoLine* servoLineOf(const ListSource& source, int cv)
 {
     const Model model = source.profile.model;
-    if (model != Model::receiver && model != Model::xtModule)
+    if (!isReceiver(model))
         return nullptr;
     const auto* const found = std::find_if(std::begin(servoLines), std::end(servoLines),
                                            [cv](const ServoLine& line) { return line.cv == cv; });

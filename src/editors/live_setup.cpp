@@ -153,10 +153,10 @@ int LiveSetup::firstTried() const
 
 std::optional<Text> servoWithoutPower(LiveWindow window, const CvSet& set, const LanguageTables& texts)
 {
-    const bool isReceiver = set.profile.model == Model::receiver || set.profile.model == Model::xtModule;
     const auto value = set.table.value(fittingsCv);
     const WindowServos servos = servosOf(window);
-    if (isReceiver || !value || !isUsed(set.table, fittingsCv) || (*value & servos.fitted) != 0)
+    if (isReceiver(set.profile.model) || !value || !isUsed(set.table, fittingsCv) ||
+        (*value & servos.fitted) != 0)
         return std::nullopt;
     return texts.message(Message::servoWithoutPower, {textFromNumber(*value), Text(servos.name)});
 }

@@ -26,14 +26,9 @@ constexpr ComparedModel models[] = {
     {"mnu_karvo_xt_list", "mnu_karvo_xt_list", u" KV-XT"},
 };
 
-bool isModule(Model model)
-{
-    return model == Model::xtModule || model == Model::receiver;
-}
-
 Text labelOf(Model model)
 {
-    return isModule(model) ? Text(u" KV-XT") : Text(u"  ").append(modelName(model));
+    return isReceiver(model) ? Text(u" KV-XT") : Text(u"  ").append(modelName(model));
 }
 
 } // namespace

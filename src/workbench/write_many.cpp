@@ -74,12 +74,12 @@ WriteReport writeAfterRead(Workbench& bench, Wanted wanted, const KeepBackup& ke
     if (const auto end = guard.meetVehicle(BlockUse::plan))
         return without(*end);
     takeHeldValues(bench.state, *guard.block());
-    const CvTable& table = bench.state.set.table;
+    const CvSet& set = bench.state.set;
     const CvImage& image = bench.state.image;
-    auto plan = wanted == Wanted::all ? planOfAll(table, image, how.beyond)
-                                      : planOfDifferences(table, image, how.beyond);
+    auto plan =
+        wanted == Wanted::all ? planOfAll(set, image, how.beyond) : planOfDifferences(set, image, how.beyond);
     if (how.beyond == BeyondLimits::leftOut)
-        leaveOutWhatItLacks(plan, table, guard.block()->profile);
+        leaveOutWhatItLacks(plan, set.table, guard.block()->profile);
     if (!how.only.empty())
         plan = restOf(std::move(plan), how.only);
     if (wanted == Wanted::differences)
@@ -130,7 +130,7 @@ WriteReport writeChosen(Workbench& bench, const std::vector<int>& cvs, const Kee
     if (!line.isGranted())
         return without(WriteManyEnd::busy);
     WriteGuard guard(bench, keepBackup);
-    return runPlan(bench, planOfChosen(bench.state.set.table, cvs), guard, RunKind::many);
+    return runPlan(bench, planOfChosen(bench.state.set, cvs), guard, RunKind::many);
 }
 
 } // namespace karvo

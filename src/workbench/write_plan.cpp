@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <span>
 
 namespace karvo
 {
@@ -19,18 +20,23 @@ namespace
 // Behind all others, in this order.
 constexpr int lastToWrite[] = {1, 3, 15, 16, 17, 18, 29, 21, 161};
 
-int rankOf(int cv)
+constexpr int vehicleSwitches[] = {102, 108, 112};
+constexpr int receiverSwitches[] = {9, 30};
+
+int rankOf(Model model, const PlannedWrite& write)
 {
-    if (cv == resetCv)
-        return -1;
-    const auto* const found = std::find(std::begin(lastToWrite), std::end(lastToWrite), cv);
-    return found == std::end(lastToWrite) ? 0 : 1 + static_cast<int>(found - std::begin(lastToWrite));
+    if (write.cv == resetCv)
+        return -2;
+    if (isActingSwitch(model, write.cv))
+        return write.value == 0 ? -1 : 1;
+    const auto* const found = std::find(std::begin(lastToWrite), std::end(lastToWrite), write.cv);
+    return found == std::end(lastToWrite) ? 0 : 2 + static_cast<int>(found - std::begin(lastToWrite));
 }
 
-void putInOrder(WritePlan& plan)
+void putInOrder(WritePlan& plan, Model model)
 {
-    std::sort(plan.begin(), plan.end(), [](const PlannedWrite& a, const PlannedWrite& b) {
-        return std::pair(rankOf(a.cv), a.cv) < std::pair(rankOf(b.cv), b.cv);
+    std::sort(plan.begin(), plan.end(), [model](const PlannedWrite& a, const PlannedWrite& b) {
+        return std::pair(rankOf(model, a), a.cv) < std::pair(rankOf(model, b), b.cv);
     });
 }
 
@@ -53,8 +59,9 @@ bool hasWholeSeries(const CvTable& table)
     return true;
 }
 
-WritePlan planOf(const CvTable& table, const std::function<bool(int)>& isWanted)
+WritePlan planOf(const CvSet& set, const std::function<bool(int)>& isWanted)
 {
+    const CvTable& table = set.table;
     bool wantsSeries = false;
     for (int cv = firstSeriesCv; cv <= lastSeriesCv; ++cv)
         wantsSeries = wantsSeries || isWanted(cv);
@@ -65,7 +72,7 @@ WritePlan planOf(const CvTable& table, const std::function<bool(int)>& isWanted)
         if (hasValue(table, cv) && (withSeries || isWanted(cv)))
             plan.push_back({cv, *table.value(cv)});
     }
-    putInOrder(plan);
+    putInOrder(plan, set.profile.model);
     return plan;
 }
 
@@ -111,21 +118,22 @@ bool plans(const WritePlan& plan, int cv)
 }
 
 // A receiver goes on using the old address of a servo until it is told to take the new one over.
-void addTakeOvers(WritePlan& plan, const CvTable& table)
+void addTakeOvers(WritePlan& plan, const CvSet& set)
 {
     for (std::size_t i = 0, count = plan.size(); i < count; ++i) {
         const int cv = takeOverCvOf(plan[i].cv);
-        if (cv != 0 && isUsed(table, cv) && !plans(plan, cv))
+        if (cv != 0 && isUsed(set.table, cv) && !plans(plan, cv))
             plan.push_back({cv, takeOverValue});
     }
-    putInOrder(plan);
+    putInOrder(plan, set.profile.model);
 }
 
-WritePlan planFromList(const CvTable& table, const CvImage& block, BeyondLimits beyond,
+WritePlan planFromList(const CvSet& set, const CvImage& block, BeyondLimits beyond,
                        const std::function<bool(int)>& isWanted)
 {
-    auto plan = planOf(table, isWanted);
-    addTakeOvers(plan, table);
+    const CvTable& table = set.table;
+    auto plan = planOf(set, isWanted);
+    addTakeOvers(plan, set);
     for (PlannedWrite& write : plan)
         write.held = block[static_cast<std::size_t>(write.cv)];
     markSkipped(plan, table, beyond);
@@ -135,6 +143,13 @@ WritePlan planFromList(const CvTable& table, const CvImage& block, BeyondLimits 
 }
 
 } // namespace
+
+bool isActingSwitch(Model model, int cv)
+{
+    const std::span<const int> switches =
+        isReceiver(model) ? std::span<const int>(receiverSwitches) : vehicleSwitches;
+    return std::find(switches.begin(), switches.end(), cv) != switches.end();
+}
 
 WriteSkip limitsAgainst(const CvTable& table, int cv, int value)
 {
@@ -147,15 +162,15 @@ WriteSkip limitsAgainst(const CvTable& table, int cv, int value)
     return limitsOf(table, cv).allow(value) ? WriteSkip::none : WriteSkip::outsideLimits;
 }
 
-WritePlan planOfDifferences(const CvTable& table, const CvImage& block, BeyondLimits beyond)
+WritePlan planOfDifferences(const CvSet& set, const CvImage& block, BeyondLimits beyond)
 {
-    return planFromList(table, block, beyond,
-                        [&](int cv) { return table.value(cv) != block[static_cast<std::size_t>(cv)]; });
+    return planFromList(set, block, beyond,
+                        [&](int cv) { return set.table.value(cv) != block[static_cast<std::size_t>(cv)]; });
 }
 
-WritePlan planOfAll(const CvTable& table, const CvImage& block, BeyondLimits beyond)
+WritePlan planOfAll(const CvSet& set, const CvImage& block, BeyondLimits beyond)
 {
-    return planFromList(table, block, beyond, [](int) { return true; });
+    return planFromList(set, block, beyond, [](int) { return true; });
 }
 
 void leaveOutWhatItLacks(WritePlan& plan, const CvTable& table, const DecoderProfile& vehicle)
@@ -166,9 +181,21 @@ void leaveOutWhatItLacks(WritePlan& plan, const CvTable& table, const DecoderPro
     }
 }
 
-WritePlan planOfChosen(const CvTable& table, const std::vector<int>& cvs)
+WritePlan planOfChosen(const CvSet& set, const std::vector<int>& cvs)
 {
-    return planOf(table, [&](int cv) { return std::find(cvs.begin(), cvs.end(), cv) != cvs.end(); });
+    return planOf(set, [&](int cv) { return std::find(cvs.begin(), cvs.end(), cv) != cvs.end(); });
+}
+
+WritePlan planOfValues(CvSet set, const std::vector<CvValue>& values)
+{
+    std::vector<int> cvs;
+    for (const CvValue& one : values) {
+        set.table.setValue(one.cv, one.value);
+        cvs.push_back(one.cv);
+    }
+    auto plan = planOfChosen(set, cvs);
+    addTakeOvers(plan, set);
+    return plan;
 }
 
 WritePlan restOf(WritePlan plan, const std::vector<int>& cvs)

@@ -1,7 +1,7 @@
 // Which CVs a write of many writes, and in which order.
 #pragma once
 
-#include "cvdata/cv_table.h"
+#include "cvdata/cv_set.h"
 #include "cvdata/decoder_profile.h"
 #include "link/link.h"
 
@@ -42,29 +42,46 @@ constexpr bool isServoCv(int cv)
 }
 
 // In the order of writing, which is ascending but for these: CV59 comes first, since it undoes what was
-// written before; the addresses, then CV29 and CV21, which choose between them, come behind the others, so
-// that a write that is stopped leaves a vehicle that drives under the address it had; CV161 comes last, since
-// its decoder restarts. Where the model uses CV167 to CV171 and the table has a value for all of them, none
-// is planned without the others, nor written. The speed steps, CV70 to CV97, are written all or none: a curve
-// with holes drives badly.
+// written before; of the switches that make other settings act (isActingSwitch) one that goes to 0 comes next
+// and any other behind all settings, so that a write that is stopped never runs half a setting; the
+// addresses, then CV29 and CV21, which choose between them, come behind the others, so that a write that is
+// stopped leaves a vehicle that drives under the address it had; CV161 comes last, since its decoder
+// restarts. Where the model uses CV167 to CV171 and the table has a value for all of them, none is planned
+// without the others, nor written. The speed steps, CV70 to CV97, are written all or none: a curve with holes
+// drives badly.
 using WritePlan = std::vector<PlannedWrite>;
+
+struct CvValue {
+    int cv;
+    int value; // 0 to 255
+
+    bool operator==(const CvValue&) const = default;
+};
+
+// CV102 and CV108 switch the automatics of vehicles on, CV112 what is built in; CV9 and CV30 choose what a
+// receiver does. A vehicle's CV9 and a receiver's CV112 are settings like others.
+bool isActingSwitch(Model model, int cv);
 
 // Whether what the description does not provide for is planned with the rest.
 enum class BeyondLimits { leftOut, planned };
 
 // The CVs whose table value differs from the block's, and behind a servo's address on a receiver the CV that
 // puts it to use.
-WritePlan planOfDifferences(const CvTable& table, const CvImage& block,
+WritePlan planOfDifferences(const CvSet& set, const CvImage& block,
                             BeyondLimits beyond = BeyondLimits::leftOut);
 
 // Every CV that has a value.
-WritePlan planOfAll(const CvTable& table, const CvImage& block, BeyondLimits beyond = BeyondLimits::leftOut);
+WritePlan planOfAll(const CvSet& set, const CvImage& block, BeyondLimits beyond = BeyondLimits::leftOut);
 
 // Leaves out what the firmware of the receiver on the line lacks, though the list has it.
 void leaveOutWhatItLacks(WritePlan& plan, const CvTable& table, const DecoderProfile& vehicle);
 
 // Just these, whatever they are; those without a value in the table are left out of the plan.
-WritePlan planOfChosen(const CvTable& table, const std::vector<int>& cvs);
+WritePlan planOfChosen(const CvSet& set, const std::vector<int>& cvs);
+
+// These values instead of the list's, in the order of writing, with what belongs to them: the rest of the
+// series, and what puts a servo's address to use.
+WritePlan planOfValues(CvSet set, const std::vector<CvValue>& values);
 
 // The plan without all other CVs, in its order, but for the parts of an address that are left out: they hold
 // back what would put it to use. One of CV167 to CV171 brings the others. A CV
