@@ -43,10 +43,11 @@ SpeedTable speedTableOf(const CvTable& table)
     return values;
 }
 
-SpeedTable speedTableOf(std::span<const std::uint8_t> reply)
+SpeedTable speedTableOf(const CvImage& image)
 {
     SpeedTable values{};
-    std::copy_n(reply.begin(), std::min(reply.size(), values.size()), values.begin());
+    for (int step = 1; step <= speedStepCount; ++step)
+        values[static_cast<std::size_t>(step - 1)] = image[static_cast<std::size_t>(cvOfSpeedStep(step))];
     return values;
 }
 

@@ -16,8 +16,8 @@ namespace karvo
 // Step 1 is CV97; a CV without a value counts as 0.
 SpeedTable speedTableOf(const CvTable& table);
 
-// Each byte of a reply is one step; a step that it lacks is 0.
-SpeedTable speedTableOf(std::span<const std::uint8_t> reply);
+// The table in a decoder's memory: step n is the byte of CV 98 - n.
+SpeedTable speedTableOf(const CvImage& image);
 
 // A message, under this heading, that names those of the steps (1 to 28) whose values in the table are beyond
 // what the list or the editor allows. Nothing where there are none.

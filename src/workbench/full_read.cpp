@@ -104,6 +104,7 @@ std::optional<ReadEnd> readIntoList(Workbench& bench, ReadStarter starter)
     if (end != ReadEnd::read)
         return end;
     const auto block = blockJustRead(bench.state.link, bench.state.image);
+    bench.state.lastRead = block;
     noteRead(bench.state, block);
     if (!showReadDecoder(bench, block.profile))
         return std::nullopt;

@@ -57,12 +57,13 @@ struct ProgramState {
     bool lineBusy = false;                 // an operation has the line
     bool stopRequested = false;            // a read is to end, or a write of many CVs before its next one
     bool firmwareAtRisk = false;           // a transfer of firmware has begun to change the decoder
+    std::optional<DecoderBlock> lastRead;  // the block that came last, without what has been written since
     std::optional<DecoderBlock> keptBlock; // the one kept as a file last, with what has been written since
     std::filesystem::path keptFile;        // where that block was kept; empty when none was in this run
     std::optional<AskNoMore> askNoMore;
     std::set<std::filesystem::path> faultyFiles; // of the program folder, of which has been told in this run
     int automaticVariant = 0;                    // bus or fire-engine variant 0 to 3 of the offline lists
-    int speedStepViews = 0;          // above 0 the speed-step editor only shows what the last reply holds
+    int speedStepViews = 0; // above 0 the speed-step editor only shows what the last read has brought
     bool tellsWrongFirstLine = true; // a HEX file of another kind is refused with a message, not silently
 };
 

@@ -22,6 +22,7 @@ WriteReport without(WriteManyEnd end)
 // What the vehicle holds is what the list's values are changes of.
 void takeHeldValues(ProgramState& state, const DecoderBlock& block)
 {
+    state.lastRead = block;
     state.image = block.image;
     state.receiver = receiverValuesOf(state.link.typeCode, state.image);
     measureAgainst(state.set, state.image);

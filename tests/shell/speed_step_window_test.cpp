@@ -160,11 +160,11 @@ TEST(Fahrstufen, ATableBringsItsBaseAndTopSpeed)
     EXPECT_EQ((std::array{bench.value(2), bench.value(5), bench.value(97)}), (std::array{20, 130, 10}));
 }
 
-TEST(Fahrstufen, InViewModeTheLastReplyIsShownAndNothingElse)
+TEST(Fahrstufen, InViewModeTheLastReadIsShownAndNothingElse)
 {
     SpeedStepBench bench([](auto& state) {
         state.speedStepViews = 1;
-        state.link.lastReply = Bytes(28, 44);
+        state.lastRead.emplace().image.fill(44);
     });
     EXPECT_FALSE(find(*bench.window, "Uebernehmen").isEnabled());
     EXPECT_FALSE(find<QAction>(*bench.window, "mnu_tabelle").isEnabled());

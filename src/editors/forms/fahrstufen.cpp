@@ -20,7 +20,8 @@ namespace
 
 SpeedTable startValues(const ProgramState& state)
 {
-    return state.speedStepViews > 0 ? speedTableOf(state.link.lastReply) : speedTableOf(state.set.table);
+    const bool isView = state.speedStepViews > 0 && state.lastRead;
+    return isView ? speedTableOf(state.lastRead->image) : speedTableOf(state.set.table);
 }
 
 constexpr int highestOfF5Scale = 120;
