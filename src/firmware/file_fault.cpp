@@ -20,6 +20,8 @@ Caption reasonOf(FileFault fault)
         return Caption::hexLineSum;
     case FileFault::lineType:
         return Caption::hexLineType;
+    case FileFault::imageLineType:
+        return Caption::imageLineType;
     case FileFault::overlap:
         return Caption::hexOverlap;
     case FileFault::gap:
@@ -50,10 +52,11 @@ Caption reasonOf(FileFault fault)
 
 } // namespace
 
-Text refusalText(const LanguageTables& texts, const std::filesystem::path& path, const FileRefusal& refusal)
+Text refusalText(const LanguageTables& texts, const std::filesystem::path& path, const FileRefusal& refusal,
+                 Message meaning)
 {
-    return texts.message(Message::firmwareFileFault, {pathText(path), textFromNumber(refusal.line),
-                                                      texts.caption(reasonOf(refusal.fault))});
+    return texts.message(
+        meaning, {pathText(path), textFromNumber(refusal.line), texts.caption(reasonOf(refusal.fault))});
 }
 
 } // namespace karvo

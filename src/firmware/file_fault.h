@@ -1,4 +1,4 @@
-// What is wrong with a firmware file: found before the first byte of it is sent.
+// What is wrong with a firmware file, found before the first byte of it is sent, or with a memory image.
 #pragma once
 
 #include "language/language_tables.h"
@@ -14,6 +14,7 @@ enum class FileFault {
     lineLength,     // HEX: another number of bytes than the line says
     lineSum,        // HEX: the bytes of a line do not add up to 0
     lineType,       // HEX: neither data nor the end
+    imageLineType,  // a memory image: a line of an unknown type
     overlap,        // HEX: data for an address that has some
     gap,            // HEX: data begin behind the end of those before
     tooManyLines,   // HEX: more than 2048 data lines
@@ -33,7 +34,8 @@ struct FileRefusal {
     int line; // from 1
 };
 
-// What the person is told: the path, the line and what is wrong with it.
-Text refusalText(const LanguageTables& texts, const std::filesystem::path& path, const FileRefusal& refusal);
+// What the person is told: the path, the line and what is wrong with it, and what that means.
+Text refusalText(const LanguageTables& texts, const std::filesystem::path& path, const FileRefusal& refusal,
+                 Message meaning = Message::firmwareFileFault);
 
 } // namespace karvo

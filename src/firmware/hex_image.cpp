@@ -1,7 +1,6 @@
 #include "firmware/hex_image.h"
 
-#include "program/bytes.h"
-#include "program/text_lines.h"
+#include "firmware/hex_record.h"
 
 #include <algorithm>
 
@@ -13,12 +12,7 @@ namespace
 
 constexpr TextView firstLine = u":020000020000FC";
 constexpr std::size_t mostDataLines = 2048;
-constexpr std::size_t flashSize = 32768;   // bytes
-constexpr std::size_t bytesAroundData = 5; // length, address (2), type, checksum
-constexpr std::size_t longestLine = 1 + 2 * (255 + bytesAroundData);
-constexpr TextView mayTrail = u" \t\x1A"; // blanks, and the mark that old editors put behind a file
-constexpr std::uint8_t dataType = 0;
-constexpr std::uint8_t endType = 1;
+constexpr std::size_t flashSize = 32768; // bytes
 
 struct DataLine {
     int line;
@@ -26,51 +20,13 @@ struct DataLine {
     Bytes data;
 };
 
-// A sound line's bytes, from its length to its checksum.
-std::variant<Bytes, FileFault> recordOf(TextView line)
+std::optional<FileFault> faultOfRecord(const HexRecord& record)
 {
-    if (line.empty() || line.front() != u':')
-        return FileFault::lineForm;
-    if (line.size() > longestLine)
-        return FileFault::lineLength;
-    auto bytes = bytesFromHex(line.substr(1));
-    if (!bytes || bytes->empty())
-        return FileFault::lineForm;
-    if (bytes->size() != bytes->front() + bytesAroundData)
-        return FileFault::lineLength;
-    if (checkByte(*bytes) != 0)
-        return FileFault::lineSum;
-    return std::move(*bytes);
-}
-
-std::optional<FileFault> faultOfRecord(const Bytes& record)
-{
-    const bool hasData = record[0] != 0;
-    if (record[3] != dataType && record[3] != endType)
+    const bool isData = record.type == HexRecordType::data;
+    if (!isData && record.type != HexRecordType::end)
         return FileFault::lineType;
-    if (hasData != (record[3] == dataType))
+    if (record.data.empty() == isData)
         return FileFault::lineLength;
-    return std::nullopt;
-}
-
-TextView withoutTrail(TextView line)
-{
-    return line.substr(0, line.find_last_not_of(mayTrail) + 1);
-}
-
-DataLine dataLine(int line, const Bytes& record)
-{
-    const std::size_t address = record[1] * std::size_t{256} + record[2];
-    return {line, address, Bytes(record.begin() + 4, record.end() - 1)};
-}
-
-// Behind the end record there may be empty lines.
-std::optional<FileRefusal> refusalBehindEnd(LineReader& reader)
-{
-    while (const auto line = reader.next()) {
-        if (!withoutTrail(*line).empty())
-            return FileRefusal{FileFault::linesBehindEnd, reader.number()};
-    }
     return std::nullopt;
 }
 
@@ -80,20 +36,20 @@ std::variant<std::vector<DataLine>, FileRefusal> dataLinesOf(LineReader& reader)
     std::vector<DataLine> found;
     while (const auto text = reader.next()) {
         const int line = reader.number();
-        auto record = recordOf(withoutTrail(*text));
-        if (const auto* const fault = std::get_if<FileFault>(&record))
+        auto read = hexRecordOf(withoutTrail(*text));
+        if (const auto* const fault = std::get_if<FileFault>(&read))
             return FileRefusal{*fault, line};
-        const Bytes& bytes = std::get<Bytes>(record);
-        if (const auto fault = faultOfRecord(bytes))
+        auto& record = std::get<HexRecord>(read);
+        if (const auto fault = faultOfRecord(record))
             return FileRefusal{*fault, line};
-        if (bytes[3] == endType) {
+        if (record.type == HexRecordType::end) {
             if (const auto refusal = refusalBehindEnd(reader))
                 return *refusal;
             return found;
         }
         if (found.size() == mostDataLines)
             return FileRefusal{FileFault::tooManyLines, line};
-        found.push_back(dataLine(line, bytes));
+        found.push_back({line, record.address, std::move(record.data)});
     }
     return FileRefusal{FileFault::endMissing, reader.number()};
 }

@@ -1,5 +1,7 @@
 #include "link/fault_text.h"
 
+#include "program/bytes.h"
+
 #include <algorithm>
 
 namespace karvo
@@ -15,12 +17,6 @@ bool isPrintable(std::uint8_t byte)
     return byte > 0x20 && byte < 0x7F;
 }
 
-Text hexText(std::uint8_t byte)
-{
-    constexpr char16_t digits[] = u"0123456789ABCDEF";
-    return joined({u"0x", {&digits[byte / 16], 1}, {&digits[byte % 16], 1}});
-}
-
 Text shownReply(const Bytes& reply)
 {
     const std::span<const std::uint8_t> shown(reply.data(), std::min(reply.size(), mostBytesShown));
@@ -29,7 +25,7 @@ Text shownReply(const Bytes& reply)
         text = joined({u"\"", textFromWindows1252(shown), u"\""});
     } else {
         for (const auto byte : shown)
-            text += joined({text.empty() ? u"" : u" ", hexText(byte)});
+            text += joined({text.empty() ? u"0x" : u" 0x", hexPair(byte)});
     }
     return joined({text, shown.size() < reply.size() ? u" ..." : u""});
 }

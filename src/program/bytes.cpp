@@ -48,15 +48,19 @@ std::optional<Bytes> bytesFromHex(TextView digits)
     return bytes;
 }
 
-Text hexText(const Bytes& bytes)
+Text hexPair(std::uint8_t byte)
 {
     constexpr TextView digits = u"0123456789ABCDEF";
+    return {digits[byte / 16U], digits[byte % 16U]};
+}
+
+Text hexText(const Bytes& bytes)
+{
     Text text;
     for (const auto byte : bytes) {
         if (!text.empty())
             text += u' ';
-        text += digits[byte / 16U];
-        text += digits[byte % 16U];
+        text += hexPair(byte);
     }
     return text;
 }

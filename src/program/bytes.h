@@ -24,6 +24,9 @@ std::optional<unsigned> hexDigit(char16_t character);
 // no bytes.
 std::optional<Bytes> bytesFromHex(TextView digits);
 
+// "1B"
+Text hexPair(std::uint8_t byte);
+
 // "1B 01 0E"
 Text hexText(const Bytes& bytes);
 
