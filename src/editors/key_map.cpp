@@ -26,12 +26,12 @@ int cvOfPlace(int row, int key)
     return firstKeyCv + key;
 }
 
-bool isPlace(const CvValues& values, int row, int key)
+bool isPlace(const PictureValues& values, int row, int key)
 {
     return values(cvOfPlace(row, key)) && (!isSwitch(row) || key < keysWithSwitches);
 }
 
-bool isChosen(const CvValues& values, int row, int key)
+bool isChosen(const PictureValues& values, int row, int key)
 {
     if (!isPlace(values, row, key))
         return false;
@@ -41,7 +41,7 @@ bool isChosen(const CvValues& values, int row, int key)
     return row == KeyMapRows::otherValue ? value >= KeyMapRows::knownValues : value == row;
 }
 
-std::optional<CvChange> chosenAt(const CvValues& values, int row, int key)
+std::optional<CvChange> chosenAt(const PictureValues& values, int row, int key)
 {
     if (!isPlace(values, row, key) || row == KeyMapRows::otherValue)
         return std::nullopt;
@@ -69,7 +69,7 @@ Text rowName(const PictureWords& words, int row)
     return words.texts.caption(Caption::keyOutput, {textFromNumber(row), light});
 }
 
-Text placeText(const PictureWords& words, const CvValues& values, int row, int key)
+Text placeText(const PictureWords& words, const PictureValues& values, int row, int key)
 {
     Text text = joined({u"F", textFromNumber(key), u": "});
     if (!isPlace(values, row, key))

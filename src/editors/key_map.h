@@ -21,9 +21,9 @@ inline constexpr int keysWithSwitches = 8; // F0 to F7
 int cvOfPlace(int row, int key);
 
 // Whether the model has the CV behind it, and the key such a switch.
-bool isPlace(const CvValues& values, int row, int key);
+bool isPlace(const PictureValues& values, int row, int key);
 
-bool isChosen(const CvValues& values, int row, int key);
+bool isChosen(const PictureValues& values, int row, int key);
 
 struct CvChange {
     int cv;
@@ -32,12 +32,12 @@ struct CvChange {
 
 // What choosing there changes: the value of a key, or a switch that is turned over. Nothing where nothing
 // changes.
-std::optional<CvChange> chosenAt(const CvValues& values, int row, int key);
+std::optional<CvChange> chosenAt(const PictureValues& values, int row, int key);
 
 // "Output 4, left indicator" for a row.
 Text rowName(const PictureWords& words, int row);
 
 // "F3: hazard lights, chosen".
-Text placeText(const PictureWords& words, const CvValues& values, int row, int key);
+Text placeText(const PictureWords& words, const PictureValues& values, int row, int key);
 
 } // namespace karvo

@@ -5,7 +5,7 @@
 namespace karvo
 {
 
-LaneView laneView(const CvValues& values)
+LaneView laneView(const PictureValues& values)
 {
     const auto value = [&](int cv) { return values(cv).value_or(0); };
     LaneView view;

@@ -23,7 +23,7 @@ struct LaneView {
     int speedStep = 0; // no faster
 };
 
-LaneView laneView(const CvValues& values);
+LaneView laneView(const PictureValues& values);
 
 // Side, steering, range and limits, a sentence each.
 std::vector<Text> laneTexts(const PictureWords& words, const LaneView& view);

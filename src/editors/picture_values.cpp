@@ -5,7 +5,7 @@ namespace karvo
 
 Text durationText(int milliseconds, bool decimalComma)
 {
-    if (milliseconds < 1000)
+    if (milliseconds > 0 && milliseconds < 1000)
         return textFromNumber(milliseconds) + u" ms";
     Text decimals = textFromNumber(1000 + milliseconds % 1000).substr(1);
     decimals.erase(decimals.find_last_not_of(u'0') + 1);

@@ -10,15 +10,15 @@ namespace karvo
 {
 
 // Nothing for a CV that the model lacks.
-using CvValues = std::function<std::optional<int>(int cv)>;
+using PictureValues = std::function<std::optional<int>(int cv)>;
 
-inline bool hasBit(const CvValues& values, int cv, int weight)
+inline bool hasBit(const PictureValues& values, int cv, int weight)
 {
     return (values(cv).value_or(0) & weight) != 0;
 }
 
 // A switch that the model lacks does not hold anything back.
-inline bool allowsBit(const CvValues& values, int cv, int weight)
+inline bool allowsBit(const PictureValues& values, int cv, int weight)
 {
     return (values(cv).value_or(weight) & weight) != 0;
 }

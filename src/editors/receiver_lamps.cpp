@@ -13,7 +13,7 @@ enum Function { nothing, steady, blinking, flashing, runningLight, flicker, traf
 
 constexpr int outputs = 8;
 
-Rhythm blinkingRhythm(const CvValues& values, int output)
+Rhythm blinkingRhythm(const PictureValues& values, int output)
 {
     const int phase = values(output <= 4 ? 90 : 91).value_or(0) * 20;
     return phase > 0 ? pulsing({phase, phase}) : steadyRhythm();
@@ -66,12 +66,12 @@ Rhythm openRhythm(int function, int place, int count, int output)
 
 } // namespace
 
-bool lampsInForce(const CvValues& values)
+bool lampsInForce(const PictureValues& values)
 {
     return values(9).value_or(0) == 0;
 }
 
-std::array<ReceiverLamp, 8> receiverLamps(const CvValues& values)
+std::array<ReceiverLamp, 8> receiverLamps(const PictureValues& values)
 {
     std::array<ReceiverLamp, outputs> lamps;
     const auto functionOf = [&](int output) { return values(49 + output); };

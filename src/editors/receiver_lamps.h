@@ -19,10 +19,10 @@ struct ReceiverLamp {
 
 // Of outputs 1 to 8. Those of a running light and of a traffic light take turns in the order of their
 // outputs.
-std::array<ReceiverLamp, 8> receiverLamps(const CvValues& values);
+std::array<ReceiverLamp, 8> receiverLamps(const PictureValues& values);
 
 // Whether the outputs are lamps at all: CV9 = 0.
-bool lampsInForce(const CvValues& values);
+bool lampsInForce(const PictureValues& values);
 
 Text lampText(const PictureWords& words, const ReceiverLamp& lamp, int output);
 

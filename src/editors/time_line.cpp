@@ -10,7 +10,7 @@ namespace
 
 using Kind = Phase::Kind;
 
-int indicatorPhase(const CvValues& values)
+int indicatorPhase(const PictureValues& values)
 {
     return values(66).value_or(0) * 10;
 }
@@ -24,7 +24,7 @@ TimeLine finished(TimeLine line)
 }
 
 // CV103 and CV104.
-void addDoorLight(const CvValues& values, int stop, bool decimalComma, TimeLine& line)
+void addDoorLight(const PictureValues& values, int stop, bool decimalComma, TimeLine& line)
 {
     const int length = values(104).value_or(0) * 100;
     if (length == 0 || !allowsBit(values, 22, 4))
@@ -39,7 +39,7 @@ void addDoorLight(const CvValues& values, int stop, bool decimalComma, TimeLine&
 }
 
 // CV106: the last flash ends when the bus leaves.
-void addLeavingIndicator(const CvValues& values, int stop, bool decimalComma, TimeLine& line)
+void addLeavingIndicator(const PictureValues& values, int stop, bool decimalComma, TimeLine& line)
 {
     const int flashes = values(106).value_or(0);
     const int length = flashes * 2 * indicatorPhase(values);
@@ -54,7 +54,7 @@ void addLeavingIndicator(const CvValues& values, int stop, bool decimalComma, Ti
 }
 
 // CV23: what is on during the run; what CV112 leaves without power is marked.
-void addRunLights(const CvValues& values, int start, int arrival, int end, TimeLine& line)
+void addRunLights(const PictureValues& values, int start, int arrival, int end, TimeLine& line)
 {
     const auto add = [&](int weight, Phase phase, int equipment, Message unpowered) {
         if (!hasBit(values, 23, weight))
@@ -96,7 +96,7 @@ bool TimeLine::conflicts() const
     return std::any_of(notes.begin(), notes.end(), [](const TimeLineNote& note) { return note.conflict; });
 }
 
-TimeLine busStop(const CvValues& values, bool decimalComma)
+TimeLine busStop(const PictureValues& values, bool decimalComma)
 {
     TimeLine line;
     const int stop = values(102).value_or(0) * 1000;
@@ -124,7 +124,7 @@ TimeLine busStop(const CvValues& values, bool decimalComma)
     return finished(std::move(line));
 }
 
-TimeLine emergencyRun(const CvValues& values)
+TimeLine emergencyRun(const PictureValues& values)
 {
     TimeLine line;
     const int length = values(108).value_or(0) * 1000;

@@ -50,10 +50,10 @@ struct TimeLine {
 };
 
 // CV22, CV66, CV101 to CV107. Time 0 is the halt.
-TimeLine busStop(const CvValues& values, bool decimalComma);
+TimeLine busStop(const PictureValues& values, bool decimalComma);
 
 // CV23, CV108 to CV111. Time 0 is the alarm.
-TimeLine emergencyRun(const CvValues& values);
+TimeLine emergencyRun(const PictureValues& values);
 
 Text trackName(const LanguageTables& texts, Track track);
 

@@ -19,7 +19,7 @@ constexpr int beaconOffAtStandstill = 32;
 constexpr int reversingWhenReversing = 64;
 constexpr int interiorAtStandstill = 128;
 
-bool behaves(const CvValues& values, int weight)
+bool behaves(const PictureValues& values, int weight)
 {
     return hasBit(values, 100, weight);
 }
@@ -70,7 +70,7 @@ int outputBit(Light light)
     return place < outputCount ? 1 << place : 0;
 }
 
-bool modelHas(const CvValues& values, Light light, bool trailer)
+bool modelHas(const PictureValues& values, Light light, bool trailer)
 {
     switch (light) {
     case Light::doorLight: // at bus stops only
@@ -88,13 +88,13 @@ bool modelHas(const CvValues& values, Light light, bool trailer)
     }
 }
 
-Rhythm indicatorRhythm(const CvValues& values)
+Rhythm indicatorRhythm(const PictureValues& values)
 {
     const int phase = values(66) ? *values(66) * 10 : schematic::indicatorPhase;
     return pulsing({phase, phase});
 }
 
-bool switchedOn(const CvValues& values, const LightScene& scene, Light light)
+bool switchedOn(const PictureValues& values, const LightScene& scene, Light light)
 {
     if (isIndicator(light))
         return scene.isOn(light) || scene.hazardLights ||
@@ -106,7 +106,7 @@ bool switchedOn(const CvValues& values, const LightScene& scene, Light light)
     return scene.isOn(light);
 }
 
-Rhythm rhythmOf(const CvValues& values, Light light)
+Rhythm rhythmOf(const PictureValues& values, Light light)
 {
     if (isIndicator(light) || hasBit(values, 25, outputBit(light)))
         if (!isBeacon(light))
@@ -118,7 +118,7 @@ Rhythm rhythmOf(const CvValues& values, Light light)
 }
 
 // What the driving itself switches on.
-std::vector<LightCause> causedByMotion(const CvValues& values, Motion motion, Light light,
+std::vector<LightCause> causedByMotion(const PictureValues& values, Motion motion, Light light,
                                        const Rhythm& rhythm)
 {
     const bool standing = motion == Motion::standing;
@@ -144,7 +144,7 @@ std::vector<LightCause> causedByMotion(const CvValues& values, Motion motion, Li
     return {};
 }
 
-LightDrive driveOf(const CvValues& values, const LightScene& scene, Light light)
+LightDrive driveOf(const PictureValues& values, const LightScene& scene, Light light)
 {
     const Rhythm rhythm = rhythmOf(values, light);
     LightDrive drive{causedByMotion(values, scene.motion, light, rhythm),
@@ -158,7 +158,7 @@ LightDrive driveOf(const CvValues& values, const LightScene& scene, Light light)
 }
 
 // CV62 to CV64, and no more than CV113 to CV120 let through.
-double brightnessOf(const CvValues& values, Light light, bool trailer)
+double brightnessOf(const PictureValues& values, Light light, bool trailer)
 {
     int brightness = 255;
     if (light <= Light::brakeLight)
@@ -168,7 +168,7 @@ double brightnessOf(const CvValues& values, Light light, bool trailer)
     return brightness / 255.0;
 }
 
-void setFading(const CvValues& values, LightCourse& course)
+void setFading(const PictureValues& values, LightCourse& course)
 {
     if (!behaves(values, fading))
         return;
@@ -178,7 +178,7 @@ void setFading(const CvValues& values, LightCourse& course)
     course.fadeSchematic = chosen && !values(24);
 }
 
-LightCourse::Block blockOf(const CvValues& values, const LightScene& scene, Light light)
+LightCourse::Block blockOf(const PictureValues& values, const LightScene& scene, Light light)
 {
     if (const int weight = equipmentWeight(light); weight != 0 && !allowsBit(values, 112, weight))
         return LightCourse::Block::notFitted;
@@ -187,7 +187,7 @@ LightCourse::Block blockOf(const CvValues& values, const LightScene& scene, Ligh
                                                          : LightCourse::Block::none;
 }
 
-LightCourse courseOf(const CvValues& values, const LightScene& scene, Light light)
+LightCourse courseOf(const PictureValues& values, const LightScene& scene, Light light)
 {
     LightCourse course{light, driveOf(values, scene, light)};
     for (const Coupling& coupling : couplings)
@@ -241,7 +241,21 @@ std::optional<LightCause> causeOf(const LightDrive& drive)
 
 } // namespace
 
-std::vector<LightCourse> lightCourses(const CvValues& values, const LightScene& scene)
+Body bodyOf(const PictureValues& values, bool trailer)
+{
+    if (trailer)
+        return Body::trailer;
+    if (values(102).value_or(0) > 0)
+        return Body::bus;
+    if (values(108).value_or(0) > 0)
+        return Body::fireEngine;
+    constexpr Body kinds[] = {Body::lorry,      Body::car, Body::lorry, Body::bus,
+                              Body::fireEngine, Body::car, Body::lorry};
+    const auto kind = static_cast<std::size_t>(values(167).value_or(0));
+    return kind < std::size(kinds) ? kinds[kind] : Body::lorry;
+}
+
+std::vector<LightCourse> lightCourses(const PictureValues& values, const LightScene& scene)
 {
     std::vector<LightCourse> courses;
     for (std::size_t place = 0; place < lightCount; ++place)
@@ -269,6 +283,20 @@ std::optional<LightCause> shownCause(const LightCourse& course)
         if (!cause)
             cause = causeOf(drive);
     return cause;
+}
+
+bool changes(const LightCourse& course)
+{
+    const auto cause = shownCause(course);
+    return course.fadeTime > 0 || (cause && (periodOf(cause->rhythm) > 0 || cause->until || course.goesOut));
+}
+
+void LightLevels::settle(const std::vector<LightCourse>& courses, int ms)
+{
+    last_ = ms;
+    levels_ = {};
+    for (const LightCourse& course : courses)
+        levels_[static_cast<std::size_t>(course.light)] = levelAt(course, ms);
 }
 
 const std::array<double, lightCount>& LightLevels::at(const std::vector<LightCourse>& courses, int ms)

@@ -47,6 +47,10 @@ struct LightScene {
     bool& isOn(Light light) { return on[static_cast<std::size_t>(light)]; }
 };
 
+// What it looks like: by its automatics, then by its kind (CV167).
+enum class Body { car, lorry, bus, fireEngine, trailer };
+Body bodyOf(const PictureValues& values, bool trailer);
+
 // A reason to be lit.
 struct LightCause {
     Rhythm rhythm;
@@ -72,7 +76,7 @@ struct LightCourse {
 };
 
 // Of the lights that such a model has.
-std::vector<LightCourse> lightCourses(const CvValues& values, const LightScene& scene);
+std::vector<LightCourse> lightCourses(const PictureValues& values, const LightScene& scene);
 
 // 0 to 1, without the fading, `ms` after the motion began.
 double levelAt(const LightCourse& course, int ms);
@@ -88,6 +92,9 @@ public:
     // `ms` is never less than the last time, but where a motion begins: then it starts at 0.
     const std::array<double, lightCount>& at(const std::vector<LightCourse>& courses, int ms);
 
+    // As they are once all fading is over.
+    void settle(const std::vector<LightCourse>& courses, int ms);
+
 private:
     std::array<double, lightCount> levels_{};
     int last_ = 0;
@@ -100,5 +107,8 @@ Text lightName(const PictureWords& words, Light light, bool trailer);
 Text lightText(const PictureWords& words, const LightCourse& course);
 
 bool isSchematic(const LightCourse& course);
+
+// Whether it is not the same at all times.
+bool changes(const LightCourse& course);
 
 } // namespace karvo

@@ -17,7 +17,7 @@ namespace
 using test::casesOf;
 using test::wordsOf;
 
-CvValues valuesFrom(const std::string& cvs)
+PictureValues valuesFrom(const std::string& cvs)
 {
     const auto numbers = test::numbersOf(cvs);
     return [given = std::map<int, int>(numbers.begin(), numbers.end())](int cv) {
@@ -103,7 +103,7 @@ TEST(TimeLineTest, PhasesAndWhatDoesNotGoTogether)
 }
 
 // Which of the eight lamps are lit, from output 1 on.
-std::string litAt(const CvValues& values, int ms)
+std::string litAt(const PictureValues& values, int ms)
 {
     std::string lit;
     for (const ReceiverLamp& lamp : receiverLamps(values))
