@@ -1,4 +1,4 @@
-// What the program calls itself, and what it calls itself over an offline list.
+// What the program calls itself.
 #pragma once
 
 #include "program/text.h"
@@ -6,7 +6,10 @@
 namespace karvo
 {
 
-inline constexpr TextView programVersion = u"V01_23";
+// The project's version in the form "V01_23".
+extern const TextView programVersion;
+
+// Over an offline list; it stays, whatever the program's own becomes.
 inline constexpr TextView offlineListVersion = u"V01_22";
 
 } // namespace karvo
