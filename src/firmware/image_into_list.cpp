@@ -50,12 +50,15 @@ Text unusualLine(const CvTable& table, int cv, int value, const LanguageTables& 
 } // namespace
 
 // The rules of a write from the list decide, so that nothing comes into the list that would not leave it.
-std::vector<ImageChange> changesByImage(const CvTable& table, const MemoryImage& image)
+std::vector<ImageChange> changesByImage(const CvSet& set, const MemoryImage& image)
 {
-    CvTable taken = table;
+    const CvTable& table = set.table;
+    CvSet taken;
+    taken.profile = set.profile;
+    taken.table = table;
     for (const int cv : table.describedCvs()) {
         if (const auto byte = byteOf(image, cv))
-            taken.setValue(cv, *byte);
+            taken.table.setValue(cv, *byte);
     }
     std::vector<ImageChange> changes;
     for (const PlannedWrite& write : planOfDifferences(taken, heldBy(table, image))) {

@@ -18,7 +18,7 @@ struct ImageChange {
 };
 
 // Ascending by CV. Only CVs that the list describes and the image holds.
-std::vector<ImageChange> changesByImage(const CvTable& table, const MemoryImage& image);
+std::vector<ImageChange> changesByImage(const CvSet& set, const MemoryImage& image);
 
 // The question before an image is taken that may be of another layout or decoder: CV1, CV7, CV8 or CV29 are
 // outside their limits, or CV7 or CV8, which the decoder alone decides, are others than the list's. Empty

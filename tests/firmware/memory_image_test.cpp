@@ -118,7 +118,7 @@ TEST(ImageIntoList, TakesWhatAWriteWouldTakeAndAsksAboutWhatIsUnusual)
     bench.state.set.baseline = CvValues();
 
     // CV n lies at address n - 1: the image changes CV1, CV8, CV48, CV49, CV59, CV99 and says nothing of CV2
-    const auto changes = changesByImage(table, imageOf("0=127 6=13 7=14 47=20 48=0 58=1 98=2 1=5"));
+    const auto changes = changesByImage(bench.state.set, imageOf("0=127 6=13 7=14 47=20 48=0 58=1 98=2 1=5"));
     std::string told;
     for (const ImageChange& change : changes)
         told += std::to_string(change.cv) + "=" + std::to_string(change.value) +
