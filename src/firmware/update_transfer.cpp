@@ -18,10 +18,8 @@ constexpr std::chrono::milliseconds behindBlock = 10ms;
 constexpr std::chrono::milliseconds beforeRecords = 25ms;
 constexpr std::chrono::milliseconds beforeSum = 50ms;
 
-// Ends the transfer from wherever it stands.
-struct Interrupted {
-    UpdateEnd end;
-};
+// Nothing: go on. Else how the transfer ends.
+using Ending = std::optional<UpdateEnd>;
 
 class Transfer
 {
@@ -33,29 +31,31 @@ public:
 
     UpdateEnd run()
     {
-        try {
-            return sendAll();
-        } catch (const Interrupted& interrupted) {
-            return interrupted.end;
+        if (const Ending end = announce())
+            return *end;
+        while (sent_ < file_.records.size()) {
+            if (const Ending end = sendNext())
+                return *end;
         }
+        return close();
     }
 
 private:
-    UpdateEnd sendAll()
+    Ending sendNext()
     {
-        announce();
         const std::size_t total = file_.records.size();
-        while (sent_ < total) {
-            sendRecord(file_.records[sent_]);
-            ++sent_;
-            const bool endsABlock = sent_ % recordsOfABlock == 0 || sent_ == total;
-            if (endsABlock)
-                pause(behindBlock);
-            setup_.observer.showRecords(sent_, total);
-            if (endsABlock && sent_ != total && setup_.observer.stopRequested())
-                return UpdateEnd::stopped;
+        if (const Ending end = sendRecord(file_.records[sent_]))
+            return end;
+        ++sent_;
+        const bool endsABlock = sent_ % recordsOfABlock == 0 || sent_ == total;
+        if (endsABlock) {
+            if (const Ending end = pause(behindBlock))
+                return end;
         }
-        return close();
+        setup_.observer.showRecords(sent_, total);
+        if (endsABlock && sent_ != total && setup_.observer.stopRequested())
+            return UpdateEnd::stopped;
+        return std::nullopt;
     }
 
     // Nothing answers the closing block: whether it went out shows only in the port that took it.
@@ -68,42 +68,47 @@ private:
         return verdict_.isConfirmed() ? UpdateEnd::sent : UpdateEnd::notConfirmed;
     }
 
-    void announce()
+    Ending announce()
     {
-        pause(beforeRecords);
-        sendAndWait({'A'}, 0);
-        sendAndWait(file_.start, 0);
+        if (const Ending end = pause(beforeRecords))
+            return end;
         const auto command = windows1252FromText(bench_.state.texts.message(Message::updateCommand));
-        sendAndWait(command.value_or(Bytes()), 0);
+        for (const Bytes& bytes : {Bytes{'A'}, file_.start, command.value_or(Bytes())}) {
+            if (const Ending end = sendAndWait(bytes, 0))
+                return end;
+        }
+        return std::nullopt;
     }
 
-    void sendRecord(const UpdateRecord& record)
+    Ending sendRecord(const UpdateRecord& record)
     {
         bench_.port.write({record.front()});
-        pause(afterFirstByte);
+        if (const Ending end = pause(afterFirstByte))
+            return end;
         for (std::size_t i = 1; i < record.size(); ++i)
             bench_.port.write({record[i]});
-        pause(beforeSum);
-        sendAndWait(recordSum(record), sent_ + 1);
+        if (const Ending end = pause(beforeSum))
+            return end;
+        return sendAndWait(recordSum(record), sent_ + 1);
     }
 
-    void pause(std::chrono::milliseconds duration)
+    Ending pause(std::chrono::milliseconds duration)
     {
-        if (bench_.wait.pause(duration) == WaitResult::ended)
-            throw Interrupted{UpdateEnd::ended};
+        return bench_.wait.pause(duration) == WaitResult::ended ? Ending(UpdateEnd::ended) : std::nullopt;
     }
 
     // An update that broke off because of a reply would leave the decoder without firmware: only silence ends
     // it.
-    void sendAndWait(const Bytes& bytes, std::size_t record)
+    Ending sendAndWait(const Bytes& bytes, std::size_t record)
     {
         Link link = bench_.link();
         link.state.outgoingFrame = bytes;
         link.port.write(bytes);
         const auto end = awaitReply(link, 1);
         if (end != ReplyEnd::replied)
-            throw Interrupted{end == ReplyEnd::ended ? UpdateEnd::ended : UpdateEnd::brokenOff};
+            return end == ReplyEnd::ended ? UpdateEnd::ended : UpdateEnd::brokenOff;
         verdict_.note(record, link.state.lastReply);
+        return std::nullopt;
     }
 
     Workbench& bench_;
