@@ -1,10 +1,10 @@
 #include "cli/list_output.h"
 
 #include "cvdata/cv_details.h"
+#include "cvdata/decoder_profile.h"
 #include "cvdata/description_choice.h"
 #include "cvdata/text_report.h"
 #include "platform/text_conversion.h"
-#include "workbench/describe.h"
 
 #include <QJsonArray>
 #include <QJsonObject>

@@ -177,6 +177,11 @@ TextView modelName(Model model)
     return names[static_cast<std::size_t>(model)];
 }
 
+Text typeText(const DecoderProfile& profile, const LanguageTables& texts)
+{
+    return profile.isOlderKv04() ? texts.message(Message::olderKv04) : Text(modelName(profile.model));
+}
+
 TextView processorName(Processor processor)
 {
     return processor == Processor::atmega168 ? u"ATmega168" : u"ATmega328";

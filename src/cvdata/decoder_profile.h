@@ -74,6 +74,9 @@ TextView modelCode(Model model);
 // "KV04" to "KV08", "KV-XT", ...: as shown to people, the same in every language.
 TextView modelName(Model model);
 
+// What the decoder is called: message 299 for the KV04 until December 2008, else the name of the model.
+Text typeText(const DecoderProfile& profile, const LanguageTables& texts);
+
 // "ATmega168" or "ATmega328".
 TextView processorName(Processor processor);
 

@@ -2,7 +2,7 @@
 
 #include "cvdata/changes.h"
 #include "editors/list_rows.h"
-#include "workbench/describe.h"
+#include "workbench/put_on_bench.h"
 
 namespace karvo
 {

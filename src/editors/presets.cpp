@@ -7,8 +7,8 @@
 #include "editors/preset_merge.h"
 #include "editors/step_edit.h"
 #include "program/path_text.h"
-#include "workbench/describe.h"
 #include "workbench/export_files.h"
+#include "workbench/library_faults.h"
 
 #include <algorithm>
 #include <iterator>
@@ -57,7 +57,7 @@ std::optional<Bytes> readPresetFile(Workbench& bench, const std::filesystem::pat
 {
     auto content = bench.files.readWhole(path, textFileLimit);
     if (!content)
-        showCannotOpen(bench, path);
+        showCannotOpen(bench.prompts, bench.state.texts, path);
     return content;
 }
 

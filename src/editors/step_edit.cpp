@@ -3,7 +3,7 @@
 #include "cvdata/changes.h"
 #include "cvdata/speed_cvs.h"
 #include "editors/list_rows.h"
-#include "workbench/describe.h"
+#include "workbench/put_on_bench.h"
 #include "workbench/steps_outside.h"
 
 #include <algorithm>

@@ -3,7 +3,7 @@
 #include "cvdata/changes.h"
 #include "cvdata/cv_use.h"
 #include "link/write.h"
-#include "workbench/describe.h"
+#include "workbench/put_on_bench.h"
 
 #include <algorithm>
 

@@ -2,8 +2,8 @@
 
 #include "firmware/hex_record.h"
 #include "program/path_text.h"
-#include "workbench/describe.h"
 #include "workbench/export_files.h"
+#include "workbench/library_faults.h"
 
 namespace karvo
 {
@@ -117,7 +117,7 @@ std::optional<MemoryImage> readMemoryImage(Workbench& bench, const std::filesyst
     const auto content = bench.files.readWhole(path, imageFileLimit);
     const bool isTooLarge = !content && bench.files.sizeOf(path) > imageFileLimit;
     if (!content && !isTooLarge) {
-        showCannotOpen(bench, path);
+        showCannotOpen(bench.prompts, bench.state.texts, path);
         return std::nullopt;
     }
     auto parsed = isTooLarge ? FileRefusal{FileFault::tooLarge, 1} : parseMemoryImage(*content);

@@ -1,11 +1,11 @@
 #include "shell/port_bar.h"
 
 #include "cvdata/dcc_address.h"
+#include "cvdata/decoder_profile.h"
 #include "link/forms/port_list.h"
 #include "ui/captions.h"
 #include "ui/flow_layout.h"
 #include "ui/typed_text.h"
-#include "workbench/describe.h"
 
 #include <QEvent>
 #include <QHBoxLayout>

@@ -5,8 +5,8 @@
 #include "shell/operation.h"
 #include "shell/port_bar.h"
 #include "shell/stale_notice.h"
-#include "workbench/describe.h"
 #include "workbench/list_files.h"
+#include "workbench/put_on_bench.h"
 
 namespace karvo
 {

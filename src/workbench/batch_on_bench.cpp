@@ -1,6 +1,6 @@
 #include "workbench/batch_on_bench.h"
 
-#include "workbench/describe.h"
+#include "workbench/put_on_bench.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #include "workbench/change_value.h"
 
 #include "cvdata/changes.h"
-#include "workbench/describe.h"
+#include "workbench/put_on_bench.h"
 
 namespace karvo
 {

@@ -3,7 +3,7 @@
 #include "cvdata/description_choice.h"
 #include "cvdata/list_header.h"
 #include "program/path_text.h"
-#include "workbench/describe.h"
+#include "workbench/library_faults.h"
 #include "workbench/list_files.h"
 #include "workbench/list_notes.h"
 
@@ -42,7 +42,7 @@ CvTable wordsOf(Workbench& bench, const ListFile& list)
 {
     const auto model = modelOfHeader(list.header());
     auto description = model
-                           ? loadDescription(bench, descriptionFileName(model->profile, bench.state.language))
+                           ? describeOrTell(bench, descriptionFileName(model->profile, bench.state.language))
                            : std::nullopt;
     if (!description)
         return list.table;
@@ -67,7 +67,7 @@ bool ComparedSets::chooseModel(std::string_view menuItem)
     const OfflineList* const list = model == std::end(models) ? nullptr : offlineListOf(model->offlineItem);
     if (list == nullptr)
         return false;
-    auto description = loadDescription(bench_, offlineDescriptionFileName(*list, 0, bench_.state.language));
+    auto description = describeOrTell(bench_, offlineDescriptionFileName(*list, 0, bench_.state.language));
     if (!description)
         return false;
     words_ = std::move(description->table);

@@ -1,6 +1,7 @@
 #include "workbench/expert_mode.h"
 
-#include "workbench/describe.h"
+#include "cvdata/described_set.h"
+#include "workbench/put_on_bench.h"
 
 namespace karvo
 {
@@ -28,8 +29,10 @@ void setExpertMode(Workbench& bench, bool on)
     state.expert = on;
     if (state.set.isEmpty() || state.lineBusy)
         return;
-    takeExpertFile(bench, state.set.expertPath.filename().string());
-    fillList(bench);
+    SetFaults faults;
+    const auto fileName = state.set.expertPath.filename().string();
+    takeKnowledge(state.set, bench.library().expertKnowledge(fileName, state.set.table), faults.ofFiles);
+    showAnew(bench, faults);
 }
 
 } // namespace karvo

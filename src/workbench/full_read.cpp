@@ -1,11 +1,12 @@
 #include "workbench/full_read.h"
 
-#include "cvdata/changes.h"
+#include "cvdata/described_set.h"
 #include "cvdata/description_choice.h"
 #include "cvdata/expert_choice.h"
 #include "link/identification.h"
-#include "workbench/describe.h"
+#include "workbench/library_faults.h"
 #include "workbench/line_use.h"
+#include "workbench/put_on_bench.h"
 #include "workbench/write_backup.h"
 
 #include <algorithm>
@@ -55,31 +56,28 @@ int firstCv(const CvTable& table)
     return cvs.empty() ? 0 : cvs.front();
 }
 
-bool showReadDecoder(Workbench& bench, const DecoderProfile& profile)
+bool showBlock(Workbench& bench, const DecoderBlock& block)
 {
     ProgramState& state = bench.state;
-    const bool isSame = isSameVehicle(state.set, profile, state.image);
-    const int chosenBefore = isSame ? state.set.currentNumber : 0;
-    const auto fileName = descriptionFileName(profile, state.language);
-    auto description = loadDescription(bench, fileName, profile);
-    if (!description)
+    const DescriptionLibrary library = bench.library();
+    auto description = library.describe(descriptionFileName(block.profile, state.language), block.profile);
+    SetFaults faults{std::move(description.faults), description.leftOut};
+    if (!description.content) {
+        tellFaults(bench, faults.ofFiles);
         return false;
+    }
+    CvSet set = setOf(block.profile, std::move(description));
+    valuesInto(set.table, block.image);
+    set.rawReply = state.link.lastReply;
+    takeKnowledge(set, library.expertKnowledge(expertFileName(block.profile, state.language), set.table),
+                  faults.ofFiles);
+    const bool isSame = isSameVehicle(state.set, block.profile, block.image);
+    set.currentNumber = isSame ? state.set.currentNumber : 0;
+    if (set.currentNumber == 0)
+        set.currentNumber = firstCv(set.table);
     if (!isSame)
         state.askNoMore.reset();
-    const auto faults = std::move(description->faults);
-    takeDescription(bench, std::move(*description), fileName);
-    takeValues(state.set.table, state.image);
-    startUnchanged(state.set);
-    state.set.profile = profile;
-    state.set.modelCode = modelCode(profile.model);
-    state.set.rawReply = state.link.lastReply;
-    state.set.offlineItem.clear();
-    state.set.listPath.clear(); // it belongs to the set that was there before
-    state.set.fileProcessor.reset();
-    state.set.currentNumber = chosenBefore != 0 ? chosenBefore : firstCv(state.set.table);
-    takeExpertFile(bench, expertFileName(profile, state.language));
-    fillList(bench);
-    reportFaults(bench, fileName, faults);
+    putOnBench(bench, std::move(set), faults);
     return true;
 }
 
@@ -106,7 +104,7 @@ std::optional<ReadEnd> readIntoList(Workbench& bench, ReadStarter starter)
     const auto block = blockJustRead(bench.state.link, bench.state.image);
     bench.state.lastRead = block;
     noteRead(bench.state, block);
-    if (!showReadDecoder(bench, block.profile))
+    if (!showBlock(bench, block))
         return std::nullopt;
     showListFilled(bench);
     return end;

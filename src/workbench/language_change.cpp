@@ -1,10 +1,12 @@
 #include "workbench/language_change.h"
 
+#include "cvdata/described_set.h"
 #include "cvdata/description_choice.h"
 #include "cvdata/expert_choice.h"
 #include "language/language_loader.h"
-#include "workbench/describe.h"
+#include "workbench/library_faults.h"
 #include "workbench/list_files.h"
+#include "workbench/put_on_bench.h"
 
 namespace karvo
 {
@@ -26,14 +28,6 @@ std::string expertFileNameInUse(const ProgramState& state)
     const OfflineList* const offline = offlineListOf(state.set.offlineItem);
     return offline != nullptr ? offlineExpertFileName(*offline, state.set.profile, state.language)
                               : expertFileName(state.set.profile, state.language);
-}
-
-void keepValues(const CvTable& from, CvTable& to)
-{
-    for (int row = 1; row <= CvTable::lastRow; ++row) {
-        to.at(row, Column::value) = from.at(row, Column::value);
-        to.at(row, Column::sharedValue) = from.at(row, Column::sharedValue);
-    }
 }
 
 } // namespace
@@ -62,20 +56,17 @@ void describeAnew(Workbench& bench)
     CvSet& set = bench.state.set;
     if (set.isEmpty())
         return;
-    const auto fileName = fileNameInUse(bench.state);
-    auto description = loadDescription(bench, fileName, set.profile);
-    if (!description)
-        return;
-    const auto faults = std::move(description->faults);
-    if (set.isFromFile()) {
-        takeWords(bench, *description, fileName);
-    } else {
-        keepValues(set.table, description->table);
-        takeDescription(bench, std::move(*description), fileName);
-    }
-    takeExpertFile(bench, expertFileNameInUse(bench.state));
-    fillList(bench);
-    reportFaults(bench, fileName, faults);
+    const DescriptionLibrary library = bench.library();
+    auto description = library.describe(fileNameInUse(bench.state), set.profile);
+    SetFaults faults{std::move(description.faults), description.leftOut};
+    if (!description.content)
+        return tellFaults(bench, faults.ofFiles);
+    if (set.isFromFile())
+        takeWords(set, description);
+    else
+        describeAgain(set, std::move(description));
+    takeKnowledge(set, library.expertKnowledge(expertFileNameInUse(bench.state), set.table), faults.ofFiles);
+    showAnew(bench, faults);
 }
 
 } // namespace karvo

@@ -1,15 +1,17 @@
 #include "workbench/list_files.h"
 
-#include "cvdata/changes.h"
 #include "cvdata/cv_kind.h"
 #include "cvdata/cv_use.h"
+#include "cvdata/described_set.h"
 #include "cvdata/description_choice.h"
 #include "cvdata/expert_choice.h"
 #include "cvdata/list_header.h"
+#include "cvdata/receiver_releases.h"
 #include "language/file_trouble.h"
 #include "program/path_text.h"
-#include "workbench/describe.h"
+#include "workbench/library_faults.h"
 #include "workbench/list_notes.h"
+#include "workbench/put_on_bench.h"
 
 #include <algorithm>
 
@@ -39,7 +41,7 @@ std::optional<Bytes> contentOf(Workbench& bench, const std::filesystem::path& pa
     if (bench.files.sizeOf(path) > textFileLimit)
         warn(bench, Message::listFileTooLarge, {pathText(path), textFromNumber(textFileLimit / megabyte)});
     else
-        showCannotOpen(bench, path);
+        showCannotOpen(bench.prompts, bench.state.texts, path);
     return std::nullopt;
 }
 
@@ -119,13 +121,18 @@ bool isComplete(const CvTable& table)
     return columnsWithout(table).empty();
 }
 
-void completeFromModel(Workbench& bench, CvSet& set)
+// Returns what is wrong with the files of the model.
+std::vector<LibraryFault> completeFromModel(Workbench& bench, CvSet& set)
 {
+    std::vector<LibraryFault> faults;
     if (!isComplete(set.table) && bench.files.exists(set.descriptionPath)) {
-        if (const auto description = loadDescription(bench, set.descriptionPath.filename().string()))
-            addModelsFields(set.table, description->table);
+        auto description = bench.library().describe(set.descriptionPath.filename().string());
+        if (description.content)
+            addModelsFields(set.table, description.content->table);
+        faults = std::move(description.faults);
     }
-    addFirmwareRemarks(set.table, bench.state.texts);
+    addReleaseRemarks(set.table, bench.state.texts.message(Message::onlyFromFirmware));
+    return faults;
 }
 
 void takeList(Workbench& bench, ListFile list, const DecoderProfile& profile,
@@ -142,12 +149,11 @@ void takeList(Workbench& bench, ListFile list, const DecoderProfile& profile,
     set.listPath = path;
     const auto language = bench.state.language;
     set.descriptionPath = bench.state.programFolder / descriptionFileName(profile, language);
-    completeFromModel(bench, set);
-    startUnchanged(set);
-    bench.state.set = std::move(set);
+    SetFaults faults{completeFromModel(bench, set), {}};
+    const auto expertFile = listExpertFileName(set, language);
+    takeKnowledge(set, bench.library().expertKnowledge(expertFile, set.table), faults.ofFiles);
     bench.state.askNoMore.reset();
-    takeExpertFile(bench, listExpertFileName(bench.state.set, language));
-    fillList(bench);
+    putOnBench(bench, std::move(set), faults);
 }
 
 // "Bus 1.5" has no extension, only a dot.

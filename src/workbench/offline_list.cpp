@@ -1,9 +1,10 @@
 #include "workbench/offline_list.h"
 
-#include "cvdata/changes.h"
+#include "cvdata/described_set.h"
 #include "cvdata/description_choice.h"
 #include "cvdata/expert_choice.h"
-#include "workbench/describe.h"
+#include "workbench/library_faults.h"
+#include "workbench/put_on_bench.h"
 
 #include <algorithm>
 #include <utility>
@@ -15,42 +16,38 @@ namespace karvo
 namespace
 {
 
-void openExpertFile(Workbench& bench, const std::string& fileName)
-{
-    if (bench.state.expert)
-        bench.prompts.message(bench.state.texts.message(Message::expertFileNotice) + u" " +
-                                  textFromUtf8(fileName),
-                              PromptIcon::information);
-    takeExpertFile(bench, fileName);
-}
-
 struct FileNames {
     std::string description;
     std::string expert;
 };
 
+// Comes before the file is opened, and behind what is wrong with the description.
+void announceExpertFile(Workbench& bench, const std::string& fileName, std::vector<LibraryFault>& faults)
+{
+    tellFaults(bench, std::exchange(faults, {}));
+    bench.prompts.message(
+        joined({bench.state.texts.message(Message::expertFileNotice), u" ", textFromUtf8(fileName)}),
+        PromptIcon::information);
+}
+
 // The description's own values as the list on the bench.
 bool showDescription(Workbench& bench, const DecoderProfile& profile, std::string_view menuItem,
                      const FileNames& files)
 {
-    auto description = loadDescription(bench, files.description, profile);
-    if (!description)
+    const DescriptionLibrary library = bench.library();
+    auto description = library.describe(files.description, profile);
+    SetFaults faults{std::move(description.faults), description.leftOut};
+    if (!description.content) {
+        tellFaults(bench, faults.ofFiles);
         return false;
-    bench.state.askNoMore.reset();
-    const auto faults = std::move(description->faults);
-    takeDescription(bench, std::move(*description), files.description);
-    CvSet& set = bench.state.set;
-    startUnchanged(set);
-    set.profile = profile;
-    set.modelCode = modelCode(profile.model);
-    set.rawReply.clear();
+    }
+    CvSet set = setOf(profile, std::move(description));
     set.offlineItem = menuItem;
-    set.listPath.clear(); // it belongs to the set that was there before
-    set.fileProcessor.reset();
-    set.currentNumber = 0;
-    openExpertFile(bench, files.expert);
-    fillList(bench);
-    reportFaults(bench, files.description, faults);
+    if (bench.state.expert)
+        announceExpertFile(bench, files.expert, faults.ofFiles);
+    takeKnowledge(set, library.expertKnowledge(files.expert, set.table), faults.ofFiles);
+    bench.state.askNoMore.reset();
+    putOnBench(bench, std::move(set), faults);
     return true;
 }
 

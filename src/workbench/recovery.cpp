@@ -6,8 +6,8 @@
 #include "cvdata/list_file.h"
 #include "language/file_trouble.h"
 #include "program/path_text.h"
-#include "workbench/describe.h"
 #include "workbench/list_files.h"
+#include "workbench/put_on_bench.h"
 
 #include <algorithm>
 #include <map>

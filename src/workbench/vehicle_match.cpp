@@ -1,8 +1,8 @@
 #include "workbench/vehicle_match.h"
 
+#include "cvdata/decoder_profile.h"
 #include "cvdata/description_choice.h"
 #include "cvdata/list_header.h"
-#include "workbench/describe.h"
 
 namespace karvo
 {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "cvdata/cv_set.h"
+#include "cvdata/description_library.h"
 #include "language/language_code.h"
 #include "language/language_tables.h"
 #include "link/link.h"
@@ -81,6 +82,10 @@ struct Workbench {
     {
         return {state.link,          port, wait, prompts, view, state.texts, state.recovery.holdsChanges,
                 &state.stopRequested};
+    }
+    DescriptionLibrary library() const
+    {
+        return {files, state.programFolder, state.language, state.texts, state.expert};
     }
 };
 

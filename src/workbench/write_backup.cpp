@@ -1,9 +1,10 @@
 #include "workbench/write_backup.h"
 
 #include "cvdata/changes.h"
+#include "cvdata/described_set.h"
 #include "cvdata/description_choice.h"
 #include "link/read.h"
-#include "workbench/describe.h"
+#include "workbench/library_faults.h"
 
 #include <algorithm>
 
@@ -18,19 +19,13 @@ constexpr int noLineRun = 0; // they are counted from 1
 
 std::optional<CvSet> setOfBlock(Workbench& bench, const DecoderBlock& block)
 {
-    ProgramState& state = bench.state;
-    CvSet set;
-    set.profile = block.profile;
-    const auto fileName = descriptionFileName(set.profile, state.language);
-    auto description = loadDescription(bench, fileName, set.profile);
-    if (!description)
+    auto description =
+        bench.library().describe(descriptionFileName(block.profile, bench.state.language), block.profile);
+    tellFaults(bench, description.faults);
+    if (!description.content)
         return std::nullopt;
-    set.table = std::move(description->table);
-    set.descriptionLines = std::move(description->lines);
-    set.rowCount = description->rowCount;
-    set.descriptionPath = state.programFolder / fileName;
-    takeValues(set.table, block.image);
-    set.modelCode = modelCode(set.profile.model);
+    CvSet set = setOf(block.profile, std::move(description));
+    valuesInto(set.table, block.image);
     startUnchanged(set);
     return set;
 }

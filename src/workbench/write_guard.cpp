@@ -1,8 +1,8 @@
 #include "workbench/write_guard.h"
 
+#include "cvdata/decoder_profile.h"
 #include "link/exchange.h"
 #include "link/read.h"
-#include "workbench/describe.h"
 #include "workbench/vehicle_match.h"
 
 #include <algorithm>

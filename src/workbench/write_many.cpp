@@ -2,8 +2,8 @@
 
 #include "cvdata/changes.h"
 #include "link/read.h"
-#include "workbench/describe.h"
 #include "workbench/line_use.h"
+#include "workbench/put_on_bench.h"
 #include "workbench/steps_outside.h"
 #include "workbench/write_guard.h"
 #include "workbench/write_run.h"

@@ -5,7 +5,7 @@
 #include "cvdata/main_list.h"
 #include "link/write.h"
 #include "workbench/address_notice.h"
-#include "workbench/describe.h"
+#include "workbench/put_on_bench.h"
 #include "workbench/write_limits.h"
 
 #include <algorithm>

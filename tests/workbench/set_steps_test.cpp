@@ -4,12 +4,12 @@
 #include "support/step_bench.h"
 #include "workbench/change_value.h"
 #include "workbench/decoder_info.h"
-#include "workbench/describe.h"
 #include "workbench/expert_mode.h"
 #include "workbench/full_read.h"
 #include "workbench/language_change.h"
 #include "workbench/list_files.h"
 #include "workbench/offline_list.h"
+#include "workbench/put_on_bench.h"
 #include "workbench/recovery.h"
 
 namespace karvo::test

@@ -5,8 +5,8 @@
 #include "program/text_lines.h"
 #include "ui/captions.h"
 #include "ui/typed_text.h"
-#include "workbench/describe.h"
 #include "workbench/export_files.h"
+#include "workbench/library_faults.h"
 
 #include <QDialogButtonBox>
 #include <QGridLayout>
@@ -173,7 +173,7 @@ std::optional<DistanceFile> Bremsen::read(const std::filesystem::path& path)
 {
     const auto content = bench_.files.readWhole(path, textFileLimit);
     if (!content) {
-        showCannotOpen(bench_, path);
+        showCannotOpen(bench_.prompts, bench_.state.texts, path);
         return std::nullopt;
     }
     auto file = parseDistanceFile(*content);
