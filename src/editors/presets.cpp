@@ -31,9 +31,9 @@ constexpr BasedPreset allBasedPresets[] = {{Caption::presetFaller, "FS_Faller_CV
                                            {Caption::preTableCi26Large, "FS_CI26_24_CV2_CV5.fcr"},
                                            {Caption::preTableCi46Small, "FS_CI46_12_CV2_CV5.fcr"}};
 
-void warn(Workbench& bench, Message message, std::initializer_list<Text> words)
+void warn(Prompts& prompts, const LanguageTables& texts, Message message, std::initializer_list<Text> words)
 {
-    bench.prompts.message(bench.state.texts.message(message, words), PromptIcon::warning);
+    prompts.message(texts.message(message, words), PromptIcon::warning);
 }
 
 // The CV set that a preset is loaded into, or saved from, stands and is of a kind that has its CVs.
@@ -63,14 +63,14 @@ std::optional<Bytes> readPresetFile(Workbench& bench, const std::filesystem::pat
 
 void tellFault(Workbench& bench, const std::filesystem::path& path, const SpeedStepFault& fault)
 {
-    warn(bench,
+    warn(bench.prompts, bench.state.texts,
          fault.kind == SpeedStepFault::Kind::tooLong ? Message::stepFileTooLong : Message::stepFileValueWrong,
          {pathText(path), textFromNumber(fault.line)});
 }
 
 void warnOfUnusable(Workbench& bench, const std::filesystem::path& path)
 {
-    warn(bench, Message::stepFileUnusable, {pathText(path)});
+    warn(bench.prompts, bench.state.texts, Message::stepFileUnusable, {pathText(path)});
 }
 
 // Nothing, after a message, when not a single record could be read.
@@ -126,7 +126,8 @@ void mergeDistances(Workbench& bench, PresetMerge& merge, const std::filesystem:
         return;
     const auto file = parseDistanceFile(*content);
     if (const auto line = file.firstFault())
-        warn(bench, Message::distanceFileFaults, {pathText(path), textFromNumber(*line)});
+        warn(bench.prompts, bench.state.texts, Message::distanceFileFaults,
+             {pathText(path), textFromNumber(*line)});
     for (std::size_t i = 0; i < distanceCvCount; ++i) {
         if (file.values[i].empty())
             continue;
@@ -150,16 +151,15 @@ std::optional<int> loadFiles(Workbench& bench, const std::filesystem::path& step
     return whole || count > 0 ? std::optional(count) : std::nullopt;
 }
 
-FileRequest request(Workbench& bench, const UserFolder& folder, const Text& title, const Text& extension)
+FileRequest request(Files& files, const UserFolder& folder, const Text& title, const Text& extension)
 {
-    bench.files.makeFolder(folder.own);
+    files.makeFolder(folder.own);
     return {title, folder.own, u"*." + extension, extension, {}};
 }
 
-FileRequest requestToOpen(Workbench& bench, const UserFolder& folder, const Text& title,
-                          const Text& extension)
+FileRequest requestToOpen(Files& files, const UserFolder& folder, const Text& title, const Text& extension)
 {
-    auto asked = request(bench, folder, title, extension);
+    auto asked = request(files, folder, title, extension);
     asked.shipped = folder.shipped;
     return asked;
 }
@@ -225,7 +225,7 @@ bool isAmongShipped(Workbench& bench, const UserFolder& folder, const std::files
 {
     if (!folder.isShipped(path))
         return false;
-    warn(bench, Message::shippedStaysAsItIs, {pathText(path)});
+    warn(bench.prompts, bench.state.texts, Message::shippedStaysAsItIs, {pathText(path)});
     return true;
 }
 
@@ -254,9 +254,10 @@ std::optional<LoadedFiles> loadOwnPreset(Workbench& bench, const Text& title)
     if (!isSetReady(bench, Message::presetNeedsSet, Message::presetNeedsSetAdvice))
         return std::nullopt;
     const UserFolders& folders = bench.state.userFolders;
-    const auto steps = bench.prompts.openFile(requestToOpen(bench, folders.speedSteps, title, u"fcr"));
+    const auto steps = bench.prompts.openFile(requestToOpen(bench.files, folders.speedSteps, title, u"fcr"));
     const auto distances =
-        steps ? bench.prompts.openFile(requestToOpen(bench, folders.distances, title, u"bcr")) : std::nullopt;
+        steps ? bench.prompts.openFile(requestToOpen(bench.files, folders.distances, title, u"bcr"))
+              : std::nullopt;
     const auto count = distances ? loadFiles(bench, *steps, *distances) : std::nullopt;
     return count ? std::optional(LoadedFiles{*steps, *distances, *count}) : std::nullopt;
 }
@@ -281,9 +282,9 @@ bool saveOwnPreset(Workbench& bench, const Text& title)
     if (!isSetReady(bench, Message::saveNeedsSet, Message::saveNeedsSetAdvice))
         return false;
     const UserFolders& folders = bench.state.userFolders;
-    const auto steps = bench.prompts.saveFile(request(bench, folders.speedSteps, title, u"fcr"));
+    const auto steps = bench.prompts.saveFile(request(bench.files, folders.speedSteps, title, u"fcr"));
     const auto distances =
-        steps ? bench.prompts.saveFile(request(bench, folders.distances, title, u"bcr")) : std::nullopt;
+        steps ? bench.prompts.saveFile(request(bench.files, folders.distances, title, u"bcr")) : std::nullopt;
     return distances && saveFiles(bench, *steps, *distances);
 }
 
@@ -313,7 +314,8 @@ std::optional<BasedSpeedTable> readBasedPreset(Workbench& bench, const BasedPres
     const auto parsed = parseBasedSpeedTable(*content);
     if (const auto* const table = std::get_if<BasedSpeedTable>(&parsed))
         return *table;
-    warn(bench, Message::preFileWrong, {pathText(path), textFromNumber(std::get<int>(parsed))});
+    warn(bench.prompts, bench.state.texts, Message::preFileWrong,
+         {pathText(path), textFromNumber(std::get<int>(parsed))});
     return std::nullopt;
 }
 

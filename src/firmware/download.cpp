@@ -46,9 +46,9 @@ std::optional<Downloaded> download(Workbench& bench, Downloader& downloader, Dow
     return std::nullopt;
 }
 
-void tellDownloadFailed(Workbench& bench)
+void tellDownloadFailed(Prompts& prompts)
 {
-    bench.prompts.message(Text(failed), PromptIcon::stop);
+    prompts.message(Text(failed), PromptIcon::stop);
 }
 
 Text downloadedText(const LanguageTables& texts, const std::filesystem::path& file)

@@ -21,7 +21,7 @@ struct Downloaded {
 // address of a file.
 std::optional<Downloaded> download(Workbench& bench, Downloader& downloader, DownloadObserver& observer);
 
-void tellDownloadFailed(Workbench& bench);
+void tellDownloadFailed(Prompts& prompts);
 
 // That it went well, and behind that the place of the file.
 Text downloadedText(const LanguageTables& texts, const std::filesystem::path& file);

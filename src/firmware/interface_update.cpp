@@ -108,9 +108,8 @@ std::variant<TypeCode, UpdateEnd> askModel(Workbench& bench)
 }
 
 // All that is unusual stands in one question.
-bool mayBeSent(Workbench& bench, const ChosenUpdate& update, TypeCode model)
+bool mayBeSent(Prompts& prompts, const LanguageTables& texts, const ChosenUpdate& update, TypeCode model)
 {
-    const LanguageTables& texts = bench.state.texts;
     auto findings = otherModelsIn(texts, update.file, update.path, model);
     for (Text& finding : unusualIn(texts, update.file))
         findings.push_back(std::move(finding));
@@ -119,7 +118,7 @@ bool mayBeSent(Workbench& bench, const ChosenUpdate& update, TypeCode model)
     Text question = updateHeaderText(texts, update.file) + Text(lineBreak);
     for (const Text& finding : findings)
         question += finding + Text(lineBreak);
-    return bench.prompts.question(question + texts.message(Message::updateFindingsQuestion));
+    return prompts.question(question + texts.message(Message::updateFindingsQuestion));
 }
 
 // Sends the letters that call the interface's update mode.
@@ -226,7 +225,7 @@ UpdateEnd sendChosen(Workbench& bench, const UpdateSetup& setup, const ChosenUpd
     if (const auto* const end = std::get_if<UpdateEnd>(&model))
         return *end;
     setup.observer.showHeader(updateHeaderText(bench.state.texts, update.file));
-    if (!mayBeSent(bench, update, std::get<TypeCode>(model)))
+    if (!mayBeSent(bench.prompts, bench.state.texts, update, std::get<TypeCode>(model)))
         return UpdateEnd::declined;
     if (setup.observer.stopRequested()) {
         bench.prompts.message(bench.state.texts.message(Message::updateStoppedBefore));
@@ -240,14 +239,14 @@ UpdateEnd sendChosen(Workbench& bench, const UpdateSetup& setup, const ChosenUpd
 
 } // namespace
 
-std::optional<std::filesystem::path> chooseUpdate(Workbench& bench, const std::filesystem::path& folder)
+std::optional<std::filesystem::path> chooseUpdate(Prompts& prompts, const LanguageTables& texts,
+                                                  const std::filesystem::path& folder)
 {
-    const LanguageTables& texts = bench.state.texts;
-    return bench.prompts.openFile({.title = texts.caption(Caption::updateTitle),
-                                   .folder = folder,
-                                   .filter = texts.caption(Caption::updateFiles) + u" (*.uhx *.UHX)",
-                                   .extension = u"uhx",
-                                   .name = Text(proposedUpdate)});
+    return prompts.openFile({.title = texts.caption(Caption::updateTitle),
+                             .folder = folder,
+                             .filter = texts.caption(Caption::updateFiles) + u" (*.uhx *.UHX)",
+                             .extension = u"uhx",
+                             .name = Text(proposedUpdate)});
 }
 
 std::optional<UpdateFile> readUpdateFile(Workbench& bench, const std::filesystem::path& path)

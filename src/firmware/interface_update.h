@@ -59,7 +59,8 @@ struct UpdateSetup {
 UpdateEnd updateThroughInterface(Workbench& bench, const UpdateSetup& setup);
 
 // Asks for the update file to send.
-std::optional<std::filesystem::path> chooseUpdate(Workbench& bench, const std::filesystem::path& folder);
+std::optional<std::filesystem::path> chooseUpdate(Prompts& prompts, const LanguageTables& texts,
+                                                  const std::filesystem::path& folder);
 
 // Reads and checks an update file; what is wrong with it has been shown then.
 std::optional<UpdateFile> readUpdateFile(Workbench& bench, const std::filesystem::path& path);

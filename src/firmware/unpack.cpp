@@ -49,12 +49,13 @@ UnzipPlace placeFor(Files& files, const std::filesystem::path& folder)
     return {target, files.temporaryPath(target.parent_path())};
 }
 
-UnzipResult unpack(Workbench& bench, Archive& archive, const UnzipRequest& request, UnzipObserver& observer)
+UnzipResult unpack(View& view, Files& files, Archive& archive, const UnzipRequest& request,
+                   UnzipObserver& observer)
 {
-    bench.view.showHourglass(true);
-    const auto place = placeFor(bench.files, request.folder);
-    auto result = unzip(archive, withZipEnding(bench.files, request.archive), place, observer);
-    bench.view.showHourglass(false);
+    view.showHourglass(true);
+    const auto place = placeFor(files, request.folder);
+    auto result = unzip(archive, withZipEnding(files, request.archive), place, observer);
+    view.showHourglass(false);
     return result;
 }
 

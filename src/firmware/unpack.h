@@ -26,7 +26,8 @@ std::filesystem::path withZipEnding(Files& files, const std::filesystem::path& a
 // On the way beside the folder, under a name that tells whose it is.
 UnzipPlace placeFor(Files& files, const std::filesystem::path& folder);
 
-UnzipResult unpack(Workbench& bench, Archive& archive, const UnzipRequest& request, UnzipObserver& observer);
+UnzipResult unpack(View& view, Files& files, Archive& archive, const UnzipRequest& request,
+                   UnzipObserver& observer);
 
 // Says how it went; nothing of what the person has stopped.
 void tellUnpacked(Workbench& bench, const UnzipRequest& request, const UnzipResult& result);

@@ -176,17 +176,17 @@ std::vector<PlannedMessage> uploadPlan(const HexImage& image)
     return std::move(plan.messages);
 }
 
-std::optional<std::filesystem::path> chooseImage(Workbench& bench, const std::filesystem::path& folder)
+std::optional<std::filesystem::path> chooseImage(Prompts& prompts, const LanguageTables& texts,
+                                                 const std::filesystem::path& folder)
 {
-    const LanguageTables& texts = bench.state.texts;
-    auto path = bench.prompts.openFile({.title = texts.caption(Caption::uploadTitle),
-                                        .folder = folder,
-                                        .filter = texts.caption(Caption::hexFiles) + u" (*.hex *.HEX)",
-                                        .extension = u"hex",
-                                        .name = Text(proposedImage)});
+    auto path = prompts.openFile({.title = texts.caption(Caption::uploadTitle),
+                                  .folder = folder,
+                                  .filter = texts.caption(Caption::hexFiles) + u" (*.hex *.HEX)",
+                                  .extension = u"hex",
+                                  .name = Text(proposedImage)});
     if (path && *path != notChosen)
         return path;
-    bench.prompts.message(texts.message(Message::noFileChosen));
+    prompts.message(texts.message(Message::noFileChosen));
     return std::nullopt;
 }
 

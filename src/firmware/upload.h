@@ -84,7 +84,8 @@ struct UploadReport {
 std::vector<PlannedMessage> uploadPlan(const HexImage& image);
 
 // Asks for the HEX file to send; when none was chosen that has been told.
-std::optional<std::filesystem::path> chooseImage(Workbench& bench, const std::filesystem::path& folder);
+std::optional<std::filesystem::path> chooseImage(Prompts& prompts, const LanguageTables& texts,
+                                                 const std::filesystem::path& folder);
 
 // Reads and checks a HEX file; what is wrong with it has been shown then.
 std::optional<HexImage> readHexFile(Workbench& bench, const std::filesystem::path& path);

@@ -42,7 +42,7 @@ void DownloadController::downloadArchive()
         const auto done = download(bench_, downloader_, progress);
         progress.end();
         if (done && done->end == DownloadEnd::failed)
-            tellDownloadFailed(bench_);
+            tellDownloadFailed(bench_.prompts);
         if (done && done->end == DownloadEnd::complete) {
             file = done->file;
             next = DownloadDone(texts_, file, &window_).ask();
@@ -71,7 +71,7 @@ void DownloadController::unpackAfter(const std::optional<UnzipRequest>& request)
     TransferProgress progress(
         bench_, Caption::unzipTitle,
         filledCaption(texts_, Caption::unzipRunning, {pathText(request->archive.filename())}), &window_);
-    const auto result = unpack(bench_, archive_, *request, progress);
+    const auto result = unpack(bench_.view, bench_.files, archive_, *request, progress);
     progress.end();
     tellUnpacked(bench_, *request, result);
 }

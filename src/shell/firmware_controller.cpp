@@ -17,10 +17,11 @@ namespace
 {
 
 // The fixed folder on drive C where there is one, else the user's own.
-std::filesystem::path startFolder(Workbench& bench, std::initializer_list<const char*> fixed)
+std::filesystem::path startFolder(Files& files, const std::filesystem::path& driveC,
+                                  std::initializer_list<const char*> fixed)
 {
-    auto folder = folderBelow(bench.files, bench.state.driveC, fixed);
-    return bench.files.exists(folder) ? folder : toPath(QDir::homePath());
+    auto folder = folderBelow(files, driveC, fixed);
+    return files.exists(folder) ? folder : toPath(QDir::homePath());
 }
 
 } // namespace
@@ -35,7 +36,8 @@ void FirmwareController::upgrade()
 {
     if (bench_.state.lineBusy)
         return;
-    const auto path = chooseImage(bench_, startFolder(bench_, {}));
+    const auto path =
+        chooseImage(bench_.prompts, bench_.state.texts, startFolder(bench_.files, bench_.state.driveC, {}));
     const auto image = path ? readHexFile(bench_, *path) : std::nullopt;
     if (!image)
         return;
@@ -54,8 +56,9 @@ void FirmwareController::update()
     std::optional<Operation> transfer; // once there is a file to send
     Firmware_Ablauf observer(bench_, &window_);
     const auto choose = [this] {
-        return chooseUpdate(
-            bench_, startFolder(bench_, {"Programme", "Atmel", "AVR Tools", "AvrStudio4", "Meine Projekte"}));
+        return chooseUpdate(bench_.prompts, bench_.state.texts,
+                            startFolder(bench_.files, bench_.state.driveC,
+                                        {"Programme", "Atmel", "AVR Tools", "AvrStudio4", "Meine Projekte"}));
     };
     const auto showFile = [this, &transfer](const std::filesystem::path& path) {
         transfer.emplace(operations_, OperationKind::transfer);

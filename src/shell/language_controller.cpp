@@ -25,7 +25,7 @@ void LanguageController::choose(const MenuEntry& item)
 
 void LanguageController::change(LanguageCode code)
 {
-    storeLanguage(bench_, code);
+    storeLanguage(bench_.settings, code);
     menu_.markLanguage(code);
     if (!useLanguage(bench_, code))
         return;

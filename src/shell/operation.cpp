@@ -47,7 +47,7 @@ bool Operations::agreesToClose()
         return true;
     const bool agrees = entry_.takePending() && mayReplaceSet(bench_);
     if (agrees)
-        dropRecovery(bench_);
+        dropRecovery(bench_.state.recovery, bench_.files);
     else
         closing_ = Closing::no;
     return agrees;

@@ -34,7 +34,7 @@ std::optional<LanguageCode> askLanguage(Workbench& bench, const LocaleInfo& loca
     Language dialog(languageButtonCaptions(locale.countryAbbreviation()), likelyLanguage(), bench.prompts);
     if (dialog.exec() != QDialog::Accepted)
         return std::nullopt;
-    storeLanguage(bench, dialog.chosen());
+    storeLanguage(bench.settings, dialog.chosen());
     return dialog.chosen();
 }
 
@@ -54,7 +54,7 @@ bool startUp(Workbench& bench, const LocaleInfo& locale, const StartChoices& cho
     auto language = readSettings(bench.state, bench.settings, choices.presentPorts);
     if (choices.language) {
         language = choices.language;
-        storeLanguage(bench, *language);
+        storeLanguage(bench.settings, *language);
     } else if (!language) {
         language = askLanguage(bench, locale);
     }

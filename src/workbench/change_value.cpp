@@ -14,22 +14,21 @@ bool isInList(const CvSet& set, int cv)
     return !set.isEmpty() && cv >= 1 && cv <= CvTable::lastRow && set.table.describes(cv);
 }
 
-void reportOutsideLimits(Workbench& bench, int cv, TextView typed, const ValueLimits& limits)
+void reportOutsideLimits(Prompts& prompts, const LanguageTables& texts, int cv, TextView typed,
+                         const ValueLimits& limits)
 {
-    const LanguageTables& texts = bench.state.texts;
     const Text value(trimmed(typed));
     const Text number = textFromNumber(cv);
     const Text lower = textFromNumber(limits.lower);
     const Text upper = textFromNumber(limits.upper);
-    bench.prompts.message(value.empty()
-                              ? texts.message(Message::valueMissing, {number, lower, upper})
-                              : texts.message(Message::outsideLimits, {number, value, lower, upper}),
-                          PromptIcon::warning);
+    prompts.message(value.empty() ? texts.message(Message::valueMissing, {number, lower, upper})
+                                  : texts.message(Message::outsideLimits, {number, value, lower, upper}),
+                    PromptIcon::warning);
 }
 
-ChangeEnd reportNotInList(Workbench& bench)
+ChangeEnd reportNotInList(Prompts& prompts, const LanguageTables& texts)
 {
-    bench.prompts.message(bench.state.texts.caption(Caption::cvNotInList), PromptIcon::warning);
+    prompts.message(texts.caption(Caption::cvNotInList), PromptIcon::warning);
     return ChangeEnd::notInList;
 }
 
@@ -51,11 +50,11 @@ ChangeEnd changeValue(Workbench& bench, int cv, TextView typed)
     if (bench.state.lineBusy)
         return ChangeEnd::busy;
     if (!isInList(set, cv))
-        return reportNotInList(bench);
+        return reportNotInList(bench.prompts, bench.state.texts);
     const auto value = numberFromText(typed);
     const auto limits = limitsOf(set.table, cv);
     if (!value || !limits.allow(*value)) {
-        reportOutsideLimits(bench, cv, typed, limits);
+        reportOutsideLimits(bench.prompts, bench.state.texts, cv, typed, limits);
         return ChangeEnd::outsideLimits;
     }
     takeValue(bench, cv, *value);
@@ -67,7 +66,7 @@ ChangeEnd takeValueForWrite(Workbench& bench, int cv, int value)
     if (bench.state.lineBusy)
         return ChangeEnd::busy;
     if (!isInList(bench.state.set, cv))
-        return reportNotInList(bench);
+        return reportNotInList(bench.prompts, bench.state.texts);
     takeValue(bench, cv, value);
     return ChangeEnd::changed;
 }

@@ -46,9 +46,9 @@ bool useLanguage(Workbench& bench, LanguageCode code)
     return true;
 }
 
-void storeLanguage(Workbench& bench, LanguageCode code)
+void storeLanguage(Settings& settings, LanguageCode code)
 {
-    bench.settings.save("Parameter", "Language", textFromNumber(static_cast<int>(code)));
+    settings.save("Parameter", "Language", textFromNumber(static_cast<int>(code)));
 }
 
 void describeAnew(Workbench& bench)

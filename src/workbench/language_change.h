@@ -10,7 +10,7 @@ namespace karvo
 bool useLanguage(Workbench& bench, LanguageCode code);
 
 // Stores the choice. The menu's marks follow from it.
-void storeLanguage(Workbench& bench, LanguageCode code);
+void storeLanguage(Settings& settings, LanguageCode code);
 
 // The list on the bench in the words of the language in use; the values and the current CV stay.
 void describeAnew(Workbench& bench);

@@ -21,14 +21,16 @@ namespace karvo
 namespace
 {
 
-void warn(Workbench& bench, Message message, std::initializer_list<Text> words)
+void warn(Prompts& prompts, const LanguageTables& texts, Message message, std::initializer_list<Text> words)
 {
-    bench.prompts.message(bench.state.texts.message(message, words), PromptIcon::warning);
+    prompts.message(texts.message(message, words), PromptIcon::warning);
 }
 
-void showRefusal(Workbench& bench, const ListRefusal& refusal, const std::filesystem::path& path)
+void showRefusal(Prompts& prompts, const LanguageTables& texts, const ListRefusal& refusal,
+                 const std::filesystem::path& path)
 {
-    warn(bench, refusal.kind == ListRefusal::Kind::noRow ? Message::notAListFile : Message::listFileTooLong,
+    warn(prompts, texts,
+         refusal.kind == ListRefusal::Kind::noRow ? Message::notAListFile : Message::listFileTooLong,
          {pathText(path), textFromNumber(refusal.line)});
 }
 
@@ -39,7 +41,8 @@ std::optional<Bytes> contentOf(Workbench& bench, const std::filesystem::path& pa
     if (content)
         return content;
     if (bench.files.sizeOf(path) > textFileLimit)
-        warn(bench, Message::listFileTooLarge, {pathText(path), textFromNumber(textFileLimit / megabyte)});
+        warn(bench.prompts, bench.state.texts, Message::listFileTooLarge,
+             {pathText(path), textFromNumber(textFileLimit / megabyte)});
     else
         showCannotOpen(bench.prompts, bench.state.texts, path);
     return std::nullopt;
@@ -51,7 +54,7 @@ std::optional<ListFile> parsedList(Workbench& bench, std::span<const std::uint8_
     auto parsed = parseListFile(content);
     if (auto* const list = std::get_if<ListFile>(&parsed))
         return std::move(*list);
-    showRefusal(bench, std::get<ListRefusal>(parsed), path);
+    showRefusal(bench.prompts, bench.state.texts, std::get<ListRefusal>(parsed), path);
     return std::nullopt;
 }
 
@@ -236,7 +239,7 @@ bool takeListContent(Workbench& bench, std::span<const std::uint8_t> content,
         return false;
     const auto model = modelOfHeader(list->header());
     if (!model) {
-        warn(bench, Message::listWithoutModel, {pathText(path)});
+        warn(bench.prompts, bench.state.texts, Message::listWithoutModel, {pathText(path)});
         return false;
     }
     const Text notes = listNotes(*list, path, bench.state.texts);
@@ -261,7 +264,7 @@ bool saveListAs(Workbench& bench, const std::filesystem::path& path)
             return false;
     }
     if (const auto error = bench.files.saveAtomically(named, save_data(set))) {
-        warn(bench, Message::cannotSaveFile,
+        warn(bench.prompts, bench.state.texts, Message::cannotSaveFile,
              {pathText(named), fileTroubleText(error, bench.state.texts, bench.files)});
         return false;
     }

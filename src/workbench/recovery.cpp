@@ -152,7 +152,7 @@ void keepRecovery(Workbench& bench)
         return;
     const CvSet& set = bench.state.set;
     if (!set.unsavedChanges || set.isEmpty())
-        return dropRecovery(bench);
+        return dropRecovery(recovery, bench.files);
     const auto error = bench.files.saveAtomically(recovery.file, keptContent(set));
     recovery.holdsChanges = !error;
     if (!error || std::exchange(recovery.troubleShown, true))
@@ -197,12 +197,11 @@ Text withUnsavedWork(const ProgramState& state, Text text)
     return text;
 }
 
-void dropRecovery(Workbench& bench)
+void dropRecovery(RecoveryState& recovery, Files& files)
 {
-    const auto& file = bench.state.recovery.file;
-    bench.state.recovery.holdsChanges = false;
-    if (!file.empty() && bench.files.exists(file))
-        bench.files.remove(file);
+    recovery.holdsChanges = false;
+    if (!recovery.file.empty() && files.exists(recovery.file))
+        files.remove(recovery.file);
 }
 
 } // namespace karvo

@@ -22,6 +22,6 @@ bool offerRecovery(Workbench& bench);
 Text withUnsavedWork(const ProgramState& state, Text text);
 
 // At a clean end of the program, when the user has decided about the changes.
-void dropRecovery(Workbench& bench);
+void dropRecovery(RecoveryState& recovery, Files& files);
 
 } // namespace karvo

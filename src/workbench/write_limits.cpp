@@ -62,9 +62,9 @@ Text questionAbout(const std::vector<Text>& lines, const LanguageTables& texts)
     return question + Text(lineBreak) + texts.message(Message::limitsQuestionLast);
 }
 
-bool mayWrite(Workbench& bench, const Text& question)
+bool mayWrite(Prompts& prompts, const Text& question)
 {
-    return question.empty() || bench.prompts.question(question, QuestionKind::limits);
+    return question.empty() || prompts.question(question, QuestionKind::limits);
 }
 
 } // namespace
@@ -79,21 +79,22 @@ Text questionBeyondLimits(const ProgramState& state, const std::vector<WriteOutc
     return questionAbout(linesOf(beyond, state.set, state.texts), state.texts);
 }
 
-bool mayWriteBeyondLimits(Workbench& bench, const std::vector<WriteOutcome>& outcomes)
+bool mayWriteBeyondLimits(Prompts& prompts, const ProgramState& state,
+                          const std::vector<WriteOutcome>& outcomes)
 {
-    return mayWrite(bench, questionBeyondLimits(bench.state, outcomes));
+    return mayWrite(prompts, questionBeyondLimits(state, outcomes));
 }
 
-bool mayWriteWhatItLacks(Workbench& bench, const std::vector<WriteOutcome>& outcomes,
-                         const DecoderProfile& vehicle)
+bool mayWriteWhatItLacks(Prompts& prompts, const ProgramState& state,
+                         const std::vector<WriteOutcome>& outcomes, const DecoderProfile& vehicle)
 {
     std::vector<Text> lines;
     for (const WriteOutcome& outcome : outcomes) {
-        if (isDue(outcome) && lacksCv(vehicle, bench.state.set.table, outcome.cv))
-            lines.push_back(bench.state.texts.caption(
+        if (isDue(outcome) && lacksCv(vehicle, state.set.table, outcome.cv))
+            lines.push_back(state.texts.caption(
                 Caption::valueUnused, {u"CV" + textFromNumber(outcome.cv), textFromNumber(outcome.value)}));
     }
-    return mayWrite(bench, questionAbout(lines, bench.state.texts));
+    return mayWrite(prompts, questionAbout(lines, state.texts));
 }
 
 } // namespace karvo

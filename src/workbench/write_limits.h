@@ -13,10 +13,11 @@ Text questionBeyondLimits(const ProgramState& state, const std::vector<WriteOutc
 
 // Whether these CVs may be written: where nothing stands against one that is to be written, or after a Yes to
 // one question that names all that does.
-bool mayWriteBeyondLimits(Workbench& bench, const std::vector<WriteOutcome>& outcomes);
+bool mayWriteBeyondLimits(Prompts& prompts, const ProgramState& state,
+                          const std::vector<WriteOutcome>& outcomes);
 
 // The same of CVs that the list has and the firmware of the receiver on the line lacks.
-bool mayWriteWhatItLacks(Workbench& bench, const std::vector<WriteOutcome>& outcomes,
-                         const DecoderProfile& vehicle);
+bool mayWriteWhatItLacks(Prompts& prompts, const ProgramState& state,
+                         const std::vector<WriteOutcome>& outcomes, const DecoderProfile& vehicle);
 
 } // namespace karvo

@@ -28,10 +28,10 @@ void takeHeldValues(ProgramState& state, const DecoderBlock& block)
     measureAgainst(state.set, state.image);
 }
 
-void refuseMissingServoCvs(Workbench& bench, const WritePlan& plan)
+void refuseMissingServoCvs(Prompts& prompts, const LanguageTables& texts, const WritePlan& plan)
 {
     if (lacksPlannedServoCv(plan))
-        bench.prompts.message(bench.state.texts.message(Message::lacksServoCvs), PromptIcon::warning);
+        prompts.message(texts.message(Message::lacksServoCvs), PromptIcon::warning);
 }
 
 void takePlannedValues(CvSet& set, const WritePlan& plan)
@@ -46,10 +46,9 @@ void takePlannedValues(CvSet& set, const WritePlan& plan)
 }
 
 // Shows what will be written. Nothing when the person has cancelled.
-std::optional<WritePlan> confirmed(Workbench& bench, const WritePlan& plan, const DecoderBlock& block,
+std::optional<WritePlan> confirmed(ProgramState& state, const WritePlan& plan, const DecoderBlock& block,
                                    const ConfirmPlan& confirm)
 {
-    ProgramState& state = bench.state;
     return confirmPlan(state, plan, previewOf(plan, state.set, block.image, block.profile), confirm,
                        isKept(state, block));
 }
@@ -84,9 +83,9 @@ WriteReport writeAfterRead(Workbench& bench, Wanted wanted, const KeepBackup& ke
     if (!how.only.empty())
         plan = restOf(std::move(plan), how.only);
     if (wanted == Wanted::differences)
-        refuseMissingServoCvs(bench, plan);
+        refuseMissingServoCvs(bench.prompts, bench.state.texts, plan);
     askAboutStepsOutside(bench, plan);
-    const auto chosen = confirmed(bench, plan, *guard.block(), how.confirm);
+    const auto chosen = confirmed(bench.state, plan, *guard.block(), how.confirm);
     if (!chosen && !plan.empty())
         return cancelled(bench);
     return runPlan(bench, chosen.value_or(WritePlan()), guard, RunKind::many);

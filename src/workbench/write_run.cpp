@@ -191,11 +191,11 @@ private:
     int refusals_ = 0; // in a row
 };
 
-void showSummary(Workbench& bench, const WriteReport& report)
+void showSummary(View& view, const LanguageTables& texts, const WriteReport& report)
 {
-    bench.view.showStatus(bench.state.texts.caption(
-        Caption::writeSummary, {textFromNumber(static_cast<long long>(report.countOf(WriteEnd::written))),
-                                textFromNumber(static_cast<long long>(report.countOfWanted()))}));
+    view.showStatus(texts.caption(Caption::writeSummary,
+                                  {textFromNumber(static_cast<long long>(report.countOf(WriteEnd::written))),
+                                   textFromNumber(static_cast<long long>(report.countOfWanted()))}));
 }
 
 std::vector<WriteOutcome> outcomesOf(const WritePlan& plan, const CvTable& table)
@@ -235,7 +235,7 @@ std::optional<WriteManyEnd> passGuard(Workbench& bench, const std::vector<WriteO
         if (const auto end = guard.meetVehicle(BlockUse::backup))
             return end;
         const auto& known = guard.block() ? guard.block() : bench.state.keptBlock;
-        if (known && !mayWriteWhatItLacks(bench, outcomes, known->profile))
+        if (known && !mayWriteWhatItLacks(bench.prompts, bench.state, outcomes, known->profile))
             return WriteManyEnd::declined;
     }
     return guard.keepBlock();
@@ -286,7 +286,7 @@ WriteReport runPlan(Workbench& bench, const WritePlan& plan, WriteGuard& guard, 
     WriteReport report{WriteManyEnd::finished, outcomesOf(plan, bench.state.set.table)};
     askBeforeSending(bench, report.outcomes);
     // A plan that is made after the vehicle was met leaves out what the description does not provide for.
-    if (!guard.hasMetVehicle() && !mayWriteBeyondLimits(bench, report.outcomes))
+    if (!guard.hasMetVehicle() && !mayWriteBeyondLimits(bench.prompts, bench.state, report.outcomes))
         report.end = WriteManyEnd::declined;
     else if (anyDue(report.outcomes))
         report = carryOut(bench, report.outcomes, guard, kind);
@@ -294,7 +294,7 @@ WriteReport runPlan(Workbench& bench, const WritePlan& plan, WriteGuard& guard, 
     if (mayHaveChanged && !bench.state.set.isEmpty()) // a reset needs no list
         fillList(bench);
     if (kind == RunKind::many && report.hasRun())
-        showSummary(bench, report);
+        showSummary(bench.view, bench.state.texts, report);
     return report;
 }
 

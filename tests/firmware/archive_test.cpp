@@ -195,7 +195,7 @@ TEST(Download, IsNamedByTheLastTwelveCharactersOfItsAddressAndGoesIntoTheFixedFo
     const auto done = download(bench.bench, server, observer);
     EXPECT_EQ(server.address, u"http://host/KarvoUpd.zip");
     EXPECT_EQ(server.target, "c/TEMP/KarvoUpd.zip");
-    tellDownloadFailed(bench.bench);
+    tellDownloadFailed(bench.prompts);
     EXPECT_EQ(test::joined(bench.journal),
               "message m867, hourglass, no hourglass, hourglass, no hourglass, message Fehler beim Download: "
               "Entweder existiert die URL nicht, oder Sie haben einen ungültigen Dateinamen angegeben!");

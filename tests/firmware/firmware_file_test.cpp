@@ -65,11 +65,11 @@ TEST(FirmwareFile, IsProposedAndOneNameStandsForNone)
         bench.journal.clear();
         bench.prompts.chooseFile(chosen);
         const bool counts = chosen == "folder/a.hex";
-        EXPECT_EQ(chooseImage(bench.bench, "folder"), counts ? chosen : std::nullopt);
+        EXPECT_EQ(chooseImage(bench.prompts, bench.state.texts, "folder"), counts ? chosen : std::nullopt);
         EXPECT_EQ(test::joined(bench.journal), opened + (counts ? "" : ", message m223"));
     }
     bench.prompts.chooseFile("folder/a.uhx");
-    EXPECT_EQ(chooseUpdate(bench.bench, "folder"), "folder/a.uhx");
+    EXPECT_EQ(chooseUpdate(bench.prompts, bench.state.texts, "folder"), "folder/a.uhx");
     EXPECT_EQ(bench.journal.back(), "open c637 (*.uhx *.UHX) in folder: *.uhx");
 }
 

@@ -142,8 +142,8 @@ private:
         silent("clear", [this] { clearDisplay(bench); });
         silent("describe", [this] { describeAnew(bench); });
         silent("no-expert", [this] { setExpertMode(bench, false); });
-        silent("store-spanish", [this] { storeLanguage(bench, LanguageCode::spanish); });
-        silent("drop-recovery", [this] { dropRecovery(bench); });
+        silent("store-spanish", [this] { storeLanguage(settings, LanguageCode::spanish); });
+        silent("drop-recovery", [this] { dropRecovery(state.recovery, files); });
         silent("change-told", [this] { changeValue(bench, 1, *state.set.table.value(1) + 1); });
         act("backup", [this](auto&) {
             const auto backup = keepBackup(files, state.texts, FixedClock(), state.userFolders, state.set);

@@ -18,12 +18,12 @@ namespace
 
 constexpr TextView proposedName = u"*.zip";
 
-std::optional<std::filesystem::path> chooseArchive(Workbench& bench)
+std::optional<std::filesystem::path> chooseArchive(Prompts& prompts, const LanguageTables& texts)
 {
     std::error_code unknown;
-    const auto chosen = bench.prompts.openFile({bench.state.texts.caption(Caption::unzipTitle),
-                                                std::filesystem::current_path(unknown), Text(proposedName),
-                                                u"zip", Text(proposedName)});
+    const auto chosen =
+        prompts.openFile({texts.caption(Caption::unzipTitle), std::filesystem::current_path(unknown),
+                          Text(proposedName), u"zip", Text(proposedName)});
     return chosen && pathText(chosen->filename()) != proposedName ? chosen : std::nullopt;
 }
 
@@ -87,7 +87,7 @@ UnzipRequest Unzip_Dialog::request() const
 
 std::optional<UnzipRequest> askForUnzip(Workbench& bench, QWidget* parent)
 {
-    const auto archive = chooseArchive(bench);
+    const auto archive = chooseArchive(bench.prompts, bench.state.texts);
     if (!archive) {
         bench.prompts.message(bench.state.texts.message(Message::noFileChosen));
         return std::nullopt;
