@@ -14,6 +14,7 @@
 #include "shell/start_up.h"
 #include "simulator/decoder.h"
 #include "ui/qt_texts.h"
+#include "ui/window_places.h"
 #include "ui/window_prompts.h"
 
 #include <memory>
@@ -55,6 +56,7 @@ private:
     ProgramState state_;
     QtFiles files_;
     QtSettings settings_;
+    WindowPlaces places_{settings_};
     QtClock clock_;
     PortMap portMap_;
     ZipArchive archive_;

@@ -1,22 +1,18 @@
 #include "shell/stale_notice.h"
 
 #include "ui/captions.h"
+#include "ui/named.h"
 
 #include <QHBoxLayout>
-#include <QLabel>
-#include <QPushButton>
 
 namespace karvo
 {
 
 StaleNotice::StaleNotice(QWidget* parent)
-    : QFrame(parent), text_(new QLabel(this)), read_(new QPushButton(this))
+    : QFrame(parent), text_(textLabel("StaleText", this)), read_(named<QPushButton>("ReadAnew", this))
 {
     setObjectName(QStringLiteral("StaleNotice"));
     setFrameShape(QFrame::StyledPanel);
-    text_->setObjectName(QStringLiteral("StaleText"));
-    text_->setWordWrap(true);
-    read_->setObjectName(QStringLiteral("ReadAnew"));
     auto* const layout = new QHBoxLayout(this);
     layout->addWidget(text_, 1);
     layout->addWidget(read_);

@@ -31,7 +31,8 @@ LanguageCode likelyLanguage()
 
 std::optional<LanguageCode> askLanguage(Workbench& bench, const LocaleInfo& locale)
 {
-    Language dialog(languageButtonCaptions(locale.countryAbbreviation()), likelyLanguage(), bench.prompts);
+    Language dialog(bench.state.texts, languageButtonCaptions(locale.countryAbbreviation()), likelyLanguage(),
+                    bench.prompts);
     if (dialog.exec() != QDialog::Accepted)
         return std::nullopt;
     storeLanguage(bench.settings, dialog.chosen());

@@ -2,18 +2,14 @@
 #pragma once
 
 #include "language/language_tables.h"
+#include "ui/form.h"
 #include "workbench/write_report.h"
-
-#include <QDialog>
-
-class QDialogButtonBox;
-class QTableWidget;
 
 namespace karvo
 {
 
 // Accepted: the person wishes to go on with the rest, which is offered where there is one.
-class Schreibbericht : public QDialog
+class Schreibbericht : public Form
 {
     Q_OBJECT
 
@@ -21,8 +17,8 @@ public:
     Schreibbericht(const WriteReport& report, const LanguageTables& texts, QWidget* parent);
 
 private:
-    QTableWidget* table(const WriteReport& report, const LanguageTables& texts);
-    QDialogButtonBox* buttons(bool hasRest, const LanguageTables& texts);
+    QWidget* table(const WriteReport& report);
+    void addButtons(bool hasRest);
     void copy();
 
     QString text_;

@@ -1,41 +1,38 @@
 // A window in which a person's work can be lost: closing it asks first.
 #pragma once
 
-#include "language/language_tables.h"
+#include "ui/form.h"
 
-#include <QDialog>
 #include <QStringList>
 
 namespace karvo
 {
 
-class EditorDialog : public QDialog
+class EditorDialog : public Form
 {
     Q_OBJECT
 
 public:
-    // `texts` outlives it.
-    EditorDialog(const LanguageTables& texts, QWidget* parent);
-
-    // What Escape, the button for cancelling and that of the frame come to. It asks once where work would be
-    // lost: to keep editing, which closing the question means too, or to discard it.
-    void reject() override;
+    using Form::Form;
 
 protected:
-    // What the fields and check boxes hold now stands elsewhere too: closing loses nothing of it. For the end
-    // of a constructor, and after everything was saved.
+    // What the controls hold now stands elsewhere too: closing loses nothing of it. For the end of a
+    // constructor, and after everything was saved.
     void nothingToLose() { kept_ = entries(); }
 
-    // Whether a field or a check box holds something else than then. A window that keeps its work elsewhere
-    // says so itself.
+    // Whether a control holds something else than then. A window that keeps its work elsewhere says so
+    // itself.
     virtual bool holdsWork() const { return entries() != kept_; }
+
+    // Asks once where work would be lost: to keep editing, which closing the question means too, or to
+    // discard it.
+    bool mayClose() override;
 
 private:
     QStringList entries() const;
-    bool agreesToDiscard();
 
-    const LanguageTables& texts_;
     QStringList kept_;
+    bool asking_ = false;
 };
 
 } // namespace karvo

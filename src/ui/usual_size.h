@@ -1,4 +1,4 @@
-// The size in which a window opens.
+// How large a window may be, and where.
 #pragma once
 
 #include <QSize>
@@ -8,7 +8,13 @@ class QWidget;
 namespace karvo
 {
 
-// As large as usual, as far as the screen has room for that and for the window's frame.
+// What the window's screen has for its content: the frame and the system's own bars are taken off.
+QSize roomOnScreen(const QWidget& window);
+
+// As large as usual, as far as there is room.
 void resizeToUsual(QWidget& window, QSize usual);
+
+// The window with its frame, whole on a screen that is there.
+void keepOnScreen(QWidget& window);
 
 } // namespace karvo

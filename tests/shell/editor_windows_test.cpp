@@ -208,6 +208,7 @@ struct ServoBench : WindowBench {
         test::find<QSlider>(dialog, "Slider173").setValue(130);
         EXPECT_TRUE(QTest::qWaitFor([&] { return taken().find("130") != std::string::npos; }, 150));
         EXPECT_TRUE(state.lineBusy) << "as long as the window stands open";
+        expectBox(Message::discardQuestion, "Verwerfen");
         test::click(dialog, "CancelButton");
         EXPECT_TRUE(QTest::qWaitFor([&] { return !dialog.isVisible(); }));
         EXPECT_EQ(state.set.table.value(173), 156);

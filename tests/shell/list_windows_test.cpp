@@ -122,6 +122,7 @@ TEST(FzCVdrucken, SavesEachForm)
 }
 
 struct MoreCvsBench : FormBench {
+    ModalDriver driver;
     Change_more_CV window{bench};
 
     MoreCvsBench()
@@ -205,10 +206,14 @@ TEST(Change_more_CV, StopsAndGoesOnWithTheRest)
     bench.act("Apply");
     EXPECT_EQ(bench.files.saves, 2) << "only one was missing";
     bench.addChange(4, 10);
+    bench.window.show();
     click(bench.window, "Apply");
+    bench.driver.expectBox(QString::fromStdU16String(bench.state.texts.message(Message::discardQuestion)),
+                           QStringLiteral("Verwerfen"));
     click(bench.window, "Schliessen");
     QTest::qWait(20);
     EXPECT_EQ(bench.files.saves, 2) << "whoever closes the window stops";
+    EXPECT_FALSE(bench.window.isVisible());
 }
 
 struct SearchBench {

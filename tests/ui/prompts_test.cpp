@@ -127,7 +127,7 @@ TEST_F(PromptsTest, OfferAChoiceWithTheCurrentOneChosen)
 }
 
 struct Editor : EditorDialog {
-    explicit Editor(const LanguageTables& texts) : EditorDialog(texts, nullptr)
+    explicit Editor(const LanguageTables& texts) : EditorDialog(texts, "Editor", QString(), nullptr)
     {
         field.setText(QStringLiteral("12"));
         nothingToLose();

@@ -6,13 +6,12 @@
 #include "workbench/write_plan.h"
 
 class QCheckBox;
-class QGridLayout;
 class QLabel;
-class QLineEdit;
-class QPushButton;
 
 namespace karvo
 {
+
+class FormRows;
 
 class AddressWindow : public EditorDialog
 {
@@ -32,10 +31,9 @@ protected:
 
     // Each on the next free row of the window.
     void add(QWidget& wide);
-    QLabel* addText(Caption caption);
+    void addText(Caption caption);
     AddressRow addAddress(const char* field, const char* box, Caption caption);
     void addPlan();
-    void addButtons();
 
     QCheckBox* checkBox(const char* name, Caption caption, bool checked);
     QPushButton& writing() { return *writing_; }
@@ -51,10 +49,8 @@ protected:
     virtual void showPlan() = 0;
     virtual void write() = 0;
 
-    const LanguageTables& texts_;
-
 private:
-    QGridLayout* grid_;
+    FormRows* rows_;
     QLabel* planned_;
     QPushButton* writing_;
     WritePlan plan_;

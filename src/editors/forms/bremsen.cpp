@@ -4,17 +4,14 @@
 #include "program/path_text.h"
 #include "program/text_lines.h"
 #include "ui/captions.h"
+#include "ui/form_rows.h"
+#include "ui/named.h"
 #include "ui/typed_text.h"
 #include "workbench/export_files.h"
 #include "workbench/library_faults.h"
 
-#include <QDialogButtonBox>
-#include <QGridLayout>
-#include <QLabel>
-#include <QLineEdit>
 #include <QMenu>
-#include <QMenuBar>
-#include <QPushButton>
+#include <QVBoxLayout>
 
 namespace karvo
 {
@@ -36,7 +33,7 @@ constexpr Field fields[] = {{"Text1", Caption::brakeValueField},
 } // namespace
 
 Bremsen::Bremsen(Workbench& bench, std::string_view preset, QWidget* parent)
-    : EditorDialog(bench.state.texts, parent), bench_(bench), texts_(bench.state.texts)
+    : EditorDialog(bench.state.texts, "Bremsen", Caption::brakingTitle, parent), bench_(bench)
 {
     build();
     showTableValues();
@@ -47,74 +44,35 @@ Bremsen::Bremsen(Workbench& bench, std::string_view preset, QWidget* parent)
 
 void Bremsen::build()
 {
-    setObjectName(QStringLiteral("Bremsen"));
-    setWindowTitle(qtText(texts_.caption(Caption::brakingTitle)));
-    auto* const grid = new QGridLayout(this);
-    grid->setMenuBar(menus());
+    addMenus();
+    auto* const rows = new FormRows;
+    column().addLayout(rows);
     for (std::size_t place = 0; place < fields_.size(); ++place) {
-        auto* const field = new QLineEdit(this);
-        field->setObjectName(QString::fromLatin1(fields[place].name));
-        field->setValidator(new Windows1252Validator(field));
-        auto* const label = new QLabel(buttonText(texts_.caption(fields[place].caption)), this);
-        label->setTextFormat(Qt::PlainText);
-        label->setBuddy(field);
-        field->setAccessibleName(label->text());
-        connect(field, &QLineEdit::editingFinished, this, [this, place] { checkField(place); });
-        grid->addWidget(label, static_cast<int>(place), 0);
-        grid->addWidget(field, static_cast<int>(place), 1);
-        fields_[place] = field;
+        fields_[place] = entryField(fields[place].name, this);
+        whenEntered(*fields_[place], [this, place] { checkField(place); });
+        rows->add(*fields_[place], {shown(fields[place].caption)});
     }
-    auto* const explanation = new QPushButton(buttonText(texts_.caption(Caption::explainDistance)), this);
-    explanation->setObjectName(QStringLiteral("Label2"));
-    explanation->setAutoDefault(false);
+    auto* const explanation = captioned<QPushButton>("Label2", this, onButton(Caption::explainDistance));
     connect(explanation, &QPushButton::clicked, this, &Bremsen::explain);
-    grid->addWidget(explanation, 4, 0, Qt::AlignLeft);
-    grid->setRowStretch(5, 1);
-    grid->addWidget(buttons(), 6, 0, 1, 2);
+    column().addWidget(explanation, 0, Qt::AlignLeft);
+    column().addStretch(1);
+    connect(addWriting("OKButton", Caption::writeToVehicle), &QPushButton::clicked, this, &Bremsen::write);
+    addButton("CancelButton", Caption::cancelButton, ButtonRow::RejectRole);
 }
 
-QMenuBar* Bremsen::menus()
+void Bremsen::addMenus()
 {
-    auto* const bar = new QMenuBar(this);
-    bar->setNativeMenuBar(false);
-    QMenu* const load = bar->addMenu(buttonText(texts_.caption(Caption::loadMenu)));
-    addItem(*load, "mnu_L_Faller", Caption::presetFaller, [this] { loadPreset("Faller.bcr"); });
-    addItem(*load, "mnu_L_CI26", Caption::presetCi26, [this] { loadPreset("CI_26.bcr"); });
-    addItem(*load, "mnu_L_CI46", Caption::presetCi46, [this] { loadPreset("CI_46.bcr"); });
-    addItem(*load, "menu_L_Datei", Caption::loadFile, [this] { loadChosenFile(); });
-    QMenu* const save = bar->addMenu(buttonText(texts_.caption(Caption::saveMenu)));
-    addItem(*save, "mnu_saveas", Caption::saveAsFile, [this] { this->save(); });
-    QMenu* const presets = bar->addMenu(buttonText(texts_.caption(Caption::presetMenu)));
-    addItem(*presets, "mnu_aktuell", Caption::presentValues, [this] { showTableValues(); });
-    addItem(*presets, "mnu_Faller", Caption::presetFaller, [this] { loadPresetTimes("Faller.bcr"); });
-    addItem(*presets, "mnu_CI46", Caption::presetCi46, [this] { loadPresetTimes("CI_46.bcr"); });
-    addItem(*presets, "mnu_CI26", Caption::presetCi26, [this] { loadPresetTimes("CI_26.bcr"); });
-    return bar;
-}
-
-void Bremsen::addItem(QMenu& menu, const char* name, Caption caption, std::function<void()> act)
-{
-    QAction* const item = menu.addAction(buttonText(texts_.caption(caption)));
-    item->setObjectName(QString::fromLatin1(name));
-    item->setMenuRole(QAction::NoRole);
-    connect(item, &QAction::triggered, this, std::move(act));
-}
-
-QWidget* Bremsen::buttons()
-{
-    auto* const box = new QDialogButtonBox(this);
-    auto* const writing =
-        box->addButton(buttonText(texts_.caption(Caption::writeToVehicle)), QDialogButtonBox::ActionRole);
-    writing->setObjectName(QStringLiteral("OKButton"));
-    writing->setAutoDefault(false); // Enter ends an entry, and never writes to the vehicle
-    auto* const cancel =
-        box->addButton(buttonText(texts_.caption(Caption::cancelButton)), QDialogButtonBox::RejectRole);
-    cancel->setObjectName(QStringLiteral("CancelButton"));
-    cancel->setAutoDefault(false);
-    cancel->setFocusPolicy(Qt::TabFocus); // a click does not leave the field first, which would check it
-    connect(writing, &QPushButton::clicked, this, &Bremsen::write);
-    connect(box, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    return box;
+    QMenu& load = addMenu(Caption::loadMenu);
+    addItem(load, "mnu_L_Faller", Caption::presetFaller, [this] { loadPreset("Faller.bcr"); });
+    addItem(load, "mnu_L_CI26", Caption::presetCi26, [this] { loadPreset("CI_26.bcr"); });
+    addItem(load, "mnu_L_CI46", Caption::presetCi46, [this] { loadPreset("CI_46.bcr"); });
+    addItem(load, "menu_L_Datei", Caption::loadFile, [this] { loadChosenFile(); });
+    addItem(addMenu(Caption::saveMenu), "mnu_saveas", Caption::saveAsFile, [this] { save(); });
+    QMenu& presets = addMenu(Caption::presetMenu);
+    addItem(presets, "mnu_aktuell", Caption::presentValues, [this] { showTableValues(); });
+    addItem(presets, "mnu_Faller", Caption::presetFaller, [this] { loadPresetTimes("Faller.bcr"); });
+    addItem(presets, "mnu_CI46", Caption::presetCi46, [this] { loadPresetTimes("CI_46.bcr"); });
+    addItem(presets, "mnu_CI26", Caption::presetCi26, [this] { loadPresetTimes("CI_26.bcr"); });
 }
 
 void Bremsen::showTableValues()
@@ -150,7 +108,7 @@ void Bremsen::save()
 {
     const auto planned = planOfDistances(typed());
     if (const auto* const wrong = std::get_if<std::size_t>(&planned)) {
-        refuse(*wrong);
+        checkField(*wrong);
         return;
     }
     const UserFolders& folders = bench_.state.userFolders;
@@ -207,26 +165,10 @@ DistanceValues Bremsen::typed() const
     return values;
 }
 
-// Once for what was typed: leaving the field for the box must not bring up another one.
 void Bremsen::checkField(std::size_t place)
 {
-    const QString text = fields_[place]->text();
-    const auto refusal = refusalOf(distanceCvs()[place], typedText(text), texts_);
-    if (!refusal || telling_ || text == refused_[place])
-        return;
-    refused_[place] = text;
-    telling_ = true;
-    bench_.prompts.message(*refusal, PromptIcon::warning);
-    telling_ = false;
-    fields_[place]->setFocus();
-    fields_[place]->selectAll();
-}
-
-// Said again, though it was said when the field was left: the person has just asked for the whole.
-void Bremsen::refuse(std::size_t place)
-{
-    refused_[place].reset();
-    checkField(place);
+    if (const auto refusal = refusalOf(distanceCvs()[place], typedText(fields_[place]->text()), texts_))
+        refuse(*fields_[place], *refusal, bench_.prompts);
 }
 
 void Bremsen::explain()
@@ -243,7 +185,7 @@ void Bremsen::write()
 {
     auto planned = planOfDistances(typed());
     if (const auto* const wrong = std::get_if<std::size_t>(&planned)) {
-        refuse(*wrong);
+        checkField(*wrong);
         return;
     }
     plan_ = std::move(std::get<WritePlan>(planned));

@@ -3,20 +3,14 @@
 
 #include "editors/distance_table.h"
 #include "ui/editor_dialog.h"
-#include "ui/parting.h"
 #include "workbench/workbench.h"
 
 #include <array>
 #include <filesystem>
-#include <functional>
 #include <optional>
 #include <string_view>
 
-class QLabel;
 class QLineEdit;
-class QMenu;
-class QMenuBar;
-class QPushButton;
 
 namespace karvo
 {
@@ -29,16 +23,13 @@ public:
     // With the values of the set on the bench; `preset`: the name of a file whose values of CV52 to CV54 take
     // their place, empty for none.
     Bremsen(Workbench& bench, std::string_view preset, QWidget* parent = nullptr);
-    ~Bremsen() override { partFromControls(*this); }
 
     // What is to be written, once the dialog was accepted.
     const WritePlan& plan() const { return plan_; }
 
 private:
     void build();
-    QMenuBar* menus();
-    QWidget* buttons();
-    void addItem(QMenu& menu, const char* name, Caption caption, std::function<void()> act);
+    void addMenus();
 
     void showTableValues();
     void loadPreset(std::string_view name);
@@ -51,15 +42,11 @@ private:
     DistanceValues typed() const;
     void checkField(std::size_t place);
     void explain();
-    void refuse(std::size_t place);
     void write();
 
     Workbench& bench_;
-    const LanguageTables& texts_;
     WritePlan plan_;
-    std::array<QLineEdit*, distanceCvCount> fields_{};            // in the order of distanceCvs()
-    std::array<std::optional<QString>, distanceCvCount> refused_; // what a field held when refused last
-    bool telling_ = false;                                        // a refusal is being shown
+    std::array<QLineEdit*, distanceCvCount> fields_{}; // in the order of distanceCvs()
 };
 
 } // namespace karvo

@@ -1,11 +1,10 @@
 #include "editors/forms/dcc_adresse.h"
 
 #include "ui/captions.h"
+#include "ui/named.h"
 #include "ui/typed_text.h"
 
 #include <QCheckBox>
-#include <QLabel>
-#include <QLineEdit>
 #include <QRadioButton>
 
 #include <utility>
@@ -17,8 +16,8 @@ DCC_Adresse::DCC_Adresse(const CvSet& set, Prompts& prompts, const LanguageTable
     : AddressWindow(texts, "DCC_Adresse", Caption::addressesTitle, parent),
       set_(set),
       prompts_(prompts),
-      shortForm_(new QRadioButton(buttonText(texts.caption(Caption::shortAddresses)), this)),
-      longForm_(new QRadioButton(buttonText(texts.caption(Caption::longAddresses)), this))
+      shortForm_(captioned<QRadioButton>("ShortForm", this, onButton(Caption::shortAddresses))),
+      longForm_(captioned<QRadioButton>("LongForm", this, onButton(Caption::longAddresses)))
 {
     const TypedAddresses addresses = addressesOf(set_);
     build(addresses.secondAnswers);
@@ -35,8 +34,6 @@ DCC_Adresse::DCC_Adresse(const CvSet& set, Prompts& prompts, const LanguageTable
 
 void DCC_Adresse::build(std::optional<bool> secondAnswers)
 {
-    shortForm_->setObjectName(QStringLiteral("ShortForm"));
-    longForm_->setObjectName(QStringLiteral("LongForm"));
     add(*shortForm_);
     add(*longForm_);
     first_ = addAddress("Erste_Adresse", "Erste_AD", Caption::firstAddressField);
@@ -47,7 +44,6 @@ void DCC_Adresse::build(std::optional<bool> secondAnswers)
     }
     addPlan();
     addText(Caption::configurationNote);
-    addButtons();
 }
 
 // As the list has them: the CVs of both forms stand in it.
@@ -96,12 +92,9 @@ void DCC_Adresse::write()
     const TypedAddresses addresses = typed();
     auto planned = planOfAddresses(addresses, set_.table);
     if (const auto* const wrong = std::get_if<Message>(&planned)) {
-        prompts_.message(texts_.message(*wrong), PromptIcon::warning);
         const bool isFirst =
             *wrong == Message::firstShortAddressWrong || *wrong == Message::firstLongAddressWrong;
-        QLineEdit* const field = isFirst ? first_.address : second_.address;
-        field->setFocus();
-        field->selectAll();
+        refuse(*(isFirst ? first_ : second_).address, texts_.message(*wrong), prompts_);
         return;
     }
     auto& plan = std::get<WritePlan>(planned);

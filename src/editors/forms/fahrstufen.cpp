@@ -4,12 +4,10 @@
 #include "editors/forms/pre_fahrstufen.h"
 #include "editors/forms/step_graph.h"
 #include "ui/captions.h"
+#include "ui/named.h"
 #include "ui/typed_text.h"
 
 #include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QShowEvent>
 
 namespace karvo
@@ -28,29 +26,21 @@ constexpr int highestOfF5Scale = 120;
 
 } // namespace
 
-Fahrstufen::Fahrstufen(Workbench& bench, QWidget* parent)
-    : Fahrstufen(bench, QStringLiteral("Fahrstufen"), parent)
+Fahrstufen::Fahrstufen(Workbench& bench, QWidget* parent) : Fahrstufen(bench, "Fahrstufen", parent)
 {
 }
 
-Fahrstufen::Fahrstufen(Workbench& bench, const QString& name, QWidget* parent)
-    : EditorDialog(bench.state.texts, parent),
+Fahrstufen::Fahrstufen(Workbench& bench, const char* name, QWidget* parent)
+    : EditorDialog(bench.state.texts, name, Caption::stepsTitle, parent),
       bench_(bench),
-      texts_(bench.state.texts),
       viewMode_(bench.state.speedStepViews > 0),
       highest_(highestSpeed(bench.state.set.profile)),
       edit_(startValues(bench.state)),
-      graph_(new StepGraph(
-          [this](int step, int value) {
-              return filledCaption(texts_, Caption::stepGraphValue,
-                                   {textFromNumber(step), textFromNumber(value)});
-          },
-          this)),
-      chosenStep_(new QComboBox(this)),
-      chosenValue_(numberField(QStringLiteral("Text2"))),
-      note_(new QLabel(this))
+      graph_(named<StepGraph>("p", this, shown(Caption::stepGraph))),
+      chosenStep_(named<QComboBox>("Combo1", this)),
+      chosenValue_(numberField("Text2")),
+      note_(textLabel("Note", this))
 {
-    setObjectName(name);
     build();
     if (viewMode_)
         useViewMode();
@@ -158,16 +148,10 @@ bool Fahrstufen::takeField(QLineEdit& field, int step)
         setStep(step, *typed);
         return true;
     }
-    if (telling_)
-        return false;
-    telling_ = true;
-    bench_.prompts.message(
-        texts_.message(Message::stepOutsideRange,
-                       {textFromNumber(step), textFromNumber(lowestSpeed), textFromNumber(highest_)}),
-        PromptIcon::warning);
-    telling_ = false;
-    field.setFocus();
-    field.selectAll();
+    refuse(field,
+           texts_.message(Message::stepOutsideRange,
+                          {textFromNumber(step), textFromNumber(lowestSpeed), textFromNumber(highest_)}),
+           bench_.prompts);
     return false;
 }
 
@@ -196,8 +180,7 @@ void Fahrstufen::reset()
     showValues();
 }
 
-FahrstufenF5::FahrstufenF5(Workbench& bench, QWidget* parent)
-    : Fahrstufen(bench, QStringLiteral("FahrstufenF5"), parent)
+FahrstufenF5::FahrstufenF5(Workbench& bench, QWidget* parent) : Fahrstufen(bench, "FahrstufenF5", parent)
 {
 }
 

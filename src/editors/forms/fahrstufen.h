@@ -6,7 +6,6 @@
 #include "editors/curve_questions.h"
 #include "editors/step_edit.h"
 #include "ui/editor_dialog.h"
-#include "ui/parting.h"
 #include "workbench/workbench.h"
 
 #include <array>
@@ -14,10 +13,6 @@
 
 class QComboBox;
 class QLabel;
-class QLineEdit;
-class QMenu;
-class QMenuBar;
-class QPushButton;
 
 namespace karvo
 {
@@ -31,10 +26,9 @@ class Fahrstufen : public EditorDialog
 public:
     // The set on the bench has a speed table, and the line is free.
     explicit Fahrstufen(Workbench& bench, QWidget* parent = nullptr);
-    ~Fahrstufen() override { partFromControls(*this); }
 
 protected:
-    Fahrstufen(Workbench& bench, const QString& name, QWidget* parent);
+    Fahrstufen(Workbench& bench, const char* name, QWidget* parent);
 
     void showEvent(QShowEvent* event) override;
 
@@ -48,12 +42,12 @@ protected:
 private:
     // fahrstufen_layout.cpp
     void build();
-    QMenuBar* menus();
+    void addMenus();
     void addCurve(QMenu& menu, const char* name, Caption caption, std::function<void()> act);
     QWidget* fieldGrid();
     QWidget* chosenStepRow();
-    QLineEdit* numberField(const QString& name);
-    QWidget* buttons();
+    QLineEdit* numberField(const char* name);
+    void addButtons();
     void useViewMode();
 
     void compute(Curve curve, CurveQuestions questions, int highest);
@@ -70,7 +64,6 @@ private:
     void reset();
 
     Workbench& bench_;
-    const LanguageTables& texts_;
     const bool viewMode_; // the values are those of the last reply, and only shown
     const int highest_;
     StepEdit edit_;
@@ -82,7 +75,6 @@ private:
     QPushButton* takeOver_ = nullptr;
     QPushButton* reset_ = nullptr;
     QList<QAction*> curves_;
-    bool telling_ = false; // a refusal is being shown
 };
 
 // The same for the generation F5: lower limits, and a scale of its own.

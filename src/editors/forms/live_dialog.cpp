@@ -1,14 +1,13 @@
 #include "editors/forms/live_dialog.h"
 
 #include "ui/captions.h"
+#include "ui/form_rows.h"
+#include "ui/named.h"
 
-#include <QDialogButtonBox>
-#include <QGridLayout>
-#include <QLabel>
-#include <QPushButton>
 #include <QShowEvent>
 #include <QSlider>
 #include <QSpinBox>
+#include <QVBoxLayout>
 
 namespace karvo
 {
@@ -19,55 +18,48 @@ namespace
 constexpr int highestValue = 255;
 constexpr int pageStep = 10;
 
-QLabel* asNote(QLabel* label, const QString& name)
+QLabel* note(const char* name, QWidget* parent, const QString& text)
 {
-    label->setObjectName(name);
-    label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(true);
+    auto* const label = textLabel(name, parent, text);
     label->setMinimumWidth(60 * label->fontMetrics().averageCharWidth());
-    label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     return label;
 }
 
 } // namespace
 
-LiveDialog::LiveDialog(Workbench& bench, LiveWindow window, const QString& name, Caption title,
-                       QWidget* parent)
-    : QDialog(parent),
+LiveDialog::LiveDialog(Workbench& bench, LiveWindow window, const char* name, Caption title, QWidget* parent)
+    : EditorDialog(bench.state.texts, name, title, parent),
       bench_(bench),
-      texts_(bench.state.texts),
       line_(bench),
       window_(window),
       setup_(window, bench.state.set.table),
       follow_(bench, setup_),
       withoutPower_(servoWithoutPower(window, bench.state.set, texts_)),
       timer_(this), // found by its name among the window's own
-      note_(new QLabel(this))
+      note_(note("Note", this, shown(Caption::liveRunning)))
 {
-    setObjectName(name);
-    setWindowTitle(qtText(texts_.caption(title)));
     timer_.setObjectName(QStringLiteral("Timer1"));
     timer_.setInterval(liveTick);
     connect(&timer_, &QTimer::timeout, this, &LiveDialog::tick);
     build();
     showValues();
+    nothingToLose();
 }
 
 void LiveDialog::build()
 {
-    auto* const column = new QVBoxLayout(this);
-    auto* const grid = new QGridLayout;
-    grid->setColumnStretch(1, 1);
+    auto* const rows = new FormRows;
+    column().addLayout(rows);
     for (const LiveControl& control : setup_.controls())
-        addControl(*grid, control);
-    column->addLayout(grid);
+        addControl(*rows, control);
     if (const QString words = hint(); !words.isEmpty())
-        column->addWidget(asNote(new QLabel(words, this), QStringLiteral("Hint")));
-    asNote(note_, QStringLiteral("Note"))->setText(qtText(texts_.caption(Caption::liveRunning)));
+        column().addWidget(note("Hint", this, words));
     note_->setMinimumHeight(3 * fontMetrics().height()); // so that the window does not jump
-    column->addWidget(note_);
-    column->addStretch(1);
-    column->addWidget(buttons());
+    column().addWidget(note_);
+    column().addStretch(1);
+    writing_ = addWriting("OKButton", Caption::writeToVehicle);
+    connect(writing_, &QPushButton::clicked, this, &LiveDialog::write);
+    addButton("CancelButton", Caption::cancelButton, ButtonRow::RejectRole);
 }
 
 // What the person has to know before he begins.
@@ -75,59 +67,36 @@ QString LiveDialog::hint() const
 {
     QStringList lines;
     if (window_ == LiveWindow::firstServo || window_ == LiveWindow::secondServo)
-        lines.append(qtText(texts_.caption(Caption::servosShareCvs)));
+        lines.append(shown(Caption::servosShareCvs));
     if (withoutPower_)
         lines.append(qtText(*withoutPower_));
     return lines.join(QLatin1Char('\n'));
 }
 
-void LiveDialog::addControl(QGridLayout& grid, const LiveControl& control)
+void LiveDialog::addControl(FormRows& rows, const LiveControl& control)
 {
-    const QString name = qtText(texts_.caption(control.caption));
-    const Row row = {control.cv, new QSlider(Qt::Horizontal, this), new QSpinBox(this)};
-    auto* const label = new QLabel(buttonText(texts_.caption(control.caption)), this);
-    label->setBuddy(row.slider);
-    row.slider->setObjectName(QStringLiteral("Slider%1").arg(control.cv));
+    const std::string cv = std::to_string(control.cv);
+    const Row row = {control.cv, named<QSlider>(("Slider" + cv).c_str(), this),
+                     named<QSpinBox>(("Number" + cv).c_str(), this, shown(control.caption))};
+    row.slider->setOrientation(Qt::Horizontal);
     row.slider->setRange(0, highestValue);
     row.slider->setPageStep(pageStep);
     row.slider->setMinimumWidth(25 * fontMetrics().averageCharWidth());
-    row.slider->setAccessibleName(name);
-    row.number->setObjectName(QStringLiteral("Number%1").arg(control.cv));
     row.number->setRange(0, highestValue);
     row.number->setKeyboardTracking(false); // a number counts once it is complete
-    row.number->setAccessibleName(name);
     connect(row.slider, &QSlider::valueChanged, this, [this, row](int value) { move(row, value); });
     connect(row.slider, &QSlider::sliderReleased, this, [this, row] { checkTimes(row.cv); });
     connect(row.number, &QSpinBox::valueChanged, this, [this, row](int value) { move(row, value); });
-    const int line = grid.rowCount();
-    grid.addWidget(label, line, 0);
-    grid.addWidget(row.slider, line, 1);
-    grid.addWidget(row.number, line, 2);
+    rows.add(*row.slider, shown(control.caption), *row.number);
     if (!control.followed)
-        grid.addWidget(new QLabel(qtText(texts_.caption(Caption::liveUntouched)), this), line + 1, 1);
+        rows.addBelow(*textLabel("", this, shown(Caption::liveUntouched)));
     rows_.append(row);
-}
-
-QWidget* LiveDialog::buttons()
-{
-    auto* const box = new QDialogButtonBox(this);
-    writing_ =
-        box->addButton(buttonText(texts_.caption(Caption::writeToVehicle)), QDialogButtonBox::ActionRole);
-    writing_->setObjectName(QStringLiteral("OKButton"));
-    writing_->setAutoDefault(false); // Enter ends the entry of a number
-    auto* const cancel =
-        box->addButton(buttonText(texts_.caption(Caption::cancelButton)), QDialogButtonBox::RejectRole);
-    cancel->setObjectName(QStringLiteral("CancelButton"));
-    cancel->setAutoDefault(false);
-    connect(writing_, &QPushButton::clicked, this, &LiveDialog::write);
-    connect(box, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    return box;
 }
 
 // The first exchange has to wait for the window: it lets events run.
 void LiveDialog::showEvent(QShowEvent* event)
 {
-    QDialog::showEvent(event);
+    EditorDialog::showEvent(event);
     if (!event->spontaneous())
         QTimer::singleShot(0, this, &LiveDialog::start);
 }
@@ -200,7 +169,7 @@ void LiveDialog::showValues()
 void LiveDialog::afterExchange()
 {
     const Caption stopped = follow_.hasLostLine() ? Caption::liveLineGone : Caption::liveStopped;
-    note_->setText(qtText(texts_.caption(follow_.isFollowing() ? Caption::liveRunning : stopped)));
+    note_->setText(shown(follow_.isFollowing() ? Caption::liveRunning : stopped));
     if (follow_.hasEnded())
         wantedResult_ = QDialog::Rejected;
     if (wantedResult_ && !follow_.isUnderWay())
@@ -210,7 +179,7 @@ void LiveDialog::afterExchange()
 // On a mute line the exchange under way may take its whole time-out.
 void LiveDialog::showClosing()
 {
-    note_->setText(qtText(texts_.caption(Caption::liveClosing)));
+    note_->setText(shown(Caption::liveClosing));
     writing_->setEnabled(false);
     for (const Row& row : rows_) {
         row.slider->setEnabled(false);
@@ -230,26 +199,26 @@ void LiveDialog::done(int result)
     finishing_ = true;
     if (result == QDialog::Rejected)
         follow_.restore();
-    QDialog::done(result);
+    EditorDialog::done(result);
 }
 
 Servo_Setup2::Servo_Setup2(Workbench& bench, QWidget* parent)
-    : LiveDialog(bench, LiveWindow::bothServos, QStringLiteral("Servo_Setup2"), Caption::servoTitle, parent)
+    : LiveDialog(bench, LiveWindow::bothServos, "Servo_Setup2", Caption::servoTitle, parent)
 {
 }
 
 Servo_Setup3::Servo_Setup3(Workbench& bench, QWidget* parent)
-    : LiveDialog(bench, LiveWindow::firstServo, QStringLiteral("Servo_Setup3"), Caption::servo1Title, parent)
+    : LiveDialog(bench, LiveWindow::firstServo, "Servo_Setup3", Caption::servo1Title, parent)
 {
 }
 
 Servo_Setup4::Servo_Setup4(Workbench& bench, QWidget* parent)
-    : LiveDialog(bench, LiveWindow::secondServo, QStringLiteral("Servo_Setup4"), Caption::servo2Title, parent)
+    : LiveDialog(bench, LiveWindow::secondServo, "Servo_Setup4", Caption::servo2Title, parent)
 {
 }
 
 RZeit_Setup::RZeit_Setup(Workbench& bench, QWidget* parent)
-    : LiveDialog(bench, LiveWindow::times, QStringLiteral("RZeit_Setup"), Caption::servoTimesTitle, parent)
+    : LiveDialog(bench, LiveWindow::times, "RZeit_Setup", Caption::servoTimesTitle, parent)
 {
 }
 

@@ -2,30 +2,28 @@
 #pragma once
 
 #include "editors/live_follow.h"
-#include "ui/parting.h"
+#include "ui/editor_dialog.h"
 #include "workbench/line_use.h"
 
-#include <QDialog>
 #include <QTimer>
 
 #include <optional>
 
-class QGridLayout;
 class QLabel;
-class QPushButton;
 class QSlider;
 class QSpinBox;
 
 namespace karvo
 {
 
-class LiveDialog : public QDialog
+class FormRows;
+
+class LiveDialog : public EditorDialog
 {
     Q_OBJECT
 
 public:
-    LiveDialog(Workbench& bench, LiveWindow window, const QString& name, Caption title, QWidget* parent);
-    ~LiveDialog() override { partFromControls(*this); }
+    LiveDialog(Workbench& bench, LiveWindow window, const char* name, Caption title, QWidget* parent);
 
     // What is to be written, once the dialog was accepted.
     WritePlan plan() const { return setup_.plan(); }
@@ -44,8 +42,7 @@ private:
     };
 
     void build();
-    void addControl(QGridLayout& grid, const LiveControl& control);
-    QWidget* buttons();
+    void addControl(FormRows& rows, const LiveControl& control);
     void start();
     void tick();
     void move(const Row& row, int value);
@@ -58,7 +55,6 @@ private:
     void afterExchange();
 
     Workbench& bench_;
-    const LanguageTables& texts_;
     LineUse line_; // the decoder is spoken to as long as the window stands open
     const LiveWindow window_;
     LiveSetup setup_;

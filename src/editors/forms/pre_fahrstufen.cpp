@@ -1,11 +1,8 @@
 #include "editors/forms/pre_fahrstufen.h"
 
 #include "editors/presets.h"
-#include "ui/captions.h"
+#include "ui/named.h"
 
-#include <QDialogButtonBox>
-#include <QLabel>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
 
@@ -13,39 +10,20 @@ namespace karvo
 {
 
 Pre_Fahrstufen::Pre_Fahrstufen(Workbench& bench, QWidget* parent)
-    : QDialog(parent), bench_(bench), texts_(bench.state.texts)
+    : Form(bench.state.texts, "Pre_Fahrstufen", Caption::preTablesTitle, parent), bench_(bench)
 {
-    setObjectName(QStringLiteral("Pre_Fahrstufen"));
-    setWindowTitle(qtText(texts_.caption(Caption::preTablesTitle)));
-    auto* const column = new QVBoxLayout(this);
-    auto* const prompt = new QLabel(qtText(texts_.caption(Caption::preTablesPrompt)), this);
-    prompt->setWordWrap(true);
-    column->addWidget(prompt);
+    column().addWidget(textLabel("Prompt", this, shown(Caption::preTablesPrompt)));
     for (const BasedPreset& preset : basedPresets()) {
-        auto* const choice = new QRadioButton(buttonText(texts_.caption(preset.caption)), this);
-        choice->setObjectName(
-            QString::fromLatin1(preset.file.data(), static_cast<qsizetype>(preset.file.size())));
-        column->addWidget(choice);
-        choices_.append(choice);
+        const std::string name(preset.file);
+        choices_.append(captioned<QRadioButton>(name.c_str(), this, onButton(preset.caption)));
+        column().addWidget(choices_.last());
     }
     choices_.first()->setChecked(true);
-    column->addStretch(1);
-    column->addWidget(buttons());
-}
-
-QWidget* Pre_Fahrstufen::buttons()
-{
-    auto* const box = new QDialogButtonBox(this);
-    auto* const loading =
-        box->addButton(buttonText(texts_.caption(Caption::loadButton)), QDialogButtonBox::ActionRole);
-    loading->setObjectName(QStringLiteral("Laden"));
+    column().addStretch(1);
+    auto* const loading = addButton("Laden", Caption::loadButton, ButtonRow::ActionRole);
     loading->setDefault(true);
-    auto* const cancel =
-        box->addButton(buttonText(texts_.caption(Caption::cancelButton)), QDialogButtonBox::RejectRole);
-    cancel->setObjectName(QStringLiteral("Abbrechen"));
     connect(loading, &QPushButton::clicked, this, &Pre_Fahrstufen::load);
-    connect(box, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    return box;
+    addButton("Abbrechen", Caption::cancelButton, ButtonRow::RejectRole);
 }
 
 // After a file that does not fit another one can be chosen.

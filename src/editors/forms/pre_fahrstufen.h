@@ -2,16 +2,15 @@
 #pragma once
 
 #include "editors/speed_step_file.h"
+#include "ui/form.h"
 #include "workbench/workbench.h"
-
-#include <QDialog>
 
 class QRadioButton;
 
 namespace karvo
 {
 
-class Pre_Fahrstufen : public QDialog
+class Pre_Fahrstufen : public Form
 {
     Q_OBJECT
 
@@ -22,11 +21,9 @@ public:
     const BasedSpeedTable& table() const { return table_; }
 
 private:
-    QWidget* buttons();
     void load();
 
     Workbench& bench_;
-    const LanguageTables& texts_;
     BasedSpeedTable table_;
     QList<QRadioButton*> choices_; // in the order of basedPresets()
 };

@@ -6,9 +6,7 @@
 #include "ui/typed_text.h"
 
 #include <QCheckBox>
-#include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
 
 namespace karvo
 {
@@ -36,7 +34,6 @@ void Servo_Addresse::build()
     addPlan();
     if (dealsWith(Editor::servoAddresses, set_, firstServoTakeOverCv))
         addText(Caption::servoTakeOverNote);
-    addButtons();
 }
 
 std::vector<TypedServoAddress> Servo_Addresse::typed() const
@@ -72,10 +69,7 @@ void Servo_Addresse::write()
 {
     auto planned = planOfServoAddresses(typed(), set_);
     if (const auto* const servo = std::get_if<int>(&planned)) {
-        prompts_.message(refusalOf(*servo), PromptIcon::warning);
-        QLineEdit* const field = rows_[static_cast<std::size_t>(*servo) - 1].address;
-        field->setFocus();
-        field->selectAll();
+        refuse(*rows_[static_cast<std::size_t>(*servo) - 1].address, refusalOf(*servo), prompts_);
         return;
     }
     finish(std::move(std::get<WritePlan>(planned)));

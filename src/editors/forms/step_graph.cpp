@@ -60,8 +60,7 @@ QAccessibleInterface* voiceOf(const QString&, QObject* object)
 
 } // namespace
 
-StepGraph::StepGraph(std::function<QString(int, int)> spoken, QWidget* parent)
-    : QWidget(parent), spoken_(std::move(spoken))
+StepGraph::StepGraph(QWidget* parent) : QWidget(parent)
 {
     static const bool installed = [] {
         QAccessible::installFactory(voiceOf);

@@ -17,8 +17,10 @@ class StepGraph : public QWidget
     Q_OBJECT
 
 public:
-    // `spoken`: the words for a step and its value.
-    StepGraph(std::function<QString(int step, int value)> spoken, QWidget* parent = nullptr);
+    explicit StepGraph(QWidget* parent = nullptr);
+
+    // The words for a step and its value.
+    void speakWith(std::function<QString(int step, int value)> spoken) { spoken_ = std::move(spoken); }
 
     struct Picture {
         SpeedTable shown{};

@@ -1,8 +1,8 @@
 #include "firmware/forms/firmware_ablauf.h"
 
 #include "ui/captions.h"
+#include "ui/named.h"
 
-#include <QLabel>
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QVBoxLayout>
@@ -11,32 +11,21 @@ namespace karvo
 {
 
 Firmware_Ablauf::Firmware_Ablauf(Workbench& bench, QWidget* parent)
-    : QDialog(parent),
+    : Form(bench.state.texts, "Firmware_Ablauf", Caption::updateTitle, parent),
       bench_(bench),
-      header_(new QLabel(this)),
-      text_(new QPlainTextEdit(this)),
-      progress_(new QProgressBar(this)),
+      header_(textLabel("Header", this)),
+      text_(named<QPlainTextEdit>("Text", this, windowTitle())),
+      progress_(named<QProgressBar>("Progress", this, shown(Caption::transferProgress))),
       stopQuestion_(bench.state)
 {
-    const LanguageTables& texts = bench.state.texts;
-    setObjectName(QStringLiteral("Firmware_Ablauf"));
-    setWindowTitle(qtText(texts.caption(Caption::updateTitle)));
     setModal(true);
-    resize(fontMetrics().averageCharWidth() * 70, fontMetrics().height() * 12);
-    header_->setObjectName(QStringLiteral("Header"));
-    header_->setTextFormat(Qt::PlainText); // it comes from a file
-    header_->setWordWrap(true);
-    text_->setObjectName(QStringLiteral("Text"));
-    text_->setAccessibleName(windowTitle());
+    setUsualSize({fontMetrics().averageCharWidth() * 70, fontMetrics().height() * 12});
     text_->setReadOnly(true);
     text_->setTabChangesFocus(true);
-    progress_->setObjectName(QStringLiteral("Progress"));
-    progress_->setAccessibleName(qtText(texts.caption(Caption::transferProgress)));
     progress_->setFormat(QStringLiteral("%p%"));
-    auto* const layout = new QVBoxLayout(this);
-    layout->addWidget(header_);
-    layout->addWidget(text_);
-    layout->addWidget(progress_);
+    column().addWidget(header_);
+    column().addWidget(text_, 1);
+    column().addWidget(progress_);
 }
 
 void Firmware_Ablauf::showHeader(const Text& header)
@@ -63,9 +52,10 @@ void Firmware_Ablauf::showEnd()
     hide();
 }
 
-void Firmware_Ablauf::reject()
+bool Firmware_Ablauf::mayClose()
 {
     stopQuestion_.ask(this);
+    return false; // the end of the transfer closes it
 }
 
 } // namespace karvo

@@ -3,8 +3,7 @@
 
 #include "firmware/forms/stop_question.h"
 #include "firmware/interface_update.h"
-
-#include <QDialog>
+#include "ui/form.h"
 
 class QLabel;
 class QPlainTextEdit;
@@ -14,20 +13,21 @@ namespace karvo
 {
 
 // Opens with the first record and closes behind the last. Closing it meanwhile asks whether to stop.
-class Firmware_Ablauf : public QDialog, public UpdateObserver
+class Firmware_Ablauf : public Form, public UpdateObserver
 {
     Q_OBJECT
 
 public:
     explicit Firmware_Ablauf(Workbench& bench, QWidget* parent = nullptr);
 
-    void reject() override;
-
     void showHeader(const Text& header) override;
     void showStart(const Text& text) override;
     void showRecords(std::size_t sent, std::size_t total) override;
     void showEnd() override;
     bool stopRequested() override { return bench_.state.stopRequested; }
+
+protected:
+    bool mayClose() override;
 
 private:
     Workbench& bench_;

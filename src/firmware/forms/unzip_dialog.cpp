@@ -2,13 +2,10 @@
 
 #include "program/path_text.h"
 #include "ui/captions.h"
+#include "ui/form_rows.h"
+#include "ui/named.h"
 
-#include <QDialogButtonBox>
-#include <QDir>
-#include <QGridLayout>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
+#include <QVBoxLayout>
 
 namespace karvo
 {
@@ -30,51 +27,33 @@ std::optional<std::filesystem::path> chooseArchive(Prompts& prompts, const Langu
 } // namespace
 
 Unzip_Dialog::Unzip_Dialog(const LanguageTables& texts, const UnzipRequest& request, QWidget* parent)
-    : QDialog(parent), texts_(texts), request_(request)
+    : Form(texts, "Unzip_Dialog", Caption::unzipTitle, parent),
+      request_(request),
+      archive_(named<QLineEdit>("Zip_File", this))
 {
-    setObjectName(QStringLiteral("Unzip_Dialog"));
-    setWindowTitle(qtText(texts_.caption(Caption::unzipTitle)));
-    auto* const grid = new QGridLayout(this);
-    archive_ = addField(*grid, 0, "Zip_File", Caption::zipFileLabel, qtText(pathText(request_.archive)));
-    auto* const folder = addField(*grid, 1, "Zip_Ordner", Caption::zipFolderLabel, qtText(unzipFolderName));
+    auto* const folder = named<QLineEdit>("Zip_Ordner", this);
+    folder->setText(qtText(unzipFolderName));
     folder->setReadOnly(true);
-    folder->setToolTip(qtText(pathText(request_.folder)));
-    grid->setRowStretch(2, 1);
-    grid->addWidget(buttons(), 3, 0, 1, 2);
+    archive_->setText(qtText(pathText(request_.archive)));
+    archive_->setMinimumWidth(50 * fontMetrics().averageCharWidth());
+    auto* const rows = new FormRows;
+    rows->add(*archive_, {shown(Caption::zipFileLabel)});
+    rows->add(*folder, {.label = shown(Caption::zipFolderLabel), .help = qtText(pathText(request_.folder))});
+    column().addLayout(rows);
+    column().addStretch(1);
+    addButtons();
 }
 
-QLineEdit* Unzip_Dialog::addField(QGridLayout& grid, int row, const char* name, Caption caption,
-                                  const QString& text)
+void Unzip_Dialog::addButtons()
 {
-    auto* const field = new QLineEdit(text, this);
-    field->setObjectName(QString::fromLatin1(name));
-    field->setMinimumWidth(50 * fontMetrics().averageCharWidth());
-    auto* const label = new QLabel(buttonText(texts_.caption(caption)), this);
-    label->setBuddy(field);
-    field->setAccessibleName(label->text());
-    grid.addWidget(label, row, 0);
-    grid.addWidget(field, row, 1);
-    return field;
-}
-
-QWidget* Unzip_Dialog::buttons()
-{
-    auto* const box = new QDialogButtonBox(this);
-    auto* const accepting =
-        box->addButton(buttonText(texts_.caption(Caption::okButton)), QDialogButtonBox::AcceptRole);
-    accepting->setObjectName(QStringLiteral("OKButton"));
+    auto* const accepting = addButton("OKButton", Caption::okButton, ButtonRow::AcceptRole);
     accepting->setDefault(true);
-    auto* const cancel =
-        box->addButton(buttonText(texts_.caption(Caption::cancelButton)), QDialogButtonBox::RejectRole);
-    cancel->setObjectName(QStringLiteral("CancelButton"));
+    addButton("CancelButton", Caption::cancelButton, ButtonRow::RejectRole);
     const auto allow = [accepting](const QString& typed) {
         accepting->setEnabled(!typed.trimmed().isEmpty());
     };
     connect(archive_, &QLineEdit::textChanged, accepting, allow);
     allow(archive_->text());
-    connect(box, &QDialogButtonBox::accepted, this, &QDialog::accept);
-    connect(box, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    return box;
 }
 
 // A path that was not touched is handed on as it is: its name may be no text.

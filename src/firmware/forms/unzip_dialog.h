@@ -2,16 +2,14 @@
 #pragma once
 
 #include "firmware/unpack.h"
+#include "ui/form.h"
 
-#include <QDialog>
-
-class QGridLayout;
 class QLineEdit;
 
 namespace karvo
 {
 
-class Unzip_Dialog : public QDialog
+class Unzip_Dialog : public Form
 {
     Q_OBJECT
 
@@ -22,10 +20,8 @@ public:
     UnzipRequest request() const;
 
 private:
-    QLineEdit* addField(QGridLayout& grid, int row, const char* name, Caption caption, const QString& text);
-    QWidget* buttons();
+    void addButtons();
 
-    const LanguageTables& texts_;
     const UnzipRequest request_;
     QLineEdit* archive_;
 };

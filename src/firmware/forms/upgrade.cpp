@@ -2,14 +2,12 @@
 
 #include "firmware/upload_verdict.h"
 #include "ui/captions.h"
+#include "ui/named.h"
 
 #include <QClipboard>
-#include <QDialogButtonBox>
 #include <QGuiApplication>
-#include <QLabel>
 #include <QPlainTextEdit>
 #include <QProgressBar>
-#include <QPushButton>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -27,17 +25,16 @@ Text numberText(std::size_t number)
 } // namespace
 
 Upgrade::Upgrade(Workbench& bench, HexImage image, QWidget* parent)
-    : QDialog(parent),
+    : Form(bench.state.texts, "Upgrade", Caption::uploadTitle, parent),
       bench_(bench),
-      texts_(bench.state.texts),
       image_(std::move(image)),
-      phase_(new QLabel(this)),
-      notice_(new QLabel(this)),
-      timeLeft_(new QLabel(this)),
-      progress_(new QProgressBar(this)),
-      log_(new QPlainTextEdit(this)),
-      copy_(new QPushButton(buttonText(texts_.caption(Caption::copyLog)), this)),
-      close_(new QPushButton(buttonText(texts_.caption(Caption::closeButton)), this)),
+      phase_(textLabel("Phase", this)),
+      notice_(textLabel("Notice", this)),
+      timeLeft_(textLabel("TimeLeft", this)),
+      progress_(named<QProgressBar>("Progress", this, shown(Caption::transferProgress))),
+      log_(named<QPlainTextEdit>("Log", this, shown(Caption::uploadLog))),
+      copy_(addButton("CopyLog", Caption::copyLog, ButtonRow::ActionRole)),
+      close_(addButton("Close", Caption::closeButton, ButtonRow::RejectRole)),
       stopQuestion_(bench.state)
 {
     build();
@@ -45,43 +42,22 @@ Upgrade::Upgrade(Workbench& bench, HexImage image, QWidget* parent)
 
 void Upgrade::build()
 {
-    setObjectName(QStringLiteral("Upgrade"));
-    setWindowTitle(qtText(texts_.caption(Caption::uploadTitle)));
-    resize(fontMetrics().averageCharWidth() * 80, fontMetrics().height() * 22);
-    phase_->setObjectName(QStringLiteral("Phase"));
-    phase_->setWordWrap(true);
-    notice_->setObjectName(QStringLiteral("Notice"));
-    notice_->setWordWrap(true);
+    setUsualSize({fontMetrics().averageCharWidth() * 80, fontMetrics().height() * 22});
     notice_->hide();
-    timeLeft_->setObjectName(QStringLiteral("TimeLeft"));
-    progress_->setObjectName(QStringLiteral("Progress"));
-    progress_->setAccessibleName(qtText(texts_.caption(Caption::transferProgress)));
     progress_->setRange(0, 100);
-    log_->setObjectName(QStringLiteral("Log"));
-    log_->setAccessibleName(qtText(texts_.caption(Caption::uploadLog)));
     log_->setReadOnly(true);
     log_->setTabChangesFocus(true);
-    copy_->setObjectName(QStringLiteral("CopyLog"));
     copy_->setEnabled(false);
-    close_->setObjectName(QStringLiteral("Close"));
-
-    auto* const buttons = new QDialogButtonBox(this);
-    buttons->addButton(copy_, QDialogButtonBox::ActionRole);
-    buttons->addButton(close_, QDialogButtonBox::RejectRole);
-    auto* const layout = new QVBoxLayout(this);
-    layout->addWidget(phase_);
-    layout->addWidget(notice_);
-    layout->addWidget(progress_);
-    layout->addWidget(timeLeft_);
-    layout->addWidget(log_);
-    layout->addWidget(buttons);
-    connect(buttons, &QDialogButtonBox::rejected, this, &Upgrade::reject);
+    for (QWidget* const part : {static_cast<QWidget*>(phase_), static_cast<QWidget*>(notice_),
+                                static_cast<QWidget*>(progress_), static_cast<QWidget*>(timeLeft_)})
+        column().addWidget(part);
+    column().addWidget(log_, 1);
     connect(copy_, &QPushButton::clicked, this, &Upgrade::copyLog);
 }
 
 void Upgrade::showEvent(QShowEvent* event)
 {
-    QDialog::showEvent(event);
+    Form::showEvent(event);
     if (started_)
         return;
     started_ = true;
@@ -96,7 +72,7 @@ void Upgrade::upload()
     stopQuestion_.withdraw();
     showReport(report);
     if (report.end == UploadEnd::ended || report.end == UploadEnd::portRefused)
-        QDialog::reject();
+        done(Rejected);
     emit transferEnded();
 }
 
@@ -162,12 +138,11 @@ void Upgrade::copyLog()
     QGuiApplication::clipboard()->setText(phase_->text() + QLatin1Char('\n') + log_->toPlainText());
 }
 
-void Upgrade::reject()
+bool Upgrade::mayClose()
 {
-    if (!running_)
-        QDialog::reject();
-    else
+    if (running_)
         stopQuestion_.ask(this);
+    return !running_;
 }
 
 } // namespace karvo

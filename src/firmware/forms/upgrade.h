@@ -4,15 +4,13 @@
 
 #include "firmware/forms/stop_question.h"
 #include "firmware/upload.h"
+#include "ui/form.h"
 
-#include <QDialog>
 #include <QElapsedTimer>
 
-class QDialogButtonBox;
 class QLabel;
 class QPlainTextEdit;
 class QProgressBar;
-class QPushButton;
 
 namespace karvo
 {
@@ -20,20 +18,19 @@ namespace karvo
 // The upload starts when the window is shown for the first time and runs without further questions. Closing
 // the window meanwhile asks whether to stop, and so does a loader that answers nothing; the window stays open
 // with its log when the upload is done or stopped.
-class Upgrade : public QDialog, private UploadObserver
+class Upgrade : public Form, private UploadObserver
 {
     Q_OBJECT
 
 public:
     Upgrade(Workbench& bench, HexImage image, QWidget* parent = nullptr);
 
-    void reject() override;
-
 signals:
     void transferEnded();
 
 protected:
     void showEvent(QShowEvent* event) override;
+    bool mayClose() override;
 
 private:
     void build();
@@ -49,7 +46,6 @@ private:
     bool stopRequested() override { return bench_.state.stopRequested; }
 
     Workbench& bench_;
-    const LanguageTables& texts_;
     const HexImage image_;
     QLabel* phase_;
     QLabel* notice_; // that no loader answers

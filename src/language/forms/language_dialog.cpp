@@ -1,11 +1,9 @@
 #include "language/forms/language_dialog.h"
 
 #include "ui/captions.h"
+#include "ui/named.h"
 
 #include <QButtonGroup>
-#include <QDialogButtonBox>
-#include <QLabel>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
 
@@ -23,32 +21,21 @@ constexpr std::array<const char*, 5> buttonNames = {"German", "Dutch", "English"
 
 } // namespace
 
-Language::Language(const LanguageButtonCaptions& captions, LanguageCode proposed, Prompts& prompts,
-                   QWidget* parent)
-    : QDialog(parent), prompts_(prompts), choices_(new QButtonGroup(this))
+Language::Language(const LanguageTables& texts, const LanguageButtonCaptions& captions, LanguageCode proposed,
+                   Prompts& prompts, QWidget* parent)
+    : Form(texts, "Language", QStringLiteral("Karvo"), parent),
+      prompts_(prompts),
+      choices_(new QButtonGroup(this))
 {
-    setObjectName(QStringLiteral("Language"));
-    setWindowTitle(QStringLiteral("Karvo"));
-    auto* const layout = new QVBoxLayout(this);
-    layout->setSizeConstraint(QLayout::SetMinimumSize);
-    auto* const title = new QLabel(qtText(heading), this);
-    title->setObjectName(QStringLiteral("Heading"));
-    layout->addWidget(title);
-
+    column().addWidget(captioned<QLabel>("Heading", this, qtText(heading)));
     for (std::size_t i = 0; i < captions.size(); ++i) {
-        auto* const choice = new QRadioButton(buttonText(captions[i]), this);
-        choice->setObjectName(QString::fromLatin1(buttonNames[i]));
+        auto* const choice = captioned<QRadioButton>(buttonNames[i], this, buttonText(captions[i]));
         choice->setChecked(allLanguages[i] == proposed);
         choices_->addButton(choice, static_cast<int>(allLanguages[i]));
-        layout->addWidget(choice);
+        column().addWidget(choice);
     }
-
-    auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
-    buttons->button(QDialogButtonBox::Ok)->setObjectName(QStringLiteral("OK"));
-    buttons->button(QDialogButtonBox::Cancel)->setObjectName(QStringLiteral("Cancel"));
-    layout->addWidget(buttons);
-    connect(buttons, &QDialogButtonBox::accepted, this, &Language::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &Language::reject);
+    addButton("OK", Caption::okButton, ButtonRow::AcceptRole)->setDefault(true);
+    addButton("Cancel", Caption::cancelButton, ButtonRow::RejectRole);
     choices_->checkedButton()->setFocus();
 }
 
@@ -57,11 +44,11 @@ LanguageCode Language::chosen() const
     return static_cast<LanguageCode>(choices_->checkedId());
 }
 
-void Language::reject()
+bool Language::mayClose()
 {
     prompts_.message(Text(noLanguageChosenText));
     prompts_.endProgram();
-    QDialog::reject();
+    return true;
 }
 
 } // namespace karvo

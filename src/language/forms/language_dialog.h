@@ -4,8 +4,7 @@
 #include "language/first_start.h"
 #include "language/language_code.h"
 #include "program/prompts.h"
-
-#include <QDialog>
+#include "ui/form.h"
 
 class QButtonGroup;
 
@@ -13,18 +12,19 @@ namespace karvo
 {
 
 // Accepted by OK. Cancel and closing say that the program ends, and end it.
-class Language : public QDialog
+class Language : public Form
 {
     Q_OBJECT
 
 public:
-    // `proposed` is ticked at first.
-    Language(const LanguageButtonCaptions& captions, LanguageCode proposed, Prompts& prompts,
-             QWidget* parent = nullptr);
+    // `texts`: as yet without a language; `proposed` is ticked at first.
+    Language(const LanguageTables& texts, const LanguageButtonCaptions& captions, LanguageCode proposed,
+             Prompts& prompts, QWidget* parent = nullptr);
 
     LanguageCode chosen() const;
 
-    void reject() override;
+protected:
+    bool mayClose() override;
 
 private:
     Prompts& prompts_;

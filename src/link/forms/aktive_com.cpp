@@ -3,11 +3,9 @@
 #include "link/port_choice.h"
 #include "ui/captions.h"
 #include "ui/fixed_width_list.h"
+#include "ui/named.h"
 #include "ui/typed_text.h"
 
-#include <QDialogButtonBox>
-#include <QLabel>
-#include <QPushButton>
 #include <QShowEvent>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -19,57 +17,37 @@ namespace karvo
 
 Aktive_COM::Aktive_COM(LinkState& state, SerialPort& port, Settings& settings, const LanguageTables& texts,
                        ListPortDevices listDevices, ListNewPorts listNewPorts, QWidget* parent)
-    : QDialog(parent),
+    : Form(texts, "Aktive_COM", Caption::portSearchTitle, parent),
       state_(state),
       port_(port),
       settings_(settings),
-      texts_(texts),
       listDevices_(std::move(listDevices)),
       listNewPorts_(std::move(listNewPorts)),
-      heading_(new QLabel(this)),
-      ports_(new FixedWidthList(this)),
-      searchAgain_(new QPushButton(buttonText(texts.caption(Caption::portSearchAgain)), this)),
-      take_(nullptr)
+      heading_(named<QLabel>("Heading", this)),
+      ports_(named<FixedWidthList>("Ports", this, shown(Caption::portSearchFound))),
+      take_(addButton("OK", Caption::portSearchTake, ButtonRow::AcceptRole)),
+      searchAgain_(addButton("SearchAgain", Caption::portSearchAgain, ButtonRow::ActionRole))
 {
     build();
 }
 
 void Aktive_COM::build()
 {
-    setObjectName(QStringLiteral("Aktive_COM"));
-    setWindowTitle(qtText(texts_.caption(Caption::portSearchTitle)));
-    resize(fontMetrics().averageCharWidth() * 64, fontMetrics().height() * 18);
-    heading_->setObjectName(QStringLiteral("Heading"));
+    setUsualSize({fontMetrics().averageCharWidth() * 64, fontMetrics().height() * 18});
+    addButton("Cancel", Caption::portSearchCancel, ButtonRow::RejectRole);
     heading_->setBuddy(ports_);
-    ports_->setObjectName(QStringLiteral("Ports"));
-    ports_->setAccessibleName(qtText(texts_.caption(Caption::portSearchFound)));
-    searchAgain_->setObjectName(QStringLiteral("SearchAgain"));
-
-    auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
-    buttons->addButton(searchAgain_, QDialogButtonBox::ActionRole);
-    take_ = buttons->button(QDialogButtonBox::Ok);
-    take_->setObjectName(QStringLiteral("OK"));
-    take_->setText(buttonText(texts_.caption(Caption::portSearchTake)));
-    auto* const cancel = buttons->button(QDialogButtonBox::Cancel);
-    cancel->setObjectName(QStringLiteral("Cancel"));
-    cancel->setText(buttonText(texts_.caption(Caption::portSearchCancel)));
-
-    auto* const layout = new QVBoxLayout(this);
-    layout->addWidget(heading_);
-    layout->addWidget(ports_);
-    layout->addWidget(buttons);
-
-    connect(buttons, &QDialogButtonBox::accepted, this, &Aktive_COM::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &Aktive_COM::reject);
+    column().addWidget(heading_);
+    column().addWidget(ports_, 1);
+    take_->setDefault(true);
+    take_->setEnabled(false);
     connect(searchAgain_, &QPushButton::clicked, this, &Aktive_COM::startSearch);
     connect(ports_, &QListWidget::itemDoubleClicked, this, &Aktive_COM::accept);
     connect(ports_, &QListWidget::currentRowChanged, this, [this](int row) { take_->setEnabled(row >= 0); });
-    take_->setEnabled(false);
 }
 
 void Aktive_COM::showEvent(QShowEvent* event)
 {
-    QDialog::showEvent(event);
+    Form::showEvent(event);
     if (!event->spontaneous())
         startSearch();
 }
@@ -81,7 +59,7 @@ void Aktive_COM::startSearch()
         return;
     searching_ = true;
     showPorts({}, {});
-    heading_->setText(buttonText(texts_.caption(Caption::portSearchRunning)));
+    heading_->setText(onButton(Caption::portSearchRunning));
     ports_->setEmptyHint(QString());
     searchAgain_->setEnabled(false);
     setCursor(Qt::WaitCursor);
@@ -92,8 +70,8 @@ void Aktive_COM::search()
 {
     const auto present = searchPorts(state_, port_);
     showPorts(present, listNewPorts_ ? listNewPorts_() : std::vector<NewPortDevice>());
-    heading_->setText(buttonText(texts_.caption(Caption::portSearchFound)));
-    ports_->setEmptyHint(qtText(texts_.caption(Caption::portSearchNothing)));
+    heading_->setText(onButton(Caption::portSearchFound));
+    ports_->setEmptyHint(shown(Caption::portSearchNothing));
     searchAgain_->setEnabled(true);
     unsetCursor();
     searching_ = false;
@@ -136,7 +114,7 @@ void Aktive_COM::accept()
     } else {
         choosePort(state_, port_, settings_, present_[index]);
     }
-    QDialog::accept();
+    Form::accept();
 }
 
 } // namespace karvo

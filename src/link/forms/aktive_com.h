@@ -4,14 +4,11 @@
 #include "link/forms/port_devices.h"
 #include "link/link.h"
 #include "program/settings.h"
-
-#include <QDialog>
+#include "ui/form.h"
 
 #include <vector>
 
-class QDialogButtonBox;
 class QLabel;
-class QPushButton;
 
 namespace karvo
 {
@@ -21,7 +18,7 @@ class FixedWidthList;
 // Searches as soon as it is shown. OK takes the chosen port as the program's, and gives a
 // device that has no number yet the one that it is shown with; cancel leaves the number as it
 // was.
-class Aktive_COM : public QDialog
+class Aktive_COM : public Form
 {
     Q_OBJECT
 
@@ -43,7 +40,6 @@ private:
     LinkState& state_;
     SerialPort& port_;
     Settings& settings_;
-    const LanguageTables& texts_;
     ListPortDevices listDevices_;
     ListNewPorts listNewPorts_;
     std::vector<int> present_;         // in the order of the list
@@ -51,8 +47,8 @@ private:
     bool searching_ = false;
     QLabel* heading_;
     FixedWidthList* ports_;
-    QPushButton* searchAgain_;
     QPushButton* take_;
+    QPushButton* searchAgain_;
 };
 
 } // namespace karvo

@@ -2,20 +2,17 @@
 
 #include "program/path_text.h"
 #include "ui/captions.h"
-#include "ui/usual_size.h"
+#include "ui/named.h"
+#include "ui/result_table.h"
 #include "workbench/batch_on_bench.h"
 #include "workbench/list_files.h"
 
 #include <QElapsedTimer>
 #include <QGridLayout>
 #include <QGroupBox>
-#include <QHeaderView>
-#include <QLabel>
 #include <QListWidget>
 #include <QProgressBar>
-#include <QPushButton>
 #include <QSpinBox>
-#include <QTableWidget>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -33,16 +30,18 @@ constexpr int sliceMs = 30; // the window answers in between
 } // namespace
 
 Change_more_CV::Change_more_CV(Workbench& bench, QWidget* parent)
-    : QDialog(parent),
+    : EditorDialog(bench.state.texts, "Change_more_CV", Caption::moreCvsTitle, parent),
       bench_(bench),
-      texts_(bench.state.texts),
-      files_(new QListWidget(this)),
-      changeList_(new QListWidget(this)),
-      cv_(new QSpinBox(this)),
-      value_(new QSpinBox(this)),
-      preview_(new QTableWidget(0, 5, this)),
-      state_(new QLabel(this)),
-      progress_(new QProgressBar(this))
+      files_(named<QListWidget>("Files", this, shown(Caption::moreCvsFiles))),
+      changeList_(named<QListWidget>("Changes", this, shown(Caption::moreCvsChanges))),
+      cv_(named<QSpinBox>("CV", this, shown(Caption::moreCvsCv))),
+      value_(named<QSpinBox>("Value", this, shown(Caption::moreCvsNewValue))),
+      preview_(resultTable("Preview", this, shown(Caption::moreCvsPreview),
+                           {shown(Caption::moreCvsFile), shown(Caption::moreCvsCv),
+                            shown(Caption::moreCvsOldValue), shown(Caption::moreCvsNewValue),
+                            shown(Caption::moreCvsRemark)})),
+      state_(textLabel("State", this)),
+      progress_(named<QProgressBar>("Progress", this, shown(Caption::moreCvsPreview)))
 {
     build();
     timer_.setParent(this);
@@ -52,116 +51,77 @@ Change_more_CV::Change_more_CV(Workbench& bench, QWidget* parent)
 
 void Change_more_CV::build()
 {
-    setObjectName(QStringLiteral("Change_more_CV"));
-    setWindowTitle(qtText(texts_.caption(Caption::moreCvsTitle)));
     setWindowFlag(Qt::WindowMaximizeButtonHint);
-    preview_->setObjectName(QStringLiteral("Preview"));
-    preview_->setAccessibleName(qtText(texts_.caption(Caption::moreCvsPreview)));
-    preview_->setHorizontalHeaderLabels(
-        {qtText(texts_.caption(Caption::moreCvsFile)), qtText(texts_.caption(Caption::moreCvsCv)),
-         qtText(texts_.caption(Caption::moreCvsOldValue)), qtText(texts_.caption(Caption::moreCvsNewValue)),
-         qtText(texts_.caption(Caption::moreCvsRemark))});
-    preview_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    preview_->setSelectionBehavior(QAbstractItemView::SelectRows);
-    preview_->setTabKeyNavigation(false);
-    preview_->verticalHeader()->hide();
-    preview_->horizontalHeader()->setStretchLastSection(true);
+    setUsualSize(usualSize);
     preview_->resizeColumnsToContents();
-    state_->setObjectName(QStringLiteral("State"));
-    state_->setTextFormat(Qt::PlainText);
-    progress_->setObjectName(QStringLiteral("Progress"));
-    progress_->setAccessibleName(qtText(texts_.caption(Caption::moreCvsPreview)));
-
     auto* const top = new QHBoxLayout;
     top->addWidget(filesBox(), 3);
     top->addWidget(changesBox(), 2);
-    auto* const layout = new QVBoxLayout(this);
-    layout->addLayout(top, 2);
-    layout->addWidget(preview_, 3);
-    layout->addWidget(state_);
-    layout->addWidget(progress_);
-    layout->addWidget(buttons());
-    resizeToUsual(*this, usualSize);
+    column().addLayout(top, 2);
+    column().addWidget(preview_, 3);
+    column().addWidget(state_);
+    column().addWidget(progress_);
+    addButtons();
 }
 
 QWidget* Change_more_CV::filesBox()
 {
-    auto* const box = new QGroupBox(qtText(texts_.caption(Caption::moreCvsFiles)), this);
-    files_->setObjectName(QStringLiteral("Files"));
-    files_->setAccessibleName(box->title());
+    auto* const box = new QGroupBox(shown(Caption::moreCvsFiles), this);
     files_->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    auto* const add = button("AddFiles", Caption::moreCvsAddFiles);
-    auto* const remove = button("RemoveFiles", Caption::moreCvsRemove);
-    editing_.insert(editing_.end(), {add, remove});
-    connect(add, &QPushButton::clicked, this, &Change_more_CV::addFiles);
-    connect(remove, &QPushButton::clicked, this, &Change_more_CV::removeFiles);
     auto* const layout = new QGridLayout(box);
     layout->addWidget(files_, 0, 0, 1, 3);
-    layout->addWidget(add, 1, 0);
-    layout->addWidget(remove, 1, 1);
+    layout->addWidget(editing("AddFiles", Caption::moreCvsAddFiles, &Change_more_CV::addFiles), 1, 0);
+    layout->addWidget(editing("RemoveFiles", Caption::moreCvsRemove, &Change_more_CV::removeFiles), 1, 1);
     layout->setColumnStretch(2, 1);
     return box;
 }
 
 QWidget* Change_more_CV::changesBox()
 {
-    auto* const box = new QGroupBox(qtText(texts_.caption(Caption::moreCvsChanges)), this);
-    changeList_->setObjectName(QStringLiteral("Changes"));
-    changeList_->setAccessibleName(box->title());
+    auto* const box = new QGroupBox(shown(Caption::moreCvsChanges), this);
     changeList_->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    cv_->setObjectName(QStringLiteral("CV"));
     cv_->setRange(1, CvTable::lastRow);
-    cv_->setPrefix(qtText(texts_.caption(Caption::moreCvsCv)));
-    cv_->setAccessibleName(qtText(texts_.caption(Caption::moreCvsCv)));
-    value_->setObjectName(QStringLiteral("Value"));
+    cv_->setPrefix(shown(Caption::moreCvsCv));
     value_->setRange(0, 255);
     value_->setPrefix(QStringLiteral("= "));
-    value_->setAccessibleName(qtText(texts_.caption(Caption::moreCvsNewValue)));
-    auto* const add = button("AddChange", Caption::moreCvsAddChange);
-    auto* const remove = button("RemoveChanges", Caption::moreCvsRemove);
-    editing_.insert(editing_.end(), {add, remove});
-    connect(add, &QPushButton::clicked, this, &Change_more_CV::addChange);
-    connect(remove, &QPushButton::clicked, this, &Change_more_CV::removeChanges);
     auto* const layout = new QGridLayout(box);
     layout->addWidget(cv_, 0, 0);
     layout->addWidget(value_, 0, 1);
-    layout->addWidget(add, 0, 2);
+    layout->addWidget(editing("AddChange", Caption::moreCvsAddChange, &Change_more_CV::addChange), 0, 2);
     layout->addWidget(changeList_, 1, 0, 1, 3);
-    layout->addWidget(remove, 2, 2);
+    layout->addWidget(editing("RemoveChanges", Caption::moreCvsRemove, &Change_more_CV::removeChanges), 2, 2);
     return box;
 }
 
-QWidget* Change_more_CV::buttons()
+// A button for what is closed while files are looked at or changed.
+QPushButton* Change_more_CV::editing(const char* name, Caption caption, void (Change_more_CV::*act)())
 {
-    auto* const row = new QWidget(this);
-    auto* const layout = new QHBoxLayout(row);
-    layout->setContentsMargins(0, 0, 0, 0);
-    apply_ = button("Apply", Caption::moreCvsApply);
-    stop_ = button("Anhalten", Caption::moreCvsStop);
-    auto* const close = button("Schliessen", Caption::closeButton);
-    connect(apply_, &QPushButton::clicked, this, &Change_more_CV::startChange);
-    connect(stop_, &QPushButton::clicked, this, &Change_more_CV::stop);
-    connect(close, &QPushButton::clicked, this, &Change_more_CV::reject);
-    layout->addWidget(apply_);
-    layout->addWidget(stop_);
-    layout->addStretch();
-    layout->addWidget(close);
-    return row;
+    auto* const button = captioned<QPushButton>(name, this, onButton(caption));
+    connect(button, &QPushButton::clicked, this, act);
+    editing_.push_back(button);
+    return button;
 }
 
-QPushButton* Change_more_CV::button(const char* name, Caption caption)
+void Change_more_CV::addButtons()
 {
-    auto* const made = new QPushButton(buttonText(texts_.caption(caption)), this);
-    made->setObjectName(QString::fromLatin1(name));
-    made->setAutoDefault(false);
-    return made;
+    apply_ = addButton("Apply", Caption::moreCvsApply, ButtonRow::ActionRole);
+    stop_ = addButton("Anhalten", Caption::moreCvsStop, ButtonRow::ActionRole);
+    connect(apply_, &QPushButton::clicked, this, &Change_more_CV::startChange);
+    connect(stop_, &QPushButton::clicked, this, &Change_more_CV::stop);
+    addButton("Schliessen", Caption::closeButton, ButtonRow::RejectRole);
+}
+
+// Changes that were typed and are in no file yet.
+bool Change_more_CV::holdsWork() const
+{
+    return hasAnyToChange();
 }
 
 // A file under change is finished first; the others are left.
-void Change_more_CV::reject()
+bool Change_more_CV::mayClose()
 {
     stop();
-    QDialog::reject();
+    return EditorDialog::mayClose();
 }
 
 void Change_more_CV::addFiles()
@@ -304,25 +264,24 @@ void Change_more_CV::showAvailability()
     const bool idle = work_ == Work::none;
     for (QPushButton* const button : editing_)
         button->setEnabled(idle);
-    const bool anyToChange = std::any_of(batch_.begin(), batch_.end(), [](const BatchFile& file) {
-        return !file.isRefused() && !file.done && file.changesAnything();
-    });
-    apply_->setEnabled(idle && anyToChange);
+    apply_->setEnabled(idle && hasAnyToChange());
     stop_->setEnabled(!idle);
     progress_->setVisible(!idle);
+}
+
+bool Change_more_CV::hasAnyToChange() const
+{
+    return std::any_of(batch_.begin(), batch_.end(), [](const BatchFile& file) {
+        return !file.isRefused() && !file.done && file.changesAnything();
+    });
 }
 
 void Change_more_CV::addRows(const BatchFile& file)
 {
     const QString name = qtText(pathText(file.path.filename()));
     const auto add = [&](const QStringList& cells) {
-        const int row = preview_->rowCount();
-        preview_->insertRow(row);
-        for (int column = 0; column < cells.size(); ++column) {
-            auto* const item = new QTableWidgetItem(cells[column]);
-            item->setToolTip(column == 0 ? qtText(pathText(file.path)) : cells[column]);
-            preview_->setItem(row, column, item);
-        }
+        const int row = appendRow(*preview_, cells);
+        preview_->item(row, 0)->setToolTip(qtText(pathText(file.path)));
     };
     if (file.rows.empty())
         add({name, {}, {}, {}, qtText(refusalText(file, texts_))});

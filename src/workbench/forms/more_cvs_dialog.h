@@ -2,9 +2,9 @@
 #pragma once
 
 #include "cvdata/batch_change.h"
+#include "ui/editor_dialog.h"
 #include "workbench/workbench.h"
 
-#include <QDialog>
 #include <QTimer>
 
 #include <vector>
@@ -12,21 +12,22 @@
 class QLabel;
 class QListWidget;
 class QProgressBar;
-class QPushButton;
 class QSpinBox;
 class QTableWidget;
 
 namespace karvo
 {
 
-class Change_more_CV : public QDialog
+class Change_more_CV : public EditorDialog
 {
     Q_OBJECT
 
 public:
     explicit Change_more_CV(Workbench& bench, QWidget* parent = nullptr);
 
-    void reject() override;
+protected:
+    bool holdsWork() const override;
+    bool mayClose() override;
 
 private:
     enum class Work { none, preview, change };
@@ -34,8 +35,8 @@ private:
     void build();
     QWidget* filesBox();
     QWidget* changesBox();
-    QWidget* buttons();
-    QPushButton* button(const char* name, Caption caption);
+    void addButtons();
+    QPushButton* editing(const char* name, Caption caption, void (Change_more_CV::*act)());
 
     void addFiles();
     void removeFiles();
@@ -52,9 +53,9 @@ private:
     void addRows(const BatchFile& file);
     QString remarkOf(const BatchFile& file, const BatchRow& row) const;
     QString counts() const;
+    bool hasAnyToChange() const;
 
     Workbench& bench_;
-    const LanguageTables& texts_;
     std::vector<std::filesystem::path> paths_;
     std::vector<CvChange> changes_;
     std::vector<BatchFile> batch_;

@@ -1,20 +1,17 @@
 // What a write from the list will write, before anything is sent.
 #pragma once
 
+#include "ui/form.h"
 #include "workbench/write_preview.h"
 
-#include <QDialog>
-
 class QCheckBox;
-class QDialogButtonBox;
 class QLabel;
-class QPushButton;
 class QTableWidget;
 
 namespace karvo
 {
 
-class Schreibvorschau : public QDialog
+class Schreibvorschau : public Form
 {
     Q_OBJECT
 
@@ -27,17 +24,15 @@ public:
 
 private:
     void build(const ProgramState& state);
-    void addNotes(QLayout* layout, const ProgramState& state);
+    void addNotes(const ProgramState& state);
     void fillTable();
-    QDialogButtonBox* buttons();
-    QLabel* addLabel(const char* name, const QString& text);
+    void addButtons();
     void takeTick(int row);
     void leaveVehiclesOwn(bool left);
     void showTicks();
     void showCounts();
 
     WritePreview& preview_;
-    const LanguageTables& texts_;
     QTableWidget* table_;
     QLabel* counts_;
     QCheckBox* vehiclesOwn_; // only where the list's differ from the vehicle's

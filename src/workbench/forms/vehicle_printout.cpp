@@ -4,17 +4,16 @@
 #include "program/path_text.h"
 #include "ui/captions.h"
 #include "ui/fixed_width_font.h"
-#include "ui/usual_size.h"
+#include "ui/named.h"
 
 #include <QBuffer>
+#include <QGraphicsView>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QPdfWriter>
 #include <QPrintDialog>
 #include <QPrintPreviewWidget>
 #include <QPrinter>
 #include <QPrinterInfo>
-#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace karvo
@@ -42,13 +41,12 @@ Bytes pdfOf(const QTextDocument& document, const QPageLayout& layout)
 } // namespace
 
 FzCVdrucken::FzCVdrucken(Workbench& bench, const Clock& clock, QWidget* parent)
-    : QDialog(parent),
+    : Form(bench.state.texts, "FzCVdrucken", Caption::vehicleReportTitle, parent),
       bench_(bench),
-      texts_(bench.state.texts),
       clock_(clock),
       printer_(std::make_unique<QPrinter>()),
       preview_(new QPrintPreviewWidget(printer_.get(), this)),
-      saved_(new QLabel(this))
+      saved_(textLabel("Saved", this))
 {
     fillDocument();
     build();
@@ -61,48 +59,44 @@ FzCVdrucken::~FzCVdrucken()
 
 void FzCVdrucken::build()
 {
-    setObjectName(QStringLiteral("FzCVdrucken"));
-    setWindowTitle(qtText(texts_.caption(Caption::vehicleReportTitle)));
     setWindowFlag(Qt::WindowMaximizeButtonHint);
+    setUsualSize(usualSize);
     printer_->setDocName(qtText(vehicleName(bench_.state.set)));
     preview_->setObjectName(QStringLiteral("Preview"));
-    preview_->setAccessibleName(qtText(texts_.caption(Caption::reportPreview)));
+    preview_->setAccessibleName(shown(Caption::reportPreview));
     connect(preview_, &QPrintPreviewWidget::paintRequested, this,
             [this](QPrinter* printer) { document_.print(printer); });
     preview_->fitToWidth();
-    saved_->setObjectName(QStringLiteral("Saved"));
-    saved_->setTextFormat(Qt::PlainText);
-    saved_->setWordWrap(true);
+    if (auto* const pages = preview_->findChild<QGraphicsView*>()) { // it has the keyboard
+        pages->setObjectName(QStringLiteral("Pages"));
+        pages->setAccessibleName(preview_->accessibleName());
+    }
+    auto* const sides = new QHBoxLayout;
+    sides->addWidget(preview_, 1);
+    sides->addLayout(actions());
+    column().addLayout(sides, 1);
+    addButton("Schliessen", Caption::closeButton, ButtonRow::RejectRole);
+}
 
-    auto* const column = new QVBoxLayout;
-    connect(addButton(*column, "Print", Caption::printButton), &QPushButton::clicked, this,
-            &FzCVdrucken::print);
-    connect(addButton(*column, "Pdf", Caption::pdfButton), &QPushButton::clicked, this,
-            &FzCVdrucken::savePdf);
-    const auto addForm = [&](const char* name, Caption caption, ExportForm form) {
-        connect(addButton(*column, name, caption), &QPushButton::clicked, this,
-                [this, form, caption] { save(form, caption); });
+QVBoxLayout* FzCVdrucken::actions()
+{
+    auto* const below = new QVBoxLayout;
+    const auto add = [&](const char* name, Caption caption, auto act) {
+        auto* const button = captioned<QPushButton>(name, this, onButton(caption));
+        connect(button, &QPushButton::clicked, this, act);
+        below->addWidget(button);
     };
+    const auto addForm = [&](const char* name, Caption caption, ExportForm form) {
+        add(name, caption, [this, form, caption] { save(form, caption); });
+    };
+    add("Print", Caption::printButton, [this] { print(); });
+    add("Pdf", Caption::pdfButton, [this] { savePdf(); });
     addForm("Report", Caption::reportButton, ExportForm::text);
     addForm("Csv", Caption::csvButton, ExportForm::csv);
     addForm("CsvClosed", Caption::csvClosedButton, ExportForm::csvClosedHeader);
-    column->addWidget(saved_);
-    column->addStretch();
-    connect(addButton(*column, "Schliessen", Caption::closeButton), &QPushButton::clicked, this,
-            &QDialog::reject);
-    auto* const layout = new QHBoxLayout(this);
-    layout->addWidget(preview_, 1);
-    layout->addLayout(column);
-    resizeToUsual(*this, usualSize);
-}
-
-QPushButton* FzCVdrucken::addButton(QVBoxLayout& column, const char* name, Caption caption)
-{
-    auto* const button = new QPushButton(buttonText(texts_.caption(caption)), this);
-    button->setObjectName(QString::fromLatin1(name));
-    button->setAutoDefault(false);
-    column.addWidget(button);
-    return button;
+    below->addWidget(saved_);
+    below->addStretch();
+    return below;
 }
 
 void FzCVdrucken::fillDocument()

@@ -2,22 +2,21 @@
 #pragma once
 
 #include "program/clock.h"
+#include "ui/form.h"
 #include "workbench/export_files.h"
 
-#include <QDialog>
 #include <QTextDocument>
 
 class QLabel;
 class QPagedPaintDevice;
 class QPrinter;
 class QPrintPreviewWidget;
-class QPushButton;
 class QVBoxLayout;
 
 namespace karvo
 {
 
-class FzCVdrucken : public QDialog
+class FzCVdrucken : public Form
 {
     Q_OBJECT
 
@@ -28,14 +27,13 @@ public:
 private:
     void build();
     void fillDocument();
-    QPushButton* addButton(QVBoxLayout& column, const char* name, Caption caption);
+    QVBoxLayout* actions();
     void print();
     void savePdf();
     void save(ExportForm form, Caption title);
     void showSaved(const std::filesystem::path& path);
 
     Workbench& bench_;
-    const LanguageTables& texts_;
     const Clock& clock_;
     QTextDocument document_;
     std::unique_ptr<QPrinter> printer_;

@@ -2,19 +2,14 @@
 
 #include "program/text_lines.h"
 #include "ui/captions.h"
+#include "ui/named.h"
 #include "ui/tabbed_list.h"
-#include "ui/usual_size.h"
 #include "workbench/expert_mode.h"
 #include "workbench/export_files.h"
 #include "workbench/list_files.h"
 
 #include <QCheckBox>
-#include <QDialogButtonBox>
-#include <QHBoxLayout>
-#include <QLabel>
 #include <QMenu>
-#include <QMenuBar>
-#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace karvo
@@ -27,10 +22,7 @@ constexpr QSize usualSize(860, 640);
 
 QLabel* label(QWidget* parent, const char* name)
 {
-    auto* const made = new QLabel(parent);
-    made->setObjectName(QString::fromLatin1(name));
-    made->setTextFormat(Qt::PlainText); // a path may look like markup
-    made->setWordWrap(true);
+    auto* const made = textLabel(name, parent);
     made->setTextInteractionFlags(Qt::TextSelectableByMouse);
     return made;
 }
@@ -46,18 +38,17 @@ Caption captionOf(std::size_t model)
 } // namespace
 
 Vergleichen::Vergleichen(Workbench& bench, QWidget* parent)
-    : QDialog(parent),
+    : Form(bench.state.texts, "Vergleichen", Caption::compareTitle, parent),
       bench_(bench),
-      texts_(bench.state.texts),
       sets_(bench),
       model_(label(this, "Label1")),
       firstSide_(label(this, "FirstSide")),
       secondSide_(label(this, "SecondSide")),
       counts_(label(this, "Counts")),
-      list_(new TabbedList(this)),
-      onlyDifferences_(new QCheckBox(buttonText(texts_.caption(Caption::onlyDifferences)), this)),
-      compareButton_(new QPushButton(buttonText(texts_.caption(Caption::compareButton)), this)),
-      lookUpButton_(new QPushButton(buttonText(texts_.caption(Caption::lookUpButton)), this))
+      list_(named<TabbedList>("List1", this, windowTitle())),
+      onlyDifferences_(captioned<QCheckBox>("OnlyDifferences", this, onButton(Caption::onlyDifferences))),
+      compareButton_(addButton("Command1", Caption::compareButton, ButtonRow::ActionRole)),
+      lookUpButton_(addButton("Command2", Caption::lookUpButton, ButtonRow::ActionRole))
 {
     build();
     showExpertMode();
@@ -67,92 +58,46 @@ Vergleichen::Vergleichen(Workbench& bench, QWidget* parent)
 
 void Vergleichen::build()
 {
-    setObjectName(QStringLiteral("Vergleichen"));
-    setWindowTitle(qtText(texts_.caption(Caption::compareTitle)));
     setWindowFlag(Qt::WindowMaximizeButtonHint);
-    list_->setObjectName(QStringLiteral("List1"));
-    list_->setAccessibleName(windowTitle());
-    list_->setEmptyHint(qtText(texts_.caption(Caption::compareHint)));
-    onlyDifferences_->setObjectName(QStringLiteral("OnlyDifferences"));
-    connect(onlyDifferences_, &QCheckBox::toggled, this, &Vergleichen::showLines);
-
-    auto* const layout = new QVBoxLayout(this);
-    layout->setMenuBar(menus());
+    setUsualSize(usualSize);
+    addMenus();
     for (QWidget* const widget :
          std::initializer_list<QWidget*>{model_, firstSide_, secondSide_, onlyDifferences_})
-        layout->addWidget(widget);
-    layout->addWidget(list_, 1);
-    layout->addWidget(counts_);
-    layout->addWidget(buttons());
-    resizeToUsual(*this, usualSize);
+        column().addWidget(widget);
+    column().addWidget(list_, 1);
+    column().addWidget(counts_);
+    addSaveButton();
+    addButton("Schliessen", Caption::closeButton, ButtonRow::RejectRole);
+    connect(onlyDifferences_, &QCheckBox::toggled, this, &Vergleichen::showLines);
+    connect(compareButton_, &QPushButton::clicked, this, &Vergleichen::compare);
+    connect(lookUpButton_, &QPushButton::clicked, this, &Vergleichen::lookUp);
 }
 
-QMenuBar* Vergleichen::menus()
+void Vergleichen::addMenus()
 {
-    auto* const bar = new QMenuBar(this);
-    bar->setNativeMenuBar(false);
-    QMenu* const file = bar->addMenu(buttonText(texts_.caption(Caption::compareFileMenu)));
-    connect(addItem(*file, "mnu_saved", Caption::compareFirstFile), &QAction::triggered, this,
-            &Vergleichen::openFirst);
-    QAction* const second = addItem(*file, "mnu_saved_2", Caption::compareSecondFile);
-    second->setShortcut(QKeySequence::Open);
-    connect(second, &QAction::triggered, this, &Vergleichen::openSecond);
-    QMenu* const model = bar->addMenu(buttonText(texts_.caption(Caption::compareModelMenu)));
+    QMenu& file = addMenu(Caption::compareFileMenu);
+    addItem(file, "mnu_saved", Caption::compareFirstFile, [this] { openFirst(); });
+    addItem(file, "mnu_saved_2", Caption::compareSecondFile, [this] {
+        openSecond();
+    })->setShortcut(QKeySequence::Open);
+    QMenu& model = addMenu(Caption::compareModelMenu);
     std::size_t place = 0;
     for (const ComparedModel& one : comparedModels()) {
         const std::string name(one.menuItem);
-        connect(addItem(*model, name.c_str(), captionOf(place++)), &QAction::triggered, this,
-                [this, item = one.menuItem] { chooseModel(item); });
+        addItem(model, name.c_str(), captionOf(place++), [this, item = one.menuItem] { chooseModel(item); });
     }
-    QMenu* const expert = bar->addMenu(buttonText(texts_.caption(Caption::compareExpertMenu)));
-    expertOn_ = addItem(*expert, "mnu_expert_ein", Caption::expertOn);
-    expertOff_ = addItem(*expert, "mnu_expert_aus", Caption::expertOff);
-    connect(expertOn_, &QAction::triggered, this, [this] { switchExpertMode(true); });
-    connect(expertOff_, &QAction::triggered, this, [this] { switchExpertMode(false); });
-    return bar;
+    QMenu& expert = addMenu(Caption::compareExpertMenu);
+    expertOn_ = addItem(expert, "mnu_expert_ein", Caption::expertOn, [this] { switchExpertMode(true); });
+    expertOff_ = addItem(expert, "mnu_expert_aus", Caption::expertOff, [this] { switchExpertMode(false); });
 }
 
-QAction* Vergleichen::addItem(QMenu& menu, const char* name, Caption caption)
+void Vergleichen::addSaveButton()
 {
-    QAction* const item = menu.addAction(buttonText(texts_.caption(caption)));
-    item->setObjectName(QString::fromLatin1(name));
-    item->setMenuRole(QAction::NoRole);
-    return item;
-}
-
-QWidget* Vergleichen::buttons()
-{
-    auto* const row = new QWidget(this);
-    auto* const layout = new QHBoxLayout(row);
-    layout->setContentsMargins(0, 0, 0, 0);
-    compareButton_->setObjectName(QStringLiteral("Command1"));
-    lookUpButton_->setObjectName(QStringLiteral("Command2"));
-    connect(compareButton_, &QPushButton::clicked, this, &Vergleichen::compare);
-    connect(lookUpButton_, &QPushButton::clicked, this, &Vergleichen::lookUp);
-    save_ = saveButton();
-    auto* const close = new QPushButton(buttonText(texts_.caption(Caption::closeButton)), this);
-    close->setObjectName(QStringLiteral("Schliessen"));
-    connect(close, &QPushButton::clicked, this, &QDialog::reject);
-    for (QPushButton* const button : {compareButton_, lookUpButton_, save_}) {
-        button->setAutoDefault(false);
-        layout->addWidget(button);
-    }
-    layout->addStretch();
-    layout->addWidget(close);
-    return row;
-}
-
-QPushButton* Vergleichen::saveButton()
-{
-    auto* const button = new QPushButton(buttonText(texts_.caption(Caption::saveComparison)), this);
-    button->setObjectName(QStringLiteral("SaveResult"));
-    auto* const forms = new QMenu(button);
-    connect(addItem(*forms, "SaveAsText", Caption::saveComparisonAsText), &QAction::triggered, this,
-            [this] { save(false); });
-    connect(addItem(*forms, "SaveAsCsv", Caption::saveComparisonAsCsv), &QAction::triggered, this,
-            [this] { save(true); });
-    button->setMenu(forms);
-    return button;
+    save_ = addButton("SaveResult", Caption::saveComparison, ButtonRow::ActionRole);
+    auto* const forms = new QMenu(save_);
+    addItem(*forms, "SaveAsText", Caption::saveComparisonAsText, [this] { save(false); });
+    addItem(*forms, "SaveAsCsv", Caption::saveComparisonAsCsv, [this] { save(true); });
+    save_->setMenu(forms);
 }
 
 void Vergleichen::chooseModel(std::string_view menuItem)

@@ -1,9 +1,8 @@
 // Two CV sets side by side.
 #pragma once
 
+#include "ui/form.h"
 #include "workbench/compared_sets.h"
-
-#include <QDialog>
 
 #include <filesystem>
 #include <optional>
@@ -12,15 +11,13 @@
 class QAction;
 class QCheckBox;
 class QLabel;
-class QMenuBar;
-class QPushButton;
 
 namespace karvo
 {
 
 class TabbedList;
 
-class Vergleichen : public QDialog
+class Vergleichen : public Form
 {
     Q_OBJECT
 
@@ -29,10 +26,8 @@ public:
 
 private:
     void build();
-    QMenuBar* menus();
-    QWidget* buttons();
-    QAction* addItem(QMenu& menu, const char* name, Caption caption);
-    QPushButton* saveButton();
+    void addMenus();
+    void addSaveButton();
 
     void chooseModel(std::string_view menuItem);
     void openFirst();
@@ -47,7 +42,6 @@ private:
     void save(bool asCsv);
 
     Workbench& bench_;
-    const LanguageTables& texts_;
     ComparedSets sets_;
     std::optional<Comparison> comparison_;
     QLabel* model_;
