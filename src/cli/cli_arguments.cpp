@@ -196,21 +196,18 @@ private:
     // "CV3=12" or "3=12".
     Fault takeChange(const QString& word)
     {
-        static const QRegularExpression form(QStringLiteral("^(?:CV)?([0-9]{1,9})=([0-9]{1,9})$"),
-                                             QRegularExpression::CaseInsensitiveOption);
-        const auto match = form.match(word);
-        if (!match.hasMatch())
+        const auto change = changeFromText(toText(word));
+        if (!change)
             return say(Message::noChange, {toText(word)});
-        const CvChange change{match.captured(1).toInt(), match.captured(2).toInt()};
-        if (change.cv < 1 || change.cv > CvTable::lastRow)
-            return say(Message::cvOutOfRange, {toText(word), textFromNumber(change.cv)});
-        if (!isCvValue(change.value))
-            return say(Message::valueOutOfRange, {toText(word), textFromNumber(change.value)});
+        if (change->cv < 1 || change->cv > CvTable::lastRow)
+            return say(Message::cvOutOfRange, {toText(word), textFromNumber(change->cv)});
+        if (!isCvValue(change->value))
+            return say(Message::valueOutOfRange, {toText(word), textFromNumber(change->value)});
         const bool isNamed = std::any_of(arguments_.changes.begin(), arguments_.changes.end(),
-                                         [&](const CvChange& other) { return other.cv == change.cv; });
+                                         [&](const CvChange& other) { return other.cv == change->cv; });
         if (isNamed)
-            return say(Message::cvNamedTwice, {toText(word), textFromNumber(change.cv)});
-        arguments_.changes.push_back(change);
+            return say(Message::cvNamedTwice, {toText(word), textFromNumber(change->cv)});
+        arguments_.changes.push_back(*change);
         return std::nullopt;
     }
 

@@ -1,6 +1,7 @@
 // The same change of CVs in many CV list files.
 #pragma once
 
+#include "cvdata/cv_change.h"
 #include "cvdata/list_file.h"
 #include "language/language_tables.h"
 #include "program/files.h"
@@ -12,11 +13,6 @@
 
 namespace karvo
 {
-
-struct CvChange {
-    int cv;    // 1 to 256
-    int value; // 0 to 255
-};
 
 enum class BatchRefusal {
     none,

@@ -1,6 +1,7 @@
 // What the function keys F0 to F12 switch, and how: CV33 to CV45, CV19 and CV20.
 #pragma once
 
+#include "cvdata/cv_change.h"
 #include "editors/picture_values.h"
 
 namespace karvo
@@ -24,11 +25,6 @@ int cvOfPlace(int row, int key);
 bool isPlace(const PictureValues& values, int row, int key);
 
 bool isChosen(const PictureValues& values, int row, int key);
-
-struct CvChange {
-    int cv;
-    int value;
-};
 
 // What choosing there changes: the value of a key, or a switch that is turned over. Nothing where nothing
 // changes.

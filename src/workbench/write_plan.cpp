@@ -186,10 +186,10 @@ WritePlan planOfChosen(const CvSet& set, const std::vector<int>& cvs)
     return planOf(set, [&](int cv) { return std::find(cvs.begin(), cvs.end(), cv) != cvs.end(); });
 }
 
-WritePlan planOfValues(CvSet set, const std::vector<CvValue>& values)
+WritePlan planOfValues(CvSet set, const std::vector<CvChange>& values)
 {
     std::vector<int> cvs;
-    for (const CvValue& one : values) {
+    for (const CvChange& one : values) {
         set.table.setValue(one.cv, one.value);
         cvs.push_back(one.cv);
     }

@@ -1,6 +1,7 @@
 // Which CVs a write of many writes, and in which order.
 #pragma once
 
+#include "cvdata/cv_change.h"
 #include "cvdata/cv_set.h"
 #include "cvdata/decoder_profile.h"
 #include "link/link.h"
@@ -51,13 +52,6 @@ constexpr bool isServoCv(int cv)
 // drives badly.
 using WritePlan = std::vector<PlannedWrite>;
 
-struct CvValue {
-    int cv;
-    int value; // 0 to 255
-
-    bool operator==(const CvValue&) const = default;
-};
-
 // CV102 and CV108 switch the automatics of vehicles on, CV112 what is built in; CV9 and CV30 choose what a
 // receiver does. A vehicle's CV9 and a receiver's CV112 are settings like others.
 bool isActingSwitch(Model model, int cv);
@@ -81,7 +75,7 @@ WritePlan planOfChosen(const CvSet& set, const std::vector<int>& cvs);
 
 // These values instead of the list's, in the order of writing, with what belongs to them: the rest of the
 // series, and what puts a servo's address to use.
-WritePlan planOfValues(CvSet set, const std::vector<CvValue>& values);
+WritePlan planOfValues(CvSet set, const std::vector<CvChange>& values);
 
 // The plan without all other CVs, in its order, but for the parts of an address that are left out: they hold
 // back what would put it to use. One of CV167 to CV171 brings the others. A CV

@@ -34,7 +34,7 @@ struct PlannedList {
         if (what == "receiver")
             set.profile.model = Model::receiver;
         if (what == "values") {
-            std::vector<CvValue> values;
+            std::vector<CvChange> values;
             for (const int cv : numbers)
                 values.push_back({cv, 7});
             return planOfValues(set, values);
