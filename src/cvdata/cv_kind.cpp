@@ -236,4 +236,11 @@ Text inUnit(int value, const CvUnit& unit, bool decimalComma)
     return joined({decimal(thousandths, 0, decimalComma), u" ", unit.name});
 }
 
+Text meaningOf(int value, const CvKind& kind, bool decimalComma)
+{
+    if (const TextView word = kind.wordOfValue(value); !word.empty())
+        return Text(word);
+    return kind.unit ? inUnit(value, *kind.unit, decimalComma) : textFromNumber(value);
+}
+
 } // namespace karvo

@@ -92,4 +92,7 @@ bool carries(const CvTable& table, Column column);
 // "50 ms", "3 s", "1 min 20 s", "3.30 V", "78 %": so many of the unit.
 Text inUnit(int value, const CvUnit& unit, bool decimalComma);
 
+// What a value stands for: its word, else so many of the unit, else the number itself.
+Text meaningOf(int value, const CvKind& kind, bool decimalComma);
+
 } // namespace karvo

@@ -57,8 +57,17 @@ std::vector<int> cvsWithout(std::span<const CvRange> ranges, const Condition& co
     return missing;
 }
 
-// "CV2, CV70-97"
-Text namesOf(const std::vector<int>& cvs)
+Text namesOf(std::span<const Model> models)
+{
+    Text names;
+    for (const Model model : models)
+        names += (names.empty() ? Text() : u", ") + Text(modelName(model));
+    return names;
+}
+
+} // namespace
+
+Text namesOfCvs(const std::vector<int>& cvs)
 {
     Text names;
     for (std::size_t start = 0; start < cvs.size();) {
@@ -72,16 +81,6 @@ Text namesOf(const std::vector<int>& cvs)
     }
     return names;
 }
-
-Text namesOf(std::span<const Model> models)
-{
-    Text names;
-    for (const Model model : models)
-        names += (names.empty() ? Text() : u", ") + Text(modelName(model));
-    return names;
-}
-
-} // namespace
 
 const EditorNeeds& needsOf(Editor editor)
 {
@@ -118,11 +117,11 @@ std::optional<Text> whyNotOpen(const EditorNeeds& needs, const CvSet& set, const
     }
     const auto unused = cvsWithout(needs.cvs, [&](int cv) { return isUsed(set.table, cv); });
     if (!unused.empty()) {
-        return texts.message(Message::editorLacksCvs, {model, namesOf(unused)});
+        return texts.message(Message::editorLacksCvs, {model, namesOfCvs(unused)});
     }
     const auto unknown = cvsWithout(needs.cvs, [&](int cv) { return isCvValue(set.table.value(cv)); });
     if (needs.wantsValues && !unknown.empty()) {
-        return texts.message(Message::editorLacksValues, {namesOf(unknown)});
+        return texts.message(Message::editorLacksValues, {namesOfCvs(unknown)});
     }
     return std::nullopt;
 }

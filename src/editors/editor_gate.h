@@ -43,6 +43,9 @@ struct EditorNeeds {
     bool opensUnlisted = false; // without a list it opens, and says itself what is missing
 };
 
+// "CV2, CV70-97"; ascending.
+Text namesOfCvs(const std::vector<int>& cvs);
+
 const EditorNeeds& needsOf(Editor editor);
 
 // Nothing when it opens for this set. The model is that of the list, never that of the last identification:

@@ -63,7 +63,7 @@ UserFolders findUserFolders(Files& files, const std::filesystem::path& programFo
     const auto folder = [&](const char* name) {
         return findUserFolder(files, programFolder, documentsFolder, name);
     };
-    return {folder("CV_listen"), folder("FS_listen"), folder("ABS_listen")};
+    return {folder("CV_listen"), folder("FS_listen"), folder("ABS_listen"), folder("FKT_listen")};
 }
 
 std::filesystem::path folderBelow(Files& files, std::filesystem::path folder,

@@ -1,4 +1,5 @@
-// The folders that hold what the user keeps: CV lists, speed-step tables and distance tables.
+// The folders that hold what the user keeps: CV lists, speed-step tables, distance tables and function
+// sheets.
 #pragma once
 
 #include "program/files.h"
@@ -28,6 +29,7 @@ struct UserFolders {
     UserFolder cvLists;    // "CV_listen"
     UserFolder speedSteps; // "FS_listen"
     UserFolder distances;  // "ABS_listen"
+    UserFolder sheets;     // "FKT_listen"
 };
 
 // Beside the program where files can be made there, else in the user's documents folder. A folder that is
