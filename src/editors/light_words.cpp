@@ -57,6 +57,8 @@ Text lightText(const PictureWords& words, const LightCourse& course)
     if (!cause || course.brightness == 0)
         return texts.caption(Caption::lightDark);
     Text text = doingText(words, course, *cause);
+    if (course.fadeTime > 0)
+        text = joined({text, u", ", texts.caption(Caption::lightFades)});
     const auto end = cause->until ? cause->until : course.goesOut;
     if (end)
         text = joined(

@@ -198,7 +198,7 @@ bool isLitAt(const Phase& phase, int ms)
 
 Text momentText(const PictureWords& words, const TimeLine& line, int ms)
 {
-    Text text = (ms < 0 ? Text(u"-") : Text()) + durationText(std::abs(ms), words.decimalComma);
+    Text text = joined({ms < 0 ? u"-" : u"", durationText(std::abs(ms), words.decimalComma)});
     TextView separator = u": ";
     for (const Phase& phase : line.phases)
         if (holdsAt(phase, ms)) {

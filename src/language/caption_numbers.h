@@ -555,6 +555,7 @@ enum class Caption {
     laneRange = 522,     // {1}: straight ahead, {2}, {3}: ends
     laneStopAfter = 523, // {1}: a time
     laneTopStep = 524,   // {1}: speed step
+    lightFades = 525,
 };
 
 } // namespace karvo

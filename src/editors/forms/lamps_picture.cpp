@@ -15,7 +15,6 @@ namespace
 {
 
 constexpr double boxLines = 4.4;
-constexpr double wordLines = 3.2; // below the box
 
 QColor glassOf(ReceiverLamp::Glass glass)
 {
@@ -44,12 +43,25 @@ LampsPicture::LampsPicture(const PictureWords& words, QWidget* parent)
 void LampsPicture::valuesChanged()
 {
     lamps_ = receiverLamps(values());
+    describe();
+    updateGeometry();
+    restart(now());
+}
+
+void LampsPicture::describe()
+{
     QStringList all;
+    QStringList lit;
     bool schematic = false;
     for (std::size_t place = 0; place < lamps_.size(); ++place) {
         all += qtText(lampText(words(), lamps_[place], static_cast<int>(place) + 1));
         schematic |= lamps_[place].rhythm.schematic;
+        if (levelOf(lamps_[place]) > 0)
+            lit += QString::number(place + 1);
     }
+    if (isStepped())
+        all.prepend(qtText(durationText(now(), words().decimalComma)) + QStringLiteral(": ") +
+                    lit.join(QStringLiteral(", ")));
     const QString keys = qtText(words().texts.caption(Caption::pictureKeysHelp));
     const QString note = qtText(words().texts.caption(Caption::schematicNote));
     setToolTip(schematic ? keys + u'\n' + note : keys);
@@ -58,8 +70,6 @@ void LampsPicture::valuesChanged()
     if (!notInForce().isEmpty())
         all += notInForce();
     setAccessibleDescription(spoken(all));
-    updateGeometry();
-    restart(now());
 }
 
 bool LampsPicture::moves() const
@@ -88,9 +98,36 @@ QRectF LampsPicture::box(double width) const
     return {(width - wide) / 2, 0, wide, boxLines * lineHeight()};
 }
 
+QString LampsPicture::wordsOf(std::size_t place) const
+{
+    const QString text = qtText(lampText(words(), lamps_[place], static_cast<int>(place) + 1));
+    return text.mid(text.indexOf(u' ') + 1);
+}
+
+// Below the box; as high as the longest needs.
+QRectF LampsPicture::wordsBelow(const QRectF& column) const
+{
+    const double inset = lineHeight() * 0.2;
+    QRectF area(column.left() + inset, (boxLines + 0.1) * lineHeight(), column.width() - 2 * inset, 0);
+    for (std::size_t place = 0; place < lamps_.size(); ++place) {
+        const QRectF room(area.topLeft(), QSizeF(area.width(), 10'000));
+        const QRectF used =
+            QFontMetricsF(font()).boundingRect(room, Qt::AlignHCenter | Qt::TextWordWrap, wordsOf(place));
+        area.setHeight(std::max(area.height(), used.height()));
+    }
+    return area;
+}
+
+QRectF LampsPicture::columnOf(std::size_t place, double width) const
+{
+    const QRectF all = box(width);
+    const double wide = all.width() / static_cast<double>(lamps_.size());
+    return {all.left() + static_cast<double>(place) * wide, 0, wide, all.height()};
+}
+
 int LampsPicture::heightForWidth(int width) const
 {
-    double height = (boxLines + wordLines) * lineHeight();
+    double height = wordsBelow(columnOf(0, width)).bottom() + lineHeight() * 0.2;
     if (const QString note = notInForce(); !note.isEmpty())
         height +=
             QFontMetricsF(font()).boundingRect(QRectF(0, 0, width, 10'000), Qt::TextWordWrap, note).height();
@@ -126,15 +163,14 @@ void LampsPicture::paintEvent(QPaintEvent*)
         QPen(hasFocus() ? palette().color(QPalette::Highlight) : roadLineColor(), hasFocus() ? 2 : 1));
     painter.setBrush(roadColor());
     painter.drawRoundedRect(place.adjusted(1, 1, -1, -1), lineHeight() / 2, lineHeight() / 2);
-    const double column = place.width() / static_cast<double>(lamps_.size());
     for (std::size_t lamp = 0; lamp < lamps_.size(); ++lamp)
-        paintLampOf(painter, lamp,
-                    QRectF(place.left() + static_cast<double>(lamp) * column, 0, column, height()));
+        paintLampOf(painter, lamp, columnOf(lamp, width()));
     painter.setPen(roadLineColor());
     showPaused(painter, place.topRight() + QPointF(-lineHeight() / 2, lineHeight() / 6));
     painter.setPen(palette().color(QPalette::WindowText));
-    painter.drawText(QRectF(0, (boxLines + wordLines) * lineHeight(), width(), height()), Qt::TextWordWrap,
-                     notInForce());
+    painter.drawText(
+        QRectF(0, wordsBelow(columnOf(0, width())).bottom() + lineHeight() * 0.2, width(), height()),
+        Qt::TextWordWrap, notInForce());
 }
 
 void LampsPicture::paintLampOf(QPainter& painter, std::size_t place, const QRectF& column) const
@@ -151,11 +187,7 @@ void LampsPicture::paintLampOf(QPainter& painter, std::size_t place, const QRect
                      QString::number(place + 1));
     painter.restore();
     painter.setPen(palette().color(QPalette::WindowText));
-    const QString text = qtText(lampText(words(), lamp, static_cast<int>(place) + 1));
-    const double inset = line * 0.2;
-    painter.drawText(QRectF(column.left() + inset, (boxLines + 0.1) * line, column.width() - 2 * inset,
-                            (wordLines - 0.1) * line),
-                     Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, text.mid(text.indexOf(u' ') + 1));
+    painter.drawText(wordsBelow(column), Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, wordsOf(place));
 }
 
 } // namespace karvo

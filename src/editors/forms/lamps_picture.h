@@ -22,12 +22,16 @@ public:
 protected:
     void valuesChanged() override;
     bool moves() const override;
+    void describe() override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
     QString notInForce() const; // empty where the outputs are lamps
     double lineHeight() const;
     QRectF box(double width) const;
+    QRectF columnOf(std::size_t place, double width) const;
+    QString wordsOf(std::size_t place) const;
+    QRectF wordsBelow(const QRectF& column) const;
     double levelOf(const ReceiverLamp& lamp) const;
     void paintLampOf(QPainter& painter, std::size_t place, const QRectF& column) const;
 

@@ -32,11 +32,16 @@ LanePicture::LanePicture(const PictureWords& words, QWidget* parent)
 void LanePicture::valuesChanged()
 {
     view_ = laneView(values());
+    describe();
+    restart(now());
+}
+
+void LanePicture::describe()
+{
     QStringList all;
     for (const Text& text : laneTexts(words(), view_))
         all += qtText(text);
     setAccessibleDescription(spoken(all));
-    restart(now());
 }
 
 double LanePicture::lineHeight() const

@@ -19,6 +19,7 @@ public:
 
 protected:
     void valuesChanged() override;
+    void describe() override;
     bool moves() const override { return view_.mode != LaneView::off; }
     void paintEvent(QPaintEvent* event) override;
 

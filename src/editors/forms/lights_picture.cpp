@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace karvo
 {
@@ -24,8 +25,9 @@ constexpr int lineHeightsOfVehicle = 9;
 QString rowText(const PictureWords& words, const LightCourse& course, bool trailer)
 {
     const auto place = static_cast<std::size_t>(course.light);
-    const Text number = place < outputCount ? textFromNumber(static_cast<int>(place) + 1) + u"  " : Text();
-    return qtText(joined({number, lightName(words, course.light, trailer), u": ", lightText(words, course)}));
+    const bool known = place < outputCount;
+    return qtText(joined({known ? textFromNumber(static_cast<int>(place) + 1) : Text(), known ? u"  " : u"",
+                          lightName(words, course.light, trailer), u": ", lightText(words, course)}));
 }
 
 } // namespace
@@ -54,10 +56,23 @@ void LightsCanvas::valuesChanged()
     setScene(scene_);
 }
 
+QString LightsCanvas::moment() const
+{
+    TextView separator = u": ";
+    Text text = durationText(now(), words().decimalComma);
+    for (const LightCourse& course : courses_)
+        if (levelAt(course, now()) > 0)
+            text = joined(
+                {text, std::exchange(separator, u", "), lightName(words(), course.light, scene_.trailer)});
+    return qtText(text);
+}
+
 void LightsCanvas::describe()
 {
     rows_.clear();
     QStringList all;
+    if (isStepped())
+        all += moment();
     bool schematic = false;
     for (const LightCourse& course : courses_) {
         if (static_cast<std::size_t>(course.light) >= outputCount && rows_.size() == outputCount) {

@@ -30,6 +30,7 @@ public:
 protected:
     void valuesChanged() override;
     bool moves() const override;
+    void describe() override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
@@ -42,7 +43,7 @@ private:
     Places placesFor(int width) const;
     double rowWidth() const;
     int rowsIn(int columns) const;
-    void describe();
+    QString moment() const; // what is lit now
     void paintWords(QPainter& painter, const Places& places,
                     const std::array<double, lightCount>& levels) const;
     std::array<double, lightCount> shownLevels();

@@ -88,6 +88,7 @@ void MovingPicture::keyPressEvent(QKeyEvent* event)
         stepped_ = true;
         now_ = following(now_ + stepLength());
         pause(true);
+        describe();
     } else {
         QWidget::keyPressEvent(event);
     }

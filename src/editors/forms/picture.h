@@ -59,6 +59,11 @@ protected:
     // Where to go on behind `ms`; a picture that ends begins anew.
     virtual int following(int ms) const { return ms; }
 
+    // Sets the accessible description anew, from what is shown and, where the picture was stepped, from the
+    // moment.
+    virtual void describe() = 0;
+    bool isStepped() const { return stepped_; }
+
     // ms since the beginning.
     int now() const { return now_; }
     // Neither moving nor moved by steps: what is shown stands for the whole.

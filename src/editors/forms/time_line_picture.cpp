@@ -75,9 +75,16 @@ void TimeLinePicture::valuesChanged()
     restart(now());
 }
 
+QString TimeLinePicture::moment() const
+{
+    return qtText(momentText(words(), line_, time() / 100 * 100));
+}
+
 void TimeLinePicture::describe()
 {
     QStringList all;
+    if (isStepped())
+        all += moment();
     for (const Phase& phase : line_.phases)
         all += qtText(phaseText(words(), line_, phase));
     for (const TimeLineNote& note : line_.notes)
@@ -278,12 +285,11 @@ void TimeLinePicture::paintScene(QPainter& painter, const QRectF& strip) const
 
     painter.setPen(roadLineColor());
     const double edge = lineHeight() / 3;
-    QString moment =
-        line_.phases.empty() ? QString() : qtText(momentText(words(), line_, time() / 100 * 100));
+    QString told = line_.phases.empty() ? QString() : moment();
     if (hurry() > 1 && !isStill())
-        moment += QStringLiteral("  (× %1)").arg(hurry());
+        told += QStringLiteral("  (× %1)").arg(hurry());
     const QString shown =
-        fontMetrics().elidedText(moment, Qt::ElideRight, static_cast<int>(strip.width() * 0.75));
+        fontMetrics().elidedText(told, Qt::ElideRight, static_cast<int>(strip.width() * 0.75));
     painter.drawText(strip.adjusted(edge, edge / 2, -edge, 0), Qt::AlignLeft | Qt::AlignTop, shown);
     showPaused(painter, strip.topRight() + QPointF(-edge, edge / 2));
 }

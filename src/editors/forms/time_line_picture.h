@@ -24,6 +24,7 @@ public:
 
 protected:
     void valuesChanged() override;
+    void describe() override;
     bool moves() const override { return !line_.phases.empty(); }
     // To the next time at which something begins or ends.
     int stepLength() const override;
@@ -31,7 +32,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    void describe();
+    QString moment() const;
     bool opens() const;
     int lead() const;   // ms that pass before time 0
     int length() const; // ms from there to the end

@@ -303,7 +303,8 @@ void VehicleDrawing::paint(QPainter& painter, const QRectF& area) const
     painter.scale(scale, scale);
     painter.translate(-allWidth / 2 + beamRoom, -allHeight / 2 + margin);
     painter.translate(0, (height - width) / 2);
-    paintBeams(painter);
+    if (body != Body::trailer) // it has no headlamps
+        paintBeams(painter);
     paintFromAbove(painter);
     painter.translate(length + 2 * margin, -(height - width) / 2 + 1);
     paintFromBehind(painter);
