@@ -37,7 +37,7 @@ void FormRows::add(QWidget& control, const QString& label, QWidget& behind)
 
 void FormRows::addBelow(QWidget& note)
 {
-    addWidget(&note, rowCount(), controlColumn);
+    addWidget(&note, rowCount(), controlColumn, 1, columns - controlColumn);
 }
 
 void FormRows::addWide(QWidget& wide)

@@ -4,6 +4,7 @@
 
 #include <QAbstractButton>
 #include <QCoreApplication>
+#include <QMetaEnum>
 
 namespace karvo
 {
@@ -11,9 +12,12 @@ namespace karvo
 void nameBoxButton(QMessageBox& box, QMessageBox::StandardButton button, const LanguageTables& texts,
                    Caption caption)
 {
+    QAbstractButton& named = *box.button(button);
+    named.setObjectName(
+        QString::fromLatin1(QMetaEnum::fromType<QMessageBox::StandardButtons>().valueToKey(button)));
     const Text text = texts.caption(caption);
     if (!text.empty())
-        box.button(button)->setText(buttonText(text));
+        named.setText(buttonText(text));
 }
 
 QString boxTitle(const LanguageTables& texts, Caption caption)

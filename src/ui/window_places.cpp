@@ -40,16 +40,17 @@ WindowPlaces::WindowPlaces(Settings& settings, QObject* parent) : QObject(parent
 bool WindowPlaces::eventFilter(QObject* watched, QEvent* event)
 {
     const auto type = event->type();
-    if (type != QEvent::Show && type != QEvent::Hide && type != QEvent::WindowActivate)
+    const bool isShownOrHidden = (type == QEvent::Show || type == QEvent::Hide) && !event->spontaneous();
+    if (!isShownOrHidden && type != QEvent::WindowActivate)
         return false;
     auto* const window = qobject_cast<Form*>(watched);
-    if (window == nullptr || event->spontaneous())
+    if (window == nullptr)
         return false;
     if (type == QEvent::Show)
         restore(*window);
     else if (type == QEvent::Hide)
         keep(*window);
-    else if (!opened_.contains(window))
+    else if (!opened_.contains(window)) // where the window system has put it
         opened_.insert(window, window->geometry());
     return false;
 }

@@ -65,11 +65,15 @@ std::filesystem::path withExtension(const QString& file, const Text& extension)
     return chosenPath(hasIt ? file : file + u'.' + suffix);
 }
 
-// A long prompt would make the window wider than the screen at twice the size.
-void wrapLabel(QInputDialog& dialog)
+// A long prompt would make the window wider than the screen at twice the size; a short one too small for its
+// title.
+void shapeInput(QInputDialog& dialog)
 {
-    if (auto* const label = dialog.findChild<QLabel*>())
+    dialog.setObjectName(QStringLiteral("InputBox"));
+    if (auto* const label = dialog.findChild<QLabel*>()) {
         label->setWordWrap(true);
+        label->setMinimumWidth(40 * label->fontMetrics().averageCharWidth());
+    }
 }
 
 } // namespace
@@ -117,11 +121,12 @@ std::optional<Text> WindowPrompts::input(const Text& title, const Text& prompt, 
     QInputDialog dialog(owner());
     dialog.setWindowTitle(qtText(title));
     dialog.setLabelText(buttonText(prompt));
-    wrapLabel(dialog);
+    shapeInput(dialog);
     dialog.setTextValue(qtText(initial));
     nameButtons(dialog);
     if (auto* const field = dialog.findChild<QLineEdit*>()) {
         field->setValidator(new Windows1252Validator(field));
+        field->setObjectName(QStringLiteral("Input"));
         field->setAccessibleName(qtText(prompt));
     }
     if (dialog.exec() != QDialog::Accepted || ended_)
@@ -140,12 +145,13 @@ std::optional<std::size_t> WindowPrompts::choice(const Text& title, const Text& 
     QInputDialog dialog(owner());
     dialog.setWindowTitle(qtText(title));
     dialog.setLabelText(buttonText(prompt));
-    wrapLabel(dialog);
+    shapeInput(dialog);
     dialog.setOption(QInputDialog::UseListViewForComboBoxItems); // all of them in view
     dialog.setComboBoxItems(items);
     dialog.setTextValue(items[static_cast<qsizetype>(current)]);
     nameButtons(dialog);
     if (auto* const list = dialog.findChild<QAbstractItemView*>()) {
+        list->setObjectName(QStringLiteral("Choices"));
         list->setAccessibleName(qtText(prompt));
         list->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);
     }
