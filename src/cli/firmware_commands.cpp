@@ -61,7 +61,7 @@ public:
         if (run_.interrupt.times() > 0)
             warn();
     }
-    void showRecords(std::size_t sent, std::size_t total) override
+    void showProgress(std::uint64_t sent, std::uint64_t total) override
     {
         run_.bench.view.showProgress(sent, total);
     }
@@ -91,10 +91,10 @@ private:
     std::optional<int> warnedAt_; // after how many of them the person was warned
 };
 
-class PatientUnzip : public UnzipObserver
+class PatientUnzip : public WorkObserver
 {
 public:
-    bool goOn(std::uint64_t) override { return true; }
+    bool stopRequested() override { return false; }
 };
 
 Text numberText(std::size_t number)

@@ -16,7 +16,7 @@ constexpr TextView failed = u"Fehler beim Download: Entweder existiert die URL n
 constexpr TextView complete = u"Download erfolgreich ausgeführt!";
 
 Downloaded fetch(Workbench& bench, Downloader& downloader, const Text& address, const Text& name,
-                 DownloadObserver& observer)
+                 WorkObserver& observer)
 {
     const auto folder = folderBelow(bench.files, bench.state.driveC, {"temp"});
     bench.files.makeFolder(folder); // where that fails, the file can not be made either
@@ -37,7 +37,7 @@ std::optional<Text> downloadFileName(TextView address)
     return isPlainFileName(utf8FromText(name)) ? std::optional(std::move(name)) : std::nullopt;
 }
 
-std::optional<Downloaded> download(Workbench& bench, Downloader& downloader, DownloadObserver& observer)
+std::optional<Downloaded> download(Workbench& bench, Downloader& downloader, WorkObserver& observer)
 {
     const Text address = bench.state.texts.message(Message::downloadAddress);
     if (const auto name = downloadFileName(address))

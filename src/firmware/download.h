@@ -19,7 +19,7 @@ struct Downloaded {
 
 // Fetches what message 581 names, with an hourglass meanwhile. Nothing, after a message, when that is no
 // address of a file.
-std::optional<Downloaded> download(Workbench& bench, Downloader& downloader, DownloadObserver& observer);
+std::optional<Downloaded> download(Workbench& bench, Downloader& downloader, WorkObserver& observer);
 
 void tellDownloadFailed(Prompts& prompts);
 

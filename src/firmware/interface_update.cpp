@@ -196,7 +196,7 @@ void tellEnd(Workbench& bench, UpdateEnd end, std::size_t records, const UpdateV
 UpdateEnd transfer(Workbench& bench, const UpdateSetup& setup, const UpdateFile& file, UpdateVerdict& verdict)
 {
     setup.observer.showStart(runningText(bench.state.texts));
-    setup.observer.showRecords(0, file.records.size());
+    setup.observer.showProgress(0, file.records.size());
     const auto end = sendUpdate(bench, setup, file, verdict);
     setup.observer.showEnd();
     tellEnd(bench, end, file.records.size(), verdict);

@@ -4,6 +4,7 @@
 
 #include "firmware/update_file.h"
 #include "program/clock.h"
+#include "program/work_observer.h"
 #include "workbench/workbench.h"
 
 #include <functional>
@@ -11,23 +12,17 @@
 namespace karvo
 {
 
-// Whoever watches an update.
-class UpdateObserver
+// Whoever watches an update. Progress counts records and is told after each one; after the last of a block
+// behind its pause. Whether to end is asked before the letters that call the interface's update mode, and
+// between two blocks.
+class UpdateObserver : public WorkObserver
 {
 public:
-    virtual ~UpdateObserver() = default;
-
     // Before anything of an update is sent: what the file says of itself.
     virtual void showHeader(const Text& header) = 0;
     // From here to showEnd() records are being sent.
     virtual void showStart(const Text& text) = 0;
-    // After each record; after the last of a block behind its pause.
-    virtual void showRecords(std::size_t sent, std::size_t total) = 0;
     virtual void showEnd() = 0;
-
-    // Asked before the letters that call the interface's update mode, and between two blocks; true ends the
-    // update.
-    virtual bool stopRequested() = 0;
 };
 
 enum class UpdateEnd {

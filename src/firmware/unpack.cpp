@@ -50,7 +50,7 @@ UnzipPlace placeFor(Files& files, const std::filesystem::path& folder)
 }
 
 UnzipResult unpack(View& view, Files& files, Archive& archive, const UnzipRequest& request,
-                   UnzipObserver& observer)
+                   WorkObserver& observer)
 {
     view.showHourglass(true);
     const auto place = placeFor(files, request.folder);

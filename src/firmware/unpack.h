@@ -22,12 +22,12 @@ std::optional<std::filesystem::path> unzipFolder(Workbench& bench);
 // With ".ZIP" behind a name that does not end so, in whatever letters.
 std::filesystem::path withZipEnding(Files& files, const std::filesystem::path& archive);
 
-// With an hourglass meanwhile.
 // On the way beside the folder, under a name that tells whose it is.
 UnzipPlace placeFor(Files& files, const std::filesystem::path& folder);
 
+// With an hourglass meanwhile.
 UnzipResult unpack(View& view, Files& files, Archive& archive, const UnzipRequest& request,
-                   UnzipObserver& observer);
+                   WorkObserver& observer);
 
 // Says how it went; nothing of what the person has stopped.
 void tellUnpacked(Workbench& bench, const UnzipRequest& request, const UnzipResult& result);

@@ -16,7 +16,7 @@ namespace
 class Unpacking : public ArchiveSink
 {
 public:
-    Unpacking(const UnzipPlace& place, UnzipObserver& observer, const UnzipLimits& limits)
+    Unpacking(const UnzipPlace& place, WorkObserver& observer, const UnzipLimits& limits)
         : staged_(place.folder, place.staging), observer_(observer), limits_(limits)
     {
     }
@@ -78,7 +78,11 @@ private:
         return false;
     }
 
-    bool mayGoOn() { return observer_.goOn(unpacked_) || end(UnzipEnd::stopped); }
+    bool mayGoOn()
+    {
+        observer_.showProgress(unpacked_, 0);
+        return !observer_.stopRequested() || end(UnzipEnd::stopped);
+    }
 
     // True for a fault.
     bool refuse(const std::optional<PlaceFault>& fault)
@@ -109,7 +113,7 @@ private:
     }
 
     StagedFiles staged_;
-    UnzipObserver& observer_;
+    WorkObserver& observer_;
     const UnzipLimits limits_;
     UnzipResult result_;
     std::set<Text> files_;
@@ -150,7 +154,7 @@ std::optional<Message> messageNumberOf(UnzipEnd end)
 } // namespace
 
 UnzipResult unzip(Archive& archive, const std::filesystem::path& file, const UnzipPlace& place,
-                  UnzipObserver& observer, const UnzipLimits& limits)
+                  WorkObserver& observer, const UnzipLimits& limits)
 {
     return Unpacking(place, observer, limits).run(archive, file);
 }

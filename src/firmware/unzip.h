@@ -4,6 +4,7 @@
 #include "language/language_tables.h"
 #include "program/archive.h"
 #include "program/files.h"
+#include "program/work_observer.h"
 
 #include <cstddef>
 #include <filesystem>
@@ -15,14 +16,6 @@ namespace karvo
 struct UnzipLimits {
     std::size_t entries = 10'000;
     std::uint64_t bytes = std::uint64_t{1} << 30; // of all files together, as they really come
-};
-
-class UnzipObserver
-{
-public:
-    virtual ~UnzipObserver() = default;
-    // Called often; false ends the unpacking.
-    virtual bool goOn(std::uint64_t unpackedBytes) = 0;
 };
 
 enum class UnzipEnd {
@@ -52,10 +45,10 @@ struct UnzipPlace {
         staging; // where they are unpacked on the way: on the same disk, nothing stands there
 };
 
-// Files of the same name in the target folder are replaced. What was unpacked on the way is gone
-// afterwards whatever happens.
+// The observer is told how many bytes are unpacked, and asked, after each piece. Files of the same name in
+// the target folder are replaced. What was unpacked on the way is gone afterwards whatever happens.
 UnzipResult unzip(Archive& archive, const std::filesystem::path& file, const UnzipPlace& place,
-                  UnzipObserver& observer, const UnzipLimits& limits = {});
+                  WorkObserver& observer, const UnzipLimits& limits = {});
 
 // Nothing for a good end and for a stop.
 std::optional<Text> messageOf(const UnzipResult& result, const LanguageTables& texts, const Files& files);

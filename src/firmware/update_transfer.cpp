@@ -52,7 +52,7 @@ private:
             if (const Ending end = pause(behindBlock))
                 return end;
         }
-        setup_.observer.showRecords(sent_, total);
+        setup_.observer.showProgress(sent_, total);
         if (endsABlock && sent_ != total && setup_.observer.stopRequested())
             return UpdateEnd::stopped;
         return std::nullopt;

@@ -3,6 +3,7 @@
 
 #include "firmware/hex_image.h"
 #include "firmware/reply_judge.h"
+#include "program/work_observer.h"
 #include "workbench/workbench.h"
 
 #include <vector>
@@ -38,12 +39,10 @@ struct UploadProgress {
 // What is known of the decoder's old firmware.
 enum class EraseState { untouched, mayBeErased, erased };
 
-// Whoever watches an upload.
-class UploadObserver
+// Whoever watches an upload; asked before each message but the first whether it is to end.
+class UploadObserver : public WorkObserver
 {
 public:
-    virtual ~UploadObserver() = default;
-
     // Before each message.
     virtual void showUpload(const UploadProgress& progress) = 0;
 
@@ -53,9 +52,6 @@ public:
     // Nothing has come in reply to the first three messages, or to three in a row that count. The upload goes
     // on.
     virtual void showSilence(EraseState erase) = 0;
-
-    // Asked before each message but the first: true ends the upload.
-    virtual bool stopRequested() = 0;
 };
 
 enum class UploadEnd {

@@ -22,7 +22,7 @@ namespace
 class Transfer
 {
 public:
-    Transfer(QNetworkReply& reply, SafeFile& file, const DownloadLimits& limits, DownloadObserver& observer)
+    Transfer(QNetworkReply& reply, SafeFile& file, const DownloadLimits& limits, WorkObserver& observer)
         : reply_(reply), file_(file), limits_(limits), observer_(observer)
     {
     }
@@ -40,7 +40,8 @@ public:
         body_.take(bytes);
         failed_ = !isExpected() || file_.write({reinterpret_cast<const std::uint8_t*>(bytes.data()),
                                                 static_cast<std::size_t>(bytes.size())});
-        observer_.showBytes(body_.size(), length().value_or(0));
+        observer_.showProgress(static_cast<std::uint64_t>(body_.size()),
+                               static_cast<std::uint64_t>(length().value_or(0)));
         cancelled_ = observer_.stopRequested();
         taking_ = false;
     }
@@ -79,7 +80,7 @@ private:
     QNetworkReply& reply_;
     SafeFile& file_;
     const DownloadLimits& limits_;
-    DownloadObserver& observer_;
+    WorkObserver& observer_;
     ReceivedBody body_;
     bool failed_ = false;
     bool cancelled_ = false;
@@ -105,7 +106,7 @@ bool isOfTheWeb(const QUrl& url)
 } // namespace
 
 DownloadEnd QtDownloader::fetch(const Text& address, const std::filesystem::path& target,
-                                DownloadObserver& observer)
+                                WorkObserver& observer)
 {
     const QUrl url(toQString(address), QUrl::StrictMode);
     SafeFile file(target);

@@ -24,7 +24,7 @@ public:
     explicit QtDownloader(Wait& wait, const DownloadLimits& limits = {}) : wait_(wait), limits_(limits) {}
 
     DownloadEnd fetch(const Text& address, const std::filesystem::path& target,
-                      DownloadObserver& observer) override;
+                      WorkObserver& observer) override;
 
 private:
     Wait& wait_;

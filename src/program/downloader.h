@@ -2,6 +2,7 @@
 #pragma once
 
 #include "program/text.h"
+#include "program/work_observer.h"
 
 #include <chrono>
 #include <filesystem>
@@ -16,14 +17,6 @@ enum class DownloadEnd {
     ended      // the program is being closed; likewise
 };
 
-class DownloadObserver
-{
-public:
-    virtual ~DownloadObserver() = default;
-    virtual void showBytes(long long received, long long total) = 0;
-    virtual bool stopRequested() = 0;
-};
-
 class Downloader
 {
 public:
@@ -31,7 +24,7 @@ public:
 
     // Replaces the target when the file has come whole. The address has to be one of the web.
     virtual DownloadEnd fetch(const Text& address, const std::filesystem::path& target,
-                              DownloadObserver& observer) = 0;
+                              WorkObserver& observer) = 0;
 };
 
 } // namespace karvo

@@ -37,7 +37,7 @@ void DownloadController::downloadArchive()
         if (!line.isGranted())
             return;
         const auto name = downloadFileName(texts_.message(Message::downloadAddress)).value_or(Text());
-        TransferProgress progress(bench_, Caption::downloadTitle,
+        TransferProgress progress(bench_, TransferProgress::Work::waits, Caption::downloadTitle,
                                   filledCaption(texts_, Caption::downloadRunning, {name}), &window_);
         const auto done = download(bench_, downloader_, progress);
         progress.end();
@@ -69,7 +69,7 @@ void DownloadController::unpackAfter(const std::optional<UnzipRequest>& request)
     const Operation operation(operations_, OperationKind::other);
     const LineUse line(bench_);
     TransferProgress progress(
-        bench_, Caption::unzipTitle,
+        bench_, TransferProgress::Work::waitsForNothing, Caption::unzipTitle,
         filledCaption(texts_, Caption::unzipRunning, {pathText(request->archive.filename())}), &window_);
     const auto result = unpack(bench_.view, bench_.files, archive_, *request, progress);
     progress.end();

@@ -18,7 +18,7 @@ namespace
 using test::Journal;
 using Kind = ArchiveEntry::Kind;
 
-struct UnzipBench : UnzipObserver {
+struct UnzipBench : WorkObserver {
     UnzipBench()
     {
         for (const int number : {860, 861, 862, 863, 864, 865, 866, 870, 871})
@@ -26,10 +26,10 @@ struct UnzipBench : UnzipObserver {
                           u"m" + textFromNumber(number) + u" {1}" + (number == 866 ? u": {2}" : u""));
         test::setText(texts, 657, u"taken");
     }
-    bool goOn(std::uint64_t) override
+    bool stopRequested() override
     {
         onTheWay = scratch.listing();
-        return ++calls != stopAt;
+        return ++calls == stopAt;
     }
 
     UnzipResult run(const UnzipLimits& limits)
@@ -171,8 +171,7 @@ TEST(Unpack, FindsItsFolderAndItsArchiveAndSaysHowItWent)
     EXPECT_EQ(bench.journal, (Journal{done + "\r\n" + folder, done, "error damaged a.zip (words)"}));
 }
 
-struct Unwatched : DownloadObserver {
-    void showBytes(long long, long long) override {}
+struct Unwatched : WorkObserver {
     bool stopRequested() override { return false; }
 };
 

@@ -23,7 +23,7 @@ std::string fileOf(int records)
 struct UpdateBench : test::TestBench, UpdateObserver {
     void showHeader(const Text& header) override { journal.push_back("header " + utf8FromText(header)); }
     void showStart(const Text& text) override { journal.push_back("start " + utf8FromText(text)); }
-    void showRecords(std::size_t sent, std::size_t total) override
+    void showProgress(std::uint64_t sent, std::uint64_t total) override
     {
         journal.push_back("records " + std::to_string(sent) + "/" + std::to_string(total));
         lastSent = sent;

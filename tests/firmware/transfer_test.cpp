@@ -20,7 +20,6 @@ struct Unwatched : UploadObserver, UpdateObserver {
     void showSilence(EraseState) override {}
     void showHeader(const Text&) override {}
     void showStart(const Text&) override {}
-    void showRecords(std::size_t, std::size_t) override {}
     void showEnd() override {}
     bool stopRequested() override { return false; }
 };

@@ -37,7 +37,7 @@ QByteArray redirection(const QByteArray& target)
 }
 
 // With a web server on this machine that sends what it is told, and then hangs up or keeps still.
-struct QtDownloaderTest : testing::Test, DownloadObserver {
+struct QtDownloaderTest : testing::Test, WorkObserver {
     QtDownloaderTest()
     {
         server.listen(QHostAddress::LocalHost);
@@ -53,7 +53,7 @@ struct QtDownloaderTest : testing::Test, DownloadObserver {
         if (hangsUp)
             socket.disconnectFromHost();
     }
-    void showBytes(long long received, long long total) override
+    void showProgress(std::uint64_t received, std::uint64_t total) override
     {
         shown = std::to_string(received) + " of " + std::to_string(total);
     }

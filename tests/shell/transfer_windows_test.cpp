@@ -60,9 +60,9 @@ TEST(DownloadWindow, ShowsHowFarItIsStopsWhenCancelledAndOffersToUnpack)
 {
     DownloadWindowBench bench;
     bench.downloader.end = DownloadEnd::cancelled;
-    bench.downloader.during = [&](DownloadObserver& observer) {
+    bench.downloader.during = [&](WorkObserver& observer) {
         EXPECT_TRUE(bench.state.lineBusy);
-        observer.showBytes(300, 1000);
+        observer.showProgress(300, 1000);
         auto& progress = bench.find<QProgressDialog>("TransferProgress");
         EXPECT_EQ(progress.value(), 300);
         EXPECT_EQ(progress.labelText().toStdString(), "KarvoUpd.zip wird heruntergeladen");

@@ -291,11 +291,11 @@ class ScriptedDownloader : public Downloader
 {
 public:
     DownloadEnd end = DownloadEnd::complete;
-    std::function<void(DownloadObserver&)> during;
+    std::function<void(WorkObserver&)> during;
     Text address;
     std::filesystem::path target;
 
-    DownloadEnd fetch(const Text& from, const std::filesystem::path& to, DownloadObserver& observer) override
+    DownloadEnd fetch(const Text& from, const std::filesystem::path& to, WorkObserver& observer) override
     {
         address = from;
         target = to;

@@ -40,7 +40,7 @@ void Firmware_Ablauf::showStart(const Text& text)
     show();
 }
 
-void Firmware_Ablauf::showRecords(std::size_t sent, std::size_t total)
+void Firmware_Ablauf::showProgress(std::uint64_t sent, std::uint64_t total)
 {
     progress_->setRange(0, static_cast<int>(total));
     progress_->setValue(static_cast<int>(sent));

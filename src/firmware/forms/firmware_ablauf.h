@@ -22,7 +22,7 @@ public:
 
     void showHeader(const Text& header) override;
     void showStart(const Text& text) override;
-    void showRecords(std::size_t sent, std::size_t total) override;
+    void showProgress(std::uint64_t sent, std::uint64_t total) override;
     void showEnd() override;
     bool stopRequested() override { return bench_.state.stopRequested; }
 

@@ -12,9 +12,11 @@ constexpr int thousandths = 1000;
 
 } // namespace
 
-TransferProgress::TransferProgress(Workbench& bench, Caption title, const QString& text, QWidget* parent)
+TransferProgress::TransferProgress(Workbench& bench, Work work, Caption title, const QString& text,
+                                   QWidget* parent)
     : QProgressDialog(text, buttonText(bench.state.texts.caption(Caption::cancelButton)), 0, 0, parent),
-      wait_(bench.wait)
+      wait_(bench.wait),
+      work_(work)
 {
     constexpr int showAfter = 400;
     setObjectName(QStringLiteral("TransferProgress"));
@@ -27,22 +29,22 @@ TransferProgress::TransferProgress(Workbench& bench, Caption title, const QStrin
     sinceEvents_.start();
 }
 
-void TransferProgress::showBytes(long long received, long long total)
+void TransferProgress::showProgress(std::uint64_t done, std::uint64_t total)
 {
-    if (total <= 0)
+    if (total == 0)
         return;
     setMaximum(thousandths);
-    setValue(static_cast<int>(received * thousandths / total));
+    setValue(static_cast<int>(done * thousandths / total));
 }
 
-bool TransferProgress::goOn(std::uint64_t)
+bool TransferProgress::stopRequested()
 {
     constexpr qint64 every = 50;
-    if (sinceEvents_.elapsed() >= every) {
+    if (work_ == Work::waitsForNothing && sinceEvents_.elapsed() >= every) {
         ended_ = ended_ || wait_.pause(std::chrono::milliseconds(1)) == WaitResult::ended;
         sinceEvents_.restart();
     }
-    return !ended_ && !wasCanceled();
+    return ended_ || wasCanceled();
 }
 
 } // namespace karvo
