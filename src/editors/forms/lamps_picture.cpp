@@ -92,10 +92,20 @@ double LampsPicture::lineHeight() const
     return QFontMetricsF(font()).height();
 }
 
-QRectF LampsPicture::box(double width) const
+// Beside each other, or in their two groups where the words had no room.
+int LampsPicture::columnsIn(double width) const
 {
-    const double wide = std::min(width, lineHeight() * 64);
-    return {(width - wide) / 2, 0, wide, boxLines * lineHeight()};
+    return width < 44 * lineHeight() ? 4 : 8;
+}
+
+QRectF LampsPicture::cellOf(std::size_t place, double width) const
+{
+    const double usual = std::min(width, lineHeight() * 64);
+    const int columns = columnsIn(width);
+    const int number = static_cast<int>(place);
+    const double wide = usual / columns;
+    const double high = boxLines * lineHeight() + wordsHeight(wide);
+    return {(width - usual) / 2 + number % columns * wide, number / columns * high, wide, high};
 }
 
 QString LampsPicture::wordsOf(std::size_t place) const
@@ -104,30 +114,21 @@ QString LampsPicture::wordsOf(std::size_t place) const
     return text.mid(text.indexOf(u' ') + 1);
 }
 
-// Below the box; as high as the longest needs.
-QRectF LampsPicture::wordsBelow(const QRectF& column) const
+// As high as the longest needs in a column of that width.
+double LampsPicture::wordsHeight(double width) const
 {
-    const double inset = lineHeight() * 0.2;
-    QRectF area(column.left() + inset, (boxLines + 0.1) * lineHeight(), column.width() - 2 * inset, 0);
-    for (std::size_t place = 0; place < lamps_.size(); ++place) {
-        const QRectF room(area.topLeft(), QSizeF(area.width(), 10'000));
-        const QRectF used =
-            QFontMetricsF(font()).boundingRect(room, Qt::AlignHCenter | Qt::TextWordWrap, wordsOf(place));
-        area.setHeight(std::max(area.height(), used.height()));
-    }
-    return area;
-}
-
-QRectF LampsPicture::columnOf(std::size_t place, double width) const
-{
-    const QRectF all = box(width);
-    const double wide = all.width() / static_cast<double>(lamps_.size());
-    return {all.left() + static_cast<double>(place) * wide, 0, wide, all.height()};
+    double height = 0;
+    const QRectF room(0, 0, width - lineHeight() * 0.4, 10'000);
+    for (std::size_t place = 0; place < lamps_.size(); ++place)
+        height = std::max(height, QFontMetricsF(font())
+                                      .boundingRect(room, Qt::AlignHCenter | Qt::TextWordWrap, wordsOf(place))
+                                      .height());
+    return height + lineHeight() * 0.3;
 }
 
 int LampsPicture::heightForWidth(int width) const
 {
-    double height = wordsBelow(columnOf(0, width)).bottom() + lineHeight() * 0.2;
+    double height = cellOf(lamps_.size() - 1, width).bottom();
     if (const QString note = notInForce(); !note.isEmpty())
         height +=
             QFontMetricsF(font()).boundingRect(QRectF(0, 0, width, 10'000), Qt::TextWordWrap, note).height();
@@ -158,36 +159,44 @@ void LampsPicture::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const QRectF place = box(width());
-    painter.setPen(
-        QPen(hasFocus() ? palette().color(QPalette::Highlight) : roadLineColor(), hasFocus() ? 2 : 1));
-    painter.setBrush(roadColor());
-    painter.drawRoundedRect(place.adjusted(1, 1, -1, -1), lineHeight() / 2, lineHeight() / 2);
-    for (std::size_t lamp = 0; lamp < lamps_.size(); ++lamp)
-        paintLampOf(painter, lamp, columnOf(lamp, width()));
+    const std::size_t columns = static_cast<std::size_t>(columnsIn(width()));
+    const double line = lineHeight();
+    for (std::size_t first = 0; first < lamps_.size(); first += columns) {
+        const QRectF left = cellOf(first, width());
+        const QRectF right = cellOf(first + columns - 1, width());
+        const QRectF box(left.left(), left.top(), right.right() - left.left(), boxLines * line);
+        painter.setPen(
+            QPen(hasFocus() ? palette().color(QPalette::Highlight) : roadLineColor(), hasFocus() ? 2 : 1));
+        painter.setBrush(roadColor());
+        painter.drawRoundedRect(box.adjusted(1, 1, -1, -1), line / 2, line / 2);
+    }
+    for (std::size_t place = 0; place < lamps_.size(); ++place)
+        paintLampIn(painter, place, cellOf(place, width()));
     painter.setPen(roadLineColor());
-    showPaused(painter, place.topRight() + QPointF(-lineHeight() / 2, lineHeight() / 6));
+    showPaused(painter, cellOf(columns - 1, width()).topRight() + QPointF(-line / 2, line / 6));
     painter.setPen(palette().color(QPalette::WindowText));
-    painter.drawText(
-        QRectF(0, wordsBelow(columnOf(0, width())).bottom() + lineHeight() * 0.2, width(), height()),
-        Qt::TextWordWrap, notInForce());
+    painter.drawText(QRectF(0, cellOf(lamps_.size() - 1, width()).bottom(), width(), height()),
+                     Qt::TextWordWrap, notInForce());
 }
 
-void LampsPicture::paintLampOf(QPainter& painter, std::size_t place, const QRectF& column) const
+void LampsPicture::paintLampIn(QPainter& painter, std::size_t place, const QRectF& cell) const
 {
     const ReceiverLamp& lamp = lamps_[place];
     const double line = lineHeight();
-    const double size = std::min(line * 2, column.width() * 0.6);
+    const double size = std::min(line * 2, cell.width() * 0.6);
+    const QRectF box(cell.left(), cell.top(), cell.width(), boxLines * line);
     painter.save();
-    painter.setClipRect(QRectF(column.left(), 0, column.width(), boxLines * line));
-    paintLamp(painter, QRectF(column.center().x() - size / 2, line * 0.9, size, size), glassOf(lamp.glass),
-              levelOf(lamp));
+    painter.setClipRect(box);
+    paintLamp(painter, QRectF(cell.center().x() - size / 2, cell.top() + line * 0.9, size, size),
+              glassOf(lamp.glass), levelOf(lamp));
     painter.setPen(roadLineColor());
-    painter.drawText(QRectF(column.left(), (boxLines - 1.3) * line, column.width(), line), Qt::AlignCenter,
+    painter.drawText(QRectF(cell.left(), box.bottom() - line * 1.3, cell.width(), line), Qt::AlignCenter,
                      QString::number(place + 1));
     painter.restore();
     painter.setPen(palette().color(QPalette::WindowText));
-    painter.drawText(wordsBelow(column), Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, wordsOf(place));
+    painter.drawText(QRectF(cell.left() + line * 0.2, box.bottom() + line * 0.1, cell.width() - line * 0.4,
+                            cell.height() - box.height()),
+                     Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, wordsOf(place));
 }
 
 } // namespace karvo

@@ -28,12 +28,12 @@ protected:
 private:
     QString notInForce() const; // empty where the outputs are lamps
     double lineHeight() const;
-    QRectF box(double width) const;
-    QRectF columnOf(std::size_t place, double width) const;
+    int columnsIn(double width) const;
+    QRectF cellOf(std::size_t place, double width) const; // a lamp, with its words below
     QString wordsOf(std::size_t place) const;
-    QRectF wordsBelow(const QRectF& column) const;
+    double wordsHeight(double width) const;
     double levelOf(const ReceiverLamp& lamp) const;
-    void paintLampOf(QPainter& painter, std::size_t place, const QRectF& column) const;
+    void paintLampIn(QPainter& painter, std::size_t place, const QRectF& cell) const;
 
     std::array<ReceiverLamp, 8> lamps_;
 };

@@ -211,11 +211,20 @@ LightsPicture::LightsPicture(const PictureWords& words, bool trailer, QWidget* p
       motion_(new QComboBox(this))
 {
     scene_.trailer = trailer;
-    const auto caption = [&](Caption number) { return words.texts.caption(number); };
+    scene_.isOn(Light::headlight) = scene_.isOn(Light::beacon1) = scene_.isOn(Light::beacon2) = true;
     auto* const all = new QVBoxLayout(this);
     all->setContentsMargins({});
     auto* const choices = new QWidget(this);
     auto* const flow = new FlowLayout(choices);
+    addMotions(*flow);
+    addSwitches(*flow);
+    all->addWidget(choices);
+    all->addWidget(canvas_);
+}
+
+void LightsPicture::addMotions(QLayout& row)
+{
+    const auto caption = [this](Caption number) { return words().texts.caption(number); };
     motion_->setObjectName(QStringLiteral("scene_motion"));
     motion_->setAccessibleName(qtText(caption(Caption::sceneMotion)));
     for (const Caption motion : {Caption::sceneDriving, Caption::sceneStanding, Caption::sceneBraking,
@@ -223,58 +232,40 @@ LightsPicture::LightsPicture(const PictureWords& words, bool trailer, QWidget* p
         motion_->addItem(qtText(joined({caption(Caption::sceneMotion), u" ", caption(motion)})));
     connect(motion_, &QComboBox::currentIndexChanged, this, [this](int chosen) {
         scene_.motion = static_cast<Motion>(chosen);
-        showScene();
+        canvas_->setScene(scene_);
     });
-    flow->addWidget(motion_);
-    const std::pair<Light, bool> lights[] = {{Light::headlight, true},      {Light::rearLight, false},
-                                             {Light::leftIndicator, false}, {Light::rightIndicator, false},
-                                             {Light::interiorLight, false}, {Light::highBeam, false}};
-    for (const auto& [light, on] : lights) {
-        if (trailer && light == Light::highBeam)
-            continue;
-        auto* const box = addSwitch(QStringLiteral("scene_%1").arg(static_cast<int>(light) + 1),
-                                    lightName(words, light, trailer), on);
-        scene_.isOn(light) = on;
-        flow->addWidget(box);
-        connect(box, &QCheckBox::toggled, this, [this, light = light](bool nowOn) {
-            scene_.isOn(light) = nowOn;
-            showScene();
-        });
-    }
-    auto* const hazard = addSwitch(QStringLiteral("scene_hazard"), caption(Caption::hazardLights), false);
-    connect(hazard, &QCheckBox::toggled, this, [this](bool on) {
-        scene_.hazardLights = on;
-        showScene();
-    });
-    auto* const beacons = addSwitch(QStringLiteral("scene_beacons"), caption(Caption::beacons), true);
-    scene_.isOn(Light::beacon1) = scene_.isOn(Light::beacon2) = true;
-    connect(beacons, &QCheckBox::toggled, this, [this](bool on) {
-        scene_.isOn(Light::beacon1) = scene_.isOn(Light::beacon2) = on;
-        showScene();
-    });
-    batteryLow_ = addSwitch(QStringLiteral("scene_battery"), caption(Caption::sceneBatteryLow), false);
-    connect(batteryLow_, &QCheckBox::toggled, this, [this](bool on) {
-        scene_.batteryLow = on;
-        showScene();
-    });
-    for (QCheckBox* const box : {hazard, beacons, batteryLow_})
-        flow->addWidget(box);
-    all->addWidget(choices);
-    all->addWidget(canvas_);
+    row.addWidget(motion_);
 }
 
-QCheckBox* LightsPicture::addSwitch(const QString& name, const Text& text, bool on)
+void LightsPicture::addSwitches(QLayout& row)
+{
+    for (const Light light : {Light::headlight, Light::rearLight, Light::leftIndicator, Light::rightIndicator,
+                              Light::interiorLight, Light::highBeam})
+        if (!scene_.trailer || light != Light::highBeam)
+            addSwitch(row, QStringLiteral("scene_%1").arg(static_cast<int>(light) + 1),
+                      lightName(words(), light, scene_.trailer), {&scene_.isOn(light)});
+    const auto caption = [this](Caption number) { return words().texts.caption(number); };
+    addSwitch(row, QStringLiteral("scene_hazard"), caption(Caption::hazardLights), {&scene_.hazardLights});
+    addSwitch(row, QStringLiteral("scene_beacons"), caption(Caption::beacons),
+              {&scene_.isOn(Light::beacon1), &scene_.isOn(Light::beacon2)});
+    batteryLow_ = addSwitch(row, QStringLiteral("scene_battery"), caption(Caption::sceneBatteryLow),
+                            {&scene_.batteryLow});
+}
+
+QCheckBox* LightsPicture::addSwitch(QLayout& row, const QString& name, const Text& text,
+                                    std::vector<bool*> switched)
 {
     auto* const box = new QCheckBox(buttonText(text), this);
     box->setObjectName(name);
     box->setAccessibleName(qtText(text));
-    box->setChecked(on);
+    box->setChecked(*switched.front());
+    connect(box, &QCheckBox::toggled, this, [this, switched = std::move(switched)](bool on) {
+        for (bool* const one : switched)
+            *one = on;
+        canvas_->setScene(scene_);
+    });
+    row.addWidget(box);
     return box;
-}
-
-void LightsPicture::showScene()
-{
-    canvas_->setScene(scene_);
 }
 
 void LightsPicture::valuesChanged()

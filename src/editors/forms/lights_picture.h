@@ -8,6 +8,7 @@
 
 class QCheckBox;
 class QComboBox;
+class QLayout;
 
 namespace karvo
 {
@@ -71,13 +72,14 @@ protected:
     void valuesChanged() override;
 
 private:
-    QCheckBox* addSwitch(const QString& name, const Text& text, bool on);
-    void showScene();
+    void addMotions(QLayout& row);
+    void addSwitches(QLayout& row);
+    QCheckBox* addSwitch(QLayout& row, const QString& name, const Text& text, std::vector<bool*> switched);
 
     LightScene scene_;
     LightsCanvas* canvas_;
     QComboBox* motion_;
-    QCheckBox* batteryLow_;
+    QCheckBox* batteryLow_ = nullptr;
 };
 
 } // namespace karvo
