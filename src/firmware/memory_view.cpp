@@ -192,8 +192,10 @@ std::vector<Text> byteDetails(const MemoryView& view, std::size_t address, const
         lines.push_back(
             texts.caption(Caption::byteInList, {nameOfCv(set.table, cv), valueText(set.table.value(cv))}));
     }
-    if (const auto& other = view.compared())
-        lines.push_back(joined({other->name, u": ", valueText(other->image.at(address))}));
+    const auto& other = view.compared();
+    if (other && !other->isBenchList)
+        lines.push_back(
+            texts.message(Message::byteCompared, {other->name, valueText(other->image.at(address))}));
     return lines;
 }
 

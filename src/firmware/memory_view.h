@@ -13,6 +13,7 @@ inline constexpr std::size_t bytesInRow = 16;
 struct ComparedMemory {
     Text name;
     MemoryImage image;
+    bool isBenchList = false; // of which each byte's value is told anyway
 };
 
 class MemoryView
@@ -59,7 +60,7 @@ private:
 
     MemoryImage image_;
     std::optional<ComparedMemory> compared_;
-    bool hexadecimal_ = true;
+    bool hexadecimal_ = false;
 };
 
 // What is known of the byte in focus, a line each: its CV, address and value, the name and the value in the

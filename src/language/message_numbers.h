@@ -250,6 +250,7 @@ enum class Message {
     imageTaken = 888, // {1}: how many values
     willBeTaken = 889,
     bytesCopied = 890,
+    byteCompared = 891, // {1}: what it is compared with, {2}: its value
     unknownCommand = 920,
     unknownCommandNearest = 921,
     commandNeeded = 922,

@@ -7,6 +7,7 @@
 #include "program/path_text.h"
 #include "shell/main_menu.h"
 #include "shell/main_window_view.h"
+#include "shell/memory_controller.h"
 #include "shell/menu_tree.h"
 #include "shell/port_bar.h"
 #include "shell/program_version.h"
@@ -58,7 +59,7 @@ void BenchDisplay::applyCaptions()
     in_.list.setEmptyHint(qtText(texts_.caption(Caption::emptyListHint)));
     in_.panel.applyCaptions(texts_);
     in_.statusLine.applyCaptions(texts_);
-    showEditorReasons();
+    showReasons();
 }
 
 void BenchDisplay::showList()
@@ -109,7 +110,7 @@ void BenchDisplay::showAvailability()
     const bool hasList = !set.isEmpty();
     const bool hasCurrentCv = hasList && cv >= 1 && cv <= CvTable::lastRow && set.table.value(cv).has_value();
     in_.menu.setAvailable(state_.lineBusy, hasList, hasCurrentCv);
-    showEditorReasons();
+    showReasons();
     const bool writable = state_.link.typeCode != TypeCode::readOnlyReceiver;
     const auto whyNot = writable ? std::nullopt : std::optional(texts_.caption(Caption::receiverOnlyRead));
     for (const char* const item : {"mnu_write_single", "mnu_write_all", "mnu_reset"})
@@ -136,12 +137,13 @@ void BenchDisplay::showLineBusy(bool busy)
     in_.statusLine.setLineBusy(busy);
 }
 
-void BenchDisplay::showEditorReasons()
+void BenchDisplay::showReasons()
 {
     for (const MenuEntry& entry : menuTree()) {
         if (entry.editor)
             in_.menu.setReason(entry.name, whyNotOpen(*entry.editor, state_.set, texts_));
     }
+    in_.menu.setReason("mnu_RAM", whyNoMemory(state_));
     in_.portBar.setServoAddresses(!state_.lineBusy, whyNotOpen(Editor::servoAddresses, state_.set, texts_));
 }
 

@@ -36,7 +36,7 @@ public:
 private:
     void connectView(MainWindowView& view);
     void showLineBusy(bool busy);
-    void showEditorReasons();
+    void showReasons();
     QString title() const;
 
     ProgramState& state_;

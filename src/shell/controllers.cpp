@@ -16,6 +16,7 @@ Controllers::Controllers(const MainWindowSetup& setup, const MainWidgets& in)
       editors(setup.bench, in.window, operations, entry, writing, in.portBar),
       presets(setup.bench, writing),
       firmware(setup.bench, in.window, display, operations, setup.clock),
+      memory(setup.bench, in.window, operations, editors),
       downloads(setup.bench, in.window, operations, setup.archive, setup.downloader),
       search(setup.bench, in.window, entry),
       language(setup.bench, in.menu, display, setup.useQtTexts),

@@ -11,6 +11,7 @@
 #include "shell/language_controller.h"
 #include "shell/main_widgets.h"
 #include "shell/main_window_setup.h"
+#include "shell/memory_controller.h"
 #include "shell/operation.h"
 #include "shell/port_controller.h"
 #include "shell/presets_controller.h"
@@ -36,6 +37,7 @@ struct Controllers {
     EditorsController editors;
     PresetsController presets;
     FirmwareController firmware;
+    MemoryController memory;
     DownloadController downloads;
     SearchController search;
     LanguageController language;
@@ -46,7 +48,7 @@ struct Controllers {
     Controller& of()
     {
         return std::get<Controller&>(std::tie(reading, port, writing, files, editors, presets, firmware,
-                                              downloads, search, language, help));
+                                              memory, downloads, search, language, help));
     }
 };
 

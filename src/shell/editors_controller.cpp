@@ -10,6 +10,9 @@
 #include "shell/port_bar.h"
 #include "shell/write_controller.h"
 
+#include <QApplication>
+#include <QScopedValueRollback>
+
 namespace karvo
 {
 
@@ -63,10 +66,35 @@ void EditorsController::editSpeedSteps()
     if (!mayOpen(Editor::speedTable))
         return;
     const Operation operation(operations_, OperationKind::other);
+    openSpeedSteps();
+}
+
+void EditorsController::openSpeedSteps()
+{
+    QWidget* const owner = QApplication::activeModalWidget();
+    QWidget* const parent = owner != nullptr ? owner : &window_;
     if (bench_.state.set.profile.generation == Generation::f5)
-        FahrstufenF5(bench_, &window_).exec();
+        FahrstufenF5(bench_, parent).exec();
     else
-        Fahrstufen(bench_, &window_).exec();
+        Fahrstufen(bench_, parent).exec();
+}
+
+void EditorsController::showReadSpeedSteps()
+{
+    const QScopedValueRollback view(bench_.state.speedStepViews, bench_.state.speedStepViews + 1);
+    openSpeedSteps();
+}
+
+// The list tells which steps its decoder has, and how fast they can be.
+std::optional<Text> EditorsController::whyNoReadSpeedSteps() const
+{
+    const auto& read = bench_.state.lastRead;
+    const CvSet& set = bench_.state.set;
+    if (!read)
+        return texts_.message(Message::memoryNotRead);
+    const bool isOfRead = set.profile.model == read->profile.model;
+    return set.isEmpty() || isOfRead ? whyNotOpen(Editor::speedTable, set, texts_)
+                                     : std::optional(texts_.message(Message::stepsOfOtherVehicle));
 }
 
 void EditorsController::editBraking()

@@ -25,6 +25,9 @@ public:
     void editAddresses();
     void editServoAddresses();
     void editSpeedSteps();
+    // Those of the vehicle that was read last, only to be looked at; or why that is not possible.
+    void showReadSpeedSteps();
+    std::optional<Text> whyNoReadSpeedSteps() const;
     void editBraking();
     void editBrakingOf(const char* preset); // a file in "ABS_listen"
     void setUpBothServos();
@@ -34,6 +37,7 @@ public:
 
 private:
     bool mayOpen(Editor editor);
+    void openSpeedSteps();
     template <typename Window>
     void setUp(Editor editor);
 

@@ -33,7 +33,7 @@ struct ImageBench : test::TestBench {
     ImageBench()
     {
         test::numberEveryText(state.texts);
-        test::setTexts(state.texts, {{874, u"line {2}: {3}"}, {876, u"{1} {2} {3}"}},
+        test::setTexts(state.texts, {{874, u"line {2}: {3}"}, {876, u"{1} {2} {3}"}, {891, u"{1}: {2}"}},
                        {{276, u"{1} {2} {3} {4}"}, {695, u"CV{1} at {2} {3}"}, {696, u"{1} {2}"}});
     }
 };

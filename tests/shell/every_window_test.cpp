@@ -5,7 +5,10 @@
 #include "editors/forms/live_dialog.h"
 #include "editors/forms/pre_fahrstufen.h"
 #include "editors/forms/servo_addresse.h"
+#include "firmware/forms/eeprom.h"
 #include "firmware/forms/firmware_ablauf.h"
+#include "firmware/forms/image_changes.h"
+#include "firmware/forms/speicher.h"
 #include "firmware/forms/unzip_dialog.h"
 #include "firmware/forms/upgrade.h"
 #include "language/forms/language_dialog.h"
@@ -37,6 +40,7 @@ struct EveryWindow : FormBench {
         preview.rows = {{.cv = 3, .name = u"Bremswirkung", .held = 4, .value = 5}};
         preview.otherVehicle = true;
         preview.lowBattery = {150, 160};
+        state.lastRead.emplace().profile.typeCode = TypeCode::kv07;
         report.outcomes = {{.cv = 3, .value = 5}, {.cv = 4, .value = 5}};
         report.end = WriteManyEnd::stoppedByUser;
     }
@@ -63,6 +67,9 @@ struct EveryWindow : FormBench {
         check<RZeit_Setup>(bench);
         check<Upgrade>(bench, std::get<HexImage>(parseHexImage(bytesOf(hexFile(9)))));
         check<Firmware_Ablauf>(bench);
+        check<Speicher>(bench, Speicher::SpeedSteps());
+        check<EEPROM>(bench);
+        check<Abbild_Aenderungen>(std::vector<ImageChange>{{48, 20, 9, WriteSkip::none}}, state, nullptr);
         check<Unzip_Dialog>(state.texts, UnzipRequest{"Update.zip", "folder"});
         check<Vergleichen>(bench);
         check<FzCVdrucken>(bench, clock);
