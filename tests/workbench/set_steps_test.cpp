@@ -25,7 +25,7 @@ public:
         addFile("CV_exp_kv07.txt", "Head\r\n2;;zwei;;;;Tiefes Wissen;\r\n97;;eins;\r\n");
         addFile("CV_Standart172_v1_6.txt", smallDescription("Standard KV06", "Wort "));
         addFile("CV_Standart172.txt", smallDescription("Standard KV04", "Wort "));
-        state.userFolders = {{"lists", {}}, {"fs", {}}, {"abs", {}}};
+        state.userFolders = {{"lists", {}}, {"fs", {}}, {"abs", {}}, {"fkt", {}}};
         addPreparations();
         addActs();
         addChecks();
