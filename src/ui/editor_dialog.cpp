@@ -1,7 +1,7 @@
 #include "ui/editor_dialog.h"
 
 #include "ui/captions.h"
-#include "ui/question_box.h"
+#include "ui/message_box.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
@@ -39,8 +39,8 @@ bool EditorDialog::mayClose()
     if (!holdsWork())
         return true;
     const QScopedValueRollback once(asking_, true);
-    QMessageBox box(QMessageBox::Question, boxTitle(texts_, Caption::questionTitle),
-                    qtText(texts_.message(Message::discardQuestion)), QMessageBox::NoButton, this);
+    MessageBox box(QMessageBox::Question, boxTitle(texts_, Caption::questionTitle),
+                   texts_.message(Message::discardQuestion), QMessageBox::NoButton, this);
     box.setObjectName(QStringLiteral("DiscardQuestion"));
     auto* const keep = box.addButton(onButton(Caption::keepEditingButton), QMessageBox::RejectRole);
     const auto* const discard = box.addButton(onButton(Caption::discardButton), QMessageBox::DestructiveRole);

@@ -13,9 +13,10 @@
 #include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QUrl>
+
+#include <algorithm>
 
 namespace karvo
 {
@@ -72,7 +73,10 @@ void shapeInput(QInputDialog& dialog)
     dialog.setObjectName(QStringLiteral("InputBox"));
     if (auto* const label = dialog.findChild<QLabel*>()) {
         label->setWordWrap(true);
-        label->setMinimumWidth(40 * label->fontMetrics().averageCharWidth());
+        const QFontMetrics metrics = label->fontMetrics();
+        constexpr int besideTitle = 120; // pixels for the frame's own buttons
+        label->setMinimumWidth(std::max(40 * metrics.averageCharWidth(),
+                                        metrics.horizontalAdvance(dialog.windowTitle()) + besideTitle));
     }
 }
 
@@ -98,8 +102,7 @@ void WindowPrompts::showBox(const QString& title, const Text& text, PromptIcon i
 {
     if (ended_)
         return;
-    QMessageBox box(boxIcon(icon), title, qtText(text), QMessageBox::Ok, owner());
-    box.setTextFormat(Qt::PlainText); // a path may look like markup
+    MessageBox box(boxIcon(icon), title, text, QMessageBox::Ok, owner());
     nameButton(box, QMessageBox::Ok, Caption::okButton);
     box.exec();
 }
@@ -215,9 +218,8 @@ SaveChoice WindowPrompts::saveChanges(const Text& text)
 {
     if (ended_)
         return SaveChoice::cancel;
-    QMessageBox box(QMessageBox::Question, titled(Caption::questionTitle), qtText(text),
-                    QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, owner());
-    box.setTextFormat(Qt::PlainText);
+    MessageBox box(QMessageBox::Question, titled(Caption::questionTitle), text,
+                   QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, owner());
     box.setDefaultButton(QMessageBox::Save);
     box.setEscapeButton(QMessageBox::Cancel);
     nameButton(box, QMessageBox::Save, Caption::saveButton);

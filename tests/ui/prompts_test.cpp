@@ -7,6 +7,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QScrollArea>
 #include <QTest>
 
 namespace karvo
@@ -56,6 +57,25 @@ TEST_F(PromptsTest, ShowAMessageToTheLetterOverTheDialogThatStandsOpen)
     texts = LanguageTables(); // until a language is loaded Qt has its own words
     driver.expectBox(QStringLiteral("File not available !"), QStringLiteral("OK"));
     prompts.message(u"File not available !");
+}
+
+TEST_F(PromptsTest, KeepTheButtonsOfALongTextOnTheScreen)
+{
+    for (const Text& longText : {Text(300, u'\n'), Text(3000, u'x'), Text(u"kurz")}) {
+        driver.expect(QStringLiteral("long"), [&](QWidget& window) {
+            auto& box = dynamic_cast<QMessageBox&>(window);
+            EXPECT_EQ(box.text().toStdU16String(), longText);
+            const QSize room = window.screen()->availableSize();
+            EXPECT_EQ(window.frameSize().boundedTo(room), window.frameSize());
+            EXPECT_TRUE(window.rect().contains(box.button(QMessageBox::Ok)->geometry()));
+            const auto* const area = window.findChild<QScrollArea*>(QStringLiteral("TextArea"));
+            ASSERT_EQ(area != nullptr, longText.size() > 4);
+            EXPECT_TRUE(area == nullptr || area->widget()->width() > area->viewport()->width() ||
+                        area->widget()->height() > area->viewport()->height());
+            box.close();
+        });
+        prompts.message(longText);
+    }
 }
 
 TEST_F(PromptsTest, LetAKindOfFileComeWithItsFolderAndExtension)

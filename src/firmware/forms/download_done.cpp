@@ -2,7 +2,6 @@
 
 #include "firmware/download.h"
 #include "ui/captions.h"
-#include "ui/question_box.h"
 
 #include <QPushButton>
 
@@ -10,11 +9,9 @@ namespace karvo
 {
 
 DownloadDone::DownloadDone(const LanguageTables& texts, const std::filesystem::path& file, QWidget* owner)
-    : QMessageBox(NoIcon, boxTitle(texts, Caption::informationTitle), qtText(downloadedText(texts, file)), Ok,
-                  owner)
+    : MessageBox(NoIcon, boxTitle(texts, Caption::informationTitle), downloadedText(texts, file), Ok, owner)
 {
     setObjectName(QStringLiteral("DownloadDone"));
-    setTextFormat(Qt::PlainText);
     openFolder_ = addButton(karvo::buttonText(texts.caption(Caption::openFolder)), ActionRole);
     openFolder_->setObjectName(QStringLiteral("OpenFolder"));
     unpack_ = addButton(karvo::buttonText(texts.caption(Caption::unpackNow)), ActionRole);

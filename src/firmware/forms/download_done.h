@@ -1,16 +1,14 @@
 // The box behind a download that succeeded: where the file lies, and what can be done with it.
 #pragma once
 
-#include "language/language_tables.h"
-
-#include <QMessageBox>
+#include "ui/message_box.h"
 
 #include <filesystem>
 
 namespace karvo
 {
 
-class DownloadDone : public QMessageBox
+class DownloadDone : public MessageBox
 {
     Q_OBJECT
 
