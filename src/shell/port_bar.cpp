@@ -5,6 +5,7 @@
 #include "link/forms/port_list.h"
 #include "ui/captions.h"
 #include "ui/flow_layout.h"
+#include "ui/named.h"
 #include "ui/typed_text.h"
 
 #include <QEvent>
@@ -54,22 +55,20 @@ void joinWithLabel(QLabel& label, QLabel& value)
 
 PortBar::PortBar(const LanguageTables& texts, ListPortDevices listDevices, QWidget* parent)
     : QWidget(parent),
-      portLabel_(addText("COM_Label")),
+      portLabel_(named<QLabel>("COM_Label", this)),
       texts_(texts),
       ports_(new PortList(texts, std::move(listDevices), this)),
-      note_(addText("COM_Note")),
-      start_(new QPushButton(this)),
-      identification_(addText("Programm_Kennung")),
-      address_(addText("Adresse")),
-      firstLabel_(addText("DCC1_Label")),
-      first_(addText("DCC1")),
-      secondLabel_(addText("DCC2_Label")),
-      second_(addText("DCC2")),
-      servoAddress_(new QPushButton(this))
+      note_(named<QLabel>("COM_Note", this)),
+      start_(named<QPushButton>("Start", this)),
+      identification_(named<QLabel>("Programm_Kennung", this)),
+      address_(named<QLabel>("Adresse", this)),
+      firstLabel_(named<QLabel>("DCC1_Label", this)),
+      first_(named<QLabel>("DCC1", this)),
+      secondLabel_(named<QLabel>("DCC2_Label", this)),
+      second_(named<QLabel>("DCC2", this)),
+      servoAddress_(named<QPushButton>("Servo_Addr", this))
 {
     ports_->setObjectName(QStringLiteral("COM"));
-    start_->setObjectName(QStringLiteral("Start"));
-    servoAddress_->setObjectName(QStringLiteral("Servo_Addr"));
     portLabel_->setBuddy(ports_);
     auto* const layout = new FlowLayout(this);
     layout->setSpacing(gapBetweenGroups);
@@ -87,13 +86,6 @@ PortBar::PortBar(const LanguageTables& texts, ListPortDevices listDevices, QWidg
     connect(&noteTimer_, &QTimer::timeout, this, &PortBar::updateNote);
     connect(start_, &QPushButton::clicked, this, &PortBar::readWanted);
     connect(servoAddress_, &QPushButton::clicked, this, &PortBar::servoAddressesWanted);
-}
-
-QLabel* PortBar::addText(const char* name)
-{
-    auto* const label = new QLabel(this);
-    label->setObjectName(QString::fromLatin1(name));
-    return label;
 }
 
 QWidget* PortBar::portGroup()

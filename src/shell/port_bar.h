@@ -42,7 +42,6 @@ signals:
     void servoAddressesWanted();
 
 private:
-    QLabel* addText(const char* name);
     QWidget* portGroup();
     QWidget* addressGroup();
     void updateNote();

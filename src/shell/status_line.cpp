@@ -1,6 +1,7 @@
 #include "shell/status_line.h"
 
 #include "ui/captions.h"
+#include "ui/named.h"
 
 #include <QLabel>
 #include <QProgressBar>
@@ -19,28 +20,19 @@ constexpr std::size_t progressSteps = 64;
 constexpr char16_t filledSign = u'\u25CF';
 constexpr char16_t hollowSign = u'\u25CB';
 
-QLabel* newLabel(const char* name, QWidget* parent)
-{
-    auto* const label = new QLabel(parent);
-    label->setObjectName(QString::fromLatin1(name));
-    return label;
-}
-
 } // namespace
 
 StatusLine::StatusLine(bool simulated, QWidget* parent)
     : QStatusBar(parent),
-      status_(newLabel("Status", this)),
-      progress_(new QProgressBar(this)),
-      stop_(new QPushButton(this)),
-      sign_(newLabel("LineSign", this)),
-      version_(newLabel("Version", this)),
+      status_(named<QLabel>("Status", this)),
+      progress_(named<QProgressBar>("Progress", this)),
+      stop_(named<QPushButton>("Anhalten", this)),
+      sign_(named<QLabel>("LineSign", this)),
+      version_(named<QLabel>("Version", this)),
       blinkTimer_(this)
 {
-    progress_->setObjectName(QStringLiteral("Progress"));
     progress_->setMaximumHeight(status_->fontMetrics().height() + 4);
     progress_->hide();
-    stop_->setObjectName(QStringLiteral("Anhalten"));
     stop_->hide();
     connect(stop_, &QPushButton::clicked, this, [this] {
         showStopping(true);
@@ -54,12 +46,13 @@ StatusLine::StatusLine(bool simulated, QWidget* parent)
     sign_->setFixedWidth(sign_->fontMetrics().horizontalAdvance(filledSign) + 4);
     sign_->setAlignment(Qt::AlignCenter);
     status_->setIndent(status_->fontMetrics().averageCharWidth());
+    status_->setTextFormat(Qt::PlainText); // it may tell what a file holds
     addWidget(status_, 2);
     addWidget(progress_, 1);
     addPermanentWidget(stop_); // a tip that is shown meanwhile does not take it away
     addPermanentWidget(sign_);
     if (simulated) {
-        simulation_ = newLabel("Simulation", this);
+        simulation_ = named<QLabel>("Simulation", this);
         addPermanentWidget(simulation_);
     }
     addPermanentWidget(version_);

@@ -1,11 +1,14 @@
 #include "cvdata/forms/bit_boxes.h"
 
 #include "ui/captions.h"
+#include "ui/named.h"
 #include "ui/wrapping_check_box.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QVBoxLayout>
+
+#include <string>
 
 namespace karvo
 {
@@ -31,21 +34,21 @@ QString boxText(const CvDetails& details, std::size_t bit, const LanguageTables&
 
 } // namespace
 
-BitBoxes::BitBoxes(QWidget* parent) : QGroupBox(parent), sumLabel_(new QLabel(this)), sum_(new QLabel(this))
+BitBoxes::BitBoxes(QWidget* parent)
+    : QGroupBox(parent),
+      sumLabel_(named<QLabel>("Errechneter_Wert_Label", this)),
+      sum_(named<QLabel>("Errechneter_Wert", this))
 {
     setObjectName(QStringLiteral("Bits"));
     auto* const layout = new QVBoxLayout(this);
     layout->setSpacing(2);
     for (std::size_t i = boxes_.size(); i-- > 0;) {
-        boxes_[i] = new WrappingCheckBox(this);
-        boxes_[i]->setObjectName(QStringLiteral("Check%1").arg(bitWeight(i)));
+        boxes_[i] = named<WrappingCheckBox>(("Check" + std::to_string(bitWeight(i))).c_str(), this);
         connect(boxes_[i], &QCheckBox::toggled, this, &BitBoxes::showSum);
         connect(boxes_[i], &QCheckBox::clicked, this,
                 [this, i](bool on) { emit bitChosen(bitWeight(i), on); });
         layout->addWidget(boxes_[i]);
     }
-    sumLabel_->setObjectName(QStringLiteral("Errechneter_Wert_Label"));
-    sum_->setObjectName(QStringLiteral("Errechneter_Wert"));
     QFont bold = sum_->font();
     bold.setBold(true);
     sum_->setFont(bold);

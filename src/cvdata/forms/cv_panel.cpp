@@ -2,6 +2,7 @@
 
 #include "cvdata/forms/bit_boxes.h"
 #include "ui/captions.h"
+#include "ui/named.h"
 #include "ui/typed_text.h"
 
 #include <QCheckBox>
@@ -54,30 +55,28 @@ void showText(QLabel& label, const Text& text)
 
 CvPanel::CvPanel(QWidget* parent)
     : QWidget(parent),
-      group_(new QGroupBox(this)),
-      numberLabel_(addLabel("CV_Nummer_Label")),
+      group_(named<QGroupBox>("CurrentCv", this)),
+      numberLabel_(named<QLabel>("CV_Nummer_Label", this)),
       number_(addField("CV_Nummer")),
-      valueLabel_(addLabel("CV_Wert_Label")),
+      valueLabel_(named<QLabel>("CV_Wert_Label", this)),
       value_(addField("CV_Wert")),
-      takeValue_(addButton("Enter_Taste")),
-      factoryLabel_(addLabel("CV_Fabrik_Label")),
+      takeValue_(named<QPushButton>("Enter_Taste", this)),
+      factoryLabel_(named<QLabel>("CV_Fabrik_Label", this)),
       factory_(addField("CV_Fabrik")),
-      limitsLabel_(addLabel("Grenzwert_Label")),
-      limits_(addLabel("Grenzwert")),
+      limitsLabel_(named<QLabel>("Grenzwert_Label", this)),
+      limits_(named<QLabel>("Grenzwert", this)),
       name_(addText("Bezeichnung")),
-      takeBack_(addButton("Zuruecknehmen")),
-      takeAllBack_(addButton("Alle_zuruecknehmen")),
+      takeBack_(named<QPushButton>("Zuruecknehmen", this)),
+      takeAllBack_(named<QPushButton>("Alle_zuruecknehmen", this)),
       bits_(new BitBoxes(this)),
       explanation_(addText("Zusatz_Text")),
       values_(addText("var_Text")),
       advice_(addText("Text1")),
       expert_(addText("Experte")),
-      writeSingle_(addButton("Einzelne_speichern")),
-      writeChanged_(addButton("Alle_speichern")),
-      notice_(new QCheckBox(this))
+      writeSingle_(named<QPushButton>("Einzelne_speichern", this)),
+      writeChanged_(named<QPushButton>("Alle_speichern", this)),
+      notice_(named<QCheckBox>("Hinweis_nach_Schreiben", this))
 {
-    group_->setObjectName(QStringLiteral("CurrentCv"));
-    notice_->setObjectName(QStringLiteral("Hinweis_nach_Schreiben"));
     for (QLineEdit* field : {number_, value_}) {
         field->setValidator(
             new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[0-9]{0,3}")), field));
@@ -296,17 +295,9 @@ void CvPanel::cancelEntry()
     emit entryCancelled();
 }
 
-QLabel* CvPanel::addLabel(const char* name)
-{
-    auto* const label = new QLabel(this);
-    label->setObjectName(QString::fromLatin1(name));
-    return label;
-}
-
 QLineEdit* CvPanel::addField(const char* name)
 {
-    auto* const field = new QLineEdit(this);
-    field->setObjectName(QString::fromLatin1(name));
+    auto* const field = named<QLineEdit>(name, this);
     field->setFixedWidth(field->fontMetrics().horizontalAdvance(u'0') * fieldWidth + 16);
     return field;
 }
@@ -314,19 +305,10 @@ QLineEdit* CvPanel::addField(const char* name)
 // A text of the description, on as many lines as it takes; it can be copied.
 QLabel* CvPanel::addText(const char* name)
 {
-    QLabel* const label = addLabel(name);
-    label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(true);
+    QLabel* const label = textLabel(name, this);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     label->setFocusPolicy(Qt::NoFocus);
     return label;
-}
-
-QPushButton* CvPanel::addButton(const char* name)
-{
-    auto* const button = new QPushButton(this);
-    button->setObjectName(QString::fromLatin1(name));
-    return button;
 }
 
 } // namespace karvo

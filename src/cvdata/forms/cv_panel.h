@@ -81,10 +81,8 @@ private:
     void followValue();
     bool isPending(const QLineEdit* field) const;
     void cancelEntry();
-    QLabel* addLabel(const char* name);
     QLineEdit* addField(const char* name);
     QLabel* addText(const char* name);
-    QPushButton* addButton(const char* name);
 
     QGroupBox* group_;
     QLabel* numberLabel_;
