@@ -7,11 +7,13 @@
 #include "shell/port_bar.h"
 #include "shell/stale_notice.h"
 #include "shell/status_line.h"
-#include "shell/upright_scroll_area.h"
 #include "ui/captions.h"
+#include "ui/content_area.h"
 #include "ui/fixed_width_list.h"
+#include "ui/named.h"
 #include "ui/typed_text.h"
 #include "ui/usual_size.h"
+#include "ui/window_places.h"
 
 #include <QCloseEvent>
 #include <QMenuBar>
@@ -49,10 +51,10 @@ Hauptform::Hauptform(const MainWindowSetup& setup)
       menu_(new MainMenu(menuBar())),
       portBar_(new PortBar(state_.texts, setup.listPortDevices, this)),
       staleNotice_(new StaleNotice(this)),
-      list_(new FixedWidthList(this)),
+      list_(named<FixedWidthList>("List1", this)),
       panel_(new CvPanel),
       statusLine_(new StatusLine(setup.simulatedInterface, this)),
-      splitter_(new QSplitter(Qt::Horizontal))
+      splitter_(named<QSplitter>("Splitter", this))
 {
     build();
     controllers_ = std::make_unique<Controllers>(
@@ -81,13 +83,14 @@ void Hauptform::closeEvent(QCloseEvent* event)
 void Hauptform::build()
 {
     setObjectName(QStringLiteral("Hauptform"));
-    list_->setObjectName(QStringLiteral("List1"));
     list_->setMinimumWidth(list_->fontMetrics().averageCharWidth() * 17);
 
-    splitter_->setObjectName(QStringLiteral("Splitter"));
+    auto* const panelArea = new ContentArea(panel_, this);
+    panelArea->setObjectName(QStringLiteral("CurrentCvArea"));
+
     splitter_->setChildrenCollapsible(false);
     splitter_->addWidget(list_);
-    splitter_->addWidget(new UprightScrollArea(panel_, splitter_));
+    splitter_->addWidget(panelArea);
     splitter_->setStretchFactor(0, 1);
     splitter_->setSizes({700, 440});
 
@@ -104,13 +107,13 @@ void Hauptform::build()
 void Hauptform::restorePlacement()
 {
     resizeToUsual(*this, usualSize);
-    restoreGeometry(fromStoredForm(settings_.get(placementSection, geometryKey)));
+    restorePlace(settings_, geometryKey, *this);
     splitter_->restoreState(fromStoredForm(settings_.get(placementSection, splitterKey)));
 }
 
 void Hauptform::savePlacement()
 {
-    settings_.save(placementSection, geometryKey, storedForm(saveGeometry()));
+    storePlace(settings_, geometryKey, *this);
     settings_.save(placementSection, splitterKey, storedForm(splitter_->saveState()));
 }
 

@@ -48,7 +48,7 @@ QWidget* Schreibbericht::table(const WriteReport& report)
         appendRow(*table, {QStringLiteral("CV%1").arg(outcome.cv), qtText(outcome.name),
                            qtText(heldText(outcome.held)), QString::number(outcome.value),
                            qtText(outcomeText(outcome, texts_))});
-    table->resizeColumnsToContents();
+    fitColumns(*table);
     return table;
 }
 

@@ -18,6 +18,18 @@
 namespace karvo
 {
 
+namespace
+{
+
+// What scrolls by itself shrinks before the column as a whole scrolls.
+class Column : public QWidget
+{
+public:
+    int heightForWidth(int width) const override { return layout()->minimumHeightForWidth(width); }
+};
+
+} // namespace
+
 Form::Form(const LanguageTables& texts, const char* name, Caption title, QWidget* parent)
     : Form(texts, name, qtText(texts.caption(title)), parent)
 {
@@ -33,7 +45,7 @@ Form::Form(const LanguageTables& texts, const char* name, const QString& title, 
 {
     setObjectName(QString::fromLatin1(name));
     setWindowTitle(title);
-    auto* const content = new QWidget;
+    auto* const content = new Column;
     content->setLayout(column_);
     column_->setContentsMargins(0, 0, 0, 0);
     area_ = new ContentArea(content, this);

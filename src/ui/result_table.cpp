@@ -4,8 +4,17 @@
 
 #include <QHeaderView>
 
+#include <algorithm>
+
 namespace karvo
 {
+
+namespace
+{
+
+constexpr int widestColumn = 36; // characters; a longer text goes on in a second line
+
+} // namespace
 
 QTableWidget* resultTable(const char* name, QWidget* parent, const QString& spoken,
                           const QStringList& headings)
@@ -18,6 +27,7 @@ QTableWidget* resultTable(const char* name, QWidget* parent, const QString& spok
     table->setTabKeyNavigation(false);
     table->verticalHeader()->hide();
     table->horizontalHeader()->setStretchLastSection(true);
+    table->horizontalHeader()->setHighlightSections(false);
     return table;
 }
 
@@ -26,12 +36,26 @@ int appendRow(QTableWidget& table, const QStringList& cells)
     const int row = table.rowCount();
     table.insertRow(row);
     for (int column = 0; column < cells.size(); ++column) {
-        auto* const item = new QTableWidgetItem(cells[column]);
+        auto* const item = new QTableWidgetItem;
         item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
-        item->setToolTip(cells[column]);
+        setCell(*item, cells[column]);
         table.setItem(row, column, item);
     }
     return row;
+}
+
+void setCell(QTableWidgetItem& cell, const QString& text)
+{
+    cell.setText(text);
+    cell.setToolTip(text);
+}
+
+void fitColumns(QTableWidget& table)
+{
+    const int widest = widestColumn * table.fontMetrics().averageCharWidth();
+    table.resizeColumnsToContents();
+    for (int column = 0; column + 1 < table.columnCount(); ++column)
+        table.setColumnWidth(column, std::min(table.columnWidth(column), widest));
 }
 
 } // namespace karvo

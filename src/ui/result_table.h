@@ -9,7 +9,13 @@ namespace karvo
 QTableWidget* resultTable(const char* name, QWidget* parent, const QString& spoken,
                           const QStringList& headings);
 
-// Appends a row; what does not fit its cell is its tool tip. Returns its number.
+// Appends a row, and returns its number.
 int appendRow(QTableWidget& table, const QStringList& cells);
+
+// The text is the cell's tool tip too, where it does not fit.
+void setCell(QTableWidgetItem& cell, const QString& text);
+
+// Each column is as wide as what it holds, but leaves room for the last one, which takes the rest.
+void fitColumns(QTableWidget& table);
 
 } // namespace karvo

@@ -34,6 +34,8 @@ void resizeToUsual(QWidget& window, QSize usual)
 
 void keepOnScreen(QWidget& window)
 {
+    if (window.isMaximized() || window.isFullScreen())
+        return;
     const QRect room = screenOf(window).availableGeometry();
     window.resize(window.size().boundedTo(room.size() - usualFrame));
     const QSize taken = window.size() + usualFrame;

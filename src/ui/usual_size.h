@@ -14,7 +14,7 @@ QSize roomOnScreen(const QWidget& window);
 // As large as usual, as far as there is room.
 void resizeToUsual(QWidget& window, QSize usual);
 
-// The window with its frame, whole on a screen that is there.
+// The window with its frame, whole on a screen that is there. One that fills its screen is left to it.
 void keepOnScreen(QWidget& window);
 
 } // namespace karvo

@@ -64,6 +64,7 @@ struct EveryWindow : FormBench {
         check<Pre_Fahrstufen>(bench);
         check<Servo_Setup2>(bench);
         check<Servo_Setup3>(bench);
+        check<Servo_Setup4>(bench);
         check<RZeit_Setup>(bench);
         check<Upgrade>(bench, std::get<HexImage>(parseHexImage(bytesOf(hexFile(9)))));
         check<Firmware_Ablauf>(bench);

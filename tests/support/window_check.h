@@ -1,10 +1,12 @@
 // What every window of the program owes to whoever has no mouse, no eyes or a small screen.
 #pragma once
 
+#include "ui/content_area.h"
 #include "ui/form.h"
 
 #include <QAccessible>
 #include <QLayout>
+#include <QScrollBar>
 #include <QSet>
 #include <QTest>
 
@@ -81,6 +83,7 @@ inline void checkNames(const QWidget& window)
 inline void checkRoom(QWidget& window)
 {
     EXPECT_LE(window.width(), window.screen()->availableSize().width());
+    EXPECT_EQ(window.findChild<ContentArea*>()->verticalScrollBar()->maximum(), 0) << "opens too low";
     window.resize(leastRoom);
     window.layout()->activate();
     EXPECT_EQ(window.size(), leastRoom) << "needs more";

@@ -19,7 +19,7 @@ Firmware_Ablauf::Firmware_Ablauf(Workbench& bench, QWidget* parent)
       stopQuestion_(bench.state)
 {
     setModal(true);
-    setUsualSize({fontMetrics().averageCharWidth() * 70, fontMetrics().height() * 12});
+    setUsualSize({fontMetrics().averageCharWidth() * 70, fontMetrics().height() * 16});
     text_->setReadOnly(true);
     text_->setTabChangesFocus(true);
     progress_->setFormat(QStringLiteral("%p%"));

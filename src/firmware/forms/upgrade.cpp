@@ -2,6 +2,7 @@
 
 #include "firmware/upload_verdict.h"
 #include "ui/captions.h"
+#include "ui/fixed_width_font.h"
 #include "ui/named.h"
 
 #include <QClipboard>
@@ -46,6 +47,7 @@ void Upgrade::build()
     notice_->hide();
     progress_->setRange(0, 100);
     log_->setReadOnly(true);
+    log_->setFont(fixedWidthFont());
     log_->setTabChangesFocus(true);
     copy_->setEnabled(false);
     for (QWidget* const part : {static_cast<QWidget*>(phase_), static_cast<QWidget*>(notice_),

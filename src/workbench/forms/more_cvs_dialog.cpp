@@ -53,7 +53,7 @@ void Change_more_CV::build()
 {
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     setUsualSize(usualSize);
-    preview_->resizeColumnsToContents();
+    fitColumns(*preview_);
     auto* const top = new QHBoxLayout;
     top->addWidget(filesBox(), 3);
     top->addWidget(changesBox(), 2);
@@ -245,7 +245,7 @@ void Change_more_CV::finish()
             {textFromNumber(done), textFromNumber(static_cast<long long>(batch_.size()) - done)}));
     else
         state_->setText(counts());
-    preview_->resizeColumnsToContents();
+    fitColumns(*preview_);
     showAvailability();
 }
 

@@ -118,9 +118,9 @@ void Schreibvorschau::showTicks()
             table_->item(row, cvPart)->setCheckState(shown.ticked ? Qt::Checked : Qt::Unchecked);
         const auto unwritten = shown.skip == WriteSkip::none ? WriteSkip::unticked : shown.skip;
         const auto remark = shown.isWritten() ? Caption::willBeWritten : captionOfSkip(unwritten);
-        table_->item(row, remarkPart)->setText(qtText(texts_.caption(remark)));
+        setCell(*table_->item(row, remarkPart), this->shown(remark));
     }
-    table_->resizeColumnsToContents();
+    fitColumns(*table_);
     showCounts();
 }
 
