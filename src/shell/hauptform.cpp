@@ -7,11 +7,9 @@
 #include "shell/port_bar.h"
 #include "shell/stale_notice.h"
 #include "shell/status_line.h"
-#include "ui/captions.h"
 #include "ui/content_area.h"
 #include "ui/fixed_width_list.h"
 #include "ui/named.h"
-#include "ui/typed_text.h"
 #include "ui/usual_size.h"
 #include "ui/window_places.h"
 
@@ -26,22 +24,10 @@ namespace karvo
 namespace
 {
 
-constexpr std::string_view placementSection = "Window";
 constexpr std::string_view geometryKey = "Geometry";
 constexpr std::string_view splitterKey = "Splitter";
 
 constexpr QSize usualSize(1180, 760);
-
-// Settings are texts.
-Text storedForm(const QByteArray& bytes)
-{
-    return typedText(QString::fromLatin1(bytes.toBase64()));
-}
-
-QByteArray fromStoredForm(const std::optional<Text>& stored)
-{
-    return stored ? QByteArray::fromBase64(qtText(*stored).toLatin1()) : QByteArray();
-}
 
 } // namespace
 
@@ -108,13 +94,13 @@ void Hauptform::restorePlacement()
 {
     resizeToUsual(*this, usualSize);
     restorePlace(settings_, geometryKey, *this);
-    splitter_->restoreState(fromStoredForm(settings_.get(placementSection, splitterKey)));
+    splitter_->restoreState(storedBytes(settings_, splitterKey));
 }
 
 void Hauptform::savePlacement()
 {
     storePlace(settings_, geometryKey, *this);
-    settings_.save(placementSection, splitterKey, storedForm(splitter_->saveState()));
+    storeBytes(settings_, splitterKey, splitter_->saveState());
 }
 
 // What is typed is settled first.

@@ -1,7 +1,7 @@
 #include "ui/fixed_width_list.h"
 
 #include "ui/fixed_width_font.h"
-#include "ui/item_text_color.h"
+#include "ui/list_painting.h"
 
 #include <QApplication>
 #include <QEvent>
@@ -19,7 +19,6 @@ namespace
 
 constexpr int nameRole = Qt::UserRole;
 constexpr int gapInCharacters = 3;
-constexpr int hintMargin = 24;       // pixels around the hint of an empty list
 constexpr int rowMargin = 2;         // pixels above and below a row's text
 constexpr float mutedOpacity = 0.7F; // stands back behind the text, and still reads well on any background
 
@@ -113,13 +112,7 @@ void FixedWidthList::setEmptyHint(const QString& hint)
 void FixedWidthList::paintEvent(QPaintEvent* event)
 {
     QListWidget::paintEvent(event);
-    if (count() != 0 || emptyHint_.isEmpty())
-        return;
-    QPainter painter(viewport());
-    painter.setFont(QApplication::font());
-    painter.setPen(palette().color(QPalette::Text));
-    painter.drawText(viewport()->rect().adjusted(hintMargin, hintMargin, -hintMargin, -hintMargin),
-                     Qt::AlignCenter | Qt::TextWordWrap, emptyHint_);
+    paintEmptyHint(*this, emptyHint_);
 }
 
 // Digits are values here, and no search for a row that begins with them.

@@ -1,6 +1,6 @@
 #include "ui/tabbed_list.h"
 
-#include "ui/item_text_color.h"
+#include "ui/list_painting.h"
 
 #include <QApplication>
 #include <QEvent>
@@ -18,8 +18,7 @@ namespace
 constexpr int remarkRole = Qt::UserRole;
 constexpr int markedRole = Qt::UserRole + 1;
 constexpr int gapInCharacters = 3;
-constexpr int margin = 4;      // pixels around a line
-constexpr int hintMargin = 24; // pixels around the hint of an empty list
+constexpr int margin = 4; // pixels around a line
 
 // The parts of the text, and the remark as the last one.
 QStringList partsOf(const QModelIndex& index)
@@ -126,12 +125,7 @@ void TabbedList::setEmptyHint(const QString& hint)
 void TabbedList::paintEvent(QPaintEvent* event)
 {
     QListWidget::paintEvent(event);
-    if (count() != 0 || emptyHint_.isEmpty())
-        return;
-    QPainter painter(viewport());
-    painter.setPen(palette().color(QPalette::Text));
-    painter.drawText(viewport()->rect().adjusted(hintMargin, hintMargin, -hintMargin, -hintMargin),
-                     Qt::AlignCenter | Qt::TextWordWrap, emptyHint_);
+    paintEmptyHint(*this, emptyHint_);
 }
 
 void TabbedList::changeEvent(QEvent* event)

@@ -20,15 +20,25 @@ constexpr std::string_view section = "Window";
 
 } // namespace
 
+void storeBytes(Settings& settings, std::string_view key, const QByteArray& bytes)
+{
+    settings.save(section, key, typedText(QString::fromLatin1(bytes.toBase64())));
+}
+
+QByteArray storedBytes(const Settings& settings, std::string_view key)
+{
+    const auto stored = settings.get(section, key);
+    return stored ? QByteArray::fromBase64(qtText(*stored).toLatin1()) : QByteArray();
+}
+
 void storePlace(Settings& settings, std::string_view key, const QWidget& window)
 {
-    settings.save(section, key, typedText(QString::fromLatin1(window.saveGeometry().toBase64())));
+    storeBytes(settings, key, window.saveGeometry());
 }
 
 void restorePlace(const Settings& settings, std::string_view key, QWidget& window)
 {
-    const auto stored = settings.get(section, key);
-    if (stored && window.restoreGeometry(QByteArray::fromBase64(qtText(*stored).toLatin1())))
+    if (window.restoreGeometry(storedBytes(settings, key)))
         keepOnScreen(window);
 }
 

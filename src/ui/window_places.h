@@ -3,6 +3,7 @@
 
 #include "program/settings.h"
 
+#include <QByteArray>
 #include <QHash>
 #include <QObject>
 #include <QRect>
@@ -30,7 +31,11 @@ private:
     QHash<const QObject*, QRect> opened_; // where each window stood when it had just opened
 };
 
-// A window's place as a setting, and back; what is no place leaves the window as it is.
+// What the toolkit keeps of a window's part as bytes, and back: settings are texts.
+void storeBytes(Settings& settings, std::string_view key, const QByteArray& bytes);
+QByteArray storedBytes(const Settings& settings, std::string_view key);
+
+// A window's place, and back; what is no place leaves the window as it is.
 void storePlace(Settings& settings, std::string_view key, const QWidget& window);
 void restorePlace(const Settings& settings, std::string_view key, QWidget& window);
 

@@ -103,7 +103,7 @@ void Fahrstufen::showValues()
         note_->setText(filledCaption(texts_, Caption::baseAndTopPending,
                                      {textFromNumber(base->base), textFromNumber(base->top)}));
     else
-        note_->setText(qtText(texts_.caption(viewMode_ ? Caption::stepsViewOnly : Caption::stepGraphHint)));
+        note_->setText(shown(viewMode_ ? Caption::stepsViewOnly : Caption::stepGraphHint));
 }
 
 void Fahrstufen::chooseStep(int step)

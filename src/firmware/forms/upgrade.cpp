@@ -102,7 +102,7 @@ void Upgrade::showStep(const UploadStep& step)
 
 void Upgrade::showSilence(EraseState erase)
 {
-    showNotice(qtText(texts_.caption(Caption::noLoaderReplies)));
+    showNotice(shown(Caption::noLoaderReplies));
     stopQuestion_.ask(this, texts_.message(erase == EraseState::untouched ? Message::noLoaderQuestion
                                                                           : Message::loaderSilentQuestion));
 }

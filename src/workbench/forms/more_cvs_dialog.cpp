@@ -298,10 +298,10 @@ QString Change_more_CV::remarkOf(const BatchFile& file, const BatchRow& row) con
     if (file.refusal != BatchRefusal::none)
         return qtText(refusalText(file, texts_));
     if (file.isRefused())
-        return qtText(texts_.caption(Caption::moreCvsFileRefused));
+        return shown(Caption::moreCvsFileRefused);
     if (numberFromText(row.oldValue) == row.newValue)
-        return qtText(texts_.caption(Caption::moreCvsIsSo));
-    return qtText(texts_.caption(file.done ? Caption::moreCvsChanged : Caption::moreCvsWillChange));
+        return shown(Caption::moreCvsIsSo);
+    return shown(file.done ? Caption::moreCvsChanged : Caption::moreCvsWillChange);
 }
 
 QString Change_more_CV::counts() const

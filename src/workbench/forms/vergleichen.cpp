@@ -159,7 +159,7 @@ void Vergleichen::showLines()
         }
     }
     list_->setLines(lines);
-    list_->setEmptyHint(comparison_ ? QString() : qtText(texts_.caption(Caption::compareHint)));
+    list_->setEmptyHint(comparison_ ? QString() : shown(Caption::compareHint));
     counts_->setText(comparison_ ? qtText(countsText(*comparison_, texts_)) : QString());
     onlyDifferences_->setEnabled(comparison_.has_value());
     save_->setEnabled(comparison_.has_value());

@@ -1,12 +1,20 @@
-#include "ui/item_text_color.h"
+#include "ui/list_painting.h"
 
-#include <QPalette>
+#include <QApplication>
+#include <QListWidget>
+#include <QPainter>
 #include <QStyle>
 #include <QStyleOptionViewItem>
-#include <QWidget>
 
 namespace karvo
 {
+
+namespace
+{
+
+constexpr int hintMargin = 24; // pixels
+
+} // namespace
 
 QColor itemTextColor(const QStyleOptionViewItem& option)
 {
@@ -16,6 +24,17 @@ QColor itemTextColor(const QStyleOptionViewItem& option)
     const bool chosen = option.state.testFlag(QStyle::State_Selected) && !tints;
     const auto group = option.state.testFlag(QStyle::State_Active) ? QPalette::Active : QPalette::Inactive;
     return option.palette.color(group, chosen ? QPalette::HighlightedText : QPalette::Text);
+}
+
+void paintEmptyHint(QListWidget& list, const QString& hint)
+{
+    if (list.count() != 0 || hint.isEmpty())
+        return;
+    QPainter painter(list.viewport());
+    painter.setFont(QApplication::font());
+    painter.setPen(list.palette().color(QPalette::Text));
+    painter.drawText(list.viewport()->rect().adjusted(hintMargin, hintMargin, -hintMargin, -hintMargin),
+                     Qt::AlignCenter | Qt::TextWordWrap, hint);
 }
 
 } // namespace karvo
