@@ -42,6 +42,12 @@ std::string windowOf(CvGroup group, Model model)
     }
 }
 
+void replaceAll(Text& words, TextView mark, const Text& value)
+{
+    for (auto at = words.find(mark); at != Text::npos; at = words.find(mark, at + value.size()))
+        words.replace(at, mark.size(), value);
+}
+
 class Describer
 {
 public:
@@ -57,10 +63,13 @@ public:
             groups_[i] = {group, texts_.caption(captionOf(group)), {}};
         }
         for (const StoredSheet& one : sheets_.sheets) {
-            if (!one.isOwn && isFor(one.sheet.models, set_.profile))
-                addSentences(one.sheet);
+            if (one.isOwn || !isFor(one.sheet.models, set_.profile))
+                continue;
+            addSentences(one.sheet);
+            addLongNumbers(one.sheet);
         }
         addSpeedTable();
+        addAddresses();
         for (int cv = 1; cv <= CvTable::lastRow; ++cv)
             addCv(cv);
         std::vector<DescribedGroup> told(groups_.begin(), groups_.end());
@@ -106,14 +115,13 @@ private:
         return texts_.caption(Caption::settingIs, {name, what});
     }
 
-    // "{102}" in the words is what CV102 means.
+    // "{102}" in the words is what CV102 means, "{#102}" its plain value.
     Text filled(Text words, const std::vector<int>& cvs) const
     {
         for (const int cv : cvs) {
-            const Text mark = joined({u"{", textFromNumber(cv), u"}"});
-            const Text value = meaning(cv);
-            for (auto at = words.find(mark); at != Text::npos; at = words.find(mark, at + value.size()))
-                words.replace(at, mark.size(), value);
+            const Text number = textFromNumber(cv);
+            replaceAll(words, joined({u"{", number, u"}"}), meaning(cv));
+            replaceAll(words, joined({u"{#", number, u"}"}), table_.at(cv, Column::value));
         }
         return words;
     }
@@ -133,9 +141,53 @@ private:
             setting.isFactory =
                 std::all_of(sentence.cvs.begin(), sentence.cvs.end(), [&](int cv) { return isFactory(cv); });
             told_.insert(sentence.cvs.begin(), sentence.cvs.end());
-            const auto groups = kindOf(table_, sentence.cvs.front()).groups;
-            add(groups.empty() ? CvGroup::mode : groups.front().group, std::move(setting));
+            add(groupOf(sentence.cvs.front()), std::move(setting));
         }
+    }
+
+    // A number over several CVs, the high part first, which is told as one. `pattern` has a place for it, or
+    // for the name before it.
+    void addNumber(Caption pattern, const Text& name, const std::vector<int>& cvs, const std::string& item)
+    {
+        DescribedSetting setting{{}, cvs, true, item};
+        int number = 0;
+        for (const int cv : cvs) {
+            const auto value = table_.value(cv);
+            if (!isTold(cv) || told_.contains(cv) || !value)
+                return;
+            number = number * 256 + *value;
+            setting.isFactory = setting.isFactory && isFactory(cv);
+        }
+        setting.sentence = name.empty() ? texts_.caption(pattern, {textFromNumber(number)})
+                                        : texts_.caption(pattern, {name, textFromNumber(number)});
+        told_.insert(cvs.begin(), cvs.end());
+        add(groupOf(cvs.front()), std::move(setting));
+    }
+
+    void addAddresses()
+    {
+        addNumber(Caption::settingFirstAddress, {}, {1}, {});
+        addNumber(Caption::settingFirstAddress, {}, {17, 18}, {});
+        addNumber(Caption::settingSecondAddress, {}, {3}, {});
+        addNumber(Caption::settingSecondAddress, {}, {15, 16}, {});
+        addNumber(Caption::settingFirstServoAddress, {}, {11, 12}, {});
+        addNumber(Caption::settingSecondServoAddress, {}, {13, 14}, {});
+    }
+
+    void addLongNumbers(const FunctionSheet& sheet)
+    {
+        for (const SheetSection& section : sheet.sections) {
+            for (const SheetField& field : section.fields) {
+                if (field.kind == SheetField::Kind::number)
+                    addNumber(Caption::settingIs, field.words.in(language_), field.cvs, sheet.item);
+            }
+        }
+    }
+
+    CvGroup groupOf(int cv) const
+    {
+        const auto groups = kindOf(table_, cv).groups;
+        return groups.empty() ? CvGroup::mode : groups.front().group;
     }
 
     void addSpeedTable()
@@ -149,8 +201,9 @@ private:
             setting.cvs.push_back(cv);
             setting.isFactory = setting.isFactory && isFactory(cv);
         }
-        setting.sentence = texts_.caption(
-            Caption::settingSteps, {meaning(cvOfSpeedStep(first)), meaning(cvOfSpeedStep(speedStepCount))});
+        setting.sentence =
+            texts_.caption(Caption::settingSteps, {table_.at(cvOfSpeedStep(first), Column::value),
+                                                   table_.at(cvOfSpeedStep(speedStepCount), Column::value)});
         told_.insert(setting.cvs.begin(), setting.cvs.end());
         add(CvGroup::speedTable, std::move(setting));
     }
@@ -159,10 +212,9 @@ private:
     {
         if (!isTold(cv) || told_.contains(cv))
             return;
-        const auto kind = kindOf(table_, cv);
-        const CvGroup group = kind.groups.empty() ? CvGroup::mode : kind.groups.front().group;
+        const CvGroup group = groupOf(cv);
         if (cvDetails(table_, cv).isSetOfSwitches)
-            addSwitches(cv, group, kind);
+            addSwitches(cv, group, kindOf(table_, cv));
         else
             add(group, {named(table_.at(cv, Column::text), meaning(cv)), {cv}, isFactory(cv), itemOf(cv)});
     }
@@ -191,11 +243,8 @@ private:
             return;
         const int weight = bitWeight(bit);
         const bool isOn = (*value & weight) != 0;
-        // What an output does is told by the name of the CV: the word of the bit is the output alone.
-        const Text name = kindOf(table_, cv).groups.front().group == CvGroup::outputs
-                              ? joined({details.name, u", ", details.bits[bit]})
-                              : details.bits[bit];
-        add(group, {named(name, texts_.caption(isOn ? Caption::settingOn : Caption::settingOff)),
+        add(group, {named(joined({details.name, u", ", details.bits[bit]}),
+                          texts_.caption(isOn ? Caption::settingOn : Caption::settingOff)),
                     {cv},
                     isFactory(cv, weight),
                     itemOf(cv, weight)});
@@ -206,16 +255,17 @@ private:
         const CvDetails details = cvDetails(table_, cv);
         const int value = table_.value(cv).value_or(0);
         Text on;
-        bool isAny = false;
+        std::vector<std::size_t> live;
         for (std::size_t bit = 0; bit < details.bits.size(); ++bit) {
-            const int weight = bitWeight(bit);
-            if (!details.isLive(bit) || (bits & weight) == 0)
+            if (!details.isLive(bit) || (bits & bitWeight(bit)) == 0)
                 continue;
-            isAny = true;
-            if ((value & weight) != 0)
+            live.push_back(bit);
+            if ((value & bitWeight(bit)) != 0)
                 on += (on.empty() ? Text() : Text(u", ")) + details.bits[bit];
         }
-        if (isAny)
+        if (live.size() == 1)
+            addSwitch(group, cv, live.front());
+        else if (!live.empty())
             add(group, {named(details.name, on.empty() ? texts_.caption(Caption::settingNone) : on),
                         {cv},
                         isFactory(cv, bits),

@@ -106,7 +106,7 @@ struct SheetSentence {
 struct FunctionSheet {
     std::string item;    // of the menu, without "mnu_"
     std::string window;  // the objectName of its window; the item where the file names none
-    std::string picture; // the word of the picture above the fields; empty without one
+    std::string picture; // what is drawn above the fields (forms/picture.h); empty without one
     std::vector<SheetModel> models;
     SheetWords words; // the title
     std::vector<SheetNote> notes;

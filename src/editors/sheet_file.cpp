@@ -5,7 +5,6 @@
 #include "program/text_lines.h"
 
 #include <algorithm>
-#include <set>
 #include <utility>
 
 namespace karvo
@@ -154,16 +153,7 @@ private:
 
     bool takeWindow() { return takeName(sheet_.window, 1); }
 
-    // Words of pictures have a hyphen.
-    bool takePicture()
-    {
-        Text plain = word(1);
-        std::replace(plain.begin(), plain.end(), u'-', u'_');
-        if (!isName(plain))
-            return fail(Kind::wrongName, word(1));
-        sheet_.picture = utf8FromText(word(1));
-        return true;
-    }
+    bool takePicture() { return takeName(sheet_.picture, 1); }
 
     bool takeText()
     {
@@ -390,50 +380,11 @@ private:
     std::array<int, CvTable::lastRow + 1> taken_{}; // the bits of each CV that a field has
 };
 
-Message messageOf(Kind kind)
-{
-    switch (kind) {
-    case Kind::noSheet:
-        return Message::sheetNoSheet;
-    case Kind::unknownWord:
-        return Message::sheetUnknownWord;
-    case Kind::wrongName:
-        return Message::sheetWrongName;
-    case Kind::wrongNumber:
-        return Message::sheetWrongNumber;
-    case Kind::wrongValues:
-        return Message::sheetWrongValues;
-    case Kind::unknownModel:
-        return Message::sheetUnknownModel;
-    case Kind::unknownLanguage:
-        return Message::sheetUnknownLanguage;
-    case Kind::emptyText:
-        return Message::sheetEmptyText;
-    case Kind::misplaced:
-        return Message::sheetMisplaced;
-    case Kind::repeated:
-        return Message::sheetRepeated;
-    case Kind::tooLong:
-        return Message::sheetTooLong;
-    case Kind::noTitle:
-        return Message::sheetNoTitle;
-    case Kind::nothingInIt:
-        break;
-    }
-    return Message::sheetNothingInIt;
-}
-
 } // namespace
 
 std::variant<FunctionSheet, SheetFault> parseSheet(std::span<const std::uint8_t> content)
 {
     return SheetParser().parse(content);
-}
-
-Text faultText(const SheetFault& fault, const LanguageTables& texts)
-{
-    return texts.message(Message::sheetLine,
-                         {textFromNumber(fault.line), texts.message(messageOf(fault.kind), {fault.word})});
 }
 
 } // namespace karvo

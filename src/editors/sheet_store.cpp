@@ -48,11 +48,9 @@ bool shows(const SheetField& field, int cv, int bits)
            (field.bits & bits) != 0;
 }
 
-bool shows(const FunctionSheet& sheet, const DecoderProfile& profile, int cv, int bits)
+bool shows(std::span<const SheetSection> sections, const DecoderProfile& profile, int cv, int bits)
 {
-    if (!isFor(sheet.models, profile))
-        return false;
-    return std::any_of(sheet.sections.begin(), sheet.sections.end(), [&](const SheetSection& section) {
+    return std::any_of(sections.begin(), sections.end(), [&](const SheetSection& section) {
         return isFor(section.models, profile) &&
                std::any_of(section.fields.begin(), section.fields.end(), [&](const SheetField& field) {
                    return isFor(field.models, profile) && shows(field, cv, bits);
@@ -72,10 +70,17 @@ const FunctionSheet* SheetStore::sheetOf(std::string_view item) const
 
 const FunctionSheet* SheetStore::sheetOf(const DecoderProfile& profile, int cv, int bits) const
 {
-    const auto found = std::find_if(sheets.begin(), sheets.end(), [&](const StoredSheet& one) {
-        return !one.isOwn && shows(one.sheet, profile, cv, bits);
-    });
-    return found == sheets.end() ? nullptr : &found->sheet;
+    for (const bool inFirstSection : {true, false}) {
+        for (const StoredSheet& one : sheets) {
+            const auto sections =
+                std::span(one.sheet.sections)
+                    .first(inFirstSection ? std::min<std::size_t>(1, one.sheet.sections.size())
+                                          : one.sheet.sections.size());
+            if (!one.isOwn && isFor(one.sheet.models, profile) && shows(sections, profile, cv, bits))
+                return &one.sheet;
+        }
+    }
+    return nullptr;
 }
 
 SheetStore loadSheets(Files& files, const std::filesystem::path& programFolder, const UserFolder& own)
@@ -83,6 +88,8 @@ SheetStore loadSheets(Files& files, const std::filesystem::path& programFolder, 
     SheetStore store;
     for (const auto& path : sheetFiles(files, programFolder))
         load(store, files, path, false);
+    if (own.own.empty())
+        return store;
     for (const auto& path : sheetFiles(files, own.own))
         load(store, files, path, true);
     return store;

@@ -30,7 +30,8 @@ struct SheetStore {
     // another one.
     const FunctionSheet* sheetOf(std::string_view item) const;
 
-    // Which sheet shows a CV, or these bits of it, for the model; nothing for none.
+    // Which sheet shows a CV, or these bits of it, for the model; one that has it in its first section before
+    // others. Nothing for none.
     const FunctionSheet* sheetOf(const DecoderProfile& profile, int cv, int bits = 255) const;
 };
 

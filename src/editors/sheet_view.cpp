@@ -254,10 +254,21 @@ Text namesOf(const std::vector<SheetModel>& models)
     return names;
 }
 
-bool isSomethingToDo(const SheetViewSection& section)
+// A sheet that only sets values has none to edit; any other needs one.
+bool isSomethingToDo(const FunctionSheet& sheet, const std::vector<SheetViewSection>& sections)
 {
-    return std::any_of(section.fields.begin(), section.fields.end(), [](const SheetViewField& field) {
-        return field.isEdited() || field.kind == Kind::set;
+    const auto isToEdit = [](const SheetField& field) {
+        return field.kind != FileKind::set && field.kind != FileKind::shown &&
+               field.kind != FileKind::measured;
+    };
+    const bool wantsEdited =
+        std::any_of(sheet.sections.begin(), sheet.sections.end(), [&](const SheetSection& section) {
+            return std::any_of(section.fields.begin(), section.fields.end(), isToEdit);
+        });
+    return std::any_of(sections.begin(), sections.end(), [&](const SheetViewSection& section) {
+        return std::any_of(section.fields.begin(), section.fields.end(), [&](const SheetViewField& field) {
+            return field.isEdited() || (!wantsEdited && field.kind == Kind::set);
+        });
     });
 }
 
@@ -297,7 +308,7 @@ std::optional<Text> whyNotOpen(const FunctionSheet& sheet, const CvSet& set, con
         return texts.message(Message::editorNotForModel, {model, namesOf(sheet.models)});
     Resolver resolver(set, texts, LanguageCode::german);
     const auto sections = sectionsOf(sheet, set, LanguageCode::german, resolver);
-    if (std::any_of(sections.begin(), sections.end(), isSomethingToDo))
+    if (isSomethingToDo(sheet, sections))
         return std::nullopt;
     auto cvs = resolver.lacking().cvs;
     std::sort(cvs.begin(), cvs.end());

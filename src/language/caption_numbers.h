@@ -304,6 +304,10 @@ enum class Caption {
     sheetFactory = 405,
     sheetNotFactory = 406,
     sheetWillBeSet = 407,
+    settingFirstAddress = 408,
+    settingSecondAddress = 409,
+    settingFirstServoAddress = 410,
+    settingSecondServoAddress = 411,
     outcomeAddressUnconfirmed = 829,
     hexLineForm = 600,
     hexLineLength = 601,
@@ -556,6 +560,8 @@ enum class Caption {
     laneStopAfter = 523, // {1}: a time
     laneTopStep = 524,   // {1}: speed step
     lightFades = 525,
+    cliSheet = 743,
+    cliDescribe = 744,
 };
 
 } // namespace karvo

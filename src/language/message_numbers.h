@@ -305,6 +305,7 @@ enum class Message {
     pasteNotUnderstood = 833,
     pasteNotHere = 834,
     pasteBeyondLimits = 835,
+    noSuchSheet = 953,
 };
 
 } // namespace karvo
