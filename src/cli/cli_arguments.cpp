@@ -170,6 +170,8 @@ private:
             return say(Message::tooFewArguments, {usageOf(command_)});
         if (command_.command == CliCommand::write && !files.isEmpty())
             return say(Message::noChange, {toText(files.first())});
+        if (command_.command == CliCommand::sheet && arguments_.from.isEmpty())
+            return say(Message::tooFewArguments, {usageOf(command_)});
         if (command_.command == CliCommand::write && anyChange == !arguments_.from.isEmpty())
             return say(Message::writeNeedsOneOfBoth);
         return std::nullopt;

@@ -16,13 +16,13 @@
 namespace karvo
 {
 
-enum class CliCommand { ports, identify, read, list, exportList, compare, set, write, flash, update, unzip };
+enum class CliCommand { ports, identify, read, list, exportList, compare, set, write, sheet, describe, flash, update, unzip };
 
 struct CliArguments {
     CliCommand command = CliCommand::read;
     QStringList operands;          // what stands behind the command, without the changes
     std::vector<CvChange> changes; // of the commands `set` and `write`
-    QString from;                  // the CV list file to write; empty: write `changes`
+    QString from;                  // the CV list file to write or to show; empty: write `changes`
     QString output;                // where to save what was read; empty: print it
     bool yes = false;              // usual questions are answered with yes
     std::set<QuestionKind> forced; // and so are these

@@ -40,6 +40,7 @@ constexpr std::string_view always[] = {"port",   "map-port", "simulate",       "
 constexpr std::string_view ofRead[] = {"output"};
 constexpr std::string_view ofList[] = {"variant"};
 constexpr std::string_view ofFiles[] = {"dry-run"};
+constexpr std::string_view ofSheet[] = {"from"};
 constexpr std::string_view ofWrite[] = {"from", "force", "dry-run"};
 
 constexpr CommandExit done{ExitCode::done, Caption::cliExitDone};
@@ -86,6 +87,8 @@ constexpr Command table[] = {
     {CliCommand::set, "set", "LIST.kvr... CV3=12...", 1, many, Caption::cliSet, ofFiles, ofLists},
     {CliCommand::write, "write", "CV3=12... | --from LIST.kvr", 0, many, Caption::cliWrite, ofWrite,
      ofWriting, Caption::cliWriteNote},
+    {CliCommand::sheet, "sheet", "[NAME] --from LIST.kvr", 0, 1, Caption::cliSheet, ofSheet, ofLists},
+    {CliCommand::describe, "describe", "LIST.kvr", 1, 1, Caption::cliDescribe, {}, ofLists},
     {CliCommand::flash, "flash", "FIRMWARE.hex", 1, 1, Caption::cliFlash, ofFiles, ofFlash},
     {CliCommand::update, "update", "FIRMWARE.uhx", 1, 1, Caption::cliUpdate, ofFiles, ofUpdate},
     {CliCommand::unzip, "unzip", "ARCHIVE.zip FOLDER", 2, 2, Caption::cliUnzip, {}, ofUnzip},

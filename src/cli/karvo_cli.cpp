@@ -5,6 +5,7 @@
 #include "cli/file_commands.h"
 #include "cli/firmware_commands.h"
 #include "cli/line_options.h"
+#include "cli/sheet_commands.h"
 #include "cli/terminal.h"
 #include "cli/write_command.h"
 #include "language/file_trouble.h"
@@ -64,6 +65,10 @@ ExitCode carryOut(CommandRun& run)
         return runSet(run);
     case CliCommand::write:
         return runWrite(run);
+    case CliCommand::sheet:
+        return runSheet(run);
+    case CliCommand::describe:
+        return runDescribe(run);
     case CliCommand::flash:
         return runFlash(run);
     case CliCommand::update:

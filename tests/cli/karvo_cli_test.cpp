@@ -29,6 +29,13 @@ TEST_F(KarvoCliTest, SavesAndReplacesWithConsentOnly)
         {"read --output @bus.txt", 0, ""},
         {"export @bus.kvr @out.csv --json", 0, "\"saved\": \"@out.csv\""},
         {"export @bus.kvr @out.txt", 0, ""},
+        {"sheet --from @bus.kvr", 0, "bus  Bus Automatik\nbus_clear"},
+        {"sheet bus --from @bus.kvr", 0, "CV102 = 12  Bus: Haltezeit: 12 s  * Werkswert 0\n  CV107"},
+        {"sheet spur --from @bus.kvr", 2, "", "KV07 LC, KV08 LC"},
+        {"sheet taxi --from @bus.kvr", 2, "", "taxi"},
+        {"sheet bus --from @bus.kvr --json", 0, "\"values\": \"CV22=7 CV66=40 CV101=60 CV102=12 CV103=10"},
+        {"describe @bus.kvr", 0, "\n  * Fährt mit Grundgeschwindigkeit 5, höchstens 160.\n    Rollt"},
+        {"describe @bus.kvr --json", 0, "\"isFactory\": false,"},
     });
     const std::pair<const char*, const char*> parts[] = {
         {"bus.kvr", "Standard KV07*6\r\n1;3;Erste Adresse (kurz);"},
