@@ -16,7 +16,21 @@
 namespace karvo
 {
 
-enum class CliCommand { ports, identify, read, list, exportList, compare, set, write, sheet, describe, flash, update, unzip };
+enum class CliCommand {
+    ports,
+    identify,
+    read,
+    list,
+    exportList,
+    compare,
+    set,
+    write,
+    sheet,
+    describe,
+    flash,
+    update,
+    unzip
+};
 
 struct CliArguments {
     CliCommand command = CliCommand::read;
