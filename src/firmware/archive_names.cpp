@@ -1,5 +1,7 @@
 #include "firmware/archive_names.h"
 
+#include "program/text.h"
+
 #include <algorithm>
 #include <array>
 #include <string>
@@ -21,46 +23,6 @@ bool isForbidden(char character)
     const auto code = static_cast<unsigned char>(character);
     return code < firstPrintable || code == deleteCharacter ||
            forbidden.find(character) != std::string_view::npos;
-}
-
-// How many bytes follow the first one of a UTF-8 character; nothing for one that begins none.
-std::optional<std::size_t> followersOf(unsigned char lead)
-{
-    if (lead < 0x80)
-        return 0;
-    if (lead >= 0xC2 && lead < 0xE0)
-        return 1;
-    if (lead >= 0xE0 && lead < 0xF0)
-        return 2;
-    return lead >= 0xF0 && lead < 0xF5 ? std::optional<std::size_t>(3) : std::nullopt;
-}
-
-// Overlong forms and halves of surrogates could stand for a character that is refused elsewhere.
-bool isSoundSecond(unsigned char lead, unsigned char second)
-{
-    if (lead == 0xE0)
-        return second >= 0xA0;
-    if (lead == 0xED)
-        return second < 0xA0;
-    if (lead == 0xF0)
-        return second >= 0x90;
-    return lead != 0xF4 || second < 0x90;
-}
-
-bool isSoundUtf8(std::string_view text)
-{
-    const auto at = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-    for (std::size_t i = 0; i < text.size();) {
-        const auto followers = followersOf(at(i));
-        if (!followers || i + *followers >= text.size())
-            return false;
-        for (std::size_t k = 1; k <= *followers; ++k) {
-            if ((at(i + k) & 0xC0) != 0x80 || (k == 1 && !isSoundSecond(at(i), at(i + 1))))
-                return false;
-        }
-        i += *followers + 1;
-    }
-    return true;
 }
 
 std::string upperCase(std::string_view text)
@@ -103,7 +65,7 @@ bool isHere(std::string_view name)
 bool isPlainFileName(std::string_view name)
 {
     return !name.empty() && name.size() <= longestPart && name.back() != '.' && name.back() != ' ' &&
-           std::none_of(name.begin(), name.end(), isForbidden) && isSoundUtf8(name) && !isDeviceName(name);
+           std::none_of(name.begin(), name.end(), isForbidden) && isUtf8(name) && !isDeviceName(name);
 }
 
 std::optional<std::filesystem::path> pathOfEntry(std::string_view name)

@@ -159,6 +159,7 @@ std::string utf8FromText(TextView text)
     return utf8;
 }
 
+// A U+FFFD is refused too: it says that a character was lost before.
 bool isUtf8(std::string_view bytes)
 {
     for (std::size_t at = 0; at < bytes.size();) {
