@@ -34,9 +34,9 @@ void EEPROM::open()
         openMemoryImage(bench_, texts_.caption(Caption::openMemoryImage), QDir::homePath().toStdU16String());
     if (!opened)
         return;
-    const Text words[] = {pathText(opened->path),
-                          textFromNumber(static_cast<long long>(opened->image.countOfKnown()))};
-    show(std::move(opened->image), qtText(filledIn(texts_.message(Message::imageSource), words)));
+    const Text known = textFromNumber(static_cast<long long>(opened->image.countOfKnown()));
+    const Text source = texts_.message(Message::imageSource, {pathText(opened->path), known});
+    show(std::move(opened->image), qtText(source));
     showWhetherTakeable();
 }
 

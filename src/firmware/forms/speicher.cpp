@@ -11,9 +11,9 @@ Speicher::Speicher(Workbench& bench, SpeedSteps steps, QWidget* parent)
 {
     const DecoderBlock& block = *bench.state.lastRead;
     auto image = imageOfBlock(block);
-    const Text words[] = {typeText(block.profile, texts_),
-                          textFromNumber(static_cast<long long>(image.countOfKnown()))};
-    show(std::move(image), qtText(filledIn(texts_.message(Message::memorySource), words)));
+    const Text known = textFromNumber(static_cast<long long>(image.countOfKnown()));
+    const Text source = texts_.message(Message::memorySource, {typeText(block.profile, texts_), known});
+    show(std::move(image), qtText(source));
     if (!bench.state.set.isEmpty())
         compareWithBenchList();
     auto* const button = addButton("Fahrstufen_zeigen", Caption::showSpeedSteps, ButtonRow::ActionRole);
