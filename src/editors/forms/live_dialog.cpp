@@ -9,6 +9,8 @@
 #include <QSpinBox>
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace karvo
 {
 
@@ -172,8 +174,22 @@ void LiveDialog::afterExchange()
     note_->setText(shown(follow_.isFollowing() ? Caption::liveRunning : stopped));
     if (follow_.hasEnded())
         wantedResult_ = QDialog::Rejected;
-    if (wantedResult_ && !follow_.isUnderWay())
+    if (follow_.isUnderWay())
+        return;
+    const bool closeAsked = std::exchange(closeAsked_, false);
+    if (wantedResult_)
         done(*wantedResult_);
+    else if (closeAsked)
+        reject();
+}
+
+bool LiveDialog::mayClose()
+{
+    if (!follow_.isUnderWay() || !holdsWork())
+        return EditorDialog::mayClose();
+    closeAsked_ = true;
+    note_->setText(shown(Caption::liveClosing));
+    return false;
 }
 
 // On a mute line the exchange under way may take its whole time-out.

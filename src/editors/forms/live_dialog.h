@@ -32,6 +32,8 @@ public:
     void done(int result) override;
 
 protected:
+    // While an exchange is under way the question waits for its end: a box would hold the exchange up.
+    bool mayClose() override;
     void showEvent(QShowEvent* event) override;
 
 private:
@@ -67,6 +69,7 @@ private:
     int lastTime_ = 0; // the time that was changed last
     bool showing_ = false;
     bool finishing_ = false;
+    bool closeAsked_ = false;         // to be asked about after the exchange under way
     std::optional<int> wantedResult_; // the window is to close after the exchange under way
 };
 
