@@ -207,13 +207,22 @@ TEST(Change_more_CV, StopsAndGoesOnWithTheRest)
     EXPECT_EQ(bench.files.saves, 2) << "only one was missing";
     bench.addChange(4, 10);
     bench.window.show();
+    const auto question = QString::fromStdU16String(bench.state.texts.message(Message::discardQuestion));
     click(bench.window, "Apply");
-    bench.driver.expectBox(QString::fromStdU16String(bench.state.texts.message(Message::discardQuestion)),
-                           QStringLiteral("Verwerfen"));
-    click(bench.window, "Schliessen");
-    QTest::qWait(20);
-    EXPECT_EQ(bench.files.saves, 2) << "whoever closes the window stops";
+    bench.driver.expectBox(question, QStringLiteral("Weiter bearbeiten"));
+    bench.act("Schliessen");
+    EXPECT_EQ(bench.files.saves, 4) << "whoever stays goes on with the rest";
+    bench.addChange(4, 11);
+    click(bench.window, "Apply");
+    bench.driver.expectBox(question, QStringLiteral("Verwerfen"));
+    bench.act("Schliessen");
+    EXPECT_EQ(bench.files.saves, 4) << "whoever closes the window stops";
     EXPECT_FALSE(bench.window.isVisible());
+    bench.window.show();
+    while (find<QListWidget>(bench.window, "Files").count() > 0)
+        bench.removeFirst("Files", "RemoveFiles");
+    bench.driver.expectBox(question, QStringLiteral("Verwerfen")); // typed for no file
+    click(bench.window, "Schliessen");
 }
 
 struct SearchBench {

@@ -114,14 +114,20 @@ void Change_more_CV::addButtons()
 // Changes that were typed and are in no file yet.
 bool Change_more_CV::holdsWork() const
 {
-    return hasAnyToChange();
+    const bool knowsAll = !paths_.empty() && batch_.size() == paths_.size();
+    return hasAnyToChange() || (typedAnew_ && !changes_.empty() && !knowsAll);
 }
 
-// A file under change is finished first; the others are left.
+// The work rests while the question stands, and goes on with what is left where the window stays.
 bool Change_more_CV::mayClose()
 {
-    stop();
-    return EditorDialog::mayClose();
+    timer_.stop();
+    const bool closes = EditorDialog::mayClose();
+    if (closes)
+        stop();
+    else if (work_ != Work::none)
+        timer_.start(0);
+    return closes;
 }
 
 void Change_more_CV::addFiles()
@@ -159,6 +165,7 @@ void Change_more_CV::addChange()
         changes_.push_back(change);
     else
         *same = change;
+    typedAnew_ = true;
     showChanges();
     startPreview();
 }
@@ -235,8 +242,10 @@ void Change_more_CV::finish()
     const bool changed = work_ == Work::change;
     timer_.stop();
     work_ = Work::none;
-    if (changed)
+    if (changed) {
+        typedAnew_ = hasAnyToChange();
         takeBatchChanges(bench_, batch_);
+    }
     const auto done =
         std::count_if(batch_.begin(), batch_.end(), [](const BatchFile& file) { return file.done; });
     if (changed)

@@ -59,6 +59,7 @@ private:
     std::vector<std::filesystem::path> paths_;
     std::vector<CvChange> changes_;
     std::vector<BatchFile> batch_;
+    bool typedAnew_ = false; // a change that is not in all files yet
     Work work_ = Work::none;
     std::size_t next_ = 0; // of the files
     QTimer timer_;
