@@ -92,8 +92,10 @@ void EntryController::chooseRow(int row)
 {
     if (row < 0 || !settleQuietly())
         return;
-    const ListLine& line = state_.set.list[static_cast<std::size_t>(row)];
-    goTo({static_cast<std::size_t>(row), line.cv});
+    const auto& list = state_.set.list;
+    const auto index = static_cast<std::size_t>(row);
+    if (index < list.size()) // until a new set has its list, the rows are those of the one before
+        goTo({index, list[index].cv});
 }
 
 bool EntryController::goToCv(int number)

@@ -22,7 +22,10 @@ Operations::Operations(Workbench& bench, MainWindowView& view, QWidget& window, 
         if (!busy)
             stopQuestion_.withdraw();
     });
-    connect(&stopQuestion_, &StopQuestion::agreed, this, [this] { closing_ = Closing::asUsual; });
+    connect(&stopQuestion_, &StopQuestion::agreed, this, [this] {
+        if (!isClosing()) // the program may be ending by now
+            closing_ = Closing::asUsual;
+    });
 }
 
 bool Operations::mayClose()

@@ -12,11 +12,13 @@ namespace karvo
 namespace
 {
 
-const Preset& presetOf(const MenuEntry& item)
+// Nothing for an item whose name ends with no kind.
+const Preset* presetOf(const MenuEntry& item)
 {
     const auto all = presets();
-    return *std::find_if(all.begin(), all.end(),
-                         [&](const Preset& preset) { return item.name.ends_with(preset.kind); });
+    const auto found = std::find_if(all.begin(), all.end(),
+                                    [&](const Preset& preset) { return item.name.ends_with(preset.kind); });
+    return found == all.end() ? nullptr : &*found;
 }
 
 } // namespace
@@ -28,18 +30,21 @@ PresetsController::PresetsController(Workbench& bench, WriteController& writing)
 
 void PresetsController::load(const MenuEntry& item)
 {
-    if (const auto changed = loadPreset(bench_, presetOf(item)))
+    const Preset* const preset = presetOf(item);
+    if (const auto changed = preset != nullptr ? loadPreset(bench_, *preset) : std::nullopt)
         showLoaded(*changed, texts_.menuCaption(item.caption));
 }
 
 void PresetsController::save(const MenuEntry& item)
 {
-    savePreset(bench_, presetOf(item));
+    if (const Preset* const preset = presetOf(item))
+        savePreset(bench_, *preset);
 }
 
 void PresetsController::writeBaseAndTop(const MenuEntry& item)
 {
-    if (const auto plan = planOfBaseAndTop(bench_, presetOf(item)))
+    const Preset* const preset = presetOf(item);
+    if (const auto plan = preset != nullptr ? planOfBaseAndTop(bench_, *preset) : std::nullopt)
         writing_.writeEdited(*plan, texts_.message(Message::baseAndTopWritten));
 }
 
