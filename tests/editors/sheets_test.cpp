@@ -30,6 +30,25 @@ TEST(SheetFileTest, AFaultIsToldWithItsLineAndWhatIsSoundIsASheet)
     }
 }
 
+TEST(SheetStoreTest, OwnSheetsComeBehindTheProgramsAndAFaultyOneIsRefused)
+{
+    MemoryFiles files;
+    const std::string sheet = "sheet;NAME;\ntext;;T;\nsection;\ncv;102;\n";
+    for (const char* const name :
+         {"own/FKT_a.txt", "program/fkt_b.TXT", "program/CV_c.txt", "own/FKT_d.txt.old"})
+        files.content[name] = bytesOf(sheet);
+    files.content["own/FKT_bad.txt"] = bytesOf("sheet;bad;\ntext;;T;\n");
+    const auto store = loadSheets(files, "program", {"own"});
+    std::string paths;
+    for (const StoredSheet& one : store.sheets)
+        paths += portable(one.path.string()) + (one.isOwn ? " own " : " ");
+    EXPECT_EQ(paths, "program/fkt_b.TXT own/FKT_a.txt own ");
+    ASSERT_EQ(store.refused.size(), 1u);
+    EXPECT_EQ(portable(store.refused[0].path.string()), "own/FKT_bad.txt");
+    EXPECT_EQ(store.sheetOf(DecoderProfile{}, 102)->item, "NAME");
+    EXPECT_EQ(store.sheetOf("none"), nullptr);
+}
+
 struct ProgramFolder : FolderFiles {
     std::vector<FolderEntry> list(const std::filesystem::path& folder) override
     {
