@@ -33,6 +33,7 @@ struct CvSet {
     Text modelCode;                 // "04" to "08"
     Bytes rawReply;                 // the decoder's last block; empty in an offline list
     std::string offlineItem;        // the menu item of an offline list; empty after a read
+    int offlineVariant = 0;         // which of that item's lists, where it has four: 0 to 3
     int currentNumber = 0;          // the current CV; 0 when none
     std::filesystem::path listPath; // the list file that was opened or saved last; empty when there is none
     std::optional<Processor> fileProcessor; // of an opened list: nothing when it names none that is known

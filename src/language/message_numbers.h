@@ -306,6 +306,10 @@ enum class Message {
     pasteNotHere = 834,
     pasteBeyondLimits = 835,
     noSuchSheet = 953,
+    sheetWritten = 781,
+    sheetNothingToWrite = 782,
+    resetNeedsReceiver = 616,
+    sheetFileMissing = 617,
 };
 
 } // namespace karvo

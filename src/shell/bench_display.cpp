@@ -8,7 +8,7 @@
 #include "shell/main_menu.h"
 #include "shell/main_window_view.h"
 #include "shell/memory_controller.h"
-#include "shell/menu_tree.h"
+#include "shell/menu_reasons.h"
 #include "shell/port_bar.h"
 #include "shell/program_version.h"
 #include "shell/stale_notice.h"
@@ -22,8 +22,9 @@
 namespace karvo
 {
 
-BenchDisplay::BenchDisplay(ProgramState& state, MainWindowView& view, const MainWidgets& widgets)
-    : state_(state), texts_(state.texts), in_(widgets)
+BenchDisplay::BenchDisplay(ProgramState& state, const SheetStore& sheets, MainWindowView& view,
+                           const MainWidgets& widgets)
+    : state_(state), sheets_(sheets), texts_(state.texts), in_(widgets)
 {
     connectView(view);
 }
@@ -140,10 +141,11 @@ void BenchDisplay::showLineBusy(bool busy)
 void BenchDisplay::showReasons()
 {
     for (const MenuEntry& entry : menuTree()) {
-        if (entry.editor)
-            in_.menu.setReason(entry.name, whyNotOpen(*entry.editor, state_.set, texts_));
+        if (entry.editor || entry.opens != Opens::other)
+            in_.menu.setReason(entry.name, whyNotChosen(entry, state_, sheets_));
     }
     in_.menu.setReason("mnu_RAM", whyNoMemory(state_));
+    in_.menu.showOwnItems(ownItems(state_, sheets_), state_.lineBusy);
     in_.portBar.setServoAddresses(!state_.lineBusy, whyNotOpen(Editor::servoAddresses, state_.set, texts_));
 }
 

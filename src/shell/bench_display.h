@@ -2,6 +2,7 @@
 // what can be done with them.
 #pragma once
 
+#include "editors/sheet_store.h"
 #include "shell/main_widgets.h"
 #include "workbench/workbench.h"
 
@@ -16,7 +17,8 @@ class BenchDisplay : public QObject
 {
 public:
     // Shows what the view is told from then on.
-    BenchDisplay(ProgramState& state, MainWindowView& view, const MainWidgets& widgets);
+    BenchDisplay(ProgramState& state, const SheetStore& sheets, MainWindowView& view,
+                 const MainWidgets& widgets);
 
     // In the language in use.
     void applyCaptions();
@@ -40,6 +42,7 @@ private:
     QString title() const;
 
     ProgramState& state_;
+    const SheetStore& sheets_;
     const LanguageTables& texts_;
     const MainWidgets in_;
 };

@@ -6,7 +6,9 @@ namespace karvo
 {
 
 Controllers::Controllers(const MainWindowSetup& setup, const MainWidgets& in)
-    : display(setup.bench.state, setup.view, in),
+    : sheets(loadSheets(setup.bench.files, setup.bench.state.programFolder,
+                        setup.bench.state.userFolders.sheets)),
+      display(setup.bench.state, sheets, setup.view, in),
       entry(setup.bench, display, in.list, in.panel),
       operations(setup.bench, setup.view, in.window, entry, in.statusLine),
       reading(setup.bench, in.window, operations, entry, in.portBar, in.staleNotice),
@@ -14,6 +16,7 @@ Controllers::Controllers(const MainWindowSetup& setup, const MainWidgets& in)
       writing(setup.bench, in.window, operations, entry, in.panel, setup.keepBackup),
       files(setup.bench, in.window, display, entry, reading, setup.clock),
       editors(setup.bench, in.window, operations, entry, writing, in.portBar),
+      functions(setup.bench, in.window, sheets, in.menu, writing, editors),
       presets(setup.bench, writing),
       firmware(setup.bench, in.window, display, operations, setup.clock),
       memory(setup.bench, in.window, operations, editors),

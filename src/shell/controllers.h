@@ -17,6 +17,7 @@
 #include "shell/presets_controller.h"
 #include "shell/read_controller.h"
 #include "shell/search_controller.h"
+#include "shell/sheets_controller.h"
 #include "shell/write_controller.h"
 
 #include <tuple>
@@ -27,6 +28,7 @@ namespace karvo
 struct Controllers {
     Controllers(const MainWindowSetup& setup, const MainWidgets& widgets);
 
+    SheetStore sheets;
     BenchDisplay display;
     EntryController entry;
     Operations operations;
@@ -35,6 +37,7 @@ struct Controllers {
     WriteController writing;
     FilesController files;
     EditorsController editors;
+    SheetsController functions;
     PresetsController presets;
     FirmwareController firmware;
     MemoryController memory;
@@ -47,8 +50,8 @@ struct Controllers {
     template <typename Controller>
     Controller& of()
     {
-        return std::get<Controller&>(std::tie(reading, port, writing, files, editors, presets, firmware,
-                                              memory, downloads, search, language, help));
+        return std::get<Controller&>(std::tie(reading, port, writing, files, editors, functions, presets,
+                                              firmware, memory, downloads, search, language, help));
     }
 };
 

@@ -46,6 +46,10 @@ Hauptform::Hauptform(const MainWindowSetup& setup)
     controllers_ = std::make_unique<Controllers>(
         setup, MainWidgets{*this, *menu_, *portBar_, *staleNotice_, *list_, *panel_, *statusLine_});
     connect(menu_, &MainMenu::chosen, this, &Hauptform::carryOut);
+    connect(menu_, &MainMenu::ownChosen, this, [this](const std::string& name) {
+        if (controllers_->entry.takePending())
+            controllers_->functions.openOwn(name);
+    });
     controllers_->display.applyCaptions();
     controllers_->display.showList();
     setup.view.showStatus(state_.texts.caption(Caption::ready));

@@ -24,6 +24,8 @@ QString objectNameOf(std::string_view name)
     return QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size()));
 }
 
+constexpr std::string_view ownSheetsMenu = "mnu_fzg";
+
 void tell(QAction& item, const QString& words)
 {
     item.setStatusTip(words);
@@ -48,6 +50,8 @@ MainMenu::MainMenu(QMenuBar* bar) : QObject(bar), languages_(new QActionGroup(th
             addItem(bar, parent, tree[i]);
     }
     addLanguages();
+    ownSeparator_ = action(ownSheetsMenu)->menu()->addSeparator();
+    ownSeparator_->setObjectName(QStringLiteral("mnu_space_own"));
     bar->installEventFilter(this);
 }
 
@@ -101,6 +105,31 @@ void MainMenu::setReason(std::string_view name, const std::optional<Text>& reaso
     if (reason)
         item.setEnabled(false);
     tell(item, reason ? qtText(*reason) : QString());
+}
+
+void MainMenu::showOwnItems(const std::vector<OwnItem>& items, bool lineBusy)
+{
+    ownSeparator_->setVisible(!items.empty());
+    while (ownItems_.size() < items.size())
+        ownItems_.push_back(addOwnItem());
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        const OwnItem& item = items[i];
+        QAction& action = *ownItems_[i];
+        action.setObjectName(QStringLiteral("mnu_own_") + QString::fromStdString(item.name));
+        action.setText(buttonText(item.caption));
+        action.setData(QByteArray::fromStdString(item.name));
+        action.setEnabled(!lineBusy && !item.whyNot);
+        tell(action, item.whyNot ? qtText(*item.whyNot) : QString());
+    }
+}
+
+QAction* MainMenu::addOwnItem()
+{
+    QAction* const item = action(ownSheetsMenu)->menu()->addAction(QString());
+    item->setMenuRole(QAction::NoRole);
+    connect(item, &QAction::triggered, this,
+            [this, item] { emit ownChosen(item->data().toByteArray().toStdString()); });
+    return item;
 }
 
 bool MainMenu::eventFilter(QObject* watched, QEvent* event)

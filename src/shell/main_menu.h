@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -20,6 +21,12 @@ namespace karvo
 {
 
 struct MenuEntry;
+
+struct OwnItem {
+    std::string name;
+    Text caption;
+    std::optional<Text> whyNot; // it can not be chosen for this reason
+};
 
 class MainMenu : public QObject
 {
@@ -42,9 +49,13 @@ public:
     // Disables an item for a reason, which it tells; without one it stays as it is and tells nothing.
     void setReason(std::string_view name, const std::optional<Text>& reason);
 
+    // The person's own function sheets, at the end of their menu.
+    void showOwnItems(const std::vector<OwnItem>& items, bool lineBusy);
+
 signals:
     // An item that has a handler.
     void chosen(const karvo::MenuEntry& item);
+    void ownChosen(const std::string& name);
 
 protected:
     // A disabled item of the bar is never highlighted, so its reason is told when the mouse comes over it.
@@ -61,9 +72,12 @@ private:
     QMenu* addMenu(QMenuBar* bar, QMenu* parent, const MenuEntry& entry);
     void addItem(QMenuBar* bar, QMenu* parent, const MenuEntry& entry);
     void addLanguages();
+    QAction* addOwnItem();
 
     std::vector<Item> items_;
     QActionGroup* languages_;
+    QAction* ownSeparator_;
+    std::vector<QAction*> ownItems_;
 };
 
 } // namespace karvo

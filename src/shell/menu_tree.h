@@ -20,6 +20,9 @@ enum class Availability {
     withCurrentCv // the same, once a CV with a value is chosen
 };
 
+// What an item needs of the list or the decoder, beside an editor.
+enum class Opens { other, sheet, vehiclePage, receiverPage, receiverReset };
+
 struct MenuEntry {
     // Runs once what is typed in the main window has been settled.
     using Handler = void (*)(Controllers&, const MenuEntry&);
@@ -32,8 +35,12 @@ struct MenuEntry {
     Handler handler = nullptr;                        // an item without one is in no version yet
     const char* keys = "";                            // its shortcut, in the portable notation
     std::optional<Editor> editor = {};                // the item can be used only where this one opens
+    Opens opens = Opens::other;
 
     constexpr bool isSeparator() const { return caption == 0; }
+
+    // Without "mnu_": what the windows of function sheets are called, and their files.
+    constexpr std::string_view itemName() const { return name.substr(4); }
 };
 
 // In design order. An entry followed by a deeper one is a menu.

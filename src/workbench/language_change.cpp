@@ -17,7 +17,7 @@ namespace
 std::string fileNameInUse(const ProgramState& state)
 {
     const OfflineList* const offline = offlineListOf(state.set.offlineItem);
-    return offline != nullptr ? offlineDescriptionFileName(*offline, state.automaticVariant, state.language)
+    return offline != nullptr ? offlineDescriptionFileName(*offline, state.set.offlineVariant, state.language)
                               : descriptionFileName(state.set.profile, state.language);
 }
 

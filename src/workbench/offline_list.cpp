@@ -43,6 +43,7 @@ bool showDescription(Workbench& bench, const DecoderProfile& profile, std::strin
     }
     CvSet set = setOf(profile, std::move(description));
     set.offlineItem = menuItem;
+    set.offlineVariant = bench.state.automaticVariant;
     if (bench.state.expert)
         announceExpertFile(bench, files.expert, faults.ofFiles);
     takeKnowledge(set, library.expertKnowledge(files.expert, set.table), faults.ofFiles);

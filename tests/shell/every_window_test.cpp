@@ -2,9 +2,12 @@
 #include "editors/forms/bremsen.h"
 #include "editors/forms/dcc_adresse.h"
 #include "editors/forms/fahrstufen.h"
+#include "editors/forms/function_sheet_form.h"
 #include "editors/forms/live_dialog.h"
 #include "editors/forms/pre_fahrstufen.h"
 #include "editors/forms/servo_addresse.h"
+#include "editors/forms/settings_page.h"
+#include "editors/sheet_file.h"
 #include "firmware/forms/eeprom.h"
 #include "firmware/forms/firmware_ablauf.h"
 #include "firmware/forms/image_changes.h"
@@ -74,6 +77,12 @@ struct EveryWindow : FormBench {
         check<Unzip_Dialog>(state.texts, UnzipRequest{"Update.zip", "folder"});
         check<Vergleichen>(bench);
         check<FzCVdrucken>(bench, clock);
+        const auto sheet = std::get<FunctionSheet>(parseSheet(
+            bytesOf("sheet;bus;\ntext;;Bus;\npicture;bus_stop;\nsection;\ntext;;Halt;\ncv;2;\ncv;3;\n"
+                    "address;first;\nvariant;CV2=3;\nready;CV2=4;\ntext;;vier;\n")));
+        check<FunctionSheetForm>(bench, viewOf(sheet, state.set, state.texts, state.language), "bus");
+        check<SettingsPage>(state.texts, prompts, "anzeigen", QStringLiteral("Worte"),
+                            describeSettings(state.set, {}, state.texts, state.language));
         check<Change_more_CV>(bench);
         check<Schreibvorschau>(preview, state, nullptr);
         check<Schreibbericht>(report, state.texts, nullptr);

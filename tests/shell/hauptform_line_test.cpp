@@ -3,6 +3,7 @@
 
 #include <QClipboard>
 #include <QProgressBar>
+#include <QSpinBox>
 #include <QTableWidget>
 
 namespace karvo::test
@@ -286,6 +287,23 @@ TEST(HauptformWrite, ClosesAfterTheCvThatIsBeingWritten)
     EXPECT_FALSE(bench.window->isVisible());
     EXPECT_EQ(bench.held(48), 31) << "what had been begun came to its end";
     EXPECT_NE(bench.held(52), 31);
+}
+
+TEST(HauptformWrite, WritesOfASheetWhatItChangedAndNothingElse)
+{
+    WindowBench bench;
+    bench.click("Start");
+    auto memory = bench.port.simulator().decoder().memory;
+    memory[1] = 30;
+    bench.expect("sheet", [](QWidget& sheet) {
+        find<QSpinBox>(sheet, "CV2").setValue(30);
+        click(sheet, "Schreiben");
+    });
+    bench.expectBoxWith("Fertig: Die Werte von \"Blatt bus\"");
+    bench.choose("mnu_bus");
+    EXPECT_TRUE(bench.port.simulator().decoder().memory == memory);
+    EXPECT_EQ(bench.lineOf(2), "CV2  = 30");
+    EXPECT_EQ(bench.kept.size(), 1U) << "the backup";
 }
 
 } // namespace karvo::test

@@ -154,6 +154,14 @@ struct WindowBench {
         for (std::size_t i = 0; i < words.size(); ++i)
             files.content[state.programFolder / ("CV_Standart_kv07" + suffixes[i])] =
                 bytesOf(kv07Description(words[i]));
+        state.userFolders.sheets.own = "sheets";
+        const auto sheet = [](const std::string& name, const std::string& rest) {
+            return bytesOf("sheet;" + name + ";\ntext;;Blatt " + name + ";\n" + rest);
+        };
+        files.content[state.programFolder / "FKT_bus.txt"] =
+            sheet("bus", "section;\ncv;2;\ncv;29;\nready;Pre_Licht1;CV2=30;\n");
+        files.content["sheets/FKT_mein.txt"] = sheet("mein", "section;\ncv;2;\n");
+        files.content["sheets/FKT_alt.txt"] = sheet("alt", "models;KV09;\n");
         port.setNotice([this] { wait.wake(); });
         EXPECT_TRUE(useLanguage(bench, setup.language));
         window = std::make_unique<Hauptform>(windowSetup(setup.simulatedInterface));

@@ -5,6 +5,7 @@
 #include <QCheckBox>
 #include <QDir>
 #include <QKeySequence>
+#include <QSpinBox>
 
 namespace karvo::test
 {
@@ -53,6 +54,17 @@ private:
             driver.expectInput(QString::fromStdString(title), QString::fromStdString(typed));
         });
         prepare("file", [this](Words what, Words chosen) { expectDialog(what, chosen); });
+        prepare("sheet", [this](Words button, Words entries) {
+            expect("sheet", [button, entries](QWidget& sheet) {
+                for (const auto& entry : wordsOf(entries)) {
+                    const auto colon = entry.find(':');
+                    auto& field = test::find<QWidget>(sheet, entry.substr(0, colon));
+                    field.setProperty(qobject_cast<QSpinBox*>(&field) != nullptr ? "value" : "checked",
+                                      std::stoi(entry.substr(colon + 1)));
+                }
+                test::click(sheet, button);
+            });
+        });
         prepare("window", [this](Words name, Words) {
             expect("window", [name](QWidget& dialog) {
                 EXPECT_EQ(dialog.objectName().toStdString(), name);
