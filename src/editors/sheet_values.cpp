@@ -144,6 +144,11 @@ std::optional<std::size_t> SheetValues::filledWith(std::span<const SheetViewValu
     return static_cast<std::size_t>(found - sets.begin());
 }
 
+bool SheetValues::hasEdited() const
+{
+    return std::any_of(entries_.begin(), entries_.end(), [](const Entry& entry) { return entry.isEdited; });
+}
+
 void SheetValues::setFactoryValues()
 {
     for (Entry& entry : entries_) {

@@ -43,6 +43,9 @@ public:
     // Whose values all stand in the sheet; nothing when none does.
     std::optional<std::size_t> filledWith(std::span<const SheetViewValues> sets) const;
 
+    // Whether there is a field that the person can change.
+    bool hasEdited() const;
+
     void setFactoryValues(); // of all that it edits; a CV of which only some bits are shown keeps the others
     void setBack();          // to what it opened with
 

@@ -50,6 +50,8 @@ std::optional<Text> whyNotChosen(const MenuEntry& entry, const ProgramState& sta
     case Opens::receiverPage:
         return whyNoPage(entry.opens == Opens::receiverPage, state.set, texts);
     case Opens::receiverReset:
+        if (state.link.typeCode == TypeCode::readOnlyReceiver)
+            return texts.caption(Caption::receiverOnlyRead);
         return state.link.identified && isReceiver(state.link.typeCode)
                    ? std::nullopt
                    : std::optional(texts.message(Message::resetNeedsReceiver));

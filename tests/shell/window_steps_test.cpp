@@ -85,6 +85,7 @@ private:
         prepare("identified", [this](auto...) { state.link.identified = true; });
         prepare("receiver", [this](auto...) {
             state.set.profile.model = Model::receiver;
+            state.link.typeCode = TypeCode::receiver;
             view.listChanged();
         });
         prepare("f5", [this](auto...) { state.set.profile.generation = Generation::f5; });

@@ -199,13 +199,17 @@ void FunctionSheetForm::addRow(const SheetViewField& field, QGridLayout& grid, Q
 void FunctionSheetForm::addButtons()
 {
     const auto add = [this](const char* name, Caption caption, auto act) {
-        connect(addButton(name, caption, ButtonRow::ActionRole), &QPushButton::clicked, this, act);
+        QPushButton* const button = addButton(name, caption, ButtonRow::ActionRole);
+        connect(button, &QPushButton::clicked, this, act);
+        return button;
     };
-    add("Werkswerte", Caption::sheetFactoryButton, [this] {
+    QPushButton* const factory = add("Werkswerte", Caption::sheetFactoryButton, [this] {
         values_.setFactoryValues();
         showValues();
     });
-    add("Zuruecksetzen", Caption::sheetBackButton, [this] { setBack(); });
+    QPushButton* const back = add("Zuruecksetzen", Caption::sheetBackButton, [this] { setBack(); });
+    for (QPushButton* const button : {factory, back})
+        button->setEnabled(values_.hasEdited());
     connect(addWriting("Schreiben", Caption::writeToVehicle), &QPushButton::clicked, this,
             [this] { finish(End::write); });
     add("OKButton", Caption::sheetTakeButton, [this] { finish(End::takeOver); });

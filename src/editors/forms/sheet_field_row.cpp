@@ -69,10 +69,28 @@ QString SheetFieldRow::cvs() const
 
 QString SheetFieldRow::factory() const
 {
-    const bool isShown = field_.isEdited() && field_.factory;
-    return isShown
-               ? filledCaption(words_.texts, Caption::sheetFactoryValue, {textFromNumber(*field_.factory)})
-               : QString();
+    if (!field_.isEdited() || !field_.factory)
+        return {};
+    return filledCaption(words_.texts, Caption::sheetFactoryValue,
+                         {field_.switches.size() == 1 ? yesOrNo(field_.switches.front())
+                                                      : textFromNumber(shownPart(*field_.factory))});
+}
+
+// Of a set of switches, what those that are shown add up to.
+int SheetFieldRow::shownPart(int value) const
+{
+    if (field_.kind != Kind::switches)
+        return value;
+    int part = 0;
+    for (const SheetSwitch& one : field_.switches)
+        part += value & one.weight;
+    return part;
+}
+
+Text SheetFieldRow::yesOrNo(const SheetSwitch& one) const
+{
+    const bool isOn = (field_.factory.value_or(0) & one.weight) != 0;
+    return words_.texts.caption(isOn ? Caption::settingOn : Caption::settingOff);
 }
 
 QString SheetFieldRow::plainName() const
@@ -134,8 +152,12 @@ QWidget* SheetFieldRow::switches()
         auto* const box = captioned<WrappingCheckBox>("", column, buttonText(one.word));
         box->setObjectName(QString::fromStdString(objectNameOf(one)));
         box->setAccessibleDescription(plainName());
-        box->setToolTip(filledCaption(words_.texts, Caption::sheetBit,
-                                      {textFromNumber(one.cv), textFromNumber(one.weight)}));
+        QString tip = filledCaption(words_.texts, Caption::sheetBit,
+                                    {textFromNumber(one.cv), textFromNumber(one.weight)});
+        if (field_.factory)
+            tip += QStringLiteral(", ") +
+                   filledCaption(words_.texts, Caption::sheetFactoryValue, {yesOrNo(one)});
+        box->setToolTip(tip);
         box->installEventFilter(this);
         connect(box, &QCheckBox::toggled, this, [this, &one](bool on) { emit switchChosen(one, on); });
         layout->addWidget(box);

@@ -63,6 +63,8 @@ private:
     QString plainName() const; // of who has no eyes: the name and the CVs
     QString cvs() const;
     QString factory() const;
+    int shownPart(int value) const;
+    Text yesOrNo(const SheetSwitch& one) const; // of its factory value
     void showNumber(std::optional<int> value);
     void showChoice(std::optional<int> value);
     void nameControl(QWidget& control, const char* suffix = "");
