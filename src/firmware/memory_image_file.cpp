@@ -178,7 +178,7 @@ std::optional<NamedImage> openMemoryImage(Workbench& bench, const Text& title,
 std::optional<std::filesystem::path> saveMemoryImage(Workbench& bench, const MemoryImage& image,
                                                      const FileRequest& request)
 {
-    const auto path = bench.prompts.saveFile(request);
+    auto path = bench.prompts.saveFile(request);
     if (!path)
         return std::nullopt;
     keepFolder(bench, *path);

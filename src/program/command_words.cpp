@@ -100,7 +100,7 @@ std::string faultText(const WordFault& fault)
     if (fault.kind == WordFault::Kind::unknownOption)
         return "unknown option " + fault.typed;
     const char* const lack = fault.kind == WordFault::Kind::needsValue ? " needs a value" : " takes no value";
-    return "--" + std::string(fault.form->name) + lack;
+    return std::string("--").append(fault.form->name).append(lack);
 }
 
 std::string optionRows(std::span<const HelpedOption> options, std::size_t helpColumn)
@@ -109,9 +109,10 @@ std::string optionRows(std::span<const HelpedOption> options, std::size_t helpCo
     for (const HelpedOption& option : options) {
         if (option.help.empty())
             continue;
-        std::string row = "  --" + std::string(option.name);
+        std::string row = "  --";
+        row.append(option.name);
         if (!option.value.empty())
-            row += " " + std::string(option.value);
+            row.append(1, ' ').append(option.value);
         row.resize(std::max(row.size() + 1, helpColumn), ' ');
         for (const char letter : option.help + "\n") {
             rows += row + letter;

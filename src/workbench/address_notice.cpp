@@ -45,7 +45,7 @@ Text withForm(const CvTable& table, const Text& address, const LanguageTables& t
 
 Text addressesText(const CvTable& table, bool hasSecond, const LanguageTables& texts)
 {
-    const Text first = withForm(table, firstAddress(table), texts);
+    Text first = withForm(table, firstAddress(table), texts);
     if (!hasSecond)
         return first;
     return texts.caption(Caption::bothAddresses, {first, withForm(table, secondAddress(table), texts)});

@@ -122,7 +122,7 @@ private:
         };
         steps_["tips"] = [this](Words names, Words) {
             return ofEach(names, [this](Words name) {
-                return find<QObject>(name).property("toolTip").toString().toStdString() + ";";
+                return portable(find<QObject>(name).property("toolTip").toString().toStdString()) + ";";
             });
         };
         steps_["enabled"] = [this](Words names, Words) {
