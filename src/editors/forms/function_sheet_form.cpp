@@ -26,7 +26,7 @@ namespace
 constexpr std::string_view settingsSection = "Window";
 constexpr std::string_view animationsKey = "Animations";
 
-constexpr QSize usualSize(900, 700);
+constexpr QSize usualSize(900, 800);
 constexpr int helpLines = 5;
 constexpr int controlShare = 5; // of the width, against the names' share
 constexpr int nameShare = 3;
@@ -57,9 +57,7 @@ void FunctionSheetForm::build()
     addMenus();
     if (!view_.variants.empty() || !view_.readyMade.empty())
         column().addWidget(choices());
-    auto* const area = new ContentArea(fields(), this);
-    area->guardFromWheel();
-    column().addWidget(area, 1);
+    addParts();
     help_->setReadOnly(true);
     help_->setTabChangesFocus(true);
     help_->setFixedHeight(help_->fontMetrics().lineSpacing() * helpLines);
@@ -70,6 +68,32 @@ void FunctionSheetForm::build()
         help_->setPlainText(rows_.front()->help());
     addButtons();
     setUsualSize({usualSize.width(), std::min(usualSize.height(), sizeHint().height())});
+}
+
+// Lights take much room, and are to be seen while the fields are changed: they do not scroll away with these.
+void FunctionSheetForm::addParts()
+{
+    const auto newColumn = [this] {
+        auto* const content = new QWidget(this);
+        auto* const layout = new QVBoxLayout(content);
+        layout->setContentsMargins(0, 0, 0, 0);
+        return layout;
+    };
+    const auto add = [this](QVBoxLayout& layout) {
+        layout.addStretch(1);
+        auto* const area = new ContentArea(layout.parentWidget(), this);
+        area->guardFromWheel();
+        column().addWidget(area, 1);
+        return area;
+    };
+    auto* layout = newColumn();
+    addPicture(*layout);
+    if (picture_ != nullptr && view_.picture == "lights") {
+        add(*layout)->setMaximumHeight(picture_->heightForWidth(usualSize.width()));
+        layout = newColumn();
+    }
+    addFields(*layout);
+    add(*layout);
 }
 
 void FunctionSheetForm::addMenus()
@@ -123,33 +147,29 @@ QComboBox* FunctionSheetForm::addChoice(QLayout& line, const char* name, Caption
     return choice;
 }
 
-QWidget* FunctionSheetForm::fields()
+void FunctionSheetForm::addFields(QVBoxLayout& layout)
 {
-    auto* const content = new QWidget(this);
-    auto* const layout = new QVBoxLayout(content);
-    layout->setContentsMargins(0, 0, 0, 0);
-    addPicture(*layout, content);
+    QWidget* const content = layout.parentWidget();
     auto* const grid = new QGridLayout;
     grid->setColumnStretch(0, nameShare);
     grid->setColumnStretch(SheetFieldRow::controlColumn, controlShare);
-    layout->addLayout(grid);
+    layout.addLayout(grid);
     for (const Text& note : view_.notes)
         grid->addWidget(textLabel("", content, qtText(note)), grid->rowCount(), 0, 1, SheetFieldRow::columns);
     for (const SheetViewSection& section : view_.sections)
         addSection(section, *grid, content);
     if (!view_.leftOut.empty())
-        layout->addWidget(textLabel("Fehlende", content, qtText(view_.leftOut)));
-    layout->addStretch(1);
-    return content;
+        layout.addWidget(textLabel("Fehlende", content, qtText(view_.leftOut)));
 }
 
-void FunctionSheetForm::addPicture(QLayout& layout, QWidget* parent)
+void FunctionSheetForm::addPicture(QVBoxLayout& layout)
 {
     const ProgramState& state = bench_.state;
     const PictureWords words = {texts_, hasDecimalComma(state.language), [&state](int cv, int value) {
                                     return Text(kindOf(state.set.table, cv).wordOfValue(value));
                                 }};
-    picture_ = makePicture(view_.picture, words, state.set.profile.model == Model::trailer, parent);
+    picture_ =
+        makePicture(view_.picture, words, state.set.profile.model == Model::trailer, layout.parentWidget());
     if (picture_ == nullptr)
         return;
     picture_->setAnimated(bench_.settings.get(settingsSection, animationsKey) != u"0");

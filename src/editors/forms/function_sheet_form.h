@@ -43,12 +43,13 @@ protected:
 
 private:
     void build();
+    void addParts();
     void addMenus();
     QWidget* choices();
     QComboBox* addChoice(QLayout& line, const char* name, Caption label,
                          std::span<const SheetViewValues> sets, bool areVariants);
-    QWidget* fields();
-    void addPicture(QLayout& layout, QWidget* parent);
+    void addFields(QVBoxLayout& layout);
+    void addPicture(QVBoxLayout& layout);
     void addSection(const SheetViewSection& section, QGridLayout& grid, QWidget* parent);
     void addRow(const SheetViewField& field, QGridLayout& grid, QWidget* parent);
     void addButtons();
