@@ -8,7 +8,6 @@
 before anything is written.
 """
 
-import argparse
 import sys
 from pathlib import Path
 
@@ -16,7 +15,7 @@ sys.path.insert(0, str(Path(__file__).resolve().parent))
 from cv_kinds import group_field, unit_field, words_field
 from cv_models import NUMBERS, WEIGHTS, Models, Row, check_row
 from cv_text import LANGUAGES, check_text, refuse_unknown
-from text_file import SourceError, TomlSource, write_if_changed
+from text_file import SourceError, TomlSource, run_builder, write_if_changed
 
 LINE_END = "\r\n"
 FIELDS = 16
@@ -170,16 +169,8 @@ def build(folder, output):
 
 
 def main():
-    parser = argparse.ArgumentParser(description="Writes the program folder's description files.")
-    parser.add_argument("--source", type=Path, required=True, help="folder of the models, presets.toml and files.toml")
-    parser.add_argument("--output", type=Path, required=True, help="program folder")
-    arguments = parser.parse_args()
-    try:
-        build(arguments.source, arguments.output)
-    except (SourceError, OSError) as error:
-        print(error, file=sys.stderr)
-        return 1
-    return 0
+    return run_builder("Writes the program folder's description files.",
+                       "folder of the models, presets.toml and files.toml", build)
 
 
 if __name__ == "__main__":

@@ -10,12 +10,11 @@ the text, Windows-1252, CR LF. A number without an entry keeps its line with the
 The first fault in the sources stops the tool with "file:line: message" and exit code 1; then no file is written.
 """
 
-import argparse
 import re
 import sys
 from pathlib import Path
 
-from text_file import LINE_END, SourceError, TomlSource, UnfitText, encode_line, refuse_open_range, write_if_changed
+from text_file import LINE_END, SourceError, TomlSource, UnfitText, encode_line, refuse_open_range, run_builder, write_if_changed
 
 LANGUAGES = {"de": "Deutsch", "nl": "Dutch", "en": "English", "es": "Spanisch", "fr": "Franz"}
 
@@ -311,16 +310,8 @@ def build(source, output):
 
 
 def main(arguments=None):
-    parser = argparse.ArgumentParser(description="Write the installed language files from their TOML sources.")
-    parser.add_argument("--source", type=Path, required=True, help="the folder with ranges.toml and menu.toml")
-    parser.add_argument("--output", type=Path, required=True, help="the folder that gets the files")
-    options = parser.parse_args(arguments)
-    try:
-        build(options.source, options.output)
-    except (SourceError, OSError) as error:
-        print(error, file=sys.stderr)
-        return 1
-    return 0
+    return run_builder("Write the installed language files from their TOML sources.",
+                       "the folder with ranges.toml and menu.toml", build, arguments)
 
 
 if __name__ == "__main__":

@@ -8,14 +8,13 @@ each value is held. The values of menu presets come from data/presets/functions.
 "file:line: message" and exit code 1 before anything is written. docs/files.md describes what is written.
 """
 
-import argparse
 import sys
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent))
 from cv_models import Models
 from cv_text import LANGUAGES, check_languages, refuse_unknown
-from text_file import SourceError, TomlSource, write_if_changed
+from text_file import SourceError, TomlSource, run_builder, write_if_changed
 
 LINE_END = "\r\n"
 # How a model is called in a sheet, and the beginnings of the headers of its descriptions.
@@ -268,19 +267,15 @@ def contents(folder, descriptions):
     return files
 
 
+def build(source, output):
+    """Writes all sheets. Raises SourceError, before the first write, at a fault."""
+    for name, content in contents(source, Descriptions(source.parent / "cv")).items():
+        write_if_changed(output / name, content)
+
+
 def main():
-    parser = argparse.ArgumentParser(description="Writes the program folder's function sheets.")
-    parser.add_argument("--source", type=Path, required=True, help="folder of the sheets, beside those of cv and presets")
-    parser.add_argument("--output", type=Path, required=True, help="program folder")
-    arguments = parser.parse_args()
-    try:
-        descriptions = Descriptions(arguments.source.parent / "cv")
-        for name, content in contents(arguments.source, descriptions).items():
-            write_if_changed(arguments.output / name, content)
-    except (SourceError, OSError) as error:
-        print(error, file=sys.stderr)
-        return 1
-    return 0
+    return run_builder("Writes the program folder's function sheets.",
+                       "folder of the sheets, beside those of cv and presets", build)
 
 
 if __name__ == "__main__":

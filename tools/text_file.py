@@ -2,11 +2,13 @@
 
 Reading: `TomlSource` parses a TOML file and knows the line of every table and key in it, so that a complaint about
 an entry can name the place. Writing: `encode_line` gives one line in Windows-1252, `write_if_changed` replaces a file
-as a whole and only when its content is new.
+as a whole and only when its content is new. `run_builder` is the command line of a tool.
 """
 
+import argparse
 import os
 import re
+import sys
 import tempfile
 import tomllib
 from pathlib import Path
@@ -80,6 +82,20 @@ def write_if_changed(path, content):
         os.unlink(temporary)
         raise
     return True
+
+
+def run_builder(description, source_help, build, arguments=None):
+    """Calls `build` with the folders named on the command line. Returns 1, with the place told, at a fault."""
+    parser = argparse.ArgumentParser(description=description)
+    parser.add_argument("--source", type=Path, required=True, help=source_help)
+    parser.add_argument("--output", type=Path, required=True, help="the folder that gets the files")
+    options = parser.parse_args(arguments)
+    try:
+        build(options.source, options.output)
+    except (SourceError, OSError) as error:
+        print(error, file=sys.stderr)
+        return 1
+    return 0
 
 
 class TomlSource:

@@ -163,17 +163,6 @@ Text decimal(long long thousandths, std::size_t least, bool comma)
     return decimals.empty() ? whole : joined({whole, comma ? u"," : u".", decimals});
 }
 
-Text timeText(long long milliseconds, bool comma)
-{
-    constexpr long long second = 1000;
-    constexpr long long minute = 60 * second;
-    if (milliseconds < minute || milliseconds % second != 0)
-        return decimal(milliseconds, 0, comma) + u" s";
-    const Text minutes = textFromNumber(milliseconds / minute) + u" min";
-    const long long rest = milliseconds % minute / second;
-    return rest == 0 ? minutes : joined({minutes, u" ", textFromNumber(rest), u" s"});
-}
-
 } // namespace
 
 Caption captionOf(CvGroup group)
@@ -220,6 +209,17 @@ bool carries(const CvTable& table, Column column)
             return true;
     }
     return false;
+}
+
+Text timeText(long long milliseconds, bool decimalComma)
+{
+    constexpr long long second = 1000;
+    constexpr long long minute = 60 * second;
+    if (milliseconds < minute || milliseconds % second != 0)
+        return decimal(milliseconds, 0, decimalComma) + u" s";
+    const Text minutes = textFromNumber(milliseconds / minute) + u" min";
+    const long long rest = milliseconds % minute / second;
+    return rest == 0 ? minutes : joined({minutes, u" ", textFromNumber(rest), u" s"});
 }
 
 Text inUnit(int value, const CvUnit& unit, bool decimalComma)

@@ -89,6 +89,9 @@ inline constexpr TextView markPrefix = u"mark=";
 // something else to others does not count.
 bool carries(const CvTable& table, Column column);
 
+// "0.5 s", "3 s", "1 min 20 s".
+Text timeText(long long milliseconds, bool decimalComma);
+
 // "50 ms", "3 s", "1 min 20 s", "3.30 V", "78 %": so many of the unit.
 Text inUnit(int value, const CvUnit& unit, bool decimalComma);
 

@@ -30,7 +30,7 @@ struct PictureWords {
     std::function<Text(int cv, int value)> valueWord{};
 };
 
-// "50 ms", "1.5 s", "120 s".
+// "50 ms", "1.5 s", "2 min".
 Text durationText(int milliseconds, bool decimalComma);
 
 Text wordOf(const PictureWords& words, int cv, int value);

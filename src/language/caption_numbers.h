@@ -301,7 +301,6 @@ enum class Caption {
     settingNone = 402,
     settingSteps = 403,
     settingUnknown = 404,
-    sheetFactory = 405,
     sheetNotFactory = 406,
     sheetWillBeSet = 407,
     settingFirstAddress = 408,
